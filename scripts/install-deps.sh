@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Installs what Tolvane needs to build, run and test on Debian. Idempotent: only missing
+# packages are installed, and each one is named before it is.
+set -euo pipefail
+
+PKGS=(
+  build-essential cmake pkg-config
+  qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev
+  libqt6sql6-sqlite libqt6sql6-psql libqt6opengl6-dev
+  libgl-dev
+  postgresql postgresql-client
+  libbenchmark-dev
+  fonts-dejavu-core
+)
+
+missing=()
+for p in "${PKGS[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'install ok installed'; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  echo "install-deps: everything is installed"
+  exit 0
+fi
+
+echo "install-deps: installing ${missing[*]}"
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "ErrorLog.h"
+#include "Settings.h"
+#include "clsDataAccess.h"
+
+#include <QDate>
+#include <QString>
+
+class Clock;
+class DialogPort;
+class PrinterService;
+
+// The process-wide state of one run, built at start-up and handed by reference to services and
+// screens: settings, the data access object, the operator, the working date, the dialog port
+// and the printer.
+class AppContext {
+public:
+    AppContext(QString folder, DialogPort& dialogs, const Clock& clock);
+    ~AppContext();
+    AppContext(const AppContext&) = delete;
+    AppContext& operator=(const AppContext&) = delete;
+
+    const QString folder;
+    DialogPort& dialogs;
+    const Clock& clock;
+    ErrorLog errors;
+    clsDataAccess db;
+    Settings settings;
+
+    QString userName;
+    QString userType;
+    QDate workingDate;
+    PrinterService* printer = nullptr;  // owned elsewhere; null when none is set up
+
+    QString iniPath() const;
+    QString filePath(const QString& name) const;
+    // A key read at the moment of use (the keys Carrega_config does not load).
+    QString option(const QString& section, const QString& key) const;
+    bool reloadSettings();
+};

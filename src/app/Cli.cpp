@@ -1,0 +1,127 @@
+#include "Cli.h"
+
+#include "AbreBD.h"
+#include "AppContext.h"
+#include "AppFolder.h"
+#include "CliArgs.h"
+#include "CliCommand.h"
+#include "CliDialogPort.h"
+#include "Clock.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+QList<CliCommand> allCommands()
+{
+    QList<CliCommand> c;
+    registerAppCommands(c);
+    return c;
+}
+
+// The longest command whose words start `words`.
+const CliCommand* find(const QList<CliCommand>& commands, const QStringList& words)
+{
+    const CliCommand* best = nullptr;
+    for (const CliCommand& c : commands) {
+        if (c.words.size() > words.size() || (best && best->words.size() >= c.words.size()))
+            continue;
+        if (words.mid(0, c.words.size()) == c.words)
+            best = &c;
+    }
+    return best;
+}
+
+QString readLine()
+{
+    QFile in;
+    if (!in.open(stdin, QIODevice::ReadOnly))
+        return {};
+    QString line = QString::fromUtf8(in.readLine());
+    while (line.endsWith(QLatin1Char('\n')) || line.endsWith(QLatin1Char('\r')))
+        line.chop(1);
+    return line;
+}
+
+}  // namespace
+
+bool Cli::wantsCli(const QStringList& args)
+{
+    for (int i = 0; i < args.size(); ++i) {
+        if (args[i] == QLatin1String("--pasta")) {
+            ++i;
+            continue;
+        }
+        return true;
+    }
+    return false;
+}
+
+QString Cli::helpText()
+{
+    QString t = QStringLiteral("Uso: tolvane [--pasta PASTA] [COMANDO ...]\n"
+                               "Sem comando, abre o programa (tela de data e depois o caixa).\n\n"
+                               "Comandos:\n");
+    for (const CliCommand& c : allCommands())
+        t += QStringLiteral("  tolvane [--pasta PASTA] %1\n      %2\n").arg(c.synopsis, c.summary);
+    t += QStringLiteral("\nSenhas de operador são lidas da primeira linha da entrada padrão.\n"
+                        "Saída: 0 sucesso, 1 recusa (mensagem em stderr), 2 uso incorreto.\n");
+    return t;
+}
+
+int Cli::run(const QStringList& argsIn, const QString& exeFolder)
+{
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    out.setEncoding(QStringConverter::Utf8);
+    err.setEncoding(QStringConverter::Utf8);
+
+    QStringList args = argsIn;
+    QString folderArg;
+    const int p = args.indexOf(QStringLiteral("--pasta"));
+    if (p >= 0) {
+        if (p + 1 >= args.size()) {
+            err << "A opção --pasta precisa de uma pasta.\n";
+            return ExitUsage;
+        }
+        folderArg = args[p + 1];
+        args.remove(p, 2);
+    }
+    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h") ||
+        args.first() == QLatin1String("ajuda")) {
+        out << helpText();
+        return args.isEmpty() ? ExitUsage : ExitOk;
+    }
+
+    const QList<CliCommand> commands = allCommands();
+    const CliCommand* cmd = find(commands, args);
+    if (!cmd) {
+        err << QStringLiteral("Comando desconhecido: %1\nUse tolvane --help.\n").arg(args.join(QLatin1Char(' ')));
+        return ExitUsage;
+    }
+    QString parseError;
+    QSet<QString> flags = cmd->flags;
+    flags.insert(QStringLiteral("json"));
+    const auto parsed = CliArgs::parse(args.mid(cmd->words.size()), flags, &parseError);
+    if (!parsed) {
+        err << parseError << "\nUso: tolvane " << cmd->synopsis << "\n";
+        return ExitUsage;
+    }
+
+    const QString folder = AppFolder::resolve(folderArg, exeFolder);
+    CliDialogPort dialogs(err);
+    SystemClock clock;
+    AppContext ctx(folder, dialogs, clock);
+    ctx.reloadSettings();
+    if (cmd->db == CliCommand::Db::Existing) {
+        QString detail;
+        if (!AbreBD::Abre_conexao(ctx, false, &detail)) {
+            err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
+            return ExitRefused;
+        }
+    }
+    CliEnv env{ctx, *parsed, out, err, parsed->has(QStringLiteral("json")), readLine};
+    return cmd->run(env);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QSet>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+class AppContext;
+class CliArgs;
+class QTextStream;
+
+// What a command sees: the run's context, its parsed words and the output streams.
+struct CliEnv {
+    AppContext& ctx;
+    const CliArgs& args;
+    QTextStream& out;
+    QTextStream& err;
+    bool json = false;
+    // First line of standard input (operator passwords never come in arguments).
+    std::function<QString()> readStdinLine;
+};
+
+enum CliExit { ExitOk = 0, ExitRefused = 1, ExitUsage = 2 };
+
+struct CliCommand {
+    QStringList words;   // "usuario", "gravar"
+    QString synopsis;    // shown by --help
+    QString summary;
+    QSet<QString> flags;  // options without value
+    enum class Db { None, Create, Existing } db = Db::Existing;
+    std::function<int(CliEnv&)> run;
+};
+
+// Each subsystem adds its commands here (see Cli.cpp).
+void registerAppCommands(QList<CliCommand>& commands);

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+
+class Clock;
+class DialogPort;
+
+// The error that a routine caught: number, description and source, as the program reports them.
+struct ErrorInfo {
+    qint32 number = 0;
+    QString description;
+    QString source;
+};
+
+// The one error report: a message box first (so the operator always sees it, even when the log
+// cannot be written), then a record appended to Log.ini in the application folder.
+class ErrorLog {
+public:
+    ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder);
+
+    void report(const QString& location, const ErrorInfo& error);
+
+    QString logPath() const;
+    static QString messageText(const QString& location, const ErrorInfo& error);
+    static QByteArray record(const QString& location, const ErrorInfo& error,
+                             const QDateTime& when);
+
+private:
+    DialogPort& m_dialogs;
+    const Clock& m_clock;
+    QString m_folder;
+};

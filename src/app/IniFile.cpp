@@ -1,0 +1,120 @@
+#include "IniFile.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+namespace {
+
+QString sectionName(const QString& line)
+{
+    const QString t = line.trimmed();
+    if (t.startsWith(QLatin1Char('[')) && t.endsWith(QLatin1Char(']')))
+        return t.mid(1, t.size() - 2).trimmed();
+    return {};
+}
+
+bool isSection(const QString& line)
+{
+    const QString t = line.trimmed();
+    return t.startsWith(QLatin1Char('[')) && t.endsWith(QLatin1Char(']'));
+}
+
+// Key of a "key=value" line, or empty for comments and other lines.
+QString keyOf(const QString& line)
+{
+    const QString t = line.trimmed();
+    if (t.startsWith(QLatin1Char(';')) || t.startsWith(QLatin1Char('#')))
+        return {};
+    const int eq = t.indexOf(QLatin1Char('='));
+    return eq <= 0 ? QString() : t.left(eq).trimmed();
+}
+
+QString valueOf(const QString& line)
+{
+    QString v = line.mid(line.indexOf(QLatin1Char('=')) + 1).trimmed();
+    if (v.size() >= 2 && v.startsWith(QLatin1Char('"')) && v.endsWith(QLatin1Char('"')))
+        v = v.mid(1, v.size() - 2);
+    return v;
+}
+
+}  // namespace
+
+QStringList IniFile::readLines(const QString& path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = f.readAll();
+    // Written as ISO-8859-1; a file someone saved as UTF-8 is still read right.
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = utf8.decode(bytes);
+    if (utf8.hasError())
+        text = QString::fromLatin1(bytes);
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1);
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    QStringList lines = text.split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+bool IniFile::writeLines(const QString& path, const QStringList& lines)
+{
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly))
+        return false;
+    QByteArray out;
+    for (const QString& l : lines)
+        out += l.toLatin1() + "\r\n";
+    f.write(out);
+    return f.commit();
+}
+
+QString IniFile::read(const QString& section, const QString& key, const QString& path)
+{
+    bool inSection = false;
+    for (const QString& line : readLines(path)) {
+        if (isSection(line)) {
+            inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
+            continue;
+        }
+        if (inSection && keyOf(line).compare(key, Qt::CaseInsensitive) == 0 && !keyOf(line).isEmpty())
+            return valueOf(line).left(kMaxValue);
+    }
+    return {};
+}
+
+bool IniFile::write(const QString& section, const QString& key, const QString& value,
+                    const QString& path)
+{
+    QStringList lines = readLines(path);
+    const QString newLine = key + QLatin1Char('=') + value;
+    int sectionStart = -1;
+    int lastInSection = -1;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (isSection(lines[i])) {
+            if (sectionStart >= 0)
+                break;
+            if (sectionName(lines[i]).compare(section, Qt::CaseInsensitive) == 0)
+                sectionStart = lastInSection = i;
+            continue;
+        }
+        if (sectionStart < 0)
+            continue;
+        if (keyOf(lines[i]).compare(key, Qt::CaseInsensitive) == 0 && !keyOf(lines[i]).isEmpty()) {
+            lines[i] = newLine;
+            return writeLines(path, lines);
+        }
+        if (!lines[i].trimmed().isEmpty())
+            lastInSection = i;
+    }
+    if (sectionStart < 0) {
+        lines << QLatin1Char('[') + section + QLatin1Char(']') << newLine;
+    } else {
+        lines.insert(lastInSection + 1, newLine);
+    }
+    return writeLines(path, lines);
+}

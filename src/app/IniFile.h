@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// Reader and writer with the semantics of the Windows profile functions: section and key
+// matched case-insensitively, a missing file or key reads as empty text, values cut at 254
+// characters, writes edit the file in place keeping every other line. Files are ISO-8859-1
+// with CRLF line ends.
+class IniFile {
+public:
+    static constexpr int kMaxValue = 254;
+
+    static QString read(const QString& section, const QString& key, const QString& path);
+    // False when the file cannot be written (the profile functions report nothing, but the
+    // options screen wants to know).
+    static bool write(const QString& section, const QString& key, const QString& value,
+                      const QString& path);
+
+    static QStringList readLines(const QString& path);  // decoded, without line ends
+    static bool writeLines(const QString& path, const QStringList& lines);
+};

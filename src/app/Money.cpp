@@ -1,0 +1,85 @@
+#include "Money.h"
+
+#include <QStringList>
+#include <cmath>
+
+Money Money::fromDoubleRounded(double reais)
+{
+    const double cents = std::round(reais * 100.0);  // std::round is half away from zero
+    return fromCents(static_cast<qint64>(cents));
+}
+
+std::optional<Money> Money::parse(const QString& input)
+{
+    QString text = input.trimmed();
+    if (text.startsWith(QLatin1String("R$")))
+        text = text.mid(2).trimmed();
+    bool negative = false;
+    if (text.startsWith(QLatin1Char('-'))) {
+        negative = true;
+        text = text.mid(1);
+    }
+    if (text.isEmpty() || text.count(QLatin1Char(',')) > 1)
+        return std::nullopt;
+
+    const int comma = text.indexOf(QLatin1Char(','));
+    QString whole = comma < 0 ? text : text.left(comma);
+    const QString frac = comma < 0 ? QString() : text.mid(comma + 1);
+
+    if (whole.contains(QLatin1Char('.'))) {
+        // Dots must group thousands exactly: 1.234.567
+        const QStringList groups = whole.split(QLatin1Char('.'));
+        if (groups.first().isEmpty() || groups.first().size() > 3)
+            return std::nullopt;
+        for (int i = 1; i < groups.size(); ++i)
+            if (groups[i].size() != 3)
+                return std::nullopt;
+        whole = groups.join(QString());
+    }
+    if (whole.isEmpty())
+        whole = QStringLiteral("0");
+    if (frac.size() > 4 || (comma >= 0 && frac.isEmpty() && whole.isEmpty()))
+        return std::nullopt;
+    for (QChar c : whole + frac)
+        if (!c.isDigit() || c.unicode() > 127)
+            return std::nullopt;
+    if (whole.size() > 14)
+        return std::nullopt;
+
+    bool ok = false;
+    const qint64 reais = whole.toLongLong(&ok);
+    if (!ok)
+        return std::nullopt;
+    const qint64 fracUnits = QString(frac).leftJustified(4, QLatin1Char('0')).toLongLong();
+    const qint64 units = reais * kUnitsPerReal + fracUnits;
+    return Money(negative ? -units : units);
+}
+
+qint64 Money::centsRounded() const
+{
+    const qint64 a = m_units < 0 ? -m_units : m_units;
+    const qint64 c = (a + kUnitsPerCent / 2) / kUnitsPerCent;
+    return m_units < 0 ? -c : c;
+}
+
+QString Money::format() const
+{
+    const qint64 cents = centsRounded();
+    const qint64 a = cents < 0 ? -cents : cents;
+    QString whole = QString::number(a / 100);
+    for (int i = whole.size() - 3; i > 0; i -= 3)
+        whole.insert(i, QLatin1Char('.'));
+    const QString frac = QStringLiteral("%1").arg(a % 100, 2, 10, QLatin1Char('0'));
+    return (cents < 0 ? QStringLiteral("-") : QString()) + whole + QLatin1Char(',') + frac;
+}
+
+QString Money::formatCurrency() const
+{
+    return QStringLiteral("R$ ") + format();
+}
+
+QString Money::centsText(int width) const
+{
+    const qint64 cents = centsRounded();
+    return QString::number(cents < 0 ? -cents : cents).rightJustified(width, QLatin1Char('0'));
+}

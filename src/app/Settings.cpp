@@ -1,0 +1,57 @@
+#include "Settings.h"
+
+#include "IniFile.h"
+
+bool toInt16(const QString& text, qint16& out)
+{
+    bool ok = false;
+    const int v = text.trimmed().toInt(&ok, 10);
+    if (!ok || v < -32768 || v > 32767)
+        return false;
+    out = static_cast<qint16>(v);
+    return true;
+}
+
+bool Carrega_config(const QString& iniPath, Settings& s)
+{
+    auto text = [&](const char* section, const char* key) {
+        return IniFile::read(QLatin1String(section), QLatin1String(key), iniPath);
+    };
+    // A failed conversion skips this one assignment and loading goes on.
+    auto integer = [&](const char* section, const char* key, qint16& target) {
+        qint16 v;
+        if (toInt16(text(section, key), v))
+            target = v;
+    };
+
+    s.guiche = text("Export", "guiche");
+    s.mensagem = text("Mensagem", "mensagem");
+    s.cabecalho = text("Mensagem", "cabecalho");
+    s.cofre = text("Reserva", "cofre");
+    s.pref = text("Mensagem", "pref");
+    integer("Reserva", "soma", s.soma);
+    s.guiche2 = text("Export", "guiche");
+    s.Path3 = text("Export", "Path3");
+    integer("Opcoes", "juros", s.juros);
+    s.Path2 = text("Export", "Path2");
+    s.impressora = text("Print", "impressora");
+    s.modo = text("Print", "modo");
+    s.modo_print = text("Print", "modo_print");
+    integer("Print", "print_cupom", s.print_cupom);
+    integer("Opcoes", "porta", s.opcoes_porta);
+    s.porta = text("Print", "porta");
+    s.impressora_autenticadora = text("Print", "impressora_autenticadora");
+    s.impressora_padrao = text("Print", "impressora_padrao");
+    integer("Export", "tecla_mais", s.tecla_mais);
+    integer("Print", "lineFeed", s.lineFeed);
+    integer("Print", "disableEsc", s.disableEsc);
+    s.ip = QString() + text("Print", "ip");
+    if (s.ip.isNull())
+        s.ip = QLatin1String("");
+    // Kept as the program always did it: the current value's digits followed by the file's,
+    // so a second load with 1 in the file gives 11. Consumers test for exactly 1.
+    qint16 rede;
+    if (toInt16(QString::number(s.rede) + text("Export", "rede"), rede))
+        s.rede = rede;
+    return true;
+}

@@ -1,0 +1,103 @@
+#include "frmMensagem.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+QMessageBox::Icon toQt(DialogIcon icon)
+{
+    switch (icon) {
+    case DialogIcon::Information: return QMessageBox::Information;
+    case DialogIcon::Exclamation: return QMessageBox::Warning;
+    case DialogIcon::Critical: return QMessageBox::Critical;
+    case DialogIcon::Question: return QMessageBox::Question;
+    case DialogIcon::None: break;
+    }
+    return QMessageBox::NoIcon;
+}
+}  // namespace
+
+DialogAnswer frmMensagem::message(const QString& title, const QString& text, DialogIcon icon,
+                                  DialogButtons buttons)
+{
+    QMessageBox box(toQt(icon), title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
+                    QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
+    if (buttons == DialogButtons::YesNo) {
+        box.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
+        box.setDefaultButton(box.addButton(QStringLiteral("&Não"), QMessageBox::NoRole));
+    } else if (buttons == DialogButtons::OkCancel) {
+        box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+        box.addButton(QStringLiteral("Cancelar"), QMessageBox::RejectRole);
+    } else {
+        box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
+    }
+    box.exec();
+    const auto role = box.buttonRole(box.clickedButton());
+    switch (buttons) {
+    case DialogButtons::YesNo: return role == QMessageBox::YesRole ? DialogAnswer::Yes : DialogAnswer::No;
+    case DialogButtons::OkCancel: return role == QMessageBox::AcceptRole ? DialogAnswer::Ok : DialogAnswer::Cancel;
+    case DialogButtons::Ok: break;
+    }
+    return DialogAnswer::Ok;
+}
+
+std::optional<QString> frmMensagem::input(const QString& title, const QString& prompt, bool masked,
+                                          const QString& initial)
+{
+    QInputDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
+    dlg.setWindowTitle(title);
+    dlg.setLabelText(prompt);
+    dlg.setTextValue(initial);
+    dlg.setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
+    dlg.setOkButtonText(QStringLiteral("OK"));
+    dlg.setCancelButtonText(QStringLiteral("Cancelar"));
+    if (dlg.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dlg.textValue();
+}
+
+DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, const QStringList& lines,
+                                 DialogButtons buttons)
+{
+    QDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
+    dlg.setObjectName(form);
+    dlg.setWindowTitle(caption);
+    auto* layout = new QVBoxLayout(&dlg);
+    for (const QString& l : lines) {
+        auto* label = new QLabel(l, &dlg);
+        QFont f = label->font();
+        f.setPointSize(f.pointSize() + 3);
+        f.setBold(true);
+        label->setFont(f);
+        label->setAlignment(Qt::AlignCenter);
+        layout->addWidget(label);
+    }
+    auto* row = new QHBoxLayout;
+    DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
+    if (buttons == DialogButtons::YesNo) {
+        auto* yes = new QPushButton(QStringLiteral("&Sim"), &dlg);
+        yes->setObjectName(QStringLiteral("Command1"));
+        auto* no = new QPushButton(QStringLiteral("&Não"), &dlg);
+        no->setObjectName(QStringLiteral("Command2"));
+        QObject::connect(yes, &QPushButton::clicked, &dlg, [&] { answer = DialogAnswer::Yes; dlg.accept(); });
+        QObject::connect(no, &QPushButton::clicked, &dlg, [&] { answer = DialogAnswer::No; dlg.reject(); });
+        row->addWidget(yes);
+        row->addWidget(no);
+        yes->setDefault(true);
+    } else {
+        auto* ok = new QPushButton(QStringLiteral("OK"), &dlg);
+        ok->setObjectName(QStringLiteral("cmdOk"));
+        QObject::connect(ok, &QPushButton::clicked, &dlg, &QDialog::accept);
+        row->addWidget(ok);
+        ok->setDefault(true);
+    }
+    layout->addLayout(row);
+    dlg.exec();
+    return answer;
+}

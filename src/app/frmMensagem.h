@@ -1,0 +1,22 @@
+#pragma once
+
+#include "DialogPort.h"
+
+class QWidget;
+
+// The dialog port on screen: real message boxes, input boxes and the program's notice forms.
+class frmMensagem : public DialogPort {
+public:
+    explicit frmMensagem(QWidget* parent = nullptr) : m_parent(parent) {}
+    void setParent(QWidget* parent) { m_parent = parent; }
+
+    DialogAnswer message(const QString& title, const QString& text, DialogIcon icon,
+                         DialogButtons buttons) override;
+    std::optional<QString> input(const QString& title, const QString& prompt, bool masked,
+                                 const QString& initial) override;
+    DialogAnswer notice(const QString& form, const QString& caption, const QStringList& lines,
+                        DialogButtons buttons) override;
+
+private:
+    QWidget* m_parent;
+};

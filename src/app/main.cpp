@@ -1,0 +1,18 @@
+#include "Cli.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+int runGui(int argc, char** argv);  // frmInicio.cpp
+
+int main(int argc, char** argv)
+{
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    if (!Cli::wantsCli(args))
+        return runGui(argc, argv);
+    QCoreApplication app(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Tolvane"));
+    return Cli::run(args, QCoreApplication::applicationDirPath());
+}

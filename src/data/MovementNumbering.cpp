@@ -1,0 +1,47 @@
+#include "MovementNumbering.h"
+
+#include "DialogPort.h"
+#include "clsContador.h"
+#include "clsDataAccess.h"
+#include "clsMovimento.h"
+
+std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPort& dialogs, int year)
+{
+    clsContador counter(db);
+    if (!counter.SQLSelect(year)) {
+        counter.ANO = static_cast<qint16>(year);
+        counter.CONTADOR = 1;
+        if (!counter.SQLInsert()) {
+            dialogs.critical(QStringLiteral("Erro"), QStringLiteral("Erro de gravação do contador!!!"));
+            return std::nullopt;
+        }
+        return counter.CONTADOR;
+    }
+    counter.ANO = static_cast<qint16>(year);
+    counter.CONTADOR = static_cast<qint16>(counter.CONTADOR + 1);
+    if (!counter.SQLUpdate()) {
+        dialogs.critical(QStringLiteral("Erro"), QStringLiteral("Erro de alteração do contador!!!"));
+        return std::nullopt;
+    }
+    return counter.CONTADOR;
+}
+
+bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day, clsMovimento& out)
+{
+    if (!db.BeginTrans())
+        return false;
+    const auto number = nextNumber(db, dialogs, day.year());
+    if (!number) {
+        db.RollbackTrans();
+        return false;
+    }
+    out.MDATA = day;
+    out.MOV = *number;
+    out.STATUS = QStringLiteral("ABERTO");
+    out.VALOR_ARRECADADO = out.ENTRADA = out.SAIDA = out.SUPRIMENTO = Money();
+    if (!out.SQLInsert(0) || !db.CommitTrans()) {
+        db.RollbackTrans();
+        return false;
+    }
+    return true;
+}

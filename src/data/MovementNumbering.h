@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QDate>
+#include <optional>
+
+class clsDataAccess;
+class clsMovimento;
+class DialogPort;
+
+// Numbers and inserts the movement of a new cash day: the yearly counter gives MOV (1 for the
+// first movement of a year), the row starts "ABERTO" with all amounts zero.
+class MovementNumbering {
+public:
+    // The next number of the year, counter row written; nullopt (message shown) on failure.
+    static std::optional<qint16> nextNumber(clsDataAccess& db, DialogPort& dialogs, int year);
+    // Counter and movement in one transaction, so a failed insert does not spend a number.
+    static bool openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day, clsMovimento& out);
+};

@@ -1,0 +1,74 @@
+#include "clsMovimento.h"
+
+#include "clsDataAccess.h"
+
+namespace {
+const QString kColumns = QStringLiteral(
+    "SELECT ID, MDATA, MOV, STATUS, VALOR_ARRECADADO, ENTRADA, SAIDA, SUPRIMENTO FROM Movimento ");
+}
+
+bool clsMovimento::load(const QString& where, const QVariant& key)
+{
+    const auto rs = m_db.SQLSelect_ReadOnly(kColumns + where, {key});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return false;
+    ID = static_cast<qint32>(rs->integer(QStringLiteral("ID")));
+    MDATA = rs->date(QStringLiteral("MDATA"));
+    MOV = static_cast<qint16>(rs->integer(QStringLiteral("MOV")));
+    STATUS = rs->text(QStringLiteral("STATUS"));
+    VALOR_ARRECADADO = rs->money(QStringLiteral("VALOR_ARRECADADO"));
+    ENTRADA = rs->money(QStringLiteral("ENTRADA"));
+    SAIDA = rs->money(QStringLiteral("SAIDA"));
+    SUPRIMENTO = rs->money(QStringLiteral("SUPRIMENTO"));
+    return true;
+}
+
+bool clsMovimento::SQLSelect(qint32 id) { return load(QStringLiteral("WHERE ID = ?"), id); }
+
+bool clsMovimento::SQLSelectByDate(const QDate& day)
+{
+    return load(QStringLiteral("WHERE MDATA = ? ORDER BY ID DESC"), day);
+}
+
+bool clsMovimento::SQLInsert(qint32 id)
+{
+    const QVariantList values = {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(),
+                                 VALOR_ARRECADADO.units(), ENTRADA.units()};
+    const QString cols = QStringLiteral("MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, ENTRADA");
+    if (id != 0) {
+        if (!m_db.SQLExecute(QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)").arg(cols),
+                             QVariantList{id} + values))
+            return false;
+        ID = id;
+        m_db.syncIdentity(QStringLiteral("Movimento"), QStringLiteral("ID"));
+        return true;
+    }
+    qint64 newId = 0;
+    if (!m_db.SQLInsertIdentity(QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
+                                values, newId))
+        return false;
+    ID = static_cast<qint32>(newId);
+    return true;
+}
+
+bool clsMovimento::SQLUpdate()
+{
+    return m_db.SQLExecute(
+        QStringLiteral("UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
+                       "VALOR_ARRECADADO = ?, ENTRADA = ? WHERE ID = ?"),
+        {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
+         ENTRADA.units(), ID});
+}
+
+bool clsMovimento::SQLUpdateTotais()
+{
+    return m_db.SQLExecute(
+        QStringLiteral("UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
+                       "STATUS = ? WHERE ID = ?"),
+        {SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(), ENTRADA.units(), STATUS, ID});
+}
+
+bool clsMovimento::SQLDelete()
+{
+    return m_db.SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
+}

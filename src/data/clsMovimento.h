@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Money.h"
+
+#include <QDate>
+#include <QString>
+
+class clsDataAccess;
+
+// One row of Movimento: a cash day.
+class clsMovimento {
+public:
+    explicit clsMovimento(clsDataAccess& db) : m_db(db) {}
+
+    qint32 ID = 0;
+    QDate MDATA;
+    qint16 MOV = 0;
+    QString STATUS;
+    Money VALOR_ARRECADADO;
+    Money ENTRADA;
+    Money SAIDA;
+    Money SUPRIMENTO;
+
+    bool SQLSelect(qint32 id);
+    bool SQLSelectByDate(const QDate& day);  // the day's movement, if any (newest first)
+    bool SQLInsert(qint32 id);  // id 0: the database assigns it and ID is read back
+    bool SQLUpdate();           // every column
+    bool SQLUpdateTotais();     // totals and status only: closing and reopening
+    bool SQLDelete();
+
+private:
+    bool load(const QString& where, const QVariant& key);
+    clsDataAccess& m_db;
+};

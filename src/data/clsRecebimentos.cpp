@@ -1,0 +1,80 @@
+#include "clsRecebimentos.h"
+
+#include "clsDataAccess.h"
+
+const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
+
+bool clsRecebimentos::SQLSelect(qint32 idRecebe)
+{
+    const auto rs = m_db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT AUTENTICA, CODBARRA, IDMOVIMENTO, IDRECEBE, TIPO, INTEGRA, EXPORT, "
+                       "VALOR, VENCIMENTO, PARCELA, OBS FROM Recebimentos WHERE IDRECEBE = ?"),
+        {idRecebe});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return false;
+    AUTENTICA = static_cast<qint16>(rs->integer(QStringLiteral("AUTENTICA")));
+    CODBARRA = rs->text(QStringLiteral("CODBARRA"));
+    IDMOVIMENTO = static_cast<qint16>(rs->integer(QStringLiteral("IDMOVIMENTO")));
+    IDRECEBE = static_cast<qint32>(rs->integer(QStringLiteral("IDRECEBE")));
+    TIPO = static_cast<qint16>(rs->integer(QStringLiteral("TIPO")));
+    INTEGRA = static_cast<qint16>(rs->integer(QStringLiteral("INTEGRA")));
+    EXPORT = static_cast<qint16>(rs->integer(QStringLiteral("EXPORT")));
+    VALOR = rs->money(QStringLiteral("VALOR"));
+    VENCIMENTO = rs->text(QStringLiteral("VENCIMENTO"));
+    PARCELA = rs->text(QStringLiteral("PARCELA"));
+    OBS = rs->text(QStringLiteral("OBS"));
+    return true;
+}
+
+bool clsRecebimentos::SQLSelectMax(qint32 idMovimento)
+{
+    const auto rs = m_db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT MAX(AUTENTICA) as MaxAUT FROM Recebimentos WHERE IDMOVIMENTO = ?"),
+        {idMovimento});
+    if (!clsDataAccess::CheckValidRecordset(rs) || rs->isNull(QStringLiteral("MaxAUT")))
+        return false;
+    AUTENTICA = static_cast<qint16>(rs->integer(QStringLiteral("MaxAUT")));
+    return true;
+}
+
+bool clsRecebimentos::SQLInsert()
+{
+    if (CODBARRA == kSemCodigo)
+        EXPORT = 1;  // items without barcode never go to a bank file
+    qint64 id = 0;
+    if (!m_db.SQLInsertIdentity(
+            QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
+                           "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+            {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), int(INTEGRA), int(EXPORT),
+             VALOR.units(), VENCIMENTO, PARCELA, OBS},
+            id))
+        return false;
+    IDRECEBE = static_cast<qint32>(id);
+    return true;
+}
+
+bool clsRecebimentos::SQLUpdate()
+{
+    return m_db.SQLExecute(
+        QStringLiteral("UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, TIPO = ?, "
+                       "VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
+        {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO, PARCELA,
+         OBS, IDRECEBE});
+}
+
+bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag)
+{
+    return m_db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
+                           {flag, idMovimento});
+}
+
+bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag)
+{
+    return m_db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
+                           {flag, idRecebe});
+}
+
+bool clsRecebimentos::SQLDelete()
+{
+    return m_db.SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"), {IDRECEBE});
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Money.h"
+
+#include <QString>
+
+class clsDataAccess;
+
+// One row of Recebimentos: a document paid at the counter.
+class clsRecebimentos {
+public:
+    static const QString kSemCodigo;  // the 44 zeros of an item without barcode
+
+    explicit clsRecebimentos(clsDataAccess& db) : m_db(db) {}
+
+    qint32 IDRECEBE = 0;
+    qint16 AUTENTICA = 0;
+    QString CODBARRA;
+    qint16 IDMOVIMENTO = 0;
+    qint16 TIPO = 0;
+    qint16 INTEGRA = 0;
+    qint16 EXPORT = 0;
+    Money VALOR;
+    QString VENCIMENTO;
+    QString PARCELA;
+    QString OBS;
+
+    bool SQLSelect(qint32 idRecebe);
+    // AUTENTICA takes the movement's highest number; with no receipts it keeps its value
+    // and the answer is false.
+    bool SQLSelectMax(qint32 idMovimento);
+    bool SQLInsert();  // forces EXPORT 1 for the 44 zeros; IDRECEBE read back
+    bool SQLUpdate();  // every column but INTEGRA and EXPORT
+    bool SQLUpdateIntegra(qint32 idMovimento, int flag);
+    bool SQLUpdateExport(qint32 idRecebe, int flag);
+    bool SQLDelete();
+
+private:
+    clsDataAccess& m_db;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+class clsDataAccess;
+
+// One operator of Usuarios. SENHA holds the salted hash, never the password itself.
+class clsUsuarios {
+public:
+    explicit clsUsuarios(clsDataAccess& db) : m_db(db) {}
+
+    qint32 ID = 0;
+    QString NOME;
+    QString SENHA;  // a stored hash (PasswordHash::hash); empty on an update keeps the old one
+    QString TIPO;   // "USER" or "ADM"
+    qint16 ATIVO = 1;
+
+    bool SQLSelect(qint32 id);
+    // Mode 1 inserts (ID read back); any other mode updates the row ID.
+    bool SQLInsert(int mode);
+    bool SQLDelete();
+
+private:
+    clsDataAccess& m_db;
+};
