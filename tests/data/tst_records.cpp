@@ -1,0 +1,237 @@
+// Record classes of Movimento, Contador, Recebimentos and Usuarios, and the data access rules
+// under them, on both SQLite and PostgreSQL.
+#include "MovementNumbering.h"
+#include "PasswordHash.h"
+#include "Schema.h"
+#include "TestApp.h"
+#include "clsContador.h"
+#include "clsMovimento.h"
+#include "clsRecebimentos.h"
+#include "clsUsuarios.h"
+
+#include <QFile>
+
+class tst_records : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase_data() { addBackendRows(); }
+
+    void schemaHasEveryTable()
+    {
+        TEST_BACKEND();
+        for (const QString& t : Schema::tableNames())
+            QVERIFY2(app.count(t) == 0, qPrintable(t));
+        QCOMPARE(Schema::versionOf(app.db()), Schema::currentVersion());
+        // Migrating again is a no-op that keeps the data.
+        app.addUser(QStringLiteral("ANA"), QStringLiteral("x"), QStringLiteral("USER"));
+        QCOMPARE(Schema::migrate(app.db()), Schema::Result::Ok);
+        QCOMPARE(app.count(QStringLiteral("Usuarios")), 1);
+    }
+
+    void movementRoundTrip()
+    {
+        TEST_BACKEND();
+        clsMovimento m(app.db());
+        m.MDATA = QDate(2026, 3, 9);
+        m.MOV = 7;
+        m.STATUS = QStringLiteral("ABERTO");
+        m.VALOR_ARRECADADO = *Money::parse(QStringLiteral("1.234,56"));
+        m.ENTRADA = Money::fromCents(10);
+        QVERIFY(m.SQLInsert(0));
+        QVERIFY(m.ID > 0);
+        const qint32 id = m.ID;
+
+        clsMovimento r(app.db());
+        QVERIFY(r.SQLSelect(id));
+        QCOMPARE(r.MDATA, QDate(2026, 3, 9));
+        QCOMPARE(r.MOV, qint16(7));
+        QCOMPARE(r.VALOR_ARRECADADO.format(), QStringLiteral("1.234,56"));
+        QCOMPARE(r.ENTRADA.units(), qint64(1000));
+
+        r.STATUS = QStringLiteral("FECHADO");
+        r.SAIDA = Money::fromReais(3);
+        r.MOV = 99;  // the totals update leaves MOV alone
+        QVERIFY(r.SQLUpdateTotais());
+        clsMovimento after(app.db());
+        QVERIFY(after.SQLSelectByDate(QDate(2026, 3, 9)));
+        QCOMPARE(after.ID, id);
+        QCOMPARE(after.STATUS, QStringLiteral("FECHADO"));
+        QCOMPARE(after.SAIDA, Money::fromReais(3));
+        QCOMPARE(after.MOV, qint16(7));
+
+        QVERIFY(after.SQLDelete());
+        QVERIFY(!clsMovimento(app.db()).SQLSelect(id));
+    }
+
+    void explicitIdIsKeptAndIdentityMovesOn()
+    {
+        TEST_BACKEND();
+        clsMovimento m(app.db());
+        m.MDATA = QDate(2026, 1, 2);
+        m.STATUS = QStringLiteral("ABERTO");
+        QVERIFY(m.SQLInsert(40));
+        QCOMPARE(m.ID, 40);
+        clsMovimento n(app.db());
+        n.MDATA = QDate(2026, 1, 3);
+        n.STATUS = QStringLiteral("ABERTO");
+        QVERIFY(n.SQLInsert(0));
+        QVERIFY(n.ID > 40);
+    }
+
+    void yearlyNumbering()
+    {
+        TEST_BACKEND();
+        clsMovimento a(app.db()), b(app.db()), c(app.db());
+        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 12, 30), a));
+        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 12, 31), b));
+        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2027, 1, 2), c));
+        QCOMPARE(a.MOV, qint16(1));
+        QCOMPARE(b.MOV, qint16(2));
+        QCOMPARE(c.MOV, qint16(1));
+        QCOMPARE(c.STATUS, QStringLiteral("ABERTO"));
+        clsContador k(app.db());
+        QVERIFY(k.SQLSelect(2026));
+        QCOMPARE(k.CONTADOR, qint16(2));
+        QVERIFY(app.dialogs().shown().isEmpty());
+    }
+
+    void counterFailureShowsItsMessageAndSpendsNothing()
+    {
+        TEST_BACKEND();
+        clsContador k(app.db());
+        k.ANO = 2026;
+        k.CONTADOR = 4;
+        QVERIFY(k.SQLInsert());
+        app.db().faultHook = [](const QString& sql) { return sql.startsWith(QLatin1String("UPDATE Contador")); };
+        clsMovimento m(app.db());
+        QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Erro de alteração do contador!!!"));
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Erro"));
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        app.db().faultHook = [](const QString& sql) { return sql.startsWith(QLatin1String("INSERT INTO Movimento")); };
+        QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
+        app.db().faultHook = nullptr;
+        QVERIFY(k.SQLSelect(2026));
+        QCOMPARE(k.CONTADOR, qint16(4));  // nothing spent by the failed openings
+        QCOMPARE(app.count(QStringLiteral("Movimento")), 0);
+    }
+
+    void receiptsMaxAndZeroBarcode()
+    {
+        TEST_BACKEND();
+        clsRecebimentos r(app.db());
+        r.AUTENTICA = 55;
+        QVERIFY(!r.SQLSelectMax(3));  // no receipts: null maximum, value kept
+        QCOMPARE(r.AUTENTICA, qint16(55));
+
+        for (int n : {1, 2, 5}) {
+            clsRecebimentos x(app.db());
+            x.AUTENTICA = static_cast<qint16>(n);
+            x.IDMOVIMENTO = 3;
+            x.CODBARRA = n == 2 ? clsRecebimentos::kSemCodigo : QString(44, QLatin1Char('8'));
+            x.EXPORT = 0;
+            x.TIPO = 4;
+            x.VALOR = Money::fromCents(100 * n);
+            QVERIFY(x.SQLInsert());
+            QVERIFY(x.IDRECEBE > 0);
+        }
+        QVERIFY(r.SQLSelectMax(3));
+        QCOMPARE(r.AUTENTICA, qint16(5));
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1")), 1);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1 AND AUTENTICA = 2")), 1);
+    }
+
+    void receiptUpdateKeepsFlags()
+    {
+        TEST_BACKEND();
+        clsRecebimentos r(app.db());
+        r.CODBARRA = QString(44, QLatin1Char('1'));
+        r.IDMOVIMENTO = 1;
+        r.AUTENTICA = 1;
+        QVERIFY(r.SQLInsert());
+        QVERIFY(r.SQLUpdateExport(r.IDRECEBE, 1));
+        QVERIFY(r.SQLUpdateIntegra(1, 1));
+        r.INTEGRA = 0;
+        r.EXPORT = 0;
+        r.OBS = QStringLiteral("corrigido");
+        r.VALOR = Money::fromCents(995);
+        QVERIFY(r.SQLUpdate());
+        clsRecebimentos back(app.db());
+        QVERIFY(back.SQLSelect(r.IDRECEBE));
+        QCOMPARE(back.INTEGRA, qint16(1));
+        QCOMPARE(back.EXPORT, qint16(1));
+        QCOMPARE(back.OBS, QStringLiteral("corrigido"));
+        QCOMPARE(back.VALOR.format(), QStringLiteral("9,95"));
+
+        // The integration flag covers receipts added after an earlier setting too.
+        clsRecebimentos later(app.db());
+        later.CODBARRA = QString(44, QLatin1Char('2'));
+        later.IDMOVIMENTO = 1;
+        QVERIFY(later.SQLInsert());
+        QVERIFY(r.SQLUpdateIntegra(1, 1));
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("INTEGRA = 1")), 2);
+        QVERIFY(back.SQLDelete());
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 1);
+    }
+
+    void quoteIsRefusedLoggedAndWrittenNowhere()
+    {
+        TEST_BACKEND();
+        clsRecebimentos r(app.db());
+        r.CODBARRA = QString(44, QLatin1Char('3'));
+        r.OBS = QStringLiteral("d'agua");
+        QVERIFY(!r.SQLInsert());
+        QCOMPARE(r.IDRECEBE, 0);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
+        QFile log(app.path(QStringLiteral("Log.ini")));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QVERIFY(QString::fromLatin1(log.readAll()).contains(QStringLiteral("Local: Função SQLExecute em clsDataAccess")));
+        QVERIFY(app.dialogs().last().text.startsWith(QStringLiteral("Houve um erro interno:")));
+    }
+
+    void usersInsertUpdateDelete()
+    {
+        TEST_BACKEND();
+        clsUsuarios u(app.db());
+        u.NOME = QStringLiteral("MARIA");
+        u.SENHA = PasswordHash::hash(QStringLiteral("abc"), 10);
+        u.TIPO = QStringLiteral("USER");
+        QVERIFY(u.SQLInsert(1));
+        QVERIFY(u.ID > 0);
+        const QString stored = u.SENHA;
+        u.SENHA.clear();  // an empty password on change keeps the stored one
+        u.TIPO = QStringLiteral("ADM");
+        QVERIFY(u.SQLInsert(2));
+        clsUsuarios back(app.db());
+        QVERIFY(back.SQLSelect(u.ID));
+        QCOMPARE(back.SENHA, stored);
+        QCOMPARE(back.TIPO, QStringLiteral("ADM"));
+        QVERIFY(back.SQLDelete());
+        QCOMPARE(app.count(QStringLiteral("Usuarios")), 0);
+    }
+
+    void selectsAnswerAsDefined()
+    {
+        TEST_BACKEND();
+        auto none = app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Usuarios WHERE ID = ?"), {1});
+        QVERIFY(none.has_value());
+        QCOMPARE(none->recordCount(), 0);
+        QVERIFY(!clsDataAccess::CheckValidRecordset(none));
+        QVERIFY(app.db().SQLSelectAllArray(QStringLiteral("SELECT ID FROM Usuarios")).isEmpty());
+        app.addUser(QStringLiteral("B"), QStringLiteral("1"), QStringLiteral("USER"));
+        app.addUser(QStringLiteral("A"), QStringLiteral("2"), QStringLiteral("ADM"));
+        const auto arr = app.db().SQLSelectAllArray(QStringLiteral("SELECT NOME, TIPO FROM Usuarios ORDER BY NOME"));
+        QCOMPARE(arr.size(), 2);  // fields
+        QCOMPARE(arr[0].size(), 2);  // rows
+        QCOMPARE(arr[0][0].toString(), QStringLiteral("A"));
+        QCOMPARE(arr[1][1].toString(), QStringLiteral("USER"));
+        // Text comparisons ignore case on both engines.
+        QCOMPARE(app.count(QStringLiteral("Usuarios"), QStringLiteral("NOME = 'a'")), 1);
+        // A broken statement gives no recordset and is logged under its label.
+        QVERIFY(!app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT nada FROM naoexiste")).has_value());
+        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_records)
+#include "tst_records.moc"

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "AppContext.h"
+#include "Clock.h"
+#include "DbConfig.h"
+#include "ScriptedDialogPort.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+#include <memory>
+
+// A fresh application folder with a Config.ini, a scripted dialog port, a fixed clock and an
+// open, migrated database (SQLite in the folder, or a new database on the test PostgreSQL
+// server). Nothing touches the user's folders.
+class TestApp {
+public:
+    enum class Backend { SQLite, PostgreSQL };
+
+    explicit TestApp(Backend backend = Backend::SQLite,
+                     const QDateTime& now = QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
+
+    bool ok() const { return m_ok; }
+    QString folder() const { return m_dir.path(); }
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    void setOption(const QString& section, const QString& key, const QString& value);
+
+    AppContext& ctx() { return *m_ctx; }
+    clsDataAccess& db() { return m_ctx->db; }
+    ScriptedDialogPort& dialogs() { return m_dialogs; }
+    FixedClock& clock() { return m_clock; }
+
+    // Adds an operator directly; answers its id.
+    int addUser(const QString& nome, const QString& senha, const QString& tipo, int ativo = 1);
+    int count(const QString& table, const QString& where = {});
+
+    static QString backendName(Backend b) { return b == Backend::SQLite ? QStringLiteral("sqlite") : QStringLiteral("postgres"); }
+
+private:
+    QTemporaryDir m_dir;
+    ScriptedDialogPort m_dialogs;
+    FixedClock m_clock;
+    std::unique_ptr<AppContext> m_ctx;
+    bool m_ok = false;
+};
+
+// Adds the "backend" column with a sqlite and a postgres row to a _data function.
+void addBackendRows();
+#define TEST_BACKEND() \
+    QFETCH_GLOBAL(QString, backend); \
+    TestApp app(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL : TestApp::Backend::SQLite); \
+    QVERIFY2(app.ok(), "test database could not be opened")
