@@ -5,8 +5,14 @@
 
 Money Money::fromDoubleRounded(double reais)
 {
-    const double cents = std::round(reais * 100.0);  // std::round is half away from zero
-    return fromCents(static_cast<qint64>(cents));
+    // Half away from zero on the decimal value: 2,675 is taken as written, not as the binary
+    // 2,67499... a double holds, so a tolerance decides the halves.
+    const double x = std::fabs(reais * 100.0);
+    double whole = std::floor(x);
+    if (x - whole >= 0.5 - 1e-7)
+        whole += 1.0;
+    const qint64 cents = static_cast<qint64>(whole);
+    return fromCents(reais < 0 ? -cents : cents);
 }
 
 std::optional<Money> Money::parse(const QString& input)

@@ -1,0 +1,183 @@
+// The command line of the application frame, run as a user would: a real process on a
+// temporary folder.
+#include "IniFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+struct Run {
+    int code;
+    QString out;
+    QString err;
+};
+
+Run tolvane(const QString& folder, const QStringList& args, const QByteArray& input = {})
+{
+    QProcess p;
+    p.start(qEnvironmentVariable("TOLVANE_EXE"), QStringList{QStringLiteral("--pasta"), folder} + args);
+    p.write(input);
+    p.closeWriteChannel();
+    p.waitForFinished(60000);
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+}
+}  // namespace
+
+class tst_cli : public QObject {
+    Q_OBJECT
+    QTemporaryDir m_dir;
+    QString folder(const QString& name) const { return m_dir.filePath(name); }
+
+private slots:
+    void iniciarCreatesEverythingOnce()
+    {
+        const QString f = folder(QStringLiteral("novo/caixa1"));
+        Run r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        QCOMPARE(r.code, 0);
+        QVERIFY(QFile::exists(f + QStringLiteral("/Config.ini")));
+        QVERIFY(r.out.contains(QStringLiteral("Senha do administrador")));
+        const QString password = r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
+        QVERIFY(!password.isEmpty());
+
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
+            db.setDatabaseName(f + QStringLiteral("/caixa.db"));
+            QVERIFY(db.open());
+            QSqlQuery q(db);
+            QStringList tables, indexes;
+            QVERIFY(q.exec(QStringLiteral("SELECT type, name, tbl_name FROM sqlite_master")));
+            while (q.next())
+                (q.value(0).toString() == QLatin1String("table") ? tables : indexes) << q.value(1).toString() + QLatin1Char('.') + q.value(2).toString();
+            for (const char* t : {"Usuarios", "Movimento", "Contador", "Recebimentos", "RECEBIMENTOS1", "CodBarra",
+                                  "Sangria", "Itens", "ConfCaixa", "Suprimentos", "Feriados"})
+                QVERIFY2(tables.contains(QLatin1String(t) + QLatin1Char('.') + QLatin1String(t)), t);
+            for (const char* t : {"Recebimentos", "RECEBIMENTOS1", "Movimento", "Sangria", "Feriados"})
+                QVERIFY2(indexes.filter(QLatin1Char('.') + QLatin1String(t)).size() >= 1, t);
+            QVERIFY(q.exec(QStringLiteral("SELECT COUNT(*) FROM CodBarra WHERE PADRAO = 'S'")) && q.next());
+            QVERIFY(q.value(0).toInt() >= 2);
+            QVERIFY(q.exec(QStringLiteral("SELECT SENHA FROM Usuarios")) && q.next());
+            QVERIFY(!q.value(0).toString().contains(password));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("check"));
+
+        // Again: nothing destroyed, nothing doubled, no second password.
+        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("9"), f + QStringLiteral("/Config.ini"));
+        r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        QCOMPARE(r.code, 0);
+        QVERIFY(!r.out.contains(QStringLiteral("Senha do administrador")));
+        QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("guiche"), f + QStringLiteral("/Config.ini")), QStringLiteral("9"));
+        r = tolvane(f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
+        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).array().size(), 1);
+
+        r = tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")}, password.toUpper().toUtf8() + "\n");
+        QCOMPARE(r.code, 0);
+        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).object().value(QStringLiteral("tipo")).toString(), QStringLiteral("ADM"));
+    }
+
+    void usersAndLogin()
+    {
+        const QString f = folder(QStringLiteral("usuarios"));
+        QCOMPARE(tolvane(f, {QStringLiteral("iniciar")}).code, 0);
+        auto gravar = [&](const QStringList& extra, const QByteArray& senha) {
+            return tolvane(f, QStringList{QStringLiteral("usuario"), QStringLiteral("gravar")} + extra, senha + "\n");
+        };
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Ana"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "ana1").code, 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Bia"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "mesma").code, 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Caio"), QStringLiteral("--tipo"), QStringLiteral("ADM")}, "mesma").code, 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Davi"), QStringLiteral("--tipo"), QStringLiteral("ADM"), QStringLiteral("--inativo")}, "davi").code, 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Edu"), QStringLiteral("--tipo"), QStringLiteral("adm")}, "edu").code, 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Fe"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "").code, 1);
+        Run quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "d'oeste");
+        QCOMPARE(quote.code, 1);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Hugo"), QStringLiteral("--tipo"), QStringLiteral("CHEFE")}, "h").code, 2);
+
+        const Run list = tolvane(f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
+        const QJsonArray users = QJsonDocument::fromJson(list.out.toUtf8()).array();
+        QCOMPARE(users.size(), 5);
+        QVERIFY(!list.out.contains(QStringLiteral("senha"), Qt::CaseInsensitive));
+        QVERIFY(!list.out.contains(QStringLiteral("pbkdf2")));
+
+        struct Case { QByteArray senha; int code; const char* out; };
+        const Case cases[] = {{"ANA1", 0, "Ana\tUSER"}, {"mesma", 1, ""}, {"davi", 1, ""}, {"", 1, ""}, {"   ", 1, ""}};
+        for (const Case& c : cases) {
+            const Run r = tolvane(f, {QStringLiteral("entrar")}, c.senha + "\n");
+            QVERIFY2(r.code == c.code, c.senha.constData());
+            if (c.code == 0)
+                QCOMPARE(r.out.trimmed(), QString::fromUtf8(c.out));
+            else
+                QVERIFY(r.err.contains(QStringLiteral("Senha Inválida!!")));
+        }
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "davi\n").code, 0);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "edu\n").code, 1);
+
+        // Changing an operator without a password keeps the old one.
+        const int anaId = users.at(0).toObject().value(QStringLiteral("id")).toInt();
+        QCOMPARE(gravar({QStringLiteral("--id"), QString::number(anaId), QStringLiteral("--nome"), QStringLiteral("Ana Maria"),
+                         QStringLiteral("--tipo"), QStringLiteral("USER")}, "").code, 0);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana1\n").out.trimmed(), QStringLiteral("Ana Maria\tUSER"));
+    }
+
+    void badFoldersAndDatabases()
+    {
+        // A file that is not a database.
+        const QString junk = folder(QStringLiteral("lixo"));
+        QDir().mkpath(junk);
+        QFile db(junk + QStringLiteral("/caixa.db"));
+        QVERIFY(db.open(QIODevice::WriteOnly));
+        db.write(QByteArray(4096, 'x'));
+        db.close();
+        Run r = tolvane(junk, {QStringLiteral("iniciar")});
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("Erro ao conectar banco de dados!!!")));
+        QCOMPARE(QFileInfo(junk + QStringLiteral("/caixa.db")).size(), qint64(4096));
+
+        // A folder without a database is not silently given an empty one.
+        const QString empty = folder(QStringLiteral("vazia"));
+        QDir().mkpath(empty);
+        r = tolvane(empty, {QStringLiteral("usuario"), QStringLiteral("listar")});
+        QCOMPARE(r.code, 1);
+        QVERIFY(!QFile::exists(empty + QStringLiteral("/caixa.db")));
+
+        // A folder that cannot be created.
+        QFile blocker(folder(QStringLiteral("arquivo")));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        blocker.close();
+        r = tolvane(folder(QStringLiteral("arquivo/sub")), {QStringLiteral("iniciar")});
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("Não foi possível criar a pasta")));
+
+        // A database newer than the program is refused and left as it is.
+        const QString newer = folder(QStringLiteral("nova"));
+        QCOMPARE(tolvane(newer, {QStringLiteral("iniciar")}).code, 0);
+        {
+            QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
+            c.setDatabaseName(newer + QStringLiteral("/caixa.db"));
+            QVERIFY(c.open());
+            QSqlQuery(c).exec(QStringLiteral("UPDATE VersaoBanco SET VERSAO = 99"));
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("newer"));
+        r = tolvane(newer, {QStringLiteral("iniciar")});
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("mais nova")));
+    }
+
+    void usage()
+    {
+        QCOMPARE(tolvane(folder(QStringLiteral("u")), {QStringLiteral("voar")}).code, 2);
+        QCOMPARE(tolvane(folder(QStringLiteral("u")), {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome")}).code, 2);
+        const Run help = tolvane(folder(QStringLiteral("u")), {QStringLiteral("--help")});
+        QCOMPARE(help.code, 0);
+        QVERIFY(help.out.contains(QStringLiteral("iniciar")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_cli)
+#include "tst_cli.moc"

@@ -1,0 +1,95 @@
+// Money: parsing what operators type, formatting, and the rounding of computed charges.
+#include "Money.h"
+
+#include <QTest>
+
+class tst_money : public QObject {
+    Q_OBJECT
+private slots:
+    void parse_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<qint64>("units");
+        QTest::newRow("thousands") << "1.234,56" << true << qint64(12345600);
+        QTest::newRow("one decimal") << "12,5" << true << qint64(125000);
+        QTest::newRow("zero") << "0,00" << true << qint64(0);
+        QTest::newRow("no decimals") << "15" << true << qint64(150000);
+        QTest::newRow("leading zeros") << "00001234,56" << true << qint64(12345600);
+        QTest::newRow("currency sign") << "R$ 3,10" << true << qint64(31000);
+        QTest::newRow("negative") << "-0,50" << true << qint64(-5000);
+        QTest::newRow("four decimals") << "1,2345" << true << qint64(12345);
+        QTest::newRow("millions") << "1.234.567,89" << true << qint64(12345678900);
+        QTest::newRow("two commas") << "1,2,3" << false << qint64(0);
+        QTest::newRow("letters") << "12a" << false << qint64(0);
+        QTest::newRow("empty") << "" << false << qint64(0);
+        QTest::newRow("bad grouping") << "12.34,00" << false << qint64(0);
+        QTest::newRow("five decimals") << "1,23456" << false << qint64(0);
+        QTest::newRow("dot as decimal") << "12.5" << false << qint64(0);
+        QTest::newRow("only sign") << "-" << false << qint64(0);
+        QTest::newRow("arabic-indic digits") << QString::fromUtf8("\u0661,00") << false << qint64(0);
+    }
+    void parse()
+    {
+        QFETCH(QString, text);
+        QFETCH(bool, valid);
+        QFETCH(qint64, units);
+        const auto m = Money::parse(text);
+        QCOMPARE(m.has_value(), valid);
+        if (valid)
+            QCOMPARE(m->units(), units);
+    }
+
+    void format_data()
+    {
+        QTest::addColumn<qint64>("units");
+        QTest::addColumn<QString>("plain");
+        QTest::addColumn<QString>("cents10");
+        QTest::newRow("small") << qint64(5000) << "0,50" << "0000000050";
+        QTest::newRow("thousands") << qint64(12345600) << "1.234,56" << "0000123456";
+        QTest::newRow("million") << qint64(12345678900) << "1.234.567,89" << "0123456789";
+        QTest::newRow("half cent up") << qint64(150) << "0,02" << "0000000002";
+        QTest::newRow("below half") << qint64(149) << "0,01" << "0000000001";
+        QTest::newRow("negative half") << qint64(-150) << "-0,02" << "0000000002";
+        QTest::newRow("exact thousand") << qint64(10000000) << "1.000,00" << "0000100000";
+    }
+    void format()
+    {
+        QFETCH(qint64, units);
+        QFETCH(QString, plain);
+        QFETCH(QString, cents10);
+        const Money m = Money::fromUnits(units);
+        QCOMPARE(m.format(), plain);
+        QCOMPARE(m.formatCurrency(), QStringLiteral("R$ ") + plain);
+        QCOMPARE(m.centsText(10), cents10);
+    }
+
+    void roundingHalfAwayFromZero_data()
+    {
+        QTest::addColumn<double>("reais");
+        QTest::addColumn<qint64>("cents");
+        QTest::newRow("0.005") << 0.005 << qint64(1);
+        QTest::newRow("2.675 stored below") << 2.675 << qint64(268);
+        QTest::newRow("-0.005") << -0.005 << qint64(-1);
+        QTest::newRow("0.0049") << 0.0049 << qint64(0);
+        QTest::newRow("13.2% of 100") << 13.2 << qint64(1320);
+    }
+    void roundingHalfAwayFromZero()
+    {
+        QFETCH(double, reais);
+        QFETCH(qint64, cents);
+        QCOMPARE(Money::fromDoubleRounded(reais).centsRounded(), cents);
+    }
+
+    void arithmetic()
+    {
+        Money a = *Money::parse(QStringLiteral("10,10"));
+        a += Money::fromCents(5);
+        QCOMPARE(a.format(), QStringLiteral("10,15"));
+        QVERIFY(a - Money::fromReais(11) < Money());
+        QCOMPARE((a - Money::fromReais(11)).format(), QStringLiteral("-0,85"));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_money)
+#include "tst_money.moc"
