@@ -18,6 +18,7 @@ QList<CliCommand> allCommands()
 {
     QList<CliCommand> c;
     registerAppCommands(c);
+    registerCounterCommands(c);
     return c;
 }
 

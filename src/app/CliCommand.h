@@ -33,3 +33,4 @@ struct CliCommand {
 
 // Each subsystem adds its commands here (see Cli.cpp).
 void registerAppCommands(QList<CliCommand>& commands);
+void registerCounterCommands(QList<CliCommand>& commands);

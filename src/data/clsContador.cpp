@@ -4,7 +4,7 @@
 
 bool clsContador::SQLSelect(int year)
 {
-    const auto rs = m_db.SQLSelect_ReadOnly(
+    const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ANO, CONTADOR FROM Contador WHERE ANO = ?"), {year});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
@@ -15,17 +15,17 @@ bool clsContador::SQLSelect(int year)
 
 bool clsContador::SQLInsert()
 {
-    return m_db.SQLExecute(QStringLiteral("INSERT INTO Contador (ANO, CONTADOR) VALUES (?, ?)"),
+    return m_db->SQLExecute(QStringLiteral("INSERT INTO Contador (ANO, CONTADOR) VALUES (?, ?)"),
                            {int(ANO), int(CONTADOR)});
 }
 
 bool clsContador::SQLUpdate()
 {
-    return m_db.SQLExecute(QStringLiteral("UPDATE Contador SET CONTADOR = ? WHERE ANO = ?"),
+    return m_db->SQLExecute(QStringLiteral("UPDATE Contador SET CONTADOR = ? WHERE ANO = ?"),
                            {int(CONTADOR), int(ANO)});
 }
 
 bool clsContador::SQLDelete()
 {
-    return m_db.SQLExecute(QStringLiteral("DELETE FROM Contador WHERE ANO = ?"), {int(ANO)});
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Contador WHERE ANO = ?"), {int(ANO)});
 }

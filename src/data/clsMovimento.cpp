@@ -9,7 +9,7 @@ const QString kColumns = QStringLiteral(
 
 bool clsMovimento::load(const QString& where, const QVariant& key)
 {
-    const auto rs = m_db.SQLSelect_ReadOnly(kColumns + where, {key});
+    const auto rs = m_db->SQLSelect_ReadOnly(kColumns + where, {key});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
     ID = static_cast<qint32>(rs->integer(QStringLiteral("ID")));
@@ -36,15 +36,15 @@ bool clsMovimento::SQLInsert(qint32 id)
                                  VALOR_ARRECADADO.units(), ENTRADA.units()};
     const QString cols = QStringLiteral("MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, ENTRADA");
     if (id != 0) {
-        if (!m_db.SQLExecute(QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)").arg(cols),
+        if (!m_db->SQLExecute(QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)").arg(cols),
                              QVariantList{id} + values))
             return false;
         ID = id;
-        m_db.syncIdentity(QStringLiteral("Movimento"), QStringLiteral("ID"));
+        m_db->syncIdentity(QStringLiteral("Movimento"), QStringLiteral("ID"));
         return true;
     }
     qint64 newId = 0;
-    if (!m_db.SQLInsertIdentity(QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
+    if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
                                 values, newId))
         return false;
     ID = static_cast<qint32>(newId);
@@ -53,7 +53,7 @@ bool clsMovimento::SQLInsert(qint32 id)
 
 bool clsMovimento::SQLUpdate()
 {
-    return m_db.SQLExecute(
+    return m_db->SQLExecute(
         QStringLiteral("UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
                        "VALOR_ARRECADADO = ?, ENTRADA = ? WHERE ID = ?"),
         {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
@@ -62,7 +62,7 @@ bool clsMovimento::SQLUpdate()
 
 bool clsMovimento::SQLUpdateTotais()
 {
-    return m_db.SQLExecute(
+    return m_db->SQLExecute(
         QStringLiteral("UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
                        "STATUS = ? WHERE ID = ?"),
         {SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(), ENTRADA.units(), STATUS, ID});
@@ -70,5 +70,5 @@ bool clsMovimento::SQLUpdateTotais()
 
 bool clsMovimento::SQLDelete()
 {
-    return m_db.SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
 }

@@ -10,7 +10,7 @@ class clsDataAccess;
 // One row of Movimento: a cash day.
 class clsMovimento {
 public:
-    explicit clsMovimento(clsDataAccess& db) : m_db(db) {}
+    explicit clsMovimento(clsDataAccess& db) : m_db(&db) {}
 
     qint32 ID = 0;
     QDate MDATA;
@@ -30,5 +30,5 @@ public:
 
 private:
     bool load(const QString& where, const QVariant& key);
-    clsDataAccess& m_db;
+    clsDataAccess* m_db;  // a pointer so rows can be copied
 };

@@ -6,7 +6,7 @@ const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
 
 bool clsRecebimentos::SQLSelect(qint32 idRecebe)
 {
-    const auto rs = m_db.SQLSelect_ReadOnly(
+    const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT AUTENTICA, CODBARRA, IDMOVIMENTO, IDRECEBE, TIPO, INTEGRA, EXPORT, "
                        "VALOR, VENCIMENTO, PARCELA, OBS FROM Recebimentos WHERE IDRECEBE = ?"),
         {idRecebe});
@@ -28,7 +28,7 @@ bool clsRecebimentos::SQLSelect(qint32 idRecebe)
 
 bool clsRecebimentos::SQLSelectMax(qint32 idMovimento)
 {
-    const auto rs = m_db.SQLSelect_ReadOnly(
+    const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT MAX(AUTENTICA) as MaxAUT FROM Recebimentos WHERE IDMOVIMENTO = ?"),
         {idMovimento});
     if (!clsDataAccess::CheckValidRecordset(rs) || rs->isNull(QStringLiteral("MaxAUT")))
@@ -42,7 +42,7 @@ bool clsRecebimentos::SQLInsert()
     if (CODBARRA == kSemCodigo)
         EXPORT = 1;  // items without barcode never go to a bank file
     qint64 id = 0;
-    if (!m_db.SQLInsertIdentity(
+    if (!m_db->SQLInsertIdentity(
             QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
                            "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
             {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), int(INTEGRA), int(EXPORT),
@@ -55,7 +55,7 @@ bool clsRecebimentos::SQLInsert()
 
 bool clsRecebimentos::SQLUpdate()
 {
-    return m_db.SQLExecute(
+    return m_db->SQLExecute(
         QStringLiteral("UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, TIPO = ?, "
                        "VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
         {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO, PARCELA,
@@ -64,17 +64,17 @@ bool clsRecebimentos::SQLUpdate()
 
 bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag)
 {
-    return m_db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
+    return m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
                            {flag, idMovimento});
 }
 
 bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag)
 {
-    return m_db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
+    return m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
                            {flag, idRecebe});
 }
 
 bool clsRecebimentos::SQLDelete()
 {
-    return m_db.SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"), {IDRECEBE});
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"), {IDRECEBE});
 }

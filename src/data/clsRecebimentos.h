@@ -11,7 +11,7 @@ class clsRecebimentos {
 public:
     static const QString kSemCodigo;  // the 44 zeros of an item without barcode
 
-    explicit clsRecebimentos(clsDataAccess& db) : m_db(db) {}
+    explicit clsRecebimentos(clsDataAccess& db) : m_db(&db) {}
 
     qint32 IDRECEBE = 0;
     qint16 AUTENTICA = 0;
@@ -36,5 +36,5 @@ public:
     bool SQLDelete();
 
 private:
-    clsDataAccess& m_db;
+    clsDataAccess* m_db;  // a pointer so rows can be copied
 };

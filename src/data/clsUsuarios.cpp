@@ -4,7 +4,7 @@
 
 bool clsUsuarios::SQLSelect(qint32 id)
 {
-    const auto rs = m_db.SQLSelect_ReadOnly(
+    const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, NOME, SENHA, TIPO, ATIVO FROM Usuarios WHERE ID = ?"), {id});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
@@ -20,7 +20,7 @@ bool clsUsuarios::SQLInsert(int mode)
 {
     if (mode == 1) {
         qint64 id = 0;
-        if (!m_db.SQLInsertIdentity(
+        if (!m_db->SQLInsertIdentity(
                 QStringLiteral("INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
                 {NOME, SENHA, TIPO, int(ATIVO)}, id))
             return false;
@@ -28,15 +28,15 @@ bool clsUsuarios::SQLInsert(int mode)
         return true;
     }
     if (SENHA.isEmpty())
-        return m_db.SQLExecute(
+        return m_db->SQLExecute(
             QStringLiteral("UPDATE Usuarios SET NOME = ?, TIPO = ?, ATIVO = ? WHERE ID = ?"),
             {NOME, TIPO, int(ATIVO), ID});
-    return m_db.SQLExecute(
+    return m_db->SQLExecute(
         QStringLiteral("UPDATE Usuarios SET NOME = ?, SENHA = ?, TIPO = ?, ATIVO = ? WHERE ID = ?"),
         {NOME, SENHA, TIPO, int(ATIVO), ID});
 }
 
 bool clsUsuarios::SQLDelete()
 {
-    return m_db.SQLExecute(QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
 }

@@ -7,7 +7,7 @@ class clsDataAccess;
 // One operator of Usuarios. SENHA holds the salted hash, never the password itself.
 class clsUsuarios {
 public:
-    explicit clsUsuarios(clsDataAccess& db) : m_db(db) {}
+    explicit clsUsuarios(clsDataAccess& db) : m_db(&db) {}
 
     qint32 ID = 0;
     QString NOME;
@@ -21,5 +21,5 @@ public:
     bool SQLDelete();
 
 private:
-    clsDataAccess& m_db;
+    clsDataAccess* m_db;  // a pointer so rows can be copied
 };

@@ -1,0 +1,76 @@
+#include "frmInicio.h"
+
+#include "AbreBD.h"
+#include "AppContext.h"
+#include "AppFolder.h"
+#include "Clock.h"
+#include "CounterSession.h"
+#include "frmData.h"
+#include "frmFrente.h"
+#include "frmMensagem.h"
+
+#include <QApplication>
+#include <QDir>
+#include <memory>
+
+namespace {
+
+// Date screen, then the counter screen; logging off goes back to the date screen.
+class GuiRun : public QObject {
+public:
+    explicit GuiRun(AppContext& ctx) : m_ctx(ctx) {}
+
+    void showDate()
+    {
+        m_date = std::make_unique<frmData>(m_ctx);
+        QObject::connect(m_date.get(), &frmData::prosseguir, this, [this](DateScreenLogic::Action a) { open(a); });
+        m_date->show();
+    }
+
+private:
+    void open(DateScreenLogic::Action action)
+    {
+        const bool consulta = action == DateScreenLogic::Action::Consultar;
+        auto session = std::make_unique<CounterSession>(m_ctx, nullptr);
+        if (!(consulta ? session->day().consultar() : session->day().abrir()))
+            return;  // the date screen stays for another try
+        m_date->hide();
+        m_front.reset();
+        m_session = std::move(session);
+        m_front = std::make_unique<frmFrente>(*m_session, consulta);
+        QObject::connect(m_front.get(), &frmFrente::logoff, this, [this] {
+            m_front->hide();
+            m_date->show();
+        });
+        m_front->show();
+    }
+
+    AppContext& m_ctx;
+    std::unique_ptr<frmData> m_date;
+    std::unique_ptr<CounterSession> m_session;
+    std::unique_ptr<frmFrente> m_front;
+};
+
+}  // namespace
+
+int runGui(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tolvane"));
+    const QStringList args = QApplication::arguments();
+    const int p = args.indexOf(QStringLiteral("--pasta"));
+    const QString folder = AppFolder::resolve(p >= 0 && p + 1 < args.size() ? args[p + 1] : QString(),
+                                              QApplication::applicationDirPath());
+    SingleInstance instance(folder);
+    if (!instance.acquired())
+        return 0;  // another copy is running on this folder: end silently
+
+    frmMensagem dialogs;
+    SystemClock clock;
+    AppContext ctx(folder, dialogs, clock);
+    AbreBD::startup(ctx);
+
+    GuiRun run(ctx);
+    run.showDate();
+    return app.exec();
+}

@@ -1,0 +1,186 @@
+// Commands of the counter: caixa abrir, receber, encerrar, reabrir, situacao, recebimentos.
+#include "AbreBD.h"
+#include "AppContext.h"
+#include "CliArgs.h"
+#include "CliCommand.h"
+#include "Clock.h"
+#include "CounterSession.h"
+#include "DateScreenLogic.h"
+#include "DateUtil.h"
+#include "DialogPort.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextStream>
+
+namespace {
+
+void printJson(CliEnv& e, const QJsonObject& o) { e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n"; }
+
+// Logs the operator in and fixes the working date (--data, default today). Answers an exit
+// code, or -1 to go on.
+int login(CliEnv& e)
+{
+    QDate day = e.ctx.clock.today();
+    if (e.args.has(QStringLiteral("data"))) {
+        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
+        if (!d) {
+            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
+            return ExitUsage;
+        }
+        day = *d;
+    }
+    const QString senha = e.readStdinLine();
+    if (!AbreBD::Valida_senha(e.ctx, senha)) {
+        e.err << AbreBD::kSenhaInvalida << "\n";
+        return ExitRefused;
+    }
+    if (day > e.ctx.clock.today()) {
+        e.err << "A data atual não pode ser menor que esta selecionada!!\n";
+        return ExitRefused;
+    }
+    e.ctx.workingDate = day;
+    return -1;
+}
+
+// The existing movement of the working date, or a refusal.
+int existing(CliEnv& e, CounterSession& s)
+{
+    if (int rc = login(e); rc >= 0)
+        return rc;
+    if (!s.day().consultar()) {
+        e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
+        return ExitRefused;
+    }
+    return -1;
+}
+
+QJsonObject situacao(CounterSession& s)
+{
+    const clsMovimento& m = s.day().movimento();
+    return {{QStringLiteral("id"), m.ID},
+            {QStringLiteral("mov"), m.MOV},
+            {QStringLiteral("mdata"), DateUtil::br(m.MDATA)},
+            {QStringLiteral("status"), m.STATUS},
+            {QStringLiteral("valor_arrecadado"), m.VALOR_ARRECADADO.format()},
+            {QStringLiteral("entrada"), m.ENTRADA.format()},
+            {QStringLiteral("saida"), m.SAIDA.format()},
+            {QStringLiteral("suprimento"), m.SUPRIMENTO.format()},
+            {QStringLiteral("recebimentos"), int(s.lancados().size())}};
+}
+
+int abrir(CliEnv& e)
+{
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = login(e); rc >= 0)
+        return rc;
+    if (e.ctx.workingDate != e.ctx.clock.today())
+        e.ctx.dialogs.warn(QStringLiteral("Aviso"),
+                           QStringLiteral("Data do Computador diferente da data de abertura do caixa!! Verifique."));
+    const bool existed = s.day().consultar();
+    if (!s.day().abrir())
+        return ExitRefused;
+    if (existed)
+        e.err << QStringLiteral("Movimento %1 de %2 retomado (%3).\n")
+                     .arg(s.day().movimento().MOV)
+                     .arg(DateUtil::br(s.day().movimento().MDATA), s.day().movimento().STATUS);
+    if (e.json)
+        printJson(e, situacao(s));
+    return ExitOk;
+}
+
+int encerrar(CliEnv& e)
+{
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = existing(e, s); rc >= 0)
+        return rc;
+    if (!s.day().aberto()) {
+        e.err << "O movimento já está encerrado.\n";
+        return ExitRefused;
+    }
+    if (s.day().encerrar() != CashDay::Result::Done)
+        return ExitRefused;
+    if (e.json)
+        printJson(e, situacao(s));
+    return ExitOk;
+}
+
+int reabrir(CliEnv& e)
+{
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = existing(e, s); rc >= 0)
+        return rc;
+    if (s.day().aberto()) {
+        e.err << "O movimento já está aberto.\n";
+        return ExitRefused;
+    }
+    if (s.day().reabrir() != CashDay::Result::Done)
+        return ExitRefused;
+    if (e.json)
+        printJson(e, situacao(s));
+    return ExitOk;
+}
+
+int mostrarSituacao(CliEnv& e)
+{
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = existing(e, s); rc >= 0)
+        return rc;
+    const QJsonObject o = situacao(s);
+    if (e.json) {
+        printJson(e, o);
+        return ExitOk;
+    }
+    for (auto it = o.begin(); it != o.end(); ++it)
+        e.out << it.key() << ": " << it.value().toVariant().toString() << "\n";
+    return ExitOk;
+}
+
+int recebimentos(CliEnv& e)
+{
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = existing(e, s); rc >= 0)
+        return rc;
+    QJsonArray list;
+    for (const auto& l : s.lancados()) {
+        if (e.json)
+            list.append(QJsonObject{{QStringLiteral("idrecebe"), l.idrecebe},
+                                    {QStringLiteral("autentica"), l.autentica},
+                                    {QStringLiteral("descricao"), l.descricao},
+                                    {QStringLiteral("valor"), l.valor.format()}});
+        else
+            e.out << QStringLiteral("%1\t%2\t%3\n").arg(l.autentica, 4, 10, QLatin1Char('0')).arg(l.descricao, l.valor.format());
+    }
+    if (e.json)
+        e.out << QJsonDocument(list).toJson(QJsonDocument::Compact) << "\n";
+    return ExitOk;
+}
+
+}  // namespace
+
+int runCaixaReceber(CliEnv& e);  // CounterReceiveCommand.cpp
+
+void registerCounterCommands(QList<CliCommand>& c)
+{
+    const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
+    c.append({{QStringLiteral("caixa"), QStringLiteral("abrir")}, QStringLiteral("caixa abrir") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("abre o movimento do dia (ou retoma o que já existe); senha na entrada padrão"), {},
+              CliCommand::Db::Existing, abrir});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("encerrar")}, QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("encerra o movimento: soma recebimentos e lançamentos, situação FECHADO"), {},
+              CliCommand::Db::Existing, encerrar});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("reabrir")}, QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("reabre um movimento encerrado"), {}, CliCommand::Db::Existing, reabrir});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("situacao")}, QStringLiteral("caixa situacao") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("mostra o movimento do dia: id, mov, data, situação e totais"), {},
+              CliCommand::Db::Existing, mostrarSituacao});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("recebimentos")},
+              QStringLiteral("caixa recebimentos") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("lista os recebimentos do movimento, do mais novo ao mais antigo"), {},
+              CliCommand::Db::Existing, recebimentos});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("receber")},
+              QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
+              QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela leitura do caixa)"),
+              {QStringLiteral("recusar-vencidas")}, CliCommand::Db::Existing, runCaixaReceber});
+}

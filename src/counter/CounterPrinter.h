@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+class clsMovimento;
+struct RecordedReceipt;
+
+// What the counter prints on the authenticating printer. The screens and the command line use
+// the real printer; tests use a recorder. Each answers false when its lines could not be
+// composed (the caller shows "Erro na geração da linha de impressão!!!").
+class CounterPrinter {
+public:
+    virtual ~CounterPrinter() = default;
+    virtual bool aberturaMovimento(const clsMovimento& mov) = 0;
+    virtual bool encerramento(const clsMovimento& mov) = 0;
+    virtual bool reabertura(const clsMovimento& mov) = 0;
+    // Stamp each document, then its tape line.
+    virtual bool documentos(const QList<RecordedReceipt>& rows) = 0;
+    virtual bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
+                       const QString& troco) = 0;
+};

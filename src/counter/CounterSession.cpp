@@ -1,0 +1,181 @@
+#include "CounterSession.h"
+
+#include "AppContext.h"
+#include "CounterPrinter.h"
+#include "DailyControlFile.h"
+#include "DialogPort.h"
+#include "IniFile.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+const QString kAPagar = QStringLiteral("A Pagar");
+const QString kAviso = QStringLiteral("Aviso");
+}  // namespace
+
+CounterSession::CounterSession(AppContext& ctx, CounterPrinter* printer)
+    : m_ctx(ctx), m_printer(printer), m_day(ctx, printer), m_paymentLabel(kAPagar)
+{
+}
+
+void CounterSession::resetPayment()
+{
+    m_paymentLabel = kAPagar;
+    m_change = ChangeResult();
+    m_tendered.clear();
+}
+
+bool CounterSession::append(const CustomerItem& item)
+{
+    if (!m_day.loaded() || !m_day.aberto()) {
+        m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
+        return false;
+    }
+    if (item.tipo < 1 || item.tipo > 99 || item.valor.isNegative()) {
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Erro na Leitura de dados!!!"));
+        return false;
+    }
+    m_list.append(item);
+    resetPayment();
+    return true;
+}
+
+ChangeResult CounterSession::tender(const QString& text)
+{
+    ChangeResult r = computeChange(text, m_list);
+    if (r.state == ChangeResult::State::AmountInvalid)
+        return r;
+    m_change = r;
+    m_tendered = text;
+    m_paymentLabel = r.label;
+    return r;
+}
+
+bool CounterSession::mayRecord() const
+{
+    // Recording is allowed before any amount is tendered and when the amount covers the total;
+    // a customer who still owes must pay the rest first.
+    return !m_list.isEmpty() && m_change.state != ChangeResult::State::Owes;
+}
+
+std::optional<QList<RecordedReceipt>> CounterSession::gravar()
+{
+    if (m_list.isEmpty())
+        return std::nullopt;
+    if (!mayRecord()) {
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor pago não cobre o total da conta!! ") + m_paymentLabel);
+        return std::nullopt;
+    }
+    const auto rows = PaymentRecorder::record(m_ctx, m_day.movimento(), m_list);
+    if (!rows)
+        return std::nullopt;  // the list stays for another try
+    if (m_printer) {
+        m_printer->documentos(*rows);
+        if (m_ctx.settings.print_cupom == 1) {
+            const auto paid = Money::parse(m_tendered);
+            m_printer->cupom(*rows, (paid ? *paid : m_list.total()).format(), m_change.difference.format());
+        }
+    }
+    if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, *rows))
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+    m_list.clear();
+    resetPayment();
+    return rows;
+}
+
+QString CounterSession::sumFilePath() const
+{
+    QString p = QDir::fromNativeSeparators(m_ctx.option(QStringLiteral("Export"), QStringLiteral("caminho_soma")).trimmed());
+    if (p.isEmpty())
+        p = QStringLiteral("soma.txt");
+    return QDir::isRelativePath(p) ? QDir(m_ctx.folder).filePath(p) : p;
+}
+
+bool CounterSession::salvarSoma()
+{
+    const QString p = sumFilePath();
+    QFile::remove(p);
+    if (!IniFile::writeLines(p, m_list.toLines())) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+        return false;
+    }
+    m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo salvo com sucesso!!"));
+    return true;
+}
+
+bool CounterSession::carregarSoma()
+{
+    const QStringList lines = IniFile::readLines(sumFilePath());
+    CustomerList loaded;
+    if (lines.isEmpty() || !CustomerList::fromLines(lines, loaded) || loaded.isEmpty()) {
+        m_ctx.dialogs.info(kAviso, QStringLiteral("Não há dados!!"));
+        return false;
+    }
+    m_list = loaded;
+    resetPayment();
+    m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo carregado com sucesso!!"));
+    return true;
+}
+
+QList<CounterSession::Lancado> CounterSession::lancados()
+{
+    QList<Lancado> out;
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, Recebimentos.VALOR "
+                       "FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = CodBarra.IDCOD AND "
+                       "Recebimentos.IDMOVIMENTO = ? ORDER BY Recebimentos.IDRECEBE DESC"),
+        {m_day.movimento().ID});
+    if (!rs)
+        return out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
+                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))), r.text(QStringLiteral("DESCRICAO")),
+                    r.money(QStringLiteral("VALOR"))});
+    return out;
+}
+
+QString CounterSession::lancadosHeading() const
+{
+    return QStringLiteral("Caixa dia: ") + m_ctx.workingDate.toString(QStringLiteral("dd - MM - yyyy"));
+}
+
+CounterSession::ReadResult CounterSession::ler(const QString& code)
+{
+    ReadResult r;
+    Q_UNUSED(code);
+    return r;
+}
+
+CounterSession::ReadResult CounterSession::lerLinha(const QString& line)
+{
+    Q_UNUSED(line);
+    return {};
+}
+
+QList<QPair<int, QString>> CounterSession::kinds()
+{
+    QList<QPair<int, QString>> out;
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 ORDER BY DESCRICAO"));
+    if (!rs)
+        return out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
+    return out;
+}
+
+bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, const QString& valor)
+{
+    const auto v = Money::parse(valor);
+    if (valor.count(QLatin1Char(',')) > 1 || !v || v->isNegative() || v->isZero()) {
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Um valor deve ser informado!!"));
+        return false;
+    }
+    CustomerItem item;
+    item.tipo = idcod;
+    item.descricao = descricao;
+    item.valor = *v;
+    item.valorOriginal = *v;
+    return append(item);
+}

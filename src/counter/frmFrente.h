@@ -1,0 +1,73 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QMainWindow>
+
+class AppContext;
+class CounterSession;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeWidget;
+
+// The counter screen: the cashier's whole day. A thin view over CounterSession: it reads keys,
+// hands entries to the session and redraws.
+class frmFrente : public QMainWindow {
+    Q_OBJECT
+public:
+    frmFrente(CounterSession& session, bool consulta, QWidget* parent = nullptr);
+
+    void refreshAll();
+
+signals:
+    void logoff();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void buildUi();
+    void buildMenus();
+    QWidget* buildKeyBar();
+    void refreshList();
+    void refreshLancados();
+    void refreshStatus();
+    void tick();
+
+    bool handleKey(int key);
+    void onEntryChanged(const QString& text);
+    void Leitura_codigo_barras();
+    void enter();
+    void tender();
+    void addTypedItem();
+    void removeLast();
+    void removeByNumber();
+    void limparSoma();
+    void limparIdentificacao();
+    void encerrar();
+    void reabrir();
+    void typedLine();
+    bool fillKinds();
+
+    CounterSession& m_session;
+    AppContext& m_ctx;
+    bool m_consulta;
+    QElapsedTimer m_lastScan;
+
+    QLineEdit* m_entry = nullptr;      // txtValorCodBarra
+    QComboBox* m_kinds = nullptr;      // cmbTipoGuia
+    QLineEdit* m_valor = nullptr;      // mskvalor
+    QTreeWidget* m_soma = nullptr;     // lstSoma
+    QTreeWidget* m_lancado = nullptr;  // lstLancado
+    QLabel* m_lancadoTitle = nullptr;
+    QLabel* m_total = nullptr;         // lbltotalConta
+    QLabel* m_troco = nullptr;         // lblTroco
+    QLabel* m_status = nullptr;        // lblStatus
+    QLabel* m_rede = nullptr;          // lblStatusRede
+    QLabel* m_user = nullptr;          // lbluser
+    QLabel* m_dia = nullptr;           // lblDia
+    QLabel* m_hora = nullptr;          // lblHora
+};
