@@ -3,13 +3,16 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-int runGui(int argc, char** argv);  // frmInicio.cpp
+int runGui(int argc, char** argv);      // frmInicio.cpp
+int runScreens(int argc, char** argv);  // frmTelas.cpp
 
 int main(int argc, char** argv)
 {
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);
+    if (!args.isEmpty() && args.first() == QLatin1String("telas"))
+        return runScreens(argc, argv);
     if (!Cli::wantsCli(args))
         return runGui(argc, argv);
     QCoreApplication app(argc, argv);
