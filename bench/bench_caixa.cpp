@@ -1,0 +1,103 @@
+// Counter figures: login among 50 operators, recording a 10-item payment on SQLite, and start-up
+// to a usable counter screen.
+#include "AbreBD.h"
+#include "AppContext.h"
+#include "Clock.h"
+#include "CounterSession.h"
+#include "DemoData.h"
+#include "IniFile.h"
+#include "PasswordHash.h"
+#include "ScriptedDialogPort.h"
+#include "clsUsuarios.h"
+#include "frmFrente.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <benchmark/benchmark.h>
+
+namespace {
+
+struct Folder {
+    QTemporaryDir dir;
+    ScriptedDialogPort dialogs;
+    FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(9, 0))};
+    std::unique_ptr<AppContext> ctx;
+    Folder()
+    {
+        ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
+        AbreBD::Abre_conexao(*ctx, true);
+        DemoData::seed(*ctx, nullptr, nullptr);
+        ctx->reloadSettings();
+        ctx->workingDate = clock.today();
+    }
+};
+
+void BM_Login50Operators(benchmark::State& state)
+{
+    Folder f;
+    for (int i = 0; i < 50; ++i) {
+        clsUsuarios u(f.ctx->db);
+        u.NOME = QStringLiteral("OPERADOR %1").arg(i);
+        u.SENHA = PasswordHash::hash(QStringLiteral("senha%1").arg(i));
+        u.TIPO = QStringLiteral("USER");
+        u.SQLInsert(1);
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(AbreBD::Valida_senha(*f.ctx, QStringLiteral("senha37")));
+}
+BENCHMARK(BM_Login50Operators)->Unit(benchmark::kMillisecond);
+
+void BM_RecordTenItems(benchmark::State& state)
+{
+    Folder f;
+    CounterSession s(*f.ctx, nullptr);
+    s.day().abrir();
+    int n = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        for (int i = 0; i < 10; ++i) {
+            CustomerItem it;
+            it.tipo = 1;
+            it.descricao = QStringLiteral("IPTU");
+            it.valor = Money::fromCents(1000 + i);
+            it.codbarra = QStringLiteral("8%1").arg(++n, 43, 10, QLatin1Char('0'));
+            s.list().append(it);
+        }
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(s.gravar());
+    }
+}
+BENCHMARK(BM_RecordTenItems)->Unit(benchmark::kMillisecond);
+
+void BM_StartupToCounterScreen(benchmark::State& state)
+{
+    Folder seeded;  // a folder with its database, as on a working day
+    const QString folder = seeded.dir.path();
+    seeded.ctx.reset();
+    for (auto _ : state) {
+        ScriptedDialogPort dialogs;
+        SystemClock clock;
+        AppContext ctx(folder, dialogs, clock);
+        AbreBD::startup(ctx);
+        ctx.workingDate = QDate(2026, 11, 23);
+        CounterSession session(ctx, nullptr);
+        session.day().abrir();
+        frmFrente form(session, false);
+        form.show();
+        QApplication::processEvents();
+        benchmark::DoNotOptimize(form.isVisible());
+    }
+}
+BENCHMARK(BM_StartupToCounterScreen)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
