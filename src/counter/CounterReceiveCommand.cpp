@@ -1,11 +1,107 @@
-// caixa receber: one customer's payment from the command line.
+// caixa receber: one customer's payment from the command line, through the same session as the
+// counter screen.
+#include "AbreBD.h"
+#include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "Clock.h"
+#include "CounterSession.h"
+#include "DateUtil.h"
+#include "DialogPort.h"
+#include "ScriptedDialogPort.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
 #include <QTextStream>
+
+namespace {
+
+QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r)
+{
+    return {{QStringLiteral("codigo"), codigo},
+            {QStringLiteral("resultado"), r.resultado},
+            {QStringLiteral("mensagens"), QJsonArray::fromStringList(r.mensagens)}};
+}
+
+}  // namespace
 
 int runCaixaReceber(CliEnv& e)
 {
-    e.err << "caixa receber: ainda não disponível.\n";
-    return ExitRefused;
+    if (e.args.positional.isEmpty()) {
+        e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] [--pago VALOR] CODIGO...\n";
+        return ExitUsage;
+    }
+    QDate day = e.ctx.clock.today();
+    if (e.args.has(QStringLiteral("data"))) {
+        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
+        if (!d) {
+            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
+            return ExitUsage;
+        }
+        day = *d;
+    }
+    const QString pago = e.args.value(QStringLiteral("pago"));
+    if (e.args.has(QStringLiteral("pago")) && (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
+        e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
+        return ExitUsage;
+    }
+    if (!AbreBD::Valida_senha(e.ctx, e.readStdinLine())) {
+        e.err << AbreBD::kSenhaInvalida << "\n";
+        return ExitRefused;
+    }
+    if (day > e.ctx.clock.today()) {
+        e.err << "A data atual não pode ser menor que esta selecionada!!\n";
+        return ExitRefused;
+    }
+    e.ctx.workingDate = day;
+    if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs); scripted && e.args.has(QStringLiteral("recusar-vencidas")))
+        scripted->defaultAnswer = DialogAnswer::No;
+
+    CounterSession s(e.ctx, nullptr);
+    if (!s.day().consultar() || !s.day().aberto()) {
+        e.err << "Não há movimento aberto nesta data. Use: tolvane caixa abrir\n";
+        return ExitRefused;
+    }
+    QJsonArray recusados;
+    for (const QString& codigo : e.args.positional) {
+        const QString digits = QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
+        const auto r = digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
+        if (!r.accepted)
+            recusados.append(recusado(codigo, r));
+    }
+    QJsonObject out;
+    const Money total = s.list().total();
+    QJsonArray gravados;
+    if (!s.list().isEmpty()) {
+        if (e.args.has(QStringLiteral("pago")))
+            s.tender(pago);
+        const auto rows = s.gravar();
+        if (!rows)
+            return ExitRefused;
+        for (const RecordedReceipt& r : *rows)
+            gravados.append(QJsonObject{{QStringLiteral("autentica"), r.autentica},
+                                        {QStringLiteral("codbarra"), r.item.codbarra},
+                                        {QStringLiteral("idcod"), r.item.tipo},
+                                        {QStringLiteral("valor"), r.item.valor.format()}});
+    }
+    out.insert(QStringLiteral("gravados"), gravados);
+    out.insert(QStringLiteral("recusados"), recusados);
+    out.insert(QStringLiteral("total"), total.format());
+    if (e.args.has(QStringLiteral("pago")))
+        out.insert(QStringLiteral("troco"), (*Money::parse(pago) - total).format());
+    if (e.json) {
+        e.out << QJsonDocument(out).toJson(QJsonDocument::Compact) << "\n";
+    } else {
+        for (const auto& g : gravados)
+            e.out << QStringLiteral("%1\t%2\t%3\n")
+                         .arg(g.toObject().value(QStringLiteral("autentica")).toInt(), 4, 10, QLatin1Char('0'))
+                         .arg(g.toObject().value(QStringLiteral("codbarra")).toString(),
+                              g.toObject().value(QStringLiteral("valor")).toString());
+        e.out << QStringLiteral("Total: %1\n").arg(total.formatCurrency());
+        if (e.args.has(QStringLiteral("pago")))
+            e.out << QStringLiteral("Troco: %1\n").arg(out.value(QStringLiteral("troco")).toString());
+    }
+    return gravados.isEmpty() ? ExitRefused : ExitOk;
 }
