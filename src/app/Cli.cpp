@@ -19,6 +19,7 @@ QList<CliCommand> allCommands()
     QList<CliCommand> c;
     registerAppCommands(c);
     registerCounterCommands(c);
+    registerBarcodeCommands(c);
     return c;
 }
 

@@ -34,3 +34,4 @@ struct CliCommand {
 // Each subsystem adds its commands here (see Cli.cpp).
 void registerAppCommands(QList<CliCommand>& commands);
 void registerCounterCommands(QList<CliCommand>& commands);
+void registerBarcodeCommands(QList<CliCommand>& commands);

@@ -1,6 +1,9 @@
 #include "CounterSession.h"
 
 #include "AppContext.h"
+#include "BarcodeReader.h"
+#include "DateUtil.h"
+#include "TypedLine.h"
 #include "CounterPrinter.h"
 #include "DailyControlFile.h"
 #include "DialogPort.h"
@@ -143,14 +146,90 @@ QString CounterSession::lancadosHeading() const
 CounterSession::ReadResult CounterSession::ler(const QString& code)
 {
     ReadResult r;
-    Q_UNUSED(code);
+    if (!m_day.loaded() || !m_day.aberto()) {
+        m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
+        r.resultado = QStringLiteral("encerrado");
+        r.mensagens << PaymentRecorder::kEncerrado;
+        return r;
+    }
+    BarcodeReader reader(m_ctx);
+    if (networkAlive)
+        reader.networkAlive = networkAlive;
+    const ReadingDecision d = reader.Leitura_codigo_barras(code, m_ctx.workingDate, m_list.barcodes());
+    r.clearField = d.clearField;
+    r.clearKind = d.clearKind;
+    r.showNetworkLabel = d.showNetworkLabel;
+    r.resultado = d.resultado();
+    r.mensagens = d.mensagens;
+    if (d.outcome != ReadingDecision::Outcome::Aceito)
+        return r;
+    CustomerItem item;
+    item.tipo = d.idcod;
+    item.descricao = d.descricao;
+    item.codbarra = code;
+    switch (d.route) {
+    case ReadingDecision::Route::Febraban: r.accepted = Pagto_febraban(item, d.vencimentoTexto, d.valorTexto, d.juros, r); break;
+    case ReadingDecision::Route::Cnab: r.accepted = Pagto_cnab(item, d.vencimento, d.valorTexto, d.juros, r); break;
+    case ReadingDecision::Route::Diversos: r.accepted = Pagto_diversos(item, d.vencimento, d.valorTexto); break;
+    case ReadingDecision::Route::None: break;
+    }
+    r.clearField = true;
+    if (!r.accepted && r.resultado == QLatin1String("aceito"))
+        r.resultado = QStringLiteral("erro");
     return r;
 }
 
 CounterSession::ReadResult CounterSession::lerLinha(const QString& line)
 {
-    Q_UNUSED(line);
-    return {};
+    const TypedLine::Result t = TypedLine::toBarcode(line);
+    if (!t.ok()) {
+        m_ctx.dialogs.critical(kAviso, t.erro);
+        ReadResult r;
+        r.resultado = QStringLiteral("linha");
+        r.mensagens << t.erro;
+        return r;
+    }
+    return ler(t.barcode);
+}
+
+bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor,
+                                    const QString& juros, ReadResult& r)
+{
+    const auto due = DateUtil::parseBr(vencimento);
+    if (!due)
+        return false;
+    return addWithCharges(item, *due, valor, juros, r);
+}
+
+bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
+                                const QString& juros, ReadResult& r)
+{
+    if (!vencimento.isValid())
+        return Pagto_diversos(item, vencimento, valor);  // factor 0000: no due date, never overdue
+    return addWithCharges(item, vencimento, valor, juros, r);
+}
+
+bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor)
+{
+    const auto v = Money::parse(valor);
+    if (!v)
+        return false;
+    item.valor = item.valorOriginal = *v;
+    item.vencimento = vencimento.isValid() ? DateUtil::br(vencimento) : QString();
+    return append(item);
+}
+
+bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor,
+                                    const QString& juros, ReadResult& r)
+{
+    Q_UNUSED(juros);
+    Q_UNUSED(r);
+    const auto v = Money::parse(valor);
+    if (!v)
+        return false;
+    item.valor = item.valorOriginal = *v;
+    item.vencimento = DateUtil::br(vencimento);
+    return append(item);
 }
 
 QList<QPair<int, QString>> CounterSession::kinds()

@@ -6,6 +6,7 @@
 
 #include <QDate>
 #include <QString>
+#include <functional>
 
 class AppContext;
 class CounterPrinter;
@@ -70,7 +71,19 @@ public:
 
     void resetPayment();
 
+    // The network check of the shared duplicate refusal; the system's by default.
+    std::function<bool()> networkAlive;
+
+    // The item-adding operations the reading routine hands a code to.
+    bool Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor, const QString& juros,
+                        ReadResult& r);
+    bool Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor, const QString& juros,
+                    ReadResult& r);
+    bool Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor);
+
 private:
+    bool addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor, const QString& juros,
+                        ReadResult& r);
     QString sumFilePath() const;
 
     AppContext& m_ctx;

@@ -1,0 +1,292 @@
+// Commands of kinds of guide, holidays, the reading routine and typed lines.
+#include "AppContext.h"
+#include "BarcodeReader.h"
+#include "CliArgs.h"
+#include "CliCommand.h"
+#include "Clock.h"
+#include "DateUtil.h"
+#include "HolidayCalendar.h"
+#include "TypedLine.h"
+#include "clsCodBarra.h"
+#include "clsFeriado.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextStream>
+
+namespace {
+
+void printJson(CliEnv& e, const QJsonValue& v)
+{
+    e.out << (v.isArray() ? QJsonDocument(v.toArray()) : QJsonDocument(v.toObject())).toJson(QJsonDocument::Compact) << "\n";
+}
+
+bool flagSN(const QString& v) { return v == QLatin1String("S") || v == QLatin1String("N"); }
+
+int tipoGravar(CliEnv& e)
+{
+    clsCodBarra k(e.ctx.db);
+    bool ok = false;
+    const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
+    const QString juros = e.args.value(QStringLiteral("juros")).trimmed().toUpper();
+    const QString bloqueio = e.args.value(QStringLiteral("bloqueio")).trimmed().toUpper();
+    k.IDTIPO = e.args.value(QStringLiteral("idtipo")).trimmed();
+    k.DESCRICAO = e.args.value(QStringLiteral("descricao")).trimmed();
+    k.PADRAO = e.args.value(QStringLiteral("padrao")).trimmed().toUpper();
+    if (!ok || k.IDTIPO.isEmpty() || k.DESCRICAO.isEmpty() || k.PADRAO.isEmpty() || juros.isEmpty() || bloqueio.isEmpty()) {
+        e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
+        return ExitUsage;
+    }
+    if (id < 1 || id > 999 || k.PADRAO.size() != 1 || !flagSN(juros) || !flagSN(bloqueio)) {
+        e.err << "Código de 1 a 999, padrão de uma letra, juros e bloqueio S ou N.\n";
+        return ExitUsage;
+    }
+    k.IDCOD = static_cast<qint16>(id);
+    k.Juros = juros;
+    k.BLOQUEIO = bloqueio;
+    k.CODBANCO = e.args.value(QStringLiteral("codbanco")).trimmed();
+    const bool alterar = e.args.has(QStringLiteral("alterar"));
+    if (alterar && !clsCodBarra(e.ctx.db).SQLSelect(id)) {
+        e.err << QStringLiteral("Tipo %1 não encontrado.\n").arg(id, 3, 10, QLatin1Char('0'));
+        return ExitRefused;
+    }
+    if (!alterar && clsCodBarra(e.ctx.db).SQLSelect(id)) {
+        e.err << QStringLiteral("O código %1 já existe (use --alterar).\n").arg(id, 3, 10, QLatin1Char('0'));
+        return ExitRefused;
+    }
+    if (!k.Gravar(alterar ? 2 : 1)) {
+        e.err << "Erro ao gravar o tipo.\n";
+        return ExitRefused;
+    }
+    e.out << QStringLiteral("Tipo %1 gravado.\n").arg(id, 3, 10, QLatin1Char('0'));
+    return ExitOk;
+}
+
+int tipoListar(CliEnv& e)
+{
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM CodBarra ORDER BY IDCOD"));
+    if (!rs)
+        return ExitRefused;
+    QJsonArray list;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        const QStringList cols = {QStringLiteral("%1").arg(r.integer(QStringLiteral("IDCOD")), 3, 10, QLatin1Char('0')),
+                                  r.text(QStringLiteral("IDTIPO")), r.text(QStringLiteral("DESCRICAO")),
+                                  r.text(QStringLiteral("PADRAO")), r.text(QStringLiteral("JUROS")),
+                                  r.text(QStringLiteral("BLOQUEIO")), r.text(QStringLiteral("CODBANCO"))};
+        if (!e.json) {
+            e.out << cols.join(QLatin1Char('\t')) << "\n";
+            continue;
+        }
+        list.append(QJsonObject{{QStringLiteral("idcod"), int(r.integer(QStringLiteral("IDCOD")))},
+                                {QStringLiteral("idtipo"), cols[1]}, {QStringLiteral("descricao"), cols[2]},
+                                {QStringLiteral("padrao"), cols[3]}, {QStringLiteral("juros"), cols[4]},
+                                {QStringLiteral("bloqueio"), cols[5]}, {QStringLiteral("codbanco"), cols[6]}});
+    }
+    if (e.json)
+        printJson(e, list);
+    return ExitOk;
+}
+
+int tipoExcluir(CliEnv& e)
+{
+    bool ok = false;
+    const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
+    clsCodBarra k(e.ctx.db);
+    if (!ok || !k.SQLSelect(id)) {
+        e.err << "Informe um item !!!\n";
+        return ExitRefused;
+    }
+    if (!k.Excluir()) {
+        e.err << "Erro ao excluir\n";
+        return ExitRefused;
+    }
+    e.out << QStringLiteral("Tipo %1 excluído.\n").arg(id, 3, 10, QLatin1Char('0'));
+    return ExitOk;
+}
+
+std::optional<QDate> dateArg(CliEnv& e)
+{
+    const auto d = DateUtil::parseBr(e.args.positional.value(0));
+    if (!d)
+        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.positional.value(0));
+    return d;
+}
+
+int feriadoGravar(CliEnv& e)
+{
+    const auto d = dateArg(e);
+    if (!d)
+        return ExitUsage;
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {*d});
+    if (!rs)
+        return ExitRefused;
+    if (rs->recordCount() > 0) {
+        e.err << "Data já lançada!!!\n";
+        return ExitRefused;
+    }
+    clsFeriado f(e.ctx.db);
+    f.FERIADO = *d;
+    if (!f.Incluir())
+        return ExitRefused;
+    e.out << QStringLiteral("Feriado %1 gravado (id %2).\n").arg(DateUtil::br(*d)).arg(f.ID);
+    return ExitOk;
+}
+
+int feriadoListar(CliEnv& e)
+{
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
+    if (!rs)
+        return ExitRefused;
+    QJsonArray list;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        const QString id = QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0'));
+        const QString day = DateUtil::br(r.date(QStringLiteral("FERIADO")));
+        if (e.json)
+            list.append(QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))}, {QStringLiteral("feriado"), day}});
+        else
+            e.out << id << "\t" << day << "\n";
+    }
+    if (e.json)
+        printJson(e, list);
+    return ExitOk;
+}
+
+int feriadoExcluir(CliEnv& e)
+{
+    clsFeriado f(e.ctx.db);
+    if (e.args.has(QStringLiteral("todos"))) {
+        if (!f.Excluir(false))
+            return ExitRefused;
+        e.out << "Todos os feriados foram excluídos.\n";
+        return ExitOk;
+    }
+    bool ok = false;
+    f.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
+    const auto rs = ok ? e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE ID = ?"), {f.ID}) : std::nullopt;
+    if (!rs || rs->recordCount() == 0) {
+        e.err << "Informe um item !!!\n";
+        return ok ? ExitRefused : ExitUsage;
+    }
+    if (!f.Excluir(true)) {
+        e.err << "ERRO ao excluir!!\n";
+        return ExitRefused;
+    }
+    e.out << QStringLiteral("Feriado %1 excluído.\n").arg(f.ID, 4, 10, QLatin1Char('0'));
+    return ExitOk;
+}
+
+int diaUtil(CliEnv& e)
+{
+    const auto d = dateArg(e);
+    if (!d)
+        return ExitUsage;
+    e.out << DateUtil::br(HolidayCalendar(e.ctx.db).Proximo_dia_util(*d)) << "\n";
+    return ExitOk;
+}
+
+QJsonObject decisionJson(const ReadingDecision& d)
+{
+    QJsonObject o{{QStringLiteral("resultado"), d.resultado()},
+                  {QStringLiteral("mensagens"), QJsonArray::fromStringList(d.mensagens)}};
+    if (d.outcome != ReadingDecision::Outcome::Aceito)
+        return o;
+    o.insert(QStringLiteral("padrao"), d.padrao);
+    o.insert(QStringLiteral("idcod"), d.idcod);
+    o.insert(QStringLiteral("descricao"), d.descricao);
+    o.insert(QStringLiteral("valor"), d.valor.format());
+    if (d.vencimento.isValid())
+        o.insert(QStringLiteral("vencimento"), DateUtil::br(d.vencimento));
+    if (!d.juros.isEmpty())
+        o.insert(QStringLiteral("juros"), d.juros);
+    return o;
+}
+
+int ler(CliEnv& e)
+{
+    if (e.args.positional.size() != 1) {
+        e.err << "Uso: tolvane ler CODIGO [--data DD/MM/AAAA] [--json]\n";
+        return ExitUsage;
+    }
+    QDate day = e.ctx.clock.today();
+    if (e.args.has(QStringLiteral("data"))) {
+        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
+        if (!d) {
+            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
+            return ExitUsage;
+        }
+        day = *d;
+    }
+    const ReadingDecision d = BarcodeReader(e.ctx).Leitura_codigo_barras(e.args.positional.first(), day, {});
+    const QJsonObject o = decisionJson(d);
+    if (e.json) {
+        printJson(e, o);
+    } else {
+        for (auto it = o.begin(); it != o.end(); ++it)
+            if (it.key() != QLatin1String("mensagens"))
+                e.out << it.key() << ": " << it.value().toVariant().toString() << "\n";
+    }
+    return d.outcome == ReadingDecision::Outcome::Aceito ? ExitOk : ExitRefused;
+}
+
+int linha(CliEnv& e)
+{
+    if (e.args.positional.size() != 1) {
+        e.err << "Uso: tolvane linha DIGITOS [--json]  (ou - para ler da entrada padrão)\n";
+        return ExitUsage;
+    }
+    if (e.args.positional.first() == QLatin1String("-")) {
+        QFile in;
+        if (!in.open(stdin, QIODevice::ReadOnly))
+            return ExitRefused;
+        int failures = 0;
+        while (!in.atEnd()) {
+            const QString line = QString::fromUtf8(in.readLine()).trimmed();
+            const TypedLine::Result r = TypedLine::toBarcode(line);
+            failures += r.ok() ? 0 : 1;
+            e.out << (r.ok() ? r.barcode : r.erro) << "\n";
+        }
+        return failures == 0 ? ExitOk : ExitRefused;
+    }
+    const TypedLine::Result r = TypedLine::toBarcode(e.args.positional.first());
+    if (!r.ok()) {
+        if (e.json)
+            printJson(e, QJsonObject{{QStringLiteral("erro"), r.erro}, {QStringLiteral("campo"), r.campo}});
+        e.err << r.erro << "\n";
+        return ExitRefused;
+    }
+    if (e.json)
+        printJson(e, QJsonObject{{QStringLiteral("codigo"), r.barcode}});
+    else
+        e.out << r.barcode << "\n";
+    return ExitOk;
+}
+
+}  // namespace
+
+void registerBarcodeCommands(QList<CliCommand>& c)
+{
+    using D = CliCommand::Db;
+    c.append({{QStringLiteral("tipo"), QStringLiteral("gravar")},
+              QStringLiteral("tipo gravar --idcod N --idtipo T --descricao D --padrao P --juros S|N --bloqueio S|N [--codbanco C] [--alterar]"),
+              QStringLiteral("grava um tipo de guia (com --alterar, altera um existente)"), {QStringLiteral("alterar")}, D::Existing, tipoGravar});
+    c.append({{QStringLiteral("tipo"), QStringLiteral("listar")}, QStringLiteral("tipo listar [--json]"),
+              QStringLiteral("lista os tipos de guia"), {}, D::Existing, tipoListar});
+    c.append({{QStringLiteral("tipo"), QStringLiteral("excluir")}, QStringLiteral("tipo excluir --idcod N"),
+              QStringLiteral("exclui um tipo de guia"), {}, D::Existing, tipoExcluir});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("gravar")}, QStringLiteral("feriado gravar DD/MM/AAAA"),
+              QStringLiteral("grava um feriado"), {}, D::Existing, feriadoGravar});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("listar")}, QStringLiteral("feriado listar [--json]"),
+              QStringLiteral("lista os feriados"), {}, D::Existing, feriadoListar});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("excluir")}, QStringLiteral("feriado excluir (--id N | --todos)"),
+              QStringLiteral("exclui um feriado, ou todos"), {QStringLiteral("todos")}, D::Existing, feriadoExcluir});
+    c.append({{QStringLiteral("dia-util")}, QStringLiteral("dia-util DD/MM/AAAA"),
+              QStringLiteral("o próximo dia útil depois da data (sem sábados, domingos e feriados)"), {}, D::Existing, diaUtil});
+    c.append({{QStringLiteral("ler")}, QStringLiteral("ler CODIGO [--data DD/MM/AAAA] [--json]"),
+              QStringLiteral("lê um código de barras como o caixa (lista do cliente vazia) e mostra a decisão"), {}, D::Existing, ler});
+    c.append({{QStringLiteral("linha")}, QStringLiteral("linha DIGITOS|- [--json]"),
+              QStringLiteral("converte a linha digitável (47 ou 48 dígitos) no código de barras; - lê uma por linha da entrada"),
+              {}, D::None, linha});
+}
