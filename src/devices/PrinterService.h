@@ -1,0 +1,55 @@
+#pragma once
+
+#include "BematechProtocol.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+class AppContext;
+
+// The authenticating printer as the screens use it: the port kept open while a printing screen
+// is shown (first model), and ImprimeAutenticadora for stamps ("1") and tape lines ("2").
+// Nothing is printed unless [Print] modo is 1. Every failure ends in the program's message.
+class PrinterService {
+public:
+    explicit PrinterService(AppContext& ctx);
+    ~PrinterService();
+
+    void abrirPorta();                     // on showing a printing screen
+    void fecharPorta(bool counterScreen);  // on closing it; the two screens word it differently
+    void ImprimeAutenticadora(const QString& operacao, const QString& modelo, const QString& texto);
+    // The configured model, for callers that pass it on.
+    QString modelo() const;
+    bool habilitada() const;
+    PrinterStatus status();
+
+    static int portaQuattro(const QString& porta);  // LPT1 888, LPT2 632, COM1 1, COM2 2, else 0
+
+    // Tests and the command line may replace how the transport is built and how time passes.
+    std::function<std::unique_ptr<Transport>()> makeTransport;
+    std::function<void(int)> sleep;
+    int documentTimeoutMs = 6000;  // how long a stamp waits for the document
+    int replyTimeoutMs = 1000;
+
+    static const QString kAbrirFalhou;
+    static const QString kFecharFalhouCaixa;
+    static const QString kFecharFalhouAutenticacao;
+    static const QString kAutenticacaoFalhou;
+    static const QString kTempoExcedido;
+    static const QString kImpressaoFalhou;
+    static const QString kSoParalela;
+
+private:
+    std::unique_ptr<Transport> transport() const;
+    BematechProtocol& bematech();
+    void authenticateBematech(const QString& texto);
+    void authenticateQuattro(const QString& texto);
+    void printBematech(const QString& texto);
+    void printQuattro(const QString& texto);
+    QString option(const char* key, const QString& fallback = {}) const;
+
+    AppContext& m_ctx;
+    std::unique_ptr<BematechProtocol> m_bema;
+    bool m_portOpen = false;
+};
