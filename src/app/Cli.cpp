@@ -20,6 +20,7 @@ QList<CliCommand> allCommands()
     registerAppCommands(c);
     registerCounterCommands(c);
     registerBarcodeCommands(c);
+    registerPrinterCommands(c);
     return c;
 }
 

@@ -35,3 +35,4 @@ struct CliCommand {
 void registerAppCommands(QList<CliCommand>& commands);
 void registerCounterCommands(QList<CliCommand>& commands);
 void registerBarcodeCommands(QList<CliCommand>& commands);
+void registerPrinterCommands(QList<CliCommand>& commands);

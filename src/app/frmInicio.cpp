@@ -4,7 +4,9 @@
 #include "AppContext.h"
 #include "AppFolder.h"
 #include "Clock.h"
+#include "AuthCounterPrinter.h"
 #include "CounterSession.h"
+#include "PrinterService.h"
 #include "frmData.h"
 #include "frmFrente.h"
 #include "frmMensagem.h"
@@ -18,7 +20,15 @@ namespace {
 // Date screen, then the counter screen; logging off goes back to the date screen.
 class GuiRun : public QObject {
 public:
-    explicit GuiRun(AppContext& ctx) : m_ctx(ctx) {}
+    explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service)
+    {
+        ctx.printer = &m_service;
+    }
+    ~GuiRun() override
+    {
+        if (m_portOpen)
+            m_service.fecharPorta(true);
+    }
 
     void showDate()
     {
@@ -31,7 +41,11 @@ private:
     void open(DateScreenLogic::Action action)
     {
         const bool consulta = action == DateScreenLogic::Action::Consultar;
-        auto session = std::make_unique<CounterSession>(m_ctx, nullptr);
+        if (!consulta && !m_portOpen) {
+            m_service.abrirPorta();  // kept open while the counter screen is up
+            m_portOpen = true;
+        }
+        auto session = std::make_unique<CounterSession>(m_ctx, consulta ? nullptr : &m_printer);
         if (!(consulta ? session->day().consultar() : session->day().abrir()))
             return;  // the date screen stays for another try
         m_date->hide();
@@ -46,6 +60,9 @@ private:
     }
 
     AppContext& m_ctx;
+    PrinterService m_service;
+    AuthCounterPrinter m_printer;
+    bool m_portOpen = false;
     std::unique_ptr<frmData> m_date;
     std::unique_ptr<CounterSession> m_session;
     std::unique_ptr<frmFrente> m_front;

@@ -1,5 +1,6 @@
 // Commands of the counter: caixa abrir, receber, encerrar, reabrir, situacao, recebimentos.
 #include "AbreBD.h"
+#include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
@@ -72,7 +73,8 @@ QJsonObject situacao(CounterSession& s)
 
 int abrir(CliEnv& e)
 {
-    CounterSession s(e.ctx, nullptr);
+    CliPrinterScope p(e.ctx);
+    CounterSession s(e.ctx, &p.printer);
     if (int rc = login(e); rc >= 0)
         return rc;
     if (e.ctx.workingDate != e.ctx.clock.today())
@@ -92,7 +94,8 @@ int abrir(CliEnv& e)
 
 int encerrar(CliEnv& e)
 {
-    CounterSession s(e.ctx, nullptr);
+    CliPrinterScope p(e.ctx);
+    CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
     if (!s.day().aberto()) {
@@ -108,7 +111,8 @@ int encerrar(CliEnv& e)
 
 int reabrir(CliEnv& e)
 {
-    CounterSession s(e.ctx, nullptr);
+    CliPrinterScope p(e.ctx);
+    CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
     if (s.day().aberto()) {

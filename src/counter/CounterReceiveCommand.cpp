@@ -1,6 +1,7 @@
 // caixa receber: one customer's payment from the command line, through the same session as the
 // counter screen.
 #include "AbreBD.h"
+#include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
@@ -59,7 +60,8 @@ int runCaixaReceber(CliEnv& e)
     if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs); scripted && e.args.has(QStringLiteral("recusar-vencidas")))
         scripted->defaultAnswer = DialogAnswer::No;
 
-    CounterSession s(e.ctx, nullptr);
+    CliPrinterScope printing(e.ctx);
+    CounterSession s(e.ctx, &printing.printer);
     if (!s.day().consultar() || !s.day().aberto()) {
         e.err << "Não há movimento aberto nesta data. Use: tolvane caixa abrir\n";
         return ExitRefused;

@@ -79,7 +79,7 @@ BematechProtocol& PrinterService::bematech()
 
 void PrinterService::abrirPorta()
 {
-    if (modelo() != QLatin1String("bematech"))
+    if (!habilitada() || modelo() != QLatin1String("bematech"))
         return;  // "txt" prints nothing here; the second model opens per call
     BematechProtocol& b = bematech();
     if (b.IniciaPorta(transport()) > 0) {
@@ -92,7 +92,7 @@ void PrinterService::abrirPorta()
 
 void PrinterService::fecharPorta(bool counterScreen)
 {
-    if (modelo() != QLatin1String("bematech"))
+    if (!habilitada() || modelo() != QLatin1String("bematech"))
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0)

@@ -1,0 +1,103 @@
+// Commands that try the configured authenticating printer: impressora fita, autenticar, status.
+#include "AppContext.h"
+#include "CliArgs.h"
+#include "CliCommand.h"
+#include "PrinterService.h"
+#include "ScriptedDialogPort.h"
+
+#include <QTextStream>
+
+namespace {
+
+int refuseDisabled(CliEnv& e, PrinterService& p)
+{
+    if (p.habilitada())
+        return -1;
+    e.err << "A autenticadora está desativada no Config.ini ([Print] modo diferente de 1): nada foi impresso.\n";
+    return ExitRefused;
+}
+
+int afterPrinting(CliEnv& e, int shownBefore)
+{
+    auto* dialogs = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
+    return dialogs && dialogs->shown().size() > shownBefore ? ExitRefused : ExitOk;
+}
+
+int shownCount(CliEnv& e)
+{
+    auto* dialogs = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
+    return dialogs ? int(dialogs->shown().size()) : 0;
+}
+
+int fita(CliEnv& e)
+{
+    if (e.args.positional.size() != 1) {
+        e.err << "Uso: tolvane impressora fita TEXTO\n";
+        return ExitUsage;
+    }
+    PrinterService p(e.ctx);
+    if (int rc = refuseDisabled(e, p); rc >= 0)
+        return rc;
+    const int before = shownCount(e);
+    p.abrirPorta();
+    p.ImprimeAutenticadora(QStringLiteral("2"), p.modelo(), e.args.positional.first());
+    p.fecharPorta(true);
+    return afterPrinting(e, before);
+}
+
+int autenticar(CliEnv& e)
+{
+    if (e.args.positional.size() != 1) {
+        e.err << "Uso: tolvane impressora autenticar TEXTO [--espera MS]\n";
+        return ExitUsage;
+    }
+    PrinterService p(e.ctx);
+    if (e.args.has(QStringLiteral("espera"))) {
+        bool ok = false;
+        const int ms = e.args.value(QStringLiteral("espera")).toInt(&ok);
+        if (!ok || ms <= 0 || ms > 600000) {
+            e.err << "--espera deve ser um número de milissegundos entre 1 e 600000.\n";
+            return ExitUsage;
+        }
+        p.documentTimeoutMs = ms;
+    }
+    if (int rc = refuseDisabled(e, p); rc >= 0)
+        return rc;
+    const int before = shownCount(e);
+    p.abrirPorta();
+    p.ImprimeAutenticadora(QStringLiteral("1"), p.modelo(), e.args.positional.first());
+    p.fecharPorta(true);
+    return afterPrinting(e, before);
+}
+
+int status(CliEnv& e)
+{
+    PrinterService p(e.ctx);
+    if (p.modelo() == QLatin1String("txt")) {
+        e.out << "Modelo txt: não há autenticadora para consultar.\n";
+        return ExitOk;
+    }
+    const PrinterStatus s = p.status();
+    if (!s.answered) {
+        e.err << QStringLiteral("A impressora não respondeu (%1, porta %2).\n").arg(p.modelo(), e.ctx.settings.porta);
+        return ExitRefused;
+    }
+    auto yes = [](bool b) { return b ? QStringLiteral("sim") : QStringLiteral("não"); };
+    e.out << QStringLiteral("modelo: %1\nporta: %2\nligada: %3\nsem papel: %4\ndocumento: %5\nbyte: 0x%6\n")
+                 .arg(p.modelo(), e.ctx.settings.porta, yes(s.online), yes(s.paperOut), yes(s.document))
+                 .arg(s.raw, 2, 16, QLatin1Char('0'));
+    return ExitOk;
+}
+
+}  // namespace
+
+void registerPrinterCommands(QList<CliCommand>& c)
+{
+    c.append({{QStringLiteral("impressora"), QStringLiteral("fita")}, QStringLiteral("impressora fita TEXTO"),
+              QStringLiteral("imprime uma linha na fita da autenticadora do Config.ini"), {}, CliCommand::Db::None, fita});
+    c.append({{QStringLiteral("impressora"), QStringLiteral("autenticar")},
+              QStringLiteral("impressora autenticar TEXTO [--espera MS]"),
+              QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"), {}, CliCommand::Db::None, autenticar});
+    c.append({{QStringLiteral("impressora"), QStringLiteral("status")}, QStringLiteral("impressora status"),
+              QStringLiteral("consulta a autenticadora configurada"), {}, CliCommand::Db::None, status});
+}

@@ -1,0 +1,64 @@
+// The counter's printing end to end: opening block, stamps and tape lines of a payment, the
+// coupon and the closing block, as the emulated printer receives them.
+#include "AuthCounterPrinter.h"
+#include "CounterSession.h"
+#include "DemoData.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "TestApp.h"
+
+class tst_counter_printing : public QObject {
+    Q_OBJECT
+private slots:
+    void wholeDay()
+    {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"), QStringLiteral("PMX"));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        app.ctx().userName = QStringLiteral("ANA");
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        emulator.setDocument(true);
+        PrinterService service(app.ctx());
+        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
+        AuthCounterPrinter printer(app.ctx(), service);
+        service.abrirPorta();
+        CounterSession s(app.ctx(), &printer);
+
+        QVERIFY(s.day().abrir());
+        QCOMPARE(emulator.tape().mid(0, 4), (QStringList{QString(40, QLatin1Char('=')),
+                                                         QStringLiteral("=      ABERTURA DE MOVIMENTO: 001      ="),
+                                                         QStringLiteral("=              GUICHE:  3              ="),
+                                                         QString(40, QLatin1Char('='))}));
+        QCOMPARE(emulator.tape().at(4), QStringLiteral("DATA/HORA: 23/11/2026 10:00:00"));
+
+        QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
+        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
+        s.tender(QStringLiteral("500,00"));
+        QVERIFY(s.gravar());
+        QCOMPARE(emulator.documents(), (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
+                                                    QStringLiteral("PMX 3 0002 23/11/2026         89,15R")}));
+        const QStringList tape = emulator.tape();
+        QVERIFY(tape.contains(QStringLiteral("0001 23/11/2026 TAXAS DIVE        312,40")));
+        QVERIFY(tape.contains(QStringLiteral("TOTAL PAGO:                       500,00")));
+        QVERIFY(tape.contains(QStringLiteral("TROCO:                             98,45")));
+        QVERIFY(tape.contains(QStringLiteral(" OPR: ANA")));
+        QVERIFY(tape.contains(QStringLiteral("DATA/HORA: 23-11-26 10:00")));
+        for (const QString& line : tape)
+            QVERIFY2(line.size() <= 40, qPrintable(line));
+
+        app.dialogs().defaultAnswer = DialogAnswer::Yes;
+        QCOMPARE(s.day().encerrar(), CashDay::Result::Done);
+        QVERIFY(emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
+        QVERIFY(emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
+        QVERIFY(emulator.attributesOff());
+        QVERIFY(!emulator.inDocumentMode());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_counter_printing)
+#include "tst_counter_printing.moc"
