@@ -21,6 +21,7 @@ QList<CliCommand> allCommands()
     registerCounterCommands(c);
     registerBarcodeCommands(c);
     registerPrinterCommands(c);
+    registerChargesCommands(c);
     return c;
 }
 

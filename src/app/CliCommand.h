@@ -36,3 +36,4 @@ void registerAppCommands(QList<CliCommand>& commands);
 void registerCounterCommands(QList<CliCommand>& commands);
 void registerBarcodeCommands(QList<CliCommand>& commands);
 void registerPrinterCommands(QList<CliCommand>& commands);
+void registerChargesCommands(QList<CliCommand>& commands);

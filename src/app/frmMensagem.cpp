@@ -1,5 +1,7 @@
 #include "frmMensagem.h"
 
+#include "frmAcrescimos.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QHBoxLayout>
@@ -65,6 +67,11 @@ std::optional<QString> frmMensagem::input(const QString& title, const QString& p
 DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, const QStringList& lines,
                                  DialogButtons buttons)
 {
+    if (form == QLatin1String("frmAcrescimos")) {
+        frmAcrescimos dlg(*this, caption, lines, m_parent ? m_parent : QApplication::activeWindow());
+        dlg.exec();
+        return DialogAnswer::Ok;
+    }
     QDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
     dlg.setObjectName(form);
     dlg.setWindowTitle(caption);

@@ -1,4 +1,5 @@
 // Commands of kinds of guide, holidays, the reading routine and typed lines.
+#include "Acrescimos.h"
 #include "AppContext.h"
 #include "BarcodeReader.h"
 #include "CliArgs.h"
@@ -204,6 +205,25 @@ QJsonObject decisionJson(const ReadingDecision& d)
     return o;
 }
 
+// The overdue decision of an accepted guide, as the counter would take it with the operator's
+// consent.
+void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObject& o)
+{
+    if (d.route == ReadingDecision::Route::Diversos || !d.vencimento.isValid())
+        return;
+    HolidayCalendar cal(e.ctx.db);
+    const auto enc = Acrescimos::avaliar(d.vencimento, day, d.valor, d.juros == QLatin1String("SIM"), e.ctx.settings.juros,
+                                         [&cal](const QDate& x) { return cal.E_feriado(x); });
+    if (!enc || !enc->vencida)
+        return;
+    o.insert(QStringLiteral("vencida"), true);
+    o.insert(QStringLiteral("dias"), enc->dias);
+    o.insert(QStringLiteral("meses"), enc->meses);
+    o.insert(QStringLiteral("acrescimo_juros"), enc->juros.format());
+    o.insert(QStringLiteral("acrescimo_multa"), enc->multa.format());
+    o.insert(QStringLiteral("total"), enc->total.format());
+}
+
 int ler(CliEnv& e)
 {
     if (e.args.positional.size() != 1) {
@@ -220,7 +240,9 @@ int ler(CliEnv& e)
         day = *d;
     }
     const ReadingDecision d = BarcodeReader(e.ctx).Leitura_codigo_barras(e.args.positional.first(), day, {});
-    const QJsonObject o = decisionJson(d);
+    QJsonObject o = decisionJson(d);
+    if (d.outcome == ReadingDecision::Outcome::Aceito)
+        addOverdue(e, d, day, o);
     if (e.json) {
         printJson(e, o);
     } else {

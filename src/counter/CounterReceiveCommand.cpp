@@ -28,9 +28,19 @@ QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r)
 
 }  // namespace
 
+void addEncargos(QJsonObject& o, const Encargos& e)
+{
+    o.insert(QStringLiteral("vencida"), e.vencida);
+    o.insert(QStringLiteral("dias"), e.dias);
+    o.insert(QStringLiteral("meses"), e.meses);
+    o.insert(QStringLiteral("acrescimo_juros"), e.juros.format());
+    o.insert(QStringLiteral("acrescimo_multa"), e.multa.format());
+    o.insert(QStringLiteral("total"), e.total.format());
+}
+
 int runCaixaReceber(CliEnv& e)
 {
-    if (e.args.positional.isEmpty()) {
+    if (e.args.positional.isEmpty() && !e.args.has(QStringLiteral("avulso"))) {
         e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] [--pago VALOR] CODIGO...\n";
         return ExitUsage;
     }
@@ -67,6 +77,21 @@ int runCaixaReceber(CliEnv& e)
         return ExitRefused;
     }
     QJsonArray recusados;
+    QList<OneOffItem> avulsos;
+    for (const QString& spec : e.args.values(QStringLiteral("avulso"))) {
+        OneOffItem item;
+        QString error;
+        if (!OneOffItem::fromSpec(spec, item, &error)) {
+            e.err << error << "\n";
+            return ExitUsage;
+        }
+        avulsos << item;
+    }
+    for (const OneOffItem& item : avulsos) {
+        const auto r = s.somaAvulso(item);
+        if (!r.accepted)
+            recusados.append(recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
+    }
     for (const QString& codigo : e.args.positional) {
         const QString digits = QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
         const auto r = digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
@@ -82,11 +107,15 @@ int runCaixaReceber(CliEnv& e)
         const auto rows = s.gravar();
         if (!rows)
             return ExitRefused;
-        for (const RecordedReceipt& r : *rows)
-            gravados.append(QJsonObject{{QStringLiteral("autentica"), r.autentica},
-                                        {QStringLiteral("codbarra"), r.item.codbarra},
-                                        {QStringLiteral("idcod"), r.item.tipo},
-                                        {QStringLiteral("valor"), r.item.valor.format()}});
+        for (const RecordedReceipt& r : *rows) {
+            QJsonObject g{{QStringLiteral("autentica"), r.autentica},
+                          {QStringLiteral("codbarra"), r.item.codbarra},
+                          {QStringLiteral("idcod"), r.item.tipo},
+                          {QStringLiteral("valor"), r.item.valor.format()}};
+            if (r.item.encargos && r.item.encargos->vencida)
+                addEncargos(g, *r.item.encargos);
+            gravados.append(g);
+        }
     }
     out.insert(QStringLiteral("gravados"), gravados);
     out.insert(QStringLiteral("recusados"), recusados);

@@ -3,11 +3,13 @@
 #include "AppContext.h"
 #include "BarcodeReader.h"
 #include "DateUtil.h"
+#include "OverdueHandler.h"
 #include "TypedLine.h"
 #include "CounterPrinter.h"
 #include "DailyControlFile.h"
 #include "DialogPort.h"
 #include "IniFile.h"
+#include "clsRecebimentos.h"
 
 #include <QDir>
 #include <QFile>
@@ -198,7 +200,7 @@ bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento
     const auto due = DateUtil::parseBr(vencimento);
     if (!due)
         return false;
-    return addWithCharges(item, *due, valor, juros, r);
+    return addWithCharges(item, *due, valor, juros, r, QStringLiteral("Função Pagto_febraban"));
 }
 
 bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
@@ -206,7 +208,7 @@ bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, cons
 {
     if (!vencimento.isValid())
         return Pagto_diversos(item, vencimento, valor);  // factor 0000: no due date, never overdue
-    return addWithCharges(item, vencimento, valor, juros, r);
+    return addWithCharges(item, vencimento, valor, juros, r, QStringLiteral("Função Pagto_cnab"));
 }
 
 bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor)
@@ -220,14 +222,26 @@ bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, 
 }
 
 bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor,
-                                    const QString& juros, ReadResult& r)
+                                    const QString& juros, ReadResult& r, const QString& routine)
 {
-    Q_UNUSED(juros);
-    Q_UNUSED(r);
     const auto v = Money::parse(valor);
     if (!v)
         return false;
-    item.valor = item.valorOriginal = *v;
+    const auto o = OverdueHandler::handle(m_ctx, vencimento, *v, juros == QLatin1String("SIM"), routine);
+    r.encargos = o.encargos;
+    if (o.refused) {
+        r.resultado = QStringLiteral("recusada");
+        r.clearKind = true;
+        r.mensagens << OverdueHandler::kLinhasGuia.join(QLatin1Char(' '));
+        return false;
+    }
+    if (o.failed)
+        return false;
+    item.valorOriginal = *v;
+    item.valor = o.encargos.total;
+    item.juros = o.encargos.juros;
+    item.multa = o.encargos.multa;
+    item.encargos = o.encargos;
     item.vencimento = DateUtil::br(vencimento);
     return append(item);
 }
@@ -257,4 +271,48 @@ bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, cons
     item.valor = *v;
     item.valorOriginal = *v;
     return append(item);
+}
+
+CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in)
+{
+    ReadResult r;
+    const auto fail = [&](const QString& entry) {
+        const QString text = entry + QStringLiteral(" - Erro na Soma Avulso!!");
+        m_ctx.dialogs.critical(kAviso, text);
+        r.resultado = QStringLiteral("erro");
+        r.mensagens << text;
+        return r;
+    };
+    const auto valor = Money::parse(in.valor);
+    if (in.valor.count(QLatin1Char(',')) > 1 || !valor || valor->isNegative() || valor->isZero())
+        return fail(in.valor);
+    const auto kinds = OneOffItem::kinds(m_ctx.db);
+    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](const auto& k) { return k.first == in.idcod; });
+    if (kind == kinds.end())
+        return fail(QString::number(in.idcod));
+    // Rebuilt from "yyyyMMdd": day the last two characters, month the 5th and 6th, year the first four.
+    const QString ymd = in.vencimento;
+    const auto due = ymd.isEmpty() ? std::optional<QDate>(m_ctx.workingDate)
+                                   : DateUtil::parseBr(ymd.right(2) + QLatin1Char('/') + ymd.mid(4, 2) + QLatin1Char('/') + ymd.left(4));
+    if (!due)
+        return fail(ymd);
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT PADRAO, JUROS FROM CodBarra WHERE IDCOD = ?"), {in.idcod});
+    const bool juros = rs && rs->recordCount() == 1 && rs->text(QStringLiteral("JUROS")) == QLatin1String("S");
+    CustomerItem item;
+    item.tipo = in.idcod;
+    item.descricao = kind->second;
+    item.parcela = in.parcela;
+    item.obs = in.obs;
+    item.codbarra = clsRecebimentos::kSemCodigo;
+    if (!juros) {
+        item.valor = item.valorOriginal = *valor;
+        item.vencimento = DateUtil::br(*due);
+        r.accepted = append(item);
+        r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
+        return r;
+    }
+    r.accepted = addWithCharges(item, *due, valor->format(), QStringLiteral("SIM"), r, QStringLiteral("Função Soma_Avulso"));
+    if (r.resultado.isEmpty())
+        r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
+    return r;
 }

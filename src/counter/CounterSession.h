@@ -1,7 +1,9 @@
 #pragma once
 
+#include "Acrescimos.h"
 #include "CashDay.h"
 #include "CustomerList.h"
+#include "OneOffItem.h"
 #include "PaymentRecorder.h"
 
 #include <QDate>
@@ -30,6 +32,7 @@ public:
         bool showNetworkLabel = false;
         QString resultado;        // the outcome's word ("aceito", "recebida" ...)
         QStringList mensagens;    // what the operator was shown
+        std::optional<Encargos> encargos;  // the overdue decision of a guide with a due date
     };
     ReadResult ler(const QString& code);
     // A typed 47/48-digit line: converted and then read exactly like a scanned code. A wrong
@@ -40,6 +43,10 @@ public:
     QList<QPair<int, QString>> kinds();
     // An item typed by kind and value (no barcode).
     bool adicionarDigitado(int idcod, const QString& descricao, const QString& valor);
+
+    // The one-off sum: a kind and a typed value, charged like a guide when the kind charges
+    // interest. Errors show the typed entry followed by " - Erro na Soma Avulso!!".
+    ReadResult somaAvulso(const OneOffItem& item);
 
     // The common append of every item-adding operation; false (message shown) when the item
     // cannot be added.
@@ -83,7 +90,7 @@ public:
 
 private:
     bool addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor, const QString& juros,
-                        ReadResult& r);
+                        ReadResult& r, const QString& routine);
     QString sumFilePath() const;
 
     AppContext& m_ctx;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Acrescimos.h"
 #include "Money.h"
 
 #include <QList>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 // One item of the customer's running list (a row of lstSoma).
 struct CustomerItem {
@@ -19,6 +21,7 @@ struct CustomerItem {
     Money valorOriginal;
     Money juros;
     Money multa;
+    std::optional<Encargos> encargos;  // the overdue decision, for guides that had one
 
     QString kindColumn() const;  // "04-IPTU": the receipt's TIPO is its first two characters
 };

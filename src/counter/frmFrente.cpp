@@ -5,6 +5,11 @@
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
+#include "frmAvulso.h"
+#include "frmCalculadora.h"
+#include "frmFeriados.h"
+#include "frmJuros.h"
+#include "frmLdg.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -113,6 +118,7 @@ void frmFrente::buildUi()
     auto* avulso = new QPushButton(QStringLiteral("A&vulso"), central);
     avulso->setObjectName(QStringLiteral("cmdAvulso"));
     avulso->setFocusPolicy(Qt::NoFocus);
+    connect(avulso, &QPushButton::clicked, this, &frmFrente::avulso);
     auto* entryRow = new QHBoxLayout;
     entryRow->addWidget(label(QStringLiteral("lblCodigo"), QStringLiteral("Código:"), central));
     entryRow->addWidget(m_entry, 1);
@@ -218,6 +224,9 @@ void frmFrente::buildMenus()
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Ferramentas"));
     tools->setObjectName(QStringLiteral("mnuFerramentas"));
     add(tools, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."), &frmFrente::typedLine);
+    add(tools, QStringLiteral("mnuJuros"), QStringLiteral("Juros por Dia/Mês (F6)"), &frmFrente::juros);
+    add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"), &frmFrente::calculadora);
+    add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
 }
 
 void frmFrente::tick()
@@ -321,7 +330,9 @@ bool frmFrente::handleKey(int key)
     case Qt::Key_F3: limparSoma(); return true;
     case Qt::Key_F4: encerrar(); return true;
     case Qt::Key_F5: reabrir(); return true;
+    case Qt::Key_F6: juros(); return true;
     case Qt::Key_F7: m_lancado->setFocus(); return true;
+    case Qt::Key_F9: calculadora(); return true;
     case Qt::Key_F8: limparIdentificacao(); return true;
     case Qt::Key_F11: m_session.salvarSoma(); return true;
     case Qt::Key_F12:
@@ -484,13 +495,43 @@ void frmFrente::typedLine()
 {
     if (m_consulta)
         return;
-    const auto line = m_ctx.dialogs.input(QStringLiteral("Linha Digitável"),
-                                          QStringLiteral("Digite ou cole a linha digitável (47 ou 48 dígitos):"),
-                                          false, QString());
-    if (!line || line->trimmed().isEmpty())
+    frmLdg dlg(m_ctx.dialogs, this);
+    if (dlg.exec() == QDialog::Accepted)
+        m_entry->setText(dlg.barcode());  // 44 digits: read exactly as a scanned code
+    m_entry->setFocus();
+}
+
+void frmFrente::avulso()
+{
+    if (m_consulta)
         return;
-    m_session.lerLinha(*line);
-    refreshList();
+    frmAvulso dlg(m_ctx, this);
+    if (dlg.exec() == QDialog::Accepted) {
+        m_session.somaAvulso(dlg.item());
+        refreshList();
+    }
+    m_entry->setFocus();
+}
+
+void frmFrente::juros()
+{
+    frmJuros dlg(m_ctx, this);
+    dlg.exec();
+    m_entry->setFocus();
+}
+
+void frmFrente::calculadora()
+{
+    frmCalculadora dlg(this);
+    connect(&dlg, &frmCalculadora::resultado, this, [this](const QString& v) { m_valor->setText(v); });
+    dlg.exec();
+    m_entry->setFocus();
+}
+
+void frmFrente::feriados()
+{
+    frmFeriados dlg(m_ctx, this);
+    dlg.exec();
     m_entry->setFocus();
 }
 

@@ -50,6 +50,10 @@ private:
     void encerrar();
     void reabrir();
     void typedLine();
+    void avulso();
+    void juros();
+    void calculadora();
+    void feriados();
     bool fillKinds();
 
     CounterSession& m_session;

@@ -1,0 +1,108 @@
+#include "frmFeriados.h"
+
+#include "AppContext.h"
+#include "Clock.h"
+#include "DateUtil.h"
+#include "DialogPort.h"
+#include "clsFeriado.h"
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+const QString kAviso = QStringLiteral("Aviso");
+}
+
+frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
+{
+    setObjectName(QStringLiteral("frmFeriados"));
+    setWindowTitle(QStringLiteral("Feriados"));
+    m_list = new QTreeWidget(this);
+    m_list->setObjectName(QStringLiteral("lwFeriados"));
+    m_list->setRootIsDecorated(false);
+    m_list->setHeaderLabels({QStringLiteral("Código"), QStringLiteral("Feriado")});
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_data = new QDateEdit(ctx.clock.today(), this);
+    m_data->setObjectName(QStringLiteral("dtpData"));
+    m_data->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    m_data->setCalendarPopup(true);
+    auto button = [this](const char* name, const QString& text, void (frmFeriados::*slot)()) {
+        auto* b = new QPushButton(text, this);
+        b->setObjectName(QLatin1String(name));
+        connect(b, &QPushButton::clicked, this, slot);
+        return b;
+    };
+    auto* row = new QHBoxLayout;
+    row->addWidget(m_data);
+    row->addWidget(button("cmdGravar", QStringLiteral("&Gravar"), &frmFeriados::gravar));
+    row->addWidget(button("cmdExcluir", QStringLiteral("&Excluir"), &frmFeriados::excluir));
+    row->addWidget(button("cmdLimpar", QStringLiteral("Excluir &todos"), &frmFeriados::limpar));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_list);
+    layout->addLayout(row);
+    resize(420, 420);
+    reload();
+}
+
+void frmFeriados::reload()
+{
+    m_list->clear();
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
+    if (!rs)
+        return;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        auto* item = new QTreeWidgetItem({QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0')),
+                                          DateUtil::br(r.date(QStringLiteral("FERIADO")))});
+        item->setData(0, Qt::UserRole, int(r.integer(QStringLiteral("ID"))));
+        m_list->addTopLevelItem(item);
+        if (m_list->topLevelItemCount() % 50 == 0)
+            QApplication::processEvents();  // long calendars stay responsive
+    }
+}
+
+void frmFeriados::gravar()
+{
+    const QString day = DateUtil::br(m_data->date());
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
+        if (m_list->topLevelItem(i)->text(1) == day) {
+            m_ctx.dialogs.warn(kAviso, QStringLiteral("Data já lançada!!!"));
+            return;
+        }
+    clsFeriado f(m_ctx.db);
+    f.FERIADO = m_data->date();
+    if (f.Incluir())
+        reload();
+}
+
+void frmFeriados::excluir()
+{
+    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão do item selecionado?"), DialogIcon::Question,
+                              DialogButtons::YesNo) != DialogAnswer::Yes)
+        return;
+    QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        return;
+    }
+    clsFeriado f(m_ctx.db);
+    f.ID = item->data(0, Qt::UserRole).toInt();
+    if (!f.Excluir(true)) {
+        m_ctx.dialogs.critical(QStringLiteral("ERRO!!"), QStringLiteral("ERRO ao excluir!!"));
+        return;
+    }
+    reload();
+}
+
+void frmFeriados::limpar()
+{
+    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão de todos os feriados?"), DialogIcon::Question,
+                              DialogButtons::YesNo) != DialogAnswer::Yes)
+        return;
+    clsFeriado(m_ctx.db).Excluir(false);
+    reload();
+}
