@@ -1,0 +1,200 @@
+// Overdue guides at the counter: consent and refusal, the charges notice, one-off items, the
+// calculators.
+#include "Calculator.h"
+#include "CounterSession.h"
+#include "DemoData.h"
+#include "TestApp.h"
+#include "clsRecebimentos.h"
+#include "frmAcrescimos.h"
+#include "frmFrente.h"
+#include "frmJuros.h"
+
+#include <QComboBox>
+#include <QDateEdit>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTreeWidget>
+
+namespace {
+// Kind 0427 (ISSQN) charges interest; due 10/01/2026, 1.234,56.
+const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
+
+struct Counter {
+    TestApp app;
+    CounterSession session{app.ctx(), nullptr};
+    explicit Counter(int esquema = 1)
+    {
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QString::number(esquema));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        QVERIFY(session.day().abrir());
+        app.dialogs().clear();
+    }
+};
+}  // namespace
+
+class tst_overdue : public QObject {
+    Q_OBJECT
+private slots:
+    void refusalAddsNothing()
+    {
+        Counter c;
+        c.app.dialogs().pushAnswer(DialogAnswer::No);
+        const auto r = c.session.ler(kOverdue);
+        QVERIFY(!r.accepted);
+        QCOMPARE(r.resultado, QStringLiteral("recusada"));
+        QVERIFY(r.clearField);
+        QVERIFY(r.clearKind);
+        QVERIFY(c.session.list().isEmpty());
+        QCOMPARE(c.app.dialogs().last().form, QStringLiteral("frmGuiavencida"));
+        QCOMPARE(c.app.dialogs().last().title, QStringLiteral("Guia Vencida"));
+        QCOMPARE(c.app.dialogs().last().text, QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
+    }
+
+    void consentAddsTheCharges()
+    {
+        Counter c;
+        c.app.clock().set(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
+        const auto r = c.session.ler(kOverdue);
+        QVERIFY(r.accepted);
+        // 317 days: fine capped at 10%; 10 months and a day past: 11 months of 1%.
+        QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.493,82"));
+        QCOMPARE(c.session.list().at(0).multa.format(), QStringLiteral("123,46"));
+        QCOMPARE(c.session.list().at(0).juros.format(), QStringLiteral("135,80"));
+        const auto shown = c.app.dialogs().last();
+        QCOMPARE(shown.form, QStringLiteral("frmAcrescimos"));
+        QCOMPARE(shown.text.split(QLatin1Char('\n')),
+                 (QStringList{QStringLiteral("Vencimento: 10/01/2026"),
+                              QStringLiteral("(+) Mora / Multa..................:R$ 123,46"),
+                              QStringLiteral("(+) Outros Acrescimos.........:R$ 135,80"),
+                              QStringLiteral("(=) Valor à Cobrar...............:R$ 1.493,82"),
+                              QStringLiteral("317 dias de atraso")}));
+        const auto rows = c.session.gravar();
+        QVERIFY(rows);
+        clsRecebimentos rec(c.app.db());
+        QVERIFY(rec.SQLSelect(rows->first().idrecebe));
+        QCOMPARE(rec.VALOR.format(), QStringLiteral("1.493,82"));
+    }
+
+    void daysLineOnlyBeyondNinetyDaysOfTheComputerDate()
+    {
+        Counter c;
+        c.app.ctx().workingDate = QDate(2026, 11, 23);
+        c.app.clock().set(QDateTime(QDate(2026, 4, 10), QTime(9, 0)));  // the computer's date, not the working date
+        QVERIFY(c.session.ler(kOverdue).accepted);
+        QCOMPARE(c.app.dialogs().last().text.split(QLatin1Char('\n')).size(), 4);  // 90 days: no line
+    }
+
+    void schemeZeroStillAsksAndShows()
+    {
+        Counter c(0);
+        QVERIFY(c.session.ler(kOverdue).accepted);
+        QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.234,56"));
+        QCOMPARE(c.app.dialogs().shown().size(), 2);
+    }
+
+    void noInterestKindIsFaceValueAfterConsent()
+    {
+        Counter c;
+        // Kind 0425 charges no interest unless the code ends in 3; due 15/01/2026.
+        const auto r = c.session.ler(QStringLiteral("81630000000500004252026011500000000000000000"));
+        QVERIFY(r.accepted);
+        QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("50,00"));
+        QCOMPARE(c.app.dialogs().texts().size(), 1);  // consent only, no charges notice
+    }
+
+    void oneOffItems()
+    {
+        Counter c;
+        // Kind 7 charges interest, kind 8 does not; kinds 1 (F) and 4 (C) are not offered.
+        auto add = [&](int kind, const char* valor, const char* venc) {
+            return c.session.somaAvulso({kind, QString(), QString::fromLatin1(valor), QString::fromLatin1(venc),
+                                         QStringLiteral("1/3"), QStringLiteral("nota")});
+        };
+        QVERIFY(add(8, "20,00", "20260101").accepted);  // overdue, no interest: face value, no question
+        QVERIFY(c.app.dialogs().shown().isEmpty());
+        QVERIFY(add(7, "10,00", "20261010").accepted);
+        QCOMPARE(c.session.list().at(1).valor.format(), QStringLiteral("11,20"));
+        for (int kind : {1, 4, 100}) {
+            const auto r = add(kind, "1,00", "20261123");
+            QVERIFY(!r.accepted);
+            QCOMPARE(c.app.dialogs().last().text, QString::number(kind) + QStringLiteral(" - Erro na Soma Avulso!!"));
+        }
+        QVERIFY(!add(8, "1,0,0", "20261123").accepted);
+        QCOMPARE(c.app.dialogs().last().text, QStringLiteral("1,0,0 - Erro na Soma Avulso!!"));
+        QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Critical);
+        QCOMPARE(c.session.list().size(), 2);
+        QCOMPARE(c.session.list().at(0).parcela, QStringLiteral("1/3"));
+        const auto rows = c.session.gravar();
+        QVERIFY(rows);
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1 AND CODBARRA = '") +
+                                                              QString(44, QLatin1Char('0')) + QLatin1Char('\'')), 2);
+    }
+
+    void chargesNoticeLeavesOnlyByOk()
+    {
+        ScriptedDialogPort dialogs;
+        frmAcrescimos form(dialogs, QStringLiteral("Acréscimos"), {QStringLiteral("Vencimento: 10/01/2026"), QStringLiteral("a"),
+                                                                  QStringLiteral("b"), QStringLiteral("c")});
+        form.show();
+        QTest::keyClick(&form, Qt::Key_Escape);
+        QVERIFY(form.isVisible());
+        form.close();
+        QVERIFY(form.isVisible());
+        QCOMPARE(dialogs.texts(), (QStringList{frmAcrescimos::kSaiaPeloOk, frmAcrescimos::kSaiaPeloOk}));
+        QCOMPARE(dialogs.last().icon, DialogIcon::Information);
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblvencimento"))->text(), QStringLiteral("Vencimento: 10/01/2026"));
+        QVERIFY(!form.findChild<QLabel*>(QStringLiteral("lbldif")));
+        form.findChild<QPushButton*>(QStringLiteral("cmdOk"))->click();
+        QVERIFY(!form.isVisible());
+    }
+
+    void interestScreen()
+    {
+        TestApp app;
+        app.ctx().workingDate = QDate(2026, 4, 10);
+        frmJuros form(app.ctx());
+        auto* calc = form.findChild<QPushButton*>(QStringLiteral("Command2"));
+        calc->click();
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Uma opção deve ser selecionada!!!"));
+        form.findChild<QRadioButton*>(QStringLiteral("Option2"))->setChecked(true);
+        QCOMPARE(form.findChild<QLineEdit*>(QStringLiteral("txtjuros"))->text(), QStringLiteral("0,33"));
+        form.findChild<QDateEdit*>(QStringLiteral("dtpVencimento"))->setDate(QDate(2026, 3, 10));
+        form.findChild<QLineEdit*>(QStringLiteral("mskprestacao"))->setText(QStringLiteral("100,00"));
+        calc->click();
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lbldias"))->text(), QStringLiteral("31"));
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblmes"))->text(), QStringLiteral("1"));
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lbltotal"))->text(), QStringLiteral("111,00"));
+        QCOMPARE(app.dialogs().shown().size(), 1);
+    }
+
+    void keyboardCalculator_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("result");
+        QTest::addColumn<bool>("error");
+        QTest::newRow("sum with commas") << "12,5+7,5=" << "20,00" << false;
+        QTest::newRow("chain") << "10*3-4/2=" << "13,00" << false;
+        QTest::newRow("second comma ignored") << "1,2,3=" << "1,23" << false;
+        QTest::newRow("backspace") << "125\b=" << "12,00" << false;
+        QTest::newRow("division by zero") << "10/0=" << "" << true;
+        QTest::newRow("clear after error") << "10/0=C7=" << "7,00" << false;
+    }
+    void keyboardCalculator()
+    {
+        QFETCH(QString, keys);
+        QFETCH(QString, result);
+        QFETCH(bool, error);
+        Calculator calc;
+        for (QChar k : keys)
+            calc.key(k);
+        QCOMPARE(calc.error(), error);
+        if (!error)
+            QCOMPARE(calc.result(), result);
+    }
+};
+
+QTEST_MAIN(tst_overdue)
+#include "tst_overdue.moc"
