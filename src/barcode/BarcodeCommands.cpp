@@ -264,8 +264,11 @@ int linha(CliEnv& e)
         if (!in.open(stdin, QIODevice::ReadOnly))
             return ExitRefused;
         int failures = 0;
-        while (!in.atEnd()) {
-            const QString line = QString::fromUtf8(in.readLine()).trimmed();
+        for (;;) {
+            const QByteArray raw = in.readLine();
+            if (raw.isEmpty())
+                break;  // end of input; an empty line still reads as "\n"
+            const QString line = QString::fromUtf8(raw).trimmed();
             const TypedLine::Result r = TypedLine::toBarcode(line);
             failures += r.ok() ? 0 : 1;
             e.out << (r.ok() ? r.barcode : r.erro) << "\n";

@@ -87,16 +87,16 @@ int runCaixaReceber(CliEnv& e)
         }
         avulsos << item;
     }
-    for (const OneOffItem& item : avulsos) {
-        const auto r = s.somaAvulso(item);
-        if (!r.accepted)
-            recusados.append(recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
-    }
     for (const QString& codigo : e.args.positional) {
         const QString digits = QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
         const auto r = digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
         if (!r.accepted)
             recusados.append(recusado(codigo, r));
+    }
+    for (const OneOffItem& item : avulsos) {
+        const auto r = s.somaAvulso(item);
+        if (!r.accepted)
+            recusados.append(recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
     }
     QJsonObject out;
     const Money total = s.list().total();
