@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <memory>
 
 namespace {
 QMessageBox::Icon toQt(DialogIcon icon)
@@ -72,12 +73,22 @@ DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, co
         dlg.exec();
         return DialogAnswer::Ok;
     }
-    QDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
-    dlg.setObjectName(form);
-    dlg.setWindowTitle(caption);
-    auto* layout = new QVBoxLayout(&dlg);
+    DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
+    std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer,
+                                              m_parent ? m_parent : QApplication::activeWindow()));
+    dlg->exec();
+    return answer;
+}
+
+QDialog* frmMensagem::createNotice(const QString& form, const QString& caption, const QStringList& lines,
+                                   DialogButtons buttons, DialogAnswer* answer, QWidget* parent)
+{
+    auto* dlg = new QDialog(parent);
+    dlg->setObjectName(form);
+    dlg->setWindowTitle(caption);
+    auto* layout = new QVBoxLayout(dlg);
     for (const QString& l : lines) {
-        auto* label = new QLabel(l, &dlg);
+        auto* label = new QLabel(l, dlg);
         QFont f = label->font();
         f.setPointSize(f.pointSize() + 3);
         f.setBold(true);
@@ -86,25 +97,23 @@ DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, co
         layout->addWidget(label);
     }
     auto* row = new QHBoxLayout;
-    DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
     if (buttons == DialogButtons::YesNo) {
-        auto* yes = new QPushButton(QStringLiteral("&Sim"), &dlg);
+        auto* yes = new QPushButton(QStringLiteral("&Sim"), dlg);
         yes->setObjectName(QStringLiteral("Command1"));
-        auto* no = new QPushButton(QStringLiteral("&Não"), &dlg);
+        auto* no = new QPushButton(QStringLiteral("&Não"), dlg);
         no->setObjectName(QStringLiteral("Command2"));
-        QObject::connect(yes, &QPushButton::clicked, &dlg, [&] { answer = DialogAnswer::Yes; dlg.accept(); });
-        QObject::connect(no, &QPushButton::clicked, &dlg, [&] { answer = DialogAnswer::No; dlg.reject(); });
+        QObject::connect(yes, &QPushButton::clicked, dlg, [dlg, answer] { *answer = DialogAnswer::Yes; dlg->accept(); });
+        QObject::connect(no, &QPushButton::clicked, dlg, [dlg, answer] { *answer = DialogAnswer::No; dlg->reject(); });
         row->addWidget(yes);
         row->addWidget(no);
         yes->setDefault(true);
     } else {
-        auto* ok = new QPushButton(QStringLiteral("OK"), &dlg);
+        auto* ok = new QPushButton(QStringLiteral("OK"), dlg);
         ok->setObjectName(QStringLiteral("cmdOk"));
-        QObject::connect(ok, &QPushButton::clicked, &dlg, &QDialog::accept);
+        QObject::connect(ok, &QPushButton::clicked, dlg, &QDialog::accept);
         row->addWidget(ok);
         ok->setDefault(true);
     }
     layout->addLayout(row);
-    dlg.exec();
-    return answer;
+    return dlg;
 }

@@ -2,6 +2,7 @@
 
 #include "DialogPort.h"
 
+class QDialog;
 class QWidget;
 
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
@@ -16,6 +17,10 @@ public:
                                  const QString& initial) override;
     DialogAnswer notice(const QString& form, const QString& caption, const QStringList& lines,
                         DialogButtons buttons) override;
+
+    // The notice form itself, for the pictures of the screens.
+    static QDialog* createNotice(const QString& form, const QString& caption, const QStringList& lines,
+                                 DialogButtons buttons, DialogAnswer* answer, QWidget* parent);
 
 private:
     QWidget* m_parent;

@@ -9,10 +9,22 @@
 #include "PasswordHash.h"
 #include "ScriptedDialogPort.h"
 #include "clsUsuarios.h"
+#include "OverdueHandler.h"
+#include "frmAcrescimos.h"
+#include "frmAvulso.h"
 #include "frmData.h"
+#include "frmFeriados.h"
+#include "frmJuros.h"
+#include "frmLdg.h"
+#include "frmMensagem.h"
 #include "frmFrente.h"
 
 #include <QApplication>
+#include <QDateEdit>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -28,15 +40,33 @@ bool save(QWidget& w, const QString& dir, const QString& name)
     return ok;
 }
 
-CustomerItem demoItem(int tipo, const char* desc, const char* valor, const char* codigo, const char* venc)
+// The overdue states: consent, charges, the interest calculator with a result, one-off items.
+int saveOverdueScreens(AppContext& ctx, const QString& out)
 {
-    CustomerItem it;
-    it.tipo = tipo;
-    it.descricao = QString::fromUtf8(desc);
-    it.valor = *Money::parse(QString::fromLatin1(valor));
-    it.codbarra = QString::fromLatin1(codigo);
-    it.vencimento = QString::fromLatin1(venc);
-    return it;
+    int failures = 0;
+    DialogAnswer answer;
+    std::unique_ptr<QDialog> consent(frmMensagem::createNotice(QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia,
+                                                               OverdueHandler::kLinhasGuia, DialogButtons::YesNo, &answer, nullptr));
+    failures += !save(*consent, out, QStringLiteral("frmGuiavencida"));
+    const auto e = Acrescimos::Calcula_acrescimos(QDate(2026, 1, 10), ctx.workingDate, *Money::parse(QStringLiteral("1.234,56")), 1);
+    frmAcrescimos charges(ctx.dialogs, QStringLiteral("Acréscimos"), OverdueHandler::linhasAcrescimos(*e, ctx.clock.today()));
+    failures += !save(charges, out, QStringLiteral("frmAcrescimos"));
+    frmJuros calc(ctx);
+    calc.findChild<QRadioButton*>(QStringLiteral("Option2"))->setChecked(true);
+    calc.findChild<QDateEdit*>(QStringLiteral("dtpVencimento"))->setDate(QDate(2026, 9, 15));
+    calc.findChild<QLineEdit*>(QStringLiteral("mskprestacao"))->setText(QStringLiteral("350,00"));
+    calc.findChild<QPushButton*>(QStringLiteral("Command2"))->click();
+    failures += !save(calc, out, QStringLiteral("frmJuros"));
+    frmAvulso avulso(ctx);
+    avulso.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("15,00"));
+    avulso.findChild<QLineEdit*>(QStringLiteral("txtparcela"))->setText(QStringLiteral("1/1"));
+    failures += !save(avulso, out, QStringLiteral("frmAvulso"));
+    frmFeriados feriados(ctx);
+    failures += !save(feriados, out, QStringLiteral("frmFeriados"));
+    frmLdg ldg(ctx.dialogs);
+    ldg.findChild<QLineEdit*>(QStringLiteral("txtLinha"))->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
+    failures += !save(ldg, out, QStringLiteral("frmLdg"));
+    return failures;
 }
 
 }  // namespace
@@ -54,6 +84,7 @@ int runScreens(int argc, char** argv)
     FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30)));
     AppContext ctx(folder.path(), dialogs, clock);
     IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"), ctx.iniPath());
+    IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"), ctx.iniPath());
     if (!AbreBD::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr)) {
         err << "Não foi possível preparar os dados das telas.\n";
         return 1;
@@ -61,6 +92,7 @@ int runScreens(int argc, char** argv)
     ctx.reloadSettings();
     ctx.userName = QStringLiteral("MARIA DA SILVA");
     ctx.workingDate = clock.today();
+    dialogs.defaultAnswer = DialogAnswer::Yes;
 
     int failures = 0;
     frmData date(ctx);
@@ -71,13 +103,17 @@ int runScreens(int argc, char** argv)
     frmFrente empty(session, false);
     failures += !save(empty, out, QStringLiteral("frmFrente-vazio"));
 
-    session.list().append(demoItem(1, "IPTU", "312,40", "81660000003124004250202611305800000000001234", "30/11/2026"));
-    session.list().append(demoItem(2, "TAXAS DIVERSAS", "57,90", "81670000000579004260202612105800000000004321", "10/12/2026"));
-    session.list().append(demoItem(4, "AGUA E ESGOTO", "89,15", "00191129700000089151234500000000000000000017", "05/12/2026"));
-    session.list().append(demoItem(7, "TAXA DE EXPEDIENTE", "15,00", "", ""));
-    session.tender(QStringLiteral("500,00"));
+    // A customer as the cashier builds one: two guides on time, one overdue (consent given),
+    // a one-off item, and the amount tendered.
+    session.ler(QStringLiteral("81660000003124004262026113058888888888888888"));
+    session.ler(QStringLiteral("00193165100000089151234500000000000000000000"));
+    session.ler(QStringLiteral("81830000012345604272026011000000000000000000"));
+    session.somaAvulso({7, QString(), QStringLiteral("15,00"), QStringLiteral("20261123"), QStringLiteral("1/1"), QString()});
+    session.tender(QStringLiteral("2.000,00"));
     frmFrente four(session, false);
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
+
+    failures += !saveOverdueScreens(ctx, out);
 
     session.list().clear();
     session.resetPayment();
