@@ -78,10 +78,10 @@ int runCaixaReceber(CliEnv& e)
     }
     QJsonArray recusados;
     QList<OneOffItem> avulsos;
-    for (const QString& spec : e.args.values(QStringLiteral("avulso"))) {
+    for (const QString& arg : e.args.values(QStringLiteral("avulso"))) {
         OneOffItem item;
         QString error;
-        if (!OneOffItem::fromSpec(spec, item, &error)) {
+        if (!OneOffItem::fromArgument(arg, item, &error)) {
             e.err << error << "\n";
             return ExitUsage;
         }

@@ -15,14 +15,14 @@ QList<QPair<int, QString>> OneOffItem::kinds(clsDataAccess& db)
     return out;
 }
 
-bool OneOffItem::fromSpec(const QString& spec, OneOffItem& out, QString* error)
+bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* error)
 {
-    const QStringList parts = spec.split(QLatin1Char(':'));
+    const QStringList parts = text.split(QLatin1Char(':'));
     bool ok = false;
     out.idcod = parts.value(0).toInt(&ok);
     if (!ok || parts.size() < 2) {
         if (error)
-            *error = QStringLiteral("Avulso inválido: \"%1\" (use IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]).").arg(spec);
+            *error = QStringLiteral("Avulso inválido: \"%1\" (use IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]).").arg(text);
         return false;
     }
     out.valor = parts[1];

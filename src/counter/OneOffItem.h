@@ -20,5 +20,5 @@ struct OneOffItem {
     // guides.
     static QList<QPair<int, QString>> kinds(clsDataAccess& db);
     // "IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]" of the command line; false when malformed.
-    static bool fromSpec(const QString& spec, OneOffItem& out, QString* error);
+    static bool fromArgument(const QString& text, OneOffItem& out, QString* error);
 };
