@@ -1,5 +1,6 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
 #include "CounterSession.h"
+#include "DemoData.h"
 #include "TestApp.h"
 #include "frmFrente.h"
 
@@ -8,6 +9,8 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTreeWidget>
+
+constexpr int kScannerPause = 200;  // longer than the scanner's own Enter
 
 class tst_frente : public QObject {
     Q_OBJECT
@@ -150,6 +153,48 @@ private slots:
         QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);  // nothing added after closing
         s.key(Qt::Key_F5);
         QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+    }
+
+    void scanningAtTheCounter()
+    {
+        Screen s;
+        QVERIFY(DemoData::seed(s.app.ctx(), nullptr, nullptr));
+        s.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
+        auto* entry = s.w<QLineEdit>("txtValorCodBarra");
+        auto* soma = s.w<QTreeWidget>("lstSoma");
+        const QString onTime = QStringLiteral("81660000003124004262026113058888888888888888");
+        const QString overdue = QStringLiteral("81830000012345604272026011000000000000000000");
+        QTest::keyClicks(entry, onTime);
+        QCOMPARE(soma->topLevelItemCount(), 1);
+        QVERIFY(entry->text().isEmpty());
+        s.key(Qt::Key_Return);  // the scanner's own Enter right after the code
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
+
+        QTest::keyClicks(entry, onTime);
+        QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Conta já Lançada!!!"));
+        QCOMPARE(soma->topLevelItemCount(), 1);
+
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        QTest::keyClicks(entry, overdue);
+        QCOMPARE(s.app.dialogs().last().form, QStringLiteral("frmGuiavencida"));
+        QCOMPARE(soma->topLevelItemCount(), 1);
+        QVERIFY(entry->text().isEmpty());
+        QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->currentIndex(), -1);
+
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        QTest::keyClicks(entry, overdue);
+        QCOMPARE(soma->topLevelItemCount(), 2);
+        QCOMPARE(soma->topLevelItem(1)->text(2), QStringLiteral("1.493,82"));
+        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("R$ 1.806,22"));
+
+        // A bank-slip line pasted into the same field, then Enter.
+        entry->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
+        QTest::qWait(kScannerPause);
+        s.key(Qt::Key_Return);
+        QCOMPARE(soma->topLevelItemCount(), 3);
+        QTest::qWait(kScannerPause);
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 3);
     }
 
     void consultationIsReadOnly()
