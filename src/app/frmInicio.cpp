@@ -57,6 +57,8 @@ private:
             m_date->show();
         });
         m_front->show();
+        m_front->raise();
+        m_front->activateWindow();  // the cashier types at once, without reaching for the mouse
     }
 
     AppContext& m_ctx;
