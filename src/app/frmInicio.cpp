@@ -7,6 +7,7 @@
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "PrinterService.h"
+#include "frmCupomTexto.h"
 #include "frmData.h"
 #include "frmFrente.h"
 #include "frmMensagem.h"
@@ -23,6 +24,7 @@ public:
     explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service)
     {
         ctx.printer = &m_service;
+        m_printer.textCoupon = [&ctx](const QStringList& lines) { return frmCupomTexto::imprimir(ctx, lines); };
     }
     ~GuiRun() override
     {

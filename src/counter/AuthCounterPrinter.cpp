@@ -8,6 +8,9 @@
 #include "clsAutenticadora.h"
 #include "clsMovimento.h"
 
+#include <QDir>
+#include <QFile>
+
 namespace {
 QString seq(int n, int width) { return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0')).right(width); }
 }  // namespace
@@ -99,6 +102,22 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
           << QStringLiteral(" OPR: ") + m_ctx.userName.left(34)
           << QStringLiteral("DATA/HORA: ") + m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
           << clsAutenticadora::pad(m_ctx.settings.mensagem.trimmed(), 40);
+    if (m_printer.modelo() == QLatin1String("txt"))
+        return textCoupon ? textCoupon(lines) : couponFile(lines);
     tape(lines.join(QLatin1Char('\n')));
     return true;
+}
+
+bool AuthCounterPrinter::couponFile(const QStringList& lines)
+{
+    const QString dir = m_ctx.filePath(QStringLiteral("Cupons"));
+    if (!QDir().mkpath(dir))
+        return false;
+    QFile f(QDir(dir).filePath(QStringLiteral("cupom_%1.txt").arg(m_ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
+    if (!f.open(QIODevice::WriteOnly))
+        return false;
+    QByteArray bytes;
+    for (const QString& l : lines)
+        bytes += l.toLatin1() + "\r\n";
+    return f.write(bytes) == bytes.size();
 }

@@ -2,6 +2,9 @@
 
 #include "CounterPrinter.h"
 
+#include <QStringList>
+#include <functional>
+
 class AppContext;
 class PrinterService;
 
@@ -17,8 +20,13 @@ public:
     bool documentos(const QList<RecordedReceipt>& rows) override;
     bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago, const QString& troco) override;
 
+    // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
+    // (the screens set this) or, without one, to a text file in Cupons/.
+    std::function<bool(const QStringList& lines)> textCoupon;
+
 private:
     void tape(const QString& lines);
+    bool couponFile(const QStringList& lines);
     QString guiche() const;
     QString mensagem() const;
 

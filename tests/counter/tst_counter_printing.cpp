@@ -6,6 +6,9 @@
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "TestApp.h"
+#include "frmCupomTexto.h"
+
+#include <QDir>
 
 class tst_counter_printing : public QObject {
     Q_OBJECT
@@ -58,7 +61,34 @@ private slots:
         QVERIFY(emulator.attributesOff());
         QVERIFY(!emulator.inDocumentMode());
     }
+
+    void textModelCoupon()
+    {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("txt"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterService service(app.ctx());
+        AuthCounterPrinter printer(app.ctx(), service);
+        CounterSession s(app.ctx(), &printer);
+        QVERIFY(s.day().abrir());
+        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
+        s.tender(QStringLiteral("100,00"));
+        QVERIFY(s.gravar());
+        const QStringList files = QDir(app.path(QStringLiteral("Cupons"))).entryList(QDir::Files);
+        QCOMPARE(files.size(), 1);
+        QFile f(app.path(QStringLiteral("Cupons/")) + files.first());
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        const QByteArray text = f.readAll();
+        QVERIFY(text.contains("TROCO:                             10,85\r\n"));
+
+        // On screen, without any printer installed, the coupon becomes a PDF.
+        QVERIFY(frmCupomTexto::imprimir(app.ctx(), {QStringLiteral("TOTAL PAGO: 100,00")}));
+        QVERIFY(!QDir(app.path(QStringLiteral("Cupons"))).entryList({QStringLiteral("*.pdf")}).isEmpty());
+    }
 };
 
-QTEST_GUILESS_MAIN(tst_counter_printing)
+QTEST_MAIN(tst_counter_printing)
 #include "tst_counter_printing.moc"

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class AppContext;
+
+// The coupon of the "txt" model on the ordinary printer ([Print] impressora_padrao, else the
+// system's default), or as a PDF in Cupons/ when the workstation has no printer.
+class frmCupomTexto {
+public:
+    static bool imprimir(AppContext& ctx, const QStringList& lines);
+};
