@@ -7,6 +7,7 @@
 #include "CliCommand.h"
 #include "CliDialogPort.h"
 #include "Clock.h"
+#include "DateUtil.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,6 +51,16 @@ QString readLine()
 }
 
 }  // namespace
+
+std::optional<QDate> workingDateOption(CliEnv& e)
+{
+    if (!e.args.has(QStringLiteral("data")))
+        return e.ctx.clock.today();
+    const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
+    if (!d)
+        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
+    return d;
+}
 
 bool Cli::wantsCli(const QStringList& args)
 {

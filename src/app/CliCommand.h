@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QDate>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 class AppContext;
 class CliArgs;
@@ -21,6 +23,10 @@ struct CliEnv {
 };
 
 enum CliExit { ExitOk = 0, ExitRefused = 1, ExitUsage = 2 };
+
+// The working date of a command: --data DD/MM/AAAA, else today. nullopt (message on stderr)
+// when the text is not a date.
+std::optional<QDate> workingDateOption(CliEnv& e);
 
 struct CliCommand {
     QStringList words;   // "usuario", "gravar"

@@ -230,15 +230,10 @@ int ler(CliEnv& e)
         e.err << "Uso: tolvane ler CODIGO [--data DD/MM/AAAA] [--json]\n";
         return ExitUsage;
     }
-    QDate day = e.ctx.clock.today();
-    if (e.args.has(QStringLiteral("data"))) {
-        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
-        if (!d) {
-            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
-            return ExitUsage;
-        }
-        day = *d;
-    }
+    const auto chosen = workingDateOption(e);
+    if (!chosen)
+        return ExitUsage;
+    const QDate day = *chosen;
     const ReadingDecision d = BarcodeReader(e.ctx).Leitura_codigo_barras(e.args.positional.first(), day, {});
     QJsonObject o = decisionJson(d);
     if (d.outcome == ReadingDecision::Outcome::Aceito)

@@ -23,15 +23,10 @@ void printJson(CliEnv& e, const QJsonObject& o) { e.out << QJsonDocument(o).toJs
 // code, or -1 to go on.
 int login(CliEnv& e)
 {
-    QDate day = e.ctx.clock.today();
-    if (e.args.has(QStringLiteral("data"))) {
-        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
-        if (!d) {
-            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
-            return ExitUsage;
-        }
-        day = *d;
-    }
+    const auto chosen = workingDateOption(e);
+    if (!chosen)
+        return ExitUsage;
+    const QDate day = *chosen;
     const QString senha = e.readStdinLine();
     if (!AbreBD::Valida_senha(e.ctx, senha)) {
         e.err << AbreBD::kSenhaInvalida << "\n";

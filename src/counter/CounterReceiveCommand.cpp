@@ -44,15 +44,10 @@ int runCaixaReceber(CliEnv& e)
         e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] [--pago VALOR] CODIGO...\n";
         return ExitUsage;
     }
-    QDate day = e.ctx.clock.today();
-    if (e.args.has(QStringLiteral("data"))) {
-        const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
-        if (!d) {
-            e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
-            return ExitUsage;
-        }
-        day = *d;
-    }
+    const auto chosen = workingDateOption(e);
+    if (!chosen)
+        return ExitUsage;
+    const QDate day = *chosen;
     const QString pago = e.args.value(QStringLiteral("pago"));
     if (e.args.has(QStringLiteral("pago")) && (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
         e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);

@@ -29,7 +29,6 @@
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
-constexpr int kScannerEnterMs = 150;  // a scanner's own Enter right after the code is not the operator's
 
 QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0, bool bold = false)
 {
@@ -383,7 +382,7 @@ void frmFrente::enter()
         m_lastScan.start();
         return;
     }
-    if (m_lastScan.isValid() && m_lastScan.elapsed() < kScannerEnterMs)
+    if (m_lastScan.isValid() && m_lastScan.elapsed() < m_scannerEnterMs)
         return;
     if (m_consulta || m_session.list().isEmpty())
         return;

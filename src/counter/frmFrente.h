@@ -19,6 +19,8 @@ public:
     frmFrente(CounterSession& session, bool consulta, QWidget* parent = nullptr);
 
     void refreshAll();
+    // How long after a code an Enter is taken as the scanner's own (150 ms).
+    void setScannerEnterWindow(int ms) { m_scannerEnterMs = ms; }
 
 signals:
     void logoff();
@@ -60,6 +62,7 @@ private:
     AppContext& m_ctx;
     bool m_consulta;
     QElapsedTimer m_lastScan;
+    int m_scannerEnterMs = 150;
 
     QLineEdit* m_entry = nullptr;      // txtValorCodBarra
     QComboBox* m_kinds = nullptr;      // cmbTipoGuia
