@@ -15,13 +15,9 @@
 #include <QJsonObject>
 #include <QTextStream>
 
-namespace {
-
-void printJson(CliEnv& e, const QJsonObject& o) { e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n"; }
-
 // Logs the operator in and fixes the working date (--data, default today). Answers an exit
 // code, or -1 to go on.
-int login(CliEnv& e)
+int counterLogin(CliEnv& e)
 {
     const auto chosen = workingDateOption(e);
     if (!chosen)
@@ -40,10 +36,15 @@ int login(CliEnv& e)
     return -1;
 }
 
+
+namespace {
+
+void printJson(CliEnv& e, const QJsonObject& o) { e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n"; }
+
 // The existing movement of the working date, or a refusal.
 int existing(CliEnv& e, CounterSession& s)
 {
-    if (int rc = login(e); rc >= 0)
+    if (int rc = counterLogin(e); rc >= 0)
         return rc;
     if (!s.day().consultar()) {
         e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
@@ -70,7 +71,7 @@ int abrir(CliEnv& e)
 {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
-    if (int rc = login(e); rc >= 0)
+    if (int rc = counterLogin(e); rc >= 0)
         return rc;
     if (e.ctx.workingDate != e.ctx.clock.today())
         e.ctx.dialogs.warn(QStringLiteral("Aviso"),

@@ -38,30 +38,21 @@ void addEncargos(QJsonObject& o, const Encargos& e)
     o.insert(QStringLiteral("total"), e.total.format());
 }
 
+int counterLogin(CliEnv& e);  // CounterCommands.cpp
+
 int runCaixaReceber(CliEnv& e)
 {
     if (e.args.positional.isEmpty() && !e.args.has(QStringLiteral("avulso"))) {
         e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] [--pago VALOR] CODIGO...\n";
         return ExitUsage;
     }
-    const auto chosen = workingDateOption(e);
-    if (!chosen)
-        return ExitUsage;
-    const QDate day = *chosen;
     const QString pago = e.args.value(QStringLiteral("pago"));
     if (e.args.has(QStringLiteral("pago")) && (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
         e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
         return ExitUsage;
     }
-    if (!AbreBD::Valida_senha(e.ctx, e.readStdinLine())) {
-        e.err << AbreBD::kSenhaInvalida << "\n";
-        return ExitRefused;
-    }
-    if (day > e.ctx.clock.today()) {
-        e.err << "A data atual não pode ser menor que esta selecionada!!\n";
-        return ExitRefused;
-    }
-    e.ctx.workingDate = day;
+    if (int rc = counterLogin(e); rc >= 0)
+        return rc;
     if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs); scripted && e.args.has(QStringLiteral("recusar-vencidas")))
         scripted->defaultAnswer = DialogAnswer::No;
 
