@@ -26,8 +26,10 @@ DueFactor::Result DueFactor::dueDate(const QString& factor4, const QDate& workin
     if (factor == 0)
         return {Status::NoDueDate, {}};
     // Cycle 0 is the first (1000 = 03/07/2000); cycle n starts 9000 * (n - 1) days after 22/02/2025.
+    // Later cycles restart at 1000, so 0001 to 0999 only ever meant a date before July 2000.
     const QDate first = kBase.addDays(factor);
-    for (int cycle = 0; cycle < 12; ++cycle) {
+    const int cycles = factor < 1000 ? 1 : 12;
+    for (int cycle = 0; cycle < cycles; ++cycle) {
         const QDate d = first.addDays(qint64(cycle) * kCycle);
         const qint64 offset = working.daysTo(d);
         if (offset >= -kDaysBefore && offset <= kDaysAfter)

@@ -100,6 +100,25 @@ private slots:
         QTest::newRow("collection block 2") << "836400000011 331201380003 812884627116 080136181551" << "" << 2;
         QTest::newRow("collection block 4") << "836400000011 331201380002 812884627116 080136181552" << "" << 4;
         QTest::newRow("collection general") << "836500000011 331201380002 812884627116 080136181551" << "" << 1;
+        // Lines printed on real slips and bills of several banks and segments.
+        QTest::newRow("cef") << "10492006506100010004200997263900989810000021403" << "10499898100000214032006561000100040099726390" << 0;
+        QTest::newRow("bradesco") << "23793.38128 60005.963347 21000.063301 1 74640000116037"
+                                  << "23791746400001160373381260005963342100006330" << 0;
+        QTest::newRow("bradesco card, no factor") << "23794150099001980167035000211405700000000000000"
+                                                  << "23797000000000000004150090019801673500021140" << 0;
+        QTest::newRow("banco do brasil") << "00190.50095 40144.816069 06809.350314 3 37370000000100"
+                                         << "00193373700000001000500940144816060680935031" << 0;
+        QTest::newRow("sicoob") << "75691303670103467211159238450015997710000096210" << "75699977100000962101303601034672115923845001" << 0;
+        QTest::newRow("factor and value zero") << "73990.00004 00001.223320 90126.130344 4 00000000000000"
+                                               << "73994000000000000000000000001223329012613034" << 0;
+        QTest::newRow("energy, modulo 10") << "838600000050096000190009000801782309000343062712"
+                                           << "83860000005096000190000008017823000034306271" << 0;
+        QTest::newRow("sanitation, modulo 10") << "858200000007572503282030560708202107539591904460"
+                                               << "85820000000572503282035607082021053959190446" << 0;
+        QTest::newRow("taxes, modulo 10") << "846300000003299902962024004101360008002006441147"
+                                          << "84630000000299902962020041013600000200644114" << 0;
+        QTest::newRow("sicoob field 1 mistyped") << "75691313670103467211159238450015997710000096210" << "" << 1;
+        QTest::newRow("itau sample, general digit") << "34191.75124 34567.871230 41234.560005 8 92850000026035" << "" << 0;
         QTest::newRow("46 digits") << slip.left(46) << "" << -1;
         QTest::newRow("letters") << QString(slip).replace(3, 1, QLatin1Char('x')) << "" << -1;
         QTest::newRow("empty") << "" << "" << -1;
@@ -141,6 +160,15 @@ private slots:
         QTest::newRow("no due date") << "0000" << QDate(2026, 11, 23) << "" << int(DueFactor::Status::NoDueDate) << QDate();
         QTest::newRow("legacy 1000") << "1000" << QDate(2026, 11, 23) << "legado" << ok << QDate(2000, 7, 3);
         QTest::newRow("legacy 0000") << "0000" << QDate(2026, 11, 23) << "LEGADO" << ok << QDate(1997, 10, 7);
+        // The same printed factor on both sides of the restart, read on different days.
+        QTest::newRow("8981 in 2022") << "8981" << QDate(2022, 5, 2) << "" << ok << QDate(2022, 5, 10);
+        QTest::newRow("8981 in 2040") << "8981" << QDate(2040, 3, 1) << "" << ok << QDate(2046, 12, 30);
+        QTest::newRow("3737 in 2006") << "3737" << QDate(2006, 1, 1) << "" << ok << QDate(2007, 12, 31);
+        QTest::newRow("3737 in 2026") << "3737" << QDate(2026, 11, 23) << "" << ok << QDate(2032, 8, 21);
+        QTest::newRow("8981 in 2006: too far ahead") << "8981" << QDate(2006, 1, 1) << "" << int(DueFactor::Status::OutOfWindow) << QDate();
+        // Below 1000 only the first cycle has the factor.
+        QTest::newRow("0500 in 1999") << "0500" << QDate(1999, 2, 1) << "" << ok << QDate(1999, 2, 19);
+        QTest::newRow("0500 today") << "0500" << QDate(2026, 11, 23) << "" << int(DueFactor::Status::OutOfWindow) << QDate();
         QTest::newRow("not digits") << "12a4" << QDate(2026, 11, 23) << "" << int(DueFactor::Status::Invalid) << QDate();
     }
     void dueFactor()

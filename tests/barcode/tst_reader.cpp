@@ -1,6 +1,7 @@
 // The reading routine's decisions, the kinds and holiday records, on both engines.
 #include "BarcodeReader.h"
 #include "CheckDigits.h"
+#include "DateUtil.h"
 #include "DemoData.h"
 #include "HolidayCalendar.h"
 #include "TestApp.h"
@@ -83,6 +84,51 @@ private slots:
         QCOMPARE(d.idcod, idcod);
         QCOMPARE(d.valor.format(), valor);
         QCOMPARE(d.vencimento.isValid() ? d.vencimento.toString(QStringLiteral("dd/MM/yyyy")) : QString(), vencimento);
+        QCOMPARE(d.juros, juros);
+    }
+
+    void publicCodes_data()
+    {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QDate>("working");
+        QTest::addColumn<QString>("fator");
+        QTest::addColumn<QString>("resultado");
+        QTest::addColumn<QString>("vencimento");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<QString>("juros");
+        const QString bb = QStringLiteral("00193373700000001000500940144816060680935031");   // factor 3737
+        const QString cef = QStringLiteral("10499898100000214032006561000100040099726390");  // factor 8981
+        const QString taxes = QStringLiteral("84630000000299902962020041013600000200644114");
+        QTest::newRow("bb read in 2006") << bb << QDate(2006, 1, 2) << "" << "aceito" << "31/12/2007" << "1,00" << "SIM";
+        QTest::newRow("bb read in 2026: second cycle") << bb << QDate(2026, 11, 23) << "" << "aceito" << "21/08/2032" << "1,00" << "SIM";
+        QTest::newRow("cef read in 2022") << cef << QDate(2022, 5, 2) << "" << "aceito" << "10/05/2022" << "214,03" << "NÃO";
+        QTest::newRow("cef of 2022 read in 2026") << cef << QDate(2026, 11, 23) << "" << "bloqueada" << "" << "" << "";
+        QTest::newRow("cef read in 2040: second cycle") << cef << QDate(2040, 3, 1) << "" << "aceito" << "30/12/2046" << "214,03" << "NÃO";
+        QTest::newRow("cef read in 2040, fixed base") << cef << QDate(2040, 3, 1) << "legado" << "bloqueada" << "" << "" << "";
+        QTest::newRow("cef read in 2006: out of window") << cef << QDate(2006, 1, 2) << "" << "erro" << "" << "" << "";
+        QTest::newRow("taxes of 2020 in 2020") << taxes << QDate(2020, 4, 1) << "" << "aceito" << "10/04/2020" << "29,99" << "NÃO";
+        QTest::newRow("taxes of 2020 in 2026") << taxes << QDate(2026, 11, 23) << "" << "bloqueada" << "" << "" << "";
+    }
+    void publicCodes()
+    {
+        QFETCH(QString, code);
+        QFETCH(QDate, working);
+        QFETCH(QString, fator);
+        QFETCH(QString, resultado);
+        QFETCH(QString, vencimento);
+        QFETCH(QString, valor);
+        QFETCH(QString, juros);
+        TEST_BACKEND();
+        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) VALUES "
+                                                   "(10, '05009', 'BB', 'C', 'S', 'N'), (11, '20065', 'CEF', 'C', 'N', 'S'), "
+                                                   "(12, '0296', 'TAXAS', 'F', 'N', 'S')")));
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento"), fator);
+        const ReadingDecision d = BarcodeReader(app.ctx()).Leitura_codigo_barras(code, working, {});
+        QCOMPARE(d.resultado(), resultado);
+        if (resultado != QLatin1String("aceito"))
+            return;
+        QCOMPARE(DateUtil::br(d.vencimento), vencimento);
+        QCOMPARE(d.valor.format(), valor);
         QCOMPARE(d.juros, juros);
     }
 
