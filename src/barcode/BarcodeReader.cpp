@@ -99,6 +99,7 @@ bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBa
     if (Conta_recebida(code))
         return refuse(ReadingDecision::Outcome::Recebida, QStringLiteral("Conta já Recebida!!!"));
     if (m_ctx.settings.rede == 1) {
+        d.networkChecked = true;
         if (!Rede_ativa()) {
             d.showNetworkLabel = true;
             return false;

@@ -21,6 +21,7 @@ struct ReadingDecision {
     bool clearField = false;
     bool clearKind = false;
     bool showNetworkLabel = false;
+    bool networkChecked = false;  // lblStatusRede is set (shown or hidden) only when true
     QList<QPair<int, QString>> kinds;  // the kind list as filled (IDCOD, DESCRICAO)
 
     // When accepted:

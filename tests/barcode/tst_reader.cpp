@@ -167,12 +167,14 @@ private slots:
         QCOMPARE(read().resultado(), QStringLiteral("recebida"));
         app.ctx().reloadSettings();
         QCOMPARE(app.ctx().settings.rede, qint16(11));  // the second load concatenates
-        QCOMPARE(read().resultado(), QStringLiteral("aceito"));  // only exactly 1 turns the check on
+        const auto off = read();
+        QCOMPARE(off.resultado(), QStringLiteral("aceito"));  // only exactly 1 turns the check on
+        QVERIFY(!off.networkChecked);
         app.ctx().settings.rede = 1;
         reader.networkAlive = [] { return false; };
         const auto down = read();
         QCOMPARE(down.resultado(), QStringLiteral("aceito"));
-        QVERIFY(down.showNetworkLabel);
+        QVERIFY(down.showNetworkLabel && down.networkChecked);
     }
 
     void codesStartingWith000AreNeverDuplicates()
