@@ -161,6 +161,7 @@ CounterSession::ReadResult CounterSession::ler(const QString& code)
     r.clearField = d.clearField;
     r.clearKind = d.clearKind;
     r.showNetworkLabel = d.showNetworkLabel;
+    r.networkChecked = d.networkChecked;
     r.resultado = d.resultado();
     r.mensagens = d.mensagens;
     if (d.outcome != ReadingDecision::Outcome::Aceito)

@@ -30,6 +30,7 @@ public:
         bool clearField = false;
         bool clearKind = false;
         bool showNetworkLabel = false;
+        bool networkChecked = false;  // the network label is touched only when true
         QString resultado;        // the outcome's word ("aceito", "recebida" ...)
         QStringList mensagens;    // what the operator was shown
         std::optional<Encargos> encargos;  // the overdue decision of a guide with a due date

@@ -357,7 +357,8 @@ void frmFrente::Leitura_codigo_barras()
     if (m_consulta)
         return;
     const auto r = m_session.ler(m_entry->text());
-    m_rede->setVisible(r.showNetworkLabel);
+    if (r.networkChecked)
+        m_rede->setVisible(r.showNetworkLabel);
     if (r.clearField)
         m_entry->clear();
     if (r.clearKind)
@@ -377,6 +378,7 @@ void frmFrente::enter()
         const auto r = m_session.lerLinha(text);
         if (r.clearField || r.accepted)
             m_entry->clear();
+        if (r.networkChecked)
         m_rede->setVisible(r.showNetworkLabel);
         refreshList();
         m_lastScan.start();
