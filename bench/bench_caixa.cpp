@@ -1,6 +1,7 @@
 // Counter figures: login among 50 operators, recording a 10-item payment on SQLite, and start-up
 // to a usable counter screen.
-#include "AbreBD.h"
+#include "Startup.h"
+#include "Login.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
@@ -25,7 +26,7 @@ struct Folder {
     Folder()
     {
         ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
-        AbreBD::Abre_conexao(*ctx, true);
+        Startup::Abre_conexao(*ctx, true);
         DemoData::seed(*ctx, nullptr, nullptr);
         ctx->reloadSettings();
         ctx->workingDate = clock.today();
@@ -43,7 +44,7 @@ void BM_Login50Operators(benchmark::State& state)
         u.SQLInsert(1);
     }
     for (auto _ : state)
-        benchmark::DoNotOptimize(AbreBD::Valida_senha(*f.ctx, QStringLiteral("senha37")));
+        benchmark::DoNotOptimize(Login::Valida_senha(*f.ctx, QStringLiteral("senha37")));
 }
 BENCHMARK(BM_Login50Operators)->Unit(benchmark::kMillisecond);
 
@@ -78,7 +79,7 @@ void BM_StartupToCounterScreen(benchmark::State& state)
         ScriptedDialogPort dialogs;
         SystemClock clock;
         AppContext ctx(folder, dialogs, clock);
-        AbreBD::startup(ctx);
+        Startup::run(ctx);
         ctx.workingDate = QDate(2026, 11, 23);
         CounterSession session(ctx, nullptr);
         session.day().abrir();

@@ -1,6 +1,6 @@
 // Reading one code (duplicate checks, kind lookup, decoding) with 1 000 and 1 000 000 receipts
 // in the database.
-#include "AbreBD.h"
+#include "Startup.h"
 #include "AppContext.h"
 #include "BarcodeReader.h"
 #include "Clock.h"
@@ -24,7 +24,7 @@ struct Seeded {
     explicit Seeded(int receipts)
     {
         ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
-        AbreBD::Abre_conexao(*ctx, true);
+        Startup::Abre_conexao(*ctx, true);
         DemoData::seed(*ctx, nullptr, nullptr);
         ctx->reloadSettings();
         QSqlDatabase db = ctx->db.database();

@@ -1,10 +1,9 @@
 #include "Cli.h"
+#include "GuiStart.h"
+#include "ScreenGallery.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
-
-int runGui(int argc, char** argv);      // frmInicio.cpp
-int runScreens(int argc, char** argv);  // frmTelas.cpp
 
 int main(int argc, char** argv)
 {

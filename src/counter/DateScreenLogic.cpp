@@ -1,6 +1,6 @@
 #include "DateScreenLogic.h"
 
-#include "AbreBD.h"
+#include "Login.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "DialogPort.h"
@@ -9,8 +9,8 @@
 bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate& chosen, Action action)
 {
     const QString aviso = QStringLiteral("Aviso");
-    if (!AbreBD::Valida_senha(ctx, senha)) {
-        ctx.dialogs.critical(aviso, AbreBD::kSenhaInvalida);
+    if (!Login::Valida_senha(ctx, senha)) {
+        ctx.dialogs.critical(aviso, Login::kSenhaInvalida);
         return false;
     }
     const QDate today = ctx.clock.today();

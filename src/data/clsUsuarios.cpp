@@ -2,18 +2,40 @@
 
 #include "clsDataAccess.h"
 
+namespace {
+void fill(clsUsuarios& u, const Recordset& r)
+{
+    u.ID = static_cast<qint32>(r.integer(QStringLiteral("ID")));
+    u.NOME = r.text(QStringLiteral("NOME"));
+    u.SENHA = r.text(QStringLiteral("SENHA"));
+    u.TIPO = r.text(QStringLiteral("TIPO"));
+    u.ATIVO = static_cast<qint16>(r.integer(QStringLiteral("ATIVO")));
+}
+}  // namespace
+
 bool clsUsuarios::SQLSelect(qint32 id)
 {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, NOME, SENHA, TIPO, ATIVO FROM Usuarios WHERE ID = ?"), {id});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
-    ID = static_cast<qint32>(rs->integer(QStringLiteral("ID")));
-    NOME = rs->text(QStringLiteral("NOME"));
-    SENHA = rs->text(QStringLiteral("SENHA"));
-    TIPO = rs->text(QStringLiteral("TIPO"));
-    ATIVO = static_cast<qint16>(rs->integer(QStringLiteral("ATIVO")));
+    fill(*this, *rs);
     return true;
+}
+
+std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db)
+{
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, NOME, SENHA, TIPO, ATIVO FROM Usuarios ORDER BY NOME, ID"));
+    if (!rs)
+        return std::nullopt;
+    QList<clsUsuarios> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsUsuarios u(db);
+        fill(u, r);
+        out.append(u);
+    }
+    return out;
 }
 
 bool clsUsuarios::SQLInsert(int mode)

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -19,6 +21,9 @@ public:
     // Mode 1 inserts (ID read back); any other mode updates the row ID.
     bool SQLInsert(int mode);
     bool SQLDelete();
+
+    // Every operator, ordered by name; nullopt when the read failed (logged).
+    static std::optional<QList<clsUsuarios>> listar(clsDataAccess& db);
 
 private:
     clsDataAccess* m_db;  // a pointer so rows can be copied

@@ -1,6 +1,6 @@
 #include "TestApp.h"
 
-#include "AbreBD.h"
+#include "Startup.h"
 #include "IniFile.h"
 #include "PasswordHash.h"
 #include "PgServer.h"
@@ -28,7 +28,7 @@ TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now)
         setOption(QStringLiteral("Banco"), QStringLiteral("tipo"), QStringLiteral("sqlite"));
     }
     QString detail;
-    m_ok = AbreBD::Abre_conexao(*m_ctx, true, &detail);
+    m_ok = Startup::Abre_conexao(*m_ctx, true, &detail);
     if (!m_ok)
         qWarning("test database: %s", qPrintable(detail));
     m_ctx->reloadSettings();

@@ -1,4 +1,4 @@
-#include "frmCupomTexto.h"
+#include "TextCouponPrinter.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -9,7 +9,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
-bool frmCupomTexto::imprimir(AppContext& ctx, const QStringList& lines)
+bool TextCouponPrinter::imprimir(AppContext& ctx, const QStringList& lines)
 {
     QPrinterInfo info = ctx.settings.impressora_padrao.trimmed().isEmpty()
                             ? QPrinterInfo::defaultPrinter()

@@ -7,10 +7,10 @@
 class QLabel;
 
 // The calculator of F9, driven by the keyboard; Enter sends the result to the counter.
-class frmCalculadora : public QDialog {
+class CalculatorDialog : public QDialog {
     Q_OBJECT
 public:
-    explicit frmCalculadora(QWidget* parent = nullptr);
+    explicit CalculatorDialog(QWidget* parent = nullptr);
 
 signals:
     void resultado(const QString& valor);

@@ -7,7 +7,7 @@ class AppContext;
 
 // The coupon of the "txt" model on the ordinary printer ([Print] impressora_padrao, else the
 // system's default), or as a PDF in Cupons/ when the workstation has no printer.
-class frmCupomTexto {
+class TextCouponPrinter {
 public:
     static bool imprimir(AppContext& ctx, const QStringList& lines);
 };

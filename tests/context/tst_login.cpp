@@ -1,5 +1,6 @@
 // Login and the administrator check, on both engines.
-#include "AbreBD.h"
+#include "Login.h"
+#include "AdminGuard.h"
 #include "PasswordHash.h"
 #include "TestApp.h"
 
@@ -18,30 +19,30 @@ private slots:
         app.addUser(QStringLiteral("EVA"), QStringLiteral("minuscula"), QStringLiteral("adm"));
         AppContext& ctx = app.ctx();
 
-        QVERIFY(AbreBD::Valida_senha(ctx, QStringLiteral("Segredo1")));
+        QVERIFY(Login::Valida_senha(ctx, QStringLiteral("Segredo1")));
         QCOMPARE(ctx.userName, QStringLiteral("ANA"));
-        QVERIFY(AbreBD::Valida_senha(ctx, QStringLiteral("sEGREDO1")));  // case-insensitive
-        QVERIFY(!AbreBD::Valida_senha(ctx, QStringLiteral("Segredo1 ")));  // as typed, not trimmed
-        QVERIFY(!AbreBD::Valida_senha(ctx, QStringLiteral("dupla")));      // two users share it
-        QVERIFY(!AbreBD::Valida_senha(ctx, QString()));
-        QVERIFY(!AbreBD::Valida_senha(ctx, QStringLiteral("   ")));
+        QVERIFY(Login::Valida_senha(ctx, QStringLiteral("sEGREDO1")));  // case-insensitive
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("Segredo1 ")));  // as typed, not trimmed
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("dupla")));      // two users share it
+        QVERIFY(!Login::Valida_senha(ctx, QString()));
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("   ")));
         QVERIFY(app.dialogs().shown().isEmpty());  // blank passwords never reach the database
 
         // An inactive operator cannot log in, yet name and type are set, and the
         // administrator check does not look at activity.
-        QVERIFY(!AbreBD::Valida_senha(ctx, QStringLiteral("parada")));
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("parada")));
         QCOMPARE(ctx.userName, QStringLiteral("DINA"));
-        QCOMPARE(AbreBD::Tipo_usuario(ctx, QStringLiteral("parada")), QStringLiteral("ADM"));
-        QCOMPARE(AbreBD::Tipo_usuario(ctx, QStringLiteral("dupla")), QStringLiteral("USER"));
-        QCOMPARE(AbreBD::Tipo_usuario(ctx, QStringLiteral("minuscula")), QStringLiteral("adm"));
-        QCOMPARE(AbreBD::Tipo_usuario(ctx, QString()), QStringLiteral("USER"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("parada")), QStringLiteral("ADM"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("dupla")), QStringLiteral("USER"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("minuscula")), QStringLiteral("adm"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QString()), QStringLiteral("USER"));
     }
 
     void quoteIsLoggedAndRefused()
     {
         TEST_BACKEND();
         app.addUser(QStringLiteral("ANA"), QStringLiteral("x"), QStringLiteral("ADM"));
-        QVERIFY(!AbreBD::Valida_senha(app.ctx(), QStringLiteral("x' OR '1'='1")));
+        QVERIFY(!Login::Valida_senha(app.ctx(), QStringLiteral("x' OR '1'='1")));
         QCOMPARE(app.dialogs().shown().size(), 1);
         QVERIFY(app.dialogs().last().text.contains(QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess")));
         QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));
@@ -68,7 +69,7 @@ private slots:
         app.addUser(QStringLiteral("CAIXA"), QStringLiteral("caixa"), QStringLiteral("USER"));
         app.addUser(QStringLiteral("BAIXO"), QStringLiteral("baixo"), QStringLiteral("adm"));
         app.dialogs().pushInput(cancel ? std::nullopt : std::optional<QString>(answer));
-        QCOMPARE(AbreBD::Pede_senha_administrador(app.ctx(), QStringLiteral("Sangria")), admitted);
+        QCOMPARE(AdminGuard::ask(app.ctx(), QStringLiteral("Sangria")), admitted);
         QCOMPARE(app.dialogs().shown().size(), 1);  // the prompt, and no message after it
         QCOMPARE(app.dialogs().last().kind, QStringLiteral("input"));
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Sangria"));

@@ -1,5 +1,6 @@
 // Commands of the application frame: iniciar, usuario, entrar.
-#include "AbreBD.h"
+#include "Startup.h"
+#include "Login.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
@@ -46,7 +47,7 @@ int iniciar(CliEnv& e)
     }
     e.ctx.reloadSettings();
     QString detail;
-    if (!AbreBD::Abre_conexao(e.ctx, true, &detail)) {
+    if (!Startup::Abre_conexao(e.ctx, true, &detail)) {
         e.err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
         return ExitRefused;
     }
@@ -142,7 +143,7 @@ int entrar(CliEnv& e)
 {
     const QString senha = e.readStdinLine();
     if (e.args.has(QStringLiteral("adm"))) {
-        const QString tipo = senha.trimmed().isEmpty() ? QStringLiteral("USER") : AbreBD::Tipo_usuario(e.ctx, senha);
+        const QString tipo = senha.trimmed().isEmpty() ? QStringLiteral("USER") : Login::Tipo_usuario(e.ctx, senha);
         if (tipo != QLatin1String("ADM")) {
             e.err << "Senha de administrador não aceita.\n";
             return ExitRefused;
@@ -150,8 +151,8 @@ int entrar(CliEnv& e)
         e.out << "ADM\n";
         return ExitOk;
     }
-    if (!AbreBD::Valida_senha(e.ctx, senha)) {
-        e.err << AbreBD::kSenhaInvalida << "\n";
+    if (!Login::Valida_senha(e.ctx, senha)) {
+        e.err << Login::kSenhaInvalida << "\n";
         return ExitRefused;
     }
     if (e.json)

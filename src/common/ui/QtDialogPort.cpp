@@ -1,4 +1,4 @@
-#include "frmMensagem.h"
+#include "QtDialogPort.h"
 
 #include "frmAcrescimos.h"
 
@@ -26,7 +26,7 @@ QMessageBox::Icon toQt(DialogIcon icon)
 }
 }  // namespace
 
-DialogAnswer frmMensagem::message(const QString& title, const QString& text, DialogIcon icon,
+DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                   DialogButtons buttons)
 {
     QMessageBox box(toQt(icon), title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
@@ -50,7 +50,7 @@ DialogAnswer frmMensagem::message(const QString& title, const QString& text, Dia
     return DialogAnswer::Ok;
 }
 
-std::optional<QString> frmMensagem::input(const QString& title, const QString& prompt, bool masked,
+std::optional<QString> QtDialogPort::input(const QString& title, const QString& prompt, bool masked,
                                           const QString& initial)
 {
     QInputDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
@@ -65,7 +65,7 @@ std::optional<QString> frmMensagem::input(const QString& title, const QString& p
     return dlg.textValue();
 }
 
-DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, const QStringList& lines,
+DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption, const QStringList& lines,
                                  DialogButtons buttons)
 {
     if (form == QLatin1String("frmAcrescimos")) {
@@ -80,7 +80,7 @@ DialogAnswer frmMensagem::notice(const QString& form, const QString& caption, co
     return answer;
 }
 
-QDialog* frmMensagem::createNotice(const QString& form, const QString& caption, const QStringList& lines,
+QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption, const QStringList& lines,
                                    DialogButtons buttons, DialogAnswer* answer, QWidget* parent)
 {
     auto* dlg = new QDialog(parent);

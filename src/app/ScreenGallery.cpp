@@ -1,6 +1,6 @@
-#include "frmTelas.h"
+#include "ScreenGallery.h"
 
-#include "AbreBD.h"
+#include "Startup.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
@@ -16,7 +16,7 @@
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
-#include "frmMensagem.h"
+#include "QtDialogPort.h"
 #include "frmFrente.h"
 
 #include <QApplication>
@@ -45,7 +45,7 @@ int saveOverdueScreens(AppContext& ctx, const QString& out)
 {
     int failures = 0;
     DialogAnswer answer;
-    std::unique_ptr<QDialog> consent(frmMensagem::createNotice(QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia,
+    std::unique_ptr<QDialog> consent(QtDialogPort::createNotice(QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia,
                                                                OverdueHandler::kLinhasGuia, DialogButtons::YesNo, &answer, nullptr));
     failures += !save(*consent, out, QStringLiteral("frmGuiavencida"));
     const auto e = Acrescimos::Calcula_acrescimos(QDate(2026, 1, 10), ctx.workingDate, *Money::parse(QStringLiteral("1.234,56")), 1);
@@ -85,7 +85,7 @@ int runScreens(int argc, char** argv)
     AppContext ctx(folder.path(), dialogs, clock);
     IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"), ctx.iniPath());
     IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"), ctx.iniPath());
-    if (!AbreBD::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr)) {
+    if (!Startup::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr)) {
         err << "Não foi possível preparar os dados das telas.\n";
         return 1;
     }

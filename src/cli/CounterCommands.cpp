@@ -1,5 +1,5 @@
 // Commands of the counter: caixa abrir, receber, encerrar, reabrir, situacao, recebimentos.
-#include "AbreBD.h"
+#include "Login.h"
 #include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"
@@ -24,8 +24,8 @@ int counterLogin(CliEnv& e)
         return ExitUsage;
     const QDate day = *chosen;
     const QString senha = e.readStdinLine();
-    if (!AbreBD::Valida_senha(e.ctx, senha)) {
-        e.err << AbreBD::kSenhaInvalida << "\n";
+    if (!Login::Valida_senha(e.ctx, senha)) {
+        e.err << Login::kSenhaInvalida << "\n";
         return ExitRefused;
     }
     if (day > e.ctx.clock.today()) {

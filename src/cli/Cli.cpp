@@ -1,6 +1,6 @@
 #include "Cli.h"
 
-#include "AbreBD.h"
+#include "Startup.h"
 #include "AppContext.h"
 #include "AppFolder.h"
 #include "CliArgs.h"
@@ -132,7 +132,7 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder)
     ctx.reloadSettings();
     if (cmd->db == CliCommand::Db::Existing) {
         QString detail;
-        if (!AbreBD::Abre_conexao(ctx, false, &detail)) {
+        if (!Startup::Abre_conexao(ctx, false, &detail)) {
             err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
             return ExitRefused;
         }

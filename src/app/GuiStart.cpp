@@ -1,16 +1,16 @@
-#include "frmInicio.h"
+#include "GuiStart.h"
 
-#include "AbreBD.h"
+#include "Startup.h"
 #include "AppContext.h"
 #include "AppFolder.h"
 #include "Clock.h"
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "PrinterService.h"
-#include "frmCupomTexto.h"
+#include "TextCouponPrinter.h"
 #include "frmData.h"
 #include "frmFrente.h"
-#include "frmMensagem.h"
+#include "QtDialogPort.h"
 
 #include <QApplication>
 #include <QDir>
@@ -24,7 +24,7 @@ public:
     explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service)
     {
         ctx.printer = &m_service;
-        m_printer.textCoupon = [&ctx](const QStringList& lines) { return frmCupomTexto::imprimir(ctx, lines); };
+        m_printer.textCoupon = [&ctx](const QStringList& lines) { return TextCouponPrinter::imprimir(ctx, lines); };
     }
     ~GuiRun() override
     {
@@ -86,10 +86,10 @@ int runGui(int argc, char** argv)
     if (!instance.acquired())
         return 0;  // another copy is running on this folder: end silently
 
-    frmMensagem dialogs;
+    QtDialogPort dialogs;
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
-    AbreBD::startup(ctx);
+    Startup::run(ctx);
 
     GuiRun run(ctx);
     run.showDate();

@@ -1,7 +1,4 @@
-// Start-up: single instance, the database messages, and the date screen's rules.
-#include "AbreBD.h"
-#include "AppFolder.h"
-#include "DateScreenLogic.h"
+// The date screen: password, date and the two actions, through the scripted dialog port.
 #include "TestApp.h"
 #include "clsMovimento.h"
 #include "frmData.h"
@@ -11,47 +8,9 @@
 #include <QPushButton>
 #include <QSignalSpy>
 
-class tst_startup : public QObject {
+class tst_date_screen : public QObject {
     Q_OBJECT
 private slots:
-    void secondCopyOnTheSameFolderIsRefused()
-    {
-        QTemporaryDir a, b;
-        SingleInstance first(a.path());
-        QVERIFY(first.acquired());
-        QVERIFY(!SingleInstance(a.path()).acquired());
-        QVERIFY(SingleInstance(b.path()).acquired());
-    }
-
-    void folderResolution()
-    {
-        QTemporaryDir exe;
-        qunsetenv("TOLVANE_PASTA");
-        QCOMPARE(AppFolder::resolve(QStringLiteral("/x/y"), exe.path()), QStringLiteral("/x/y"));
-        QVERIFY(AppFolder::resolve(QString(), exe.path()) != exe.path());  // no Config.ini there
-        QFile ini(exe.filePath(QStringLiteral("Config.ini")));
-        QVERIFY(ini.open(QIODevice::WriteOnly));
-        ini.close();
-        QCOMPARE(AppFolder::resolve(QString(), exe.path()), exe.path());
-        qputenv("TOLVANE_PASTA", "/de/ambiente");
-        QCOMPARE(AppFolder::resolve(QString(), exe.path()), QStringLiteral("/de/ambiente"));
-        qunsetenv("TOLVANE_PASTA");
-    }
-
-    void missingDatabaseIsReportedAndStartGoesOn()
-    {
-        QTemporaryDir dir;
-        ScriptedDialogPort dialogs;
-        FixedClock clock(QDateTime::currentDateTime());
-        AppContext ctx(dir.path(), dialogs, clock);
-        AbreBD::startup(ctx);
-        QCOMPARE(dialogs.shown().first().text, QStringLiteral("Erro ao conectar banco de dados!!!"));
-        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("caixa.db"))));
-        // Later data operations fail one by one and are logged.
-        QVERIFY(!AbreBD::Valida_senha(ctx, QStringLiteral("x")));
-        QVERIFY(QFile::exists(dir.filePath(QStringLiteral("Log.ini"))));
-    }
-
     void dateRules_data()
     {
         QTest::addColumn<QString>("senha");
@@ -97,8 +56,7 @@ private slots:
         if (!messages.isEmpty() && !ok)
             QCOMPARE(app.dialogs().last().icon, senha == QLatin1String("nao") || date > QDate(2026, 11, 23)
                                                     ? DialogIcon::Critical : DialogIcon::Exclamation);
-    }
-};
+    }};
 
-QTEST_MAIN(tst_startup)
-#include "tst_startup.moc"
+QTEST_MAIN(tst_date_screen)
+#include "tst_date_screen.moc"

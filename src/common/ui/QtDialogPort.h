@@ -6,9 +6,9 @@ class QDialog;
 class QWidget;
 
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
-class frmMensagem : public DialogPort {
+class QtDialogPort : public DialogPort {
 public:
-    explicit frmMensagem(QWidget* parent = nullptr) : m_parent(parent) {}
+    explicit QtDialogPort(QWidget* parent = nullptr) : m_parent(parent) {}
     void setParent(QWidget* parent) { m_parent = parent; }
 
     DialogAnswer message(const QString& title, const QString& text, DialogIcon icon,

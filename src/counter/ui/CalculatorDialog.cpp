@@ -1,12 +1,12 @@
-#include "frmCalculadora.h"
+#include "CalculatorDialog.h"
 
 #include <QKeyEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 
-frmCalculadora::frmCalculadora(QWidget* parent) : QDialog(parent)
+CalculatorDialog::CalculatorDialog(QWidget* parent) : QDialog(parent)
 {
-    setObjectName(QStringLiteral("frmCalculadora"));
+    setObjectName(QStringLiteral("CalculatorDialog"));
     setWindowTitle(QStringLiteral("Calculadora"));
     m_display = new QLabel(m_calc.display(), this);
     m_display->setObjectName(QStringLiteral("lblVisor"));
@@ -21,7 +21,7 @@ frmCalculadora::frmCalculadora(QWidget* parent) : QDialog(parent)
     layout->addWidget(help);
 }
 
-void frmCalculadora::keyPressEvent(QKeyEvent* event)
+void CalculatorDialog::keyPressEvent(QKeyEvent* event)
 {
     const int k = event->key();
     if (k == Qt::Key_Escape) {

@@ -1,6 +1,5 @@
 // caixa receber: one customer's payment from the command line, through the same session as the
 // counter screen.
-#include "AbreBD.h"
 #include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"

@@ -1,12 +1,11 @@
 #include "frmFrente.h"
 
-#include "AbreBD.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
 #include "frmAvulso.h"
-#include "frmCalculadora.h"
+#include "CalculatorDialog.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
@@ -523,8 +522,8 @@ void frmFrente::juros()
 
 void frmFrente::calculadora()
 {
-    frmCalculadora dlg(this);
-    connect(&dlg, &frmCalculadora::resultado, this, [this](const QString& v) { m_valor->setText(v); });
+    CalculatorDialog dlg(this);
+    connect(&dlg, &CalculatorDialog::resultado, this, [this](const QString& v) { m_valor->setText(v); });
     dlg.exec();
     m_entry->setFocus();
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+class AppContext;
+
+// The operator's password: the login of the date screen and the type lookup behind the
+// administrator guard. Exactly one operator may match a password.
+class Login {
+public:
+    static const QString kSenhaInvalida;  // "Senha Inválida!!"
+
+    // Exactly one operator whose password matches, and active. Sets the operator's name and type
+    // (also for an inactive one).
+    static bool Valida_senha(AppContext& ctx, const QString& senha);
+    // The type of the single operator matching the password, else "USER". Activity not checked.
+    static QString Tipo_usuario(AppContext& ctx, const QString& senha);
+
+private:
+    struct Match;
+    static int matchingUsers(AppContext& ctx, const QString& senha, Match& first);
+};
