@@ -1,14 +1,14 @@
 // Counter figures: login among 50 operators, recording a 10-item payment on SQLite, and start-up
 // to a usable counter screen.
-#include "Startup.h"
-#include "Login.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "IniFile.h"
+#include "Login.h"
 #include "PasswordHash.h"
 #include "ScriptedDialogPort.h"
+#include "Startup.h"
 #include "clsUsuarios.h"
 #include "frmFrente.h"
 
@@ -23,8 +23,7 @@ struct Folder {
     ScriptedDialogPort dialogs;
     FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(9, 0))};
     std::unique_ptr<AppContext> ctx;
-    Folder()
-    {
+    Folder() {
         ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
         Startup::Abre_conexao(*ctx, true);
         DemoData::seed(*ctx, nullptr, nullptr);
@@ -33,8 +32,7 @@ struct Folder {
     }
 };
 
-void BM_Login50Operators(benchmark::State& state)
-{
+void BM_Login50Operators(benchmark::State& state) {
     Folder f;
     for (int i = 0; i < 50; ++i) {
         clsUsuarios u(f.ctx->db);
@@ -48,8 +46,7 @@ void BM_Login50Operators(benchmark::State& state)
 }
 BENCHMARK(BM_Login50Operators)->Unit(benchmark::kMillisecond);
 
-void BM_RecordTenItems(benchmark::State& state)
-{
+void BM_RecordTenItems(benchmark::State& state) {
     Folder f;
     CounterSession s(*f.ctx, nullptr);
     s.day().abrir();
@@ -70,9 +67,8 @@ void BM_RecordTenItems(benchmark::State& state)
 }
 BENCHMARK(BM_RecordTenItems)->Unit(benchmark::kMillisecond);
 
-void BM_StartupToCounterScreen(benchmark::State& state)
-{
-    Folder seeded;  // a folder with its database, as on a working day
+void BM_StartupToCounterScreen(benchmark::State& state) {
+    Folder seeded; // a folder with its database, as on a working day
     const QString folder = seeded.dir.path();
     seeded.ctx.reset();
     for (auto _ : state) {
@@ -91,10 +87,9 @@ void BM_StartupToCounterScreen(benchmark::State& state)
 }
 BENCHMARK(BM_StartupToCounterScreen)->Unit(benchmark::kMillisecond);
 
-}  // namespace
+} // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);

@@ -1,11 +1,11 @@
 // Reading one code (duplicate checks, kind lookup, decoding) with 1 000 and 1 000 000 receipts
 // in the database.
-#include "Startup.h"
 #include "AppContext.h"
 #include "BarcodeReader.h"
 #include "Clock.h"
 #include "DemoData.h"
 #include "ScriptedDialogPort.h"
+#include "Startup.h"
 
 #include <QCoreApplication>
 #include <QSqlDatabase>
@@ -21,8 +21,7 @@ struct Seeded {
     FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(9, 0))};
     std::unique_ptr<AppContext> ctx;
 
-    explicit Seeded(int receipts)
-    {
+    explicit Seeded(int receipts) {
         ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
         Startup::Abre_conexao(*ctx, true);
         DemoData::seed(*ctx, nullptr, nullptr);
@@ -30,7 +29,8 @@ struct Seeded {
         QSqlDatabase db = ctx->db.database();
         db.transaction();
         QSqlQuery q(db);
-        q.prepare(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, VALOR) VALUES (?, ?, 1, 2, 10000)"));
+        q.prepare(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, "
+                                 "TIPO, VALOR) VALUES (?, ?, 1, 2, 10000)"));
         for (int i = 0; i < receipts; ++i) {
             q.addBindValue(i % 30000);
             q.addBindValue(QStringLiteral("8166%1").arg(i, 40, 10, QLatin1Char('0')));
@@ -43,12 +43,11 @@ struct Seeded {
             shared.exec();
         }
         db.commit();
-        ctx->settings.rede = 1;  // both duplicate checks: local and the other counters'
+        ctx->settings.rede = 1; // both duplicate checks: local and the other counters'
     }
 };
 
-void BM_ReadCode(benchmark::State& state)
-{
+void BM_ReadCode(benchmark::State& state) {
     static std::map<int, std::unique_ptr<Seeded>> folders;
     auto& f = folders[int(state.range(0))];
     if (!f)
@@ -63,10 +62,9 @@ void BM_ReadCode(benchmark::State& state)
 }
 BENCHMARK(BM_ReadCode)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 
-}  // namespace
+} // namespace
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();

@@ -36,8 +36,7 @@ const Kind kKinds[] = {
     {102, "EMP", "PAGAMENTO DE EMPENHO", "S", "N", "N", ""},
 };
 
-QString newPassword()
-{
+QString newPassword() {
     static const char letters[] = "abcdefghjkmnpqrstuvwxyz23456789";
     QString p;
     for (int i = 0; i < 10; ++i)
@@ -45,10 +44,9 @@ QString newPassword()
     return p;
 }
 
-}  // namespace
+} // namespace
 
-bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error)
-{
+bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
     clsDataAccess& db = ctx.db;
     auto fail = [&](const QString& what) {
         if (error)
@@ -57,29 +55,35 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error)
         return false;
     };
     if (!db.BeginTrans())
-        return fail(QStringLiteral("Não foi possível iniciar a gravação dos dados de demonstração."));
+        return fail(
+            QStringLiteral("Não foi possível iniciar a gravação dos dados de demonstração."));
     for (const Kind& k : kKinds) {
-        const auto rs = db.SQLSelect_ReadOnly(QStringLiteral("SELECT IDCOD FROM CodBarra WHERE IDCOD = ?"), {k.idcod});
+        const auto rs = db.SQLSelect_ReadOnly(
+            QStringLiteral("SELECT IDCOD FROM CodBarra WHERE IDCOD = ?"), {k.idcod});
         if (!rs)
             return fail(QStringLiteral("Erro ao ler os tipos de guia."));
         if (rs->recordCount() > 0)
             continue;
-        if (!db.SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
-                                          "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                           {k.idcod, QString::fromUtf8(k.idtipo), QString::fromUtf8(k.descricao),
-                            QString::fromUtf8(k.padrao), QString::fromUtf8(k.juros),
-                            QString::fromUtf8(k.bloqueio), QString::fromUtf8(k.codbanco)}))
+        if (!db.SQLExecute(
+                QStringLiteral(
+                    "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
+                    "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+                {k.idcod, QString::fromUtf8(k.idtipo), QString::fromUtf8(k.descricao),
+                 QString::fromUtf8(k.padrao), QString::fromUtf8(k.juros),
+                 QString::fromUtf8(k.bloqueio), QString::fromUtf8(k.codbanco)}))
             return fail(QStringLiteral("Erro ao gravar os tipos de guia."));
     }
     for (const QDate& d : NationalHolidays::ofYear(ctx.clock.today().year())) {
-        const auto rs = db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {d});
+        const auto rs =
+            db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {d});
         if (!rs)
             return fail(QStringLiteral("Erro ao ler os feriados."));
         if (rs->recordCount() == 0 &&
             !db.SQLExecute(QStringLiteral("INSERT INTO Feriados (FERIADO) VALUES (?)"), {d}))
             return fail(QStringLiteral("Erro ao gravar os feriados."));
     }
-    const auto admins = db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Usuarios WHERE TIPO = 'ADM'"));
+    const auto admins =
+        db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Usuarios WHERE TIPO = 'ADM'"));
     if (!admins)
         return fail(QStringLiteral("Erro ao ler os usuários."));
     if (admins->recordCount() == 0) {

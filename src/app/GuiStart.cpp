@@ -1,16 +1,16 @@
 #include "GuiStart.h"
 
-#include "Startup.h"
 #include "AppContext.h"
 #include "AppFolder.h"
-#include "Clock.h"
 #include "AuthCounterPrinter.h"
+#include "Clock.h"
 #include "CounterSession.h"
 #include "PrinterService.h"
+#include "QtDialogPort.h"
+#include "Startup.h"
 #include "TextCouponPrinter.h"
 #include "frmData.h"
 #include "frmFrente.h"
-#include "QtDialogPort.h"
 
 #include <QApplication>
 #include <QDir>
@@ -21,35 +21,34 @@ namespace {
 // Date screen, then the counter screen; logging off goes back to the date screen.
 class GuiRun : public QObject {
 public:
-    explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service)
-    {
+    explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service) {
         ctx.printer = &m_service;
-        m_printer.textCoupon = [&ctx](const QStringList& lines) { return TextCouponPrinter::imprimir(ctx, lines); };
+        m_printer.textCoupon = [&ctx](const QStringList& lines) {
+            return TextCouponPrinter::imprimir(ctx, lines);
+        };
     }
-    ~GuiRun() override
-    {
+    ~GuiRun() override {
         if (m_portOpen)
             m_service.fecharPorta(true);
     }
 
-    void showDate()
-    {
+    void showDate() {
         m_date = std::make_unique<frmData>(m_ctx);
-        QObject::connect(m_date.get(), &frmData::prosseguir, this, [this](DateScreenLogic::Action a) { open(a); });
+        QObject::connect(m_date.get(), &frmData::prosseguir, this,
+                         [this](DateScreenLogic::Action a) { open(a); });
         m_date->show();
     }
 
 private:
-    void open(DateScreenLogic::Action action)
-    {
+    void open(DateScreenLogic::Action action) {
         const bool consulta = action == DateScreenLogic::Action::Consultar;
         if (!consulta && !m_portOpen) {
-            m_service.abrirPorta();  // kept open while the counter screen is up
+            m_service.abrirPorta(); // kept open while the counter screen is up
             m_portOpen = true;
         }
         auto session = std::make_unique<CounterSession>(m_ctx, consulta ? nullptr : &m_printer);
         if (!(consulta ? session->day().consultar() : session->day().abrir()))
-            return;  // the date screen stays for another try
+            return; // the date screen stays for another try
         m_date->hide();
         m_front.reset();
         m_session = std::move(session);
@@ -60,7 +59,7 @@ private:
         });
         m_front->show();
         m_front->raise();
-        m_front->activateWindow();  // the cashier types at once, without reaching for the mouse
+        m_front->activateWindow(); // the cashier types at once, without reaching for the mouse
     }
 
     AppContext& m_ctx;
@@ -72,19 +71,19 @@ private:
     std::unique_ptr<frmFrente> m_front;
 };
 
-}  // namespace
+} // namespace
 
-int runGui(int argc, char** argv)
-{
+int runGui(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
     const QStringList args = QApplication::arguments();
     const int p = args.indexOf(QStringLiteral("--pasta"));
-    const QString folder = AppFolder::resolve(p >= 0 && p + 1 < args.size() ? args[p + 1] : QString(),
-                                              QApplication::applicationDirPath());
+    const QString folder =
+        AppFolder::resolve(p >= 0 && p + 1 < args.size() ? args[p + 1] : QString(),
+                           QApplication::applicationDirPath());
     SingleInstance instance(folder);
     if (!instance.acquired())
-        return 0;  // another copy is running on this folder: end silently
+        return 0; // another copy is running on this folder: end silently
 
     QtDialogPort dialogs;
     SystemClock clock;

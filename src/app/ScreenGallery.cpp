@@ -1,38 +1,37 @@
 #include "ScreenGallery.h"
 
-#include "Startup.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "IniFile.h"
-#include "PasswordHash.h"
-#include "ScriptedDialogPort.h"
-#include "clsUsuarios.h"
 #include "OverdueHandler.h"
+#include "PasswordHash.h"
+#include "QtDialogPort.h"
+#include "ScriptedDialogPort.h"
+#include "Startup.h"
+#include "clsUsuarios.h"
 #include "frmAcrescimos.h"
 #include "frmAvulso.h"
 #include "frmData.h"
 #include "frmFeriados.h"
+#include "frmFrente.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
-#include "QtDialogPort.h"
-#include "frmFrente.h"
 
 #include <QApplication>
 #include <QDateEdit>
 #include <QDialog>
+#include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QDir>
 #include <QTemporaryDir>
 #include <QTextStream>
 
 namespace {
 
-bool save(QWidget& w, const QString& dir, const QString& name)
-{
+bool save(QWidget& w, const QString& dir, const QString& name) {
     w.show();
     QApplication::processEvents();
     const bool ok = w.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
@@ -41,15 +40,17 @@ bool save(QWidget& w, const QString& dir, const QString& name)
 }
 
 // The overdue states: consent, charges, the interest calculator with a result, one-off items.
-int saveOverdueScreens(AppContext& ctx, const QString& out)
-{
+int saveOverdueScreens(AppContext& ctx, const QString& out) {
     int failures = 0;
     DialogAnswer answer;
-    std::unique_ptr<QDialog> consent(QtDialogPort::createNotice(QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia,
-                                                               OverdueHandler::kLinhasGuia, DialogButtons::YesNo, &answer, nullptr));
+    std::unique_ptr<QDialog> consent(QtDialogPort::createNotice(
+        QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia, OverdueHandler::kLinhasGuia,
+        DialogButtons::YesNo, &answer, nullptr));
     failures += !save(*consent, out, QStringLiteral("frmGuiavencida"));
-    const auto e = Acrescimos::Calcula_acrescimos(QDate(2026, 1, 10), ctx.workingDate, *Money::parse(QStringLiteral("1.234,56")), 1);
-    frmAcrescimos charges(ctx.dialogs, QStringLiteral("Acréscimos"), OverdueHandler::linhasAcrescimos(*e, ctx.clock.today()));
+    const auto e = Acrescimos::Calcula_acrescimos(QDate(2026, 1, 10), ctx.workingDate,
+                                                  *Money::parse(QStringLiteral("1.234,56")), 1);
+    frmAcrescimos charges(ctx.dialogs, QStringLiteral("Acréscimos"),
+                          OverdueHandler::linhasAcrescimos(*e, ctx.clock.today()));
     failures += !save(charges, out, QStringLiteral("frmAcrescimos"));
     frmJuros calc(ctx);
     calc.findChild<QRadioButton*>(QStringLiteral("Option2"))->setChecked(true);
@@ -64,15 +65,15 @@ int saveOverdueScreens(AppContext& ctx, const QString& out)
     frmFeriados feriados(ctx);
     failures += !save(feriados, out, QStringLiteral("frmFeriados"));
     frmLdg ldg(ctx.dialogs);
-    ldg.findChild<QLineEdit*>(QStringLiteral("txtLinha"))->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
+    ldg.findChild<QLineEdit*>(QStringLiteral("txtLinha"))
+        ->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
     failures += !save(ldg, out, QStringLiteral("frmLdg"));
     return failures;
 }
 
-}  // namespace
+} // namespace
 
-int runScreens(int argc, char** argv)
-{
+int runScreens(int argc, char** argv) {
     QApplication app(argc, argv);
     QTextStream err(stderr);
     const QStringList args = QApplication::arguments();
@@ -83,8 +84,10 @@ int runScreens(int argc, char** argv)
     ScriptedDialogPort dialogs;
     FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30)));
     AppContext ctx(folder.path(), dialogs, clock);
-    IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"), ctx.iniPath());
-    IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"), ctx.iniPath());
+    IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"),
+                   ctx.iniPath());
+    IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"),
+                   ctx.iniPath());
     if (!Startup::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr)) {
         err << "Não foi possível preparar os dados das telas.\n";
         return 1;
@@ -108,7 +111,8 @@ int runScreens(int argc, char** argv)
     session.ler(QStringLiteral("81660000003124004262026113058888888888888888"));
     session.ler(QStringLiteral("00193165100000089151234500000000000000000000"));
     session.ler(QStringLiteral("81830000012345604272026011000000000000000000"));
-    session.somaAvulso({7, QString(), QStringLiteral("15,00"), QStringLiteral("20261123"), QStringLiteral("1/1"), QString()});
+    session.somaAvulso({7, QString(), QStringLiteral("15,00"), QStringLiteral("20261123"),
+                        QStringLiteral("1/1"), QString()});
     session.tender(QStringLiteral("2.000,00"));
     frmFrente four(session, false);
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));

@@ -5,8 +5,7 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);

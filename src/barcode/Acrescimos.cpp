@@ -1,17 +1,16 @@
 #include "Acrescimos.h"
 
-std::optional<int> Acrescimos::Meses_atraso(const QDate& v, const QDate& r)
-{
+std::optional<int> Acrescimos::Meses_atraso(const QDate& v, const QDate& r) {
     qint64 m = qint64(r.year() - v.year()) * 12 + (r.month() - v.month());
     if (r.day() > v.day())
-        ++m;  // a month begun counts whole
+        ++m; // a month begun counts whole
     if (m < -32768 || m > 32767)
         return std::nullopt;
     return int(m);
 }
 
-std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDate& w, Money valor, int esquema)
-{
+std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDate& w, Money valor,
+                                                       int esquema) {
     const auto meses = Meses_atraso(v, w);
     if (!meses)
         return std::nullopt;
@@ -25,7 +24,7 @@ std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDa
     if (esquema == 1 || esquema == 2) {
         e.juros = Money::fromDoubleRounded(base * e.meses / 100.0);
         if (esquema == 1) {
-            float rate = float(e.dias * 0.33);  // held in single precision, as always
+            float rate = float(e.dias * 0.33); // held in single precision, as always
             if (rate > 10.0f)
                 rate = 10.0f;
             e.multa = Money::fromDoubleRounded(base * double(rate) / 100.0);
@@ -37,16 +36,14 @@ std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDa
     return e;
 }
 
-QDate Acrescimos::proximoDiaUtil(const QDate& d, const IsHoliday& isHoliday)
-{
+QDate Acrescimos::proximoDiaUtil(const QDate& d, const IsHoliday& isHoliday) {
     QDate n = d.addDays(1);
     while (n.dayOfWeek() >= 6 || (isHoliday && isHoliday(n)))
         n = n.addDays(1);
     return n;
 }
 
-QDate Acrescimos::vencimentoEfetivo(const QDate& v, const QDate& w, const IsHoliday& isHoliday)
-{
+QDate Acrescimos::vencimentoEfetivo(const QDate& v, const QDate& w, const IsHoliday& isHoliday) {
     if (v.dayOfWeek() >= 6 || (isHoliday && isHoliday(v))) {
         const QDate n = proximoDiaUtil(v, isHoliday);
         if (n == w)
@@ -55,9 +52,9 @@ QDate Acrescimos::vencimentoEfetivo(const QDate& v, const QDate& w, const IsHoli
     return v;
 }
 
-std::optional<Encargos> Acrescimos::avaliar(const QDate& v, const QDate& w, Money valor, bool comJuros, int esquema,
-                                            const IsHoliday& isHoliday)
-{
+std::optional<Encargos> Acrescimos::avaliar(const QDate& v, const QDate& w, Money valor,
+                                            bool comJuros, int esquema,
+                                            const IsHoliday& isHoliday) {
     const QDate due = vencimentoEfetivo(v, w, isHoliday);
     if (due >= w || !comJuros) {
         Encargos e;

@@ -10,13 +10,13 @@
 // 1% a month plus 2% once; any other: none. Each charge is rounded to centavos (half away from
 // zero) before it is added.
 struct Encargos {
-    QDate vencimento;  // after the weekend or holiday shift
+    QDate vencimento; // after the weekend or holiday shift
     bool vencida = false;
     int dias = 0;
     int meses = 0;
-    Money valor;  // face value
-    Money juros;  // 1% a month: the "(+) Outros Acrescimos" line
-    Money multa;  // the day rate or the 2%: the "(+) Mora / Multa" line
+    Money valor; // face value
+    Money juros; // 1% a month: the "(+) Outros Acrescimos" line
+    Money multa; // the day rate or the 2%: the "(+) Mora / Multa" line
     Money total;
 };
 
@@ -29,7 +29,8 @@ public:
     static std::optional<int> Meses_atraso(const QDate& v, const QDate& r);
 
     // The charges of `valor` due `v` and paid `w`; nullopt when the months overflow.
-    static std::optional<Encargos> Calcula_acrescimos(const QDate& v, const QDate& w, Money valor, int esquema);
+    static std::optional<Encargos> Calcula_acrescimos(const QDate& v, const QDate& w, Money valor,
+                                                      int esquema);
 
     // A due date on a weekend or holiday is moved to the next business day only when that day is
     // the working date.
@@ -37,6 +38,6 @@ public:
     static QDate proximoDiaUtil(const QDate& d, const IsHoliday& isHoliday);
 
     // Whole decision for one guide: shift, overdue or not, and the charges when `comJuros`.
-    static std::optional<Encargos> avaliar(const QDate& v, const QDate& w, Money valor, bool comJuros, int esquema,
-                                           const IsHoliday& isHoliday);
+    static std::optional<Encargos> avaliar(const QDate& v, const QDate& w, Money valor,
+                                           bool comJuros, int esquema, const IsHoliday& isHoliday);
 };

@@ -13,8 +13,7 @@ const QString BarcodeReader::kLabel = QStringLiteral("Função de Leitura Códig
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
 
-bool anyInterfaceUp()
-{
+bool anyInterfaceUp() {
     for (const QNetworkInterface& i : QNetworkInterface::allInterfaces()) {
         const auto f = i.flags();
         if (f.testFlag(QNetworkInterface::IsUp) && f.testFlag(QNetworkInterface::IsRunning) &&
@@ -23,34 +22,41 @@ bool anyInterfaceUp()
     }
     return false;
 }
-}  // namespace
+} // namespace
 
-QString ReadingDecision::word(Outcome o)
-{
+QString ReadingDecision::word(Outcome o) {
     switch (o) {
-    case Outcome::Aceito: return QStringLiteral("aceito");
-    case Outcome::Lancada: return QStringLiteral("lancada");
-    case Outcome::Recebida: return QStringLiteral("recebida");
-    case Outcome::Bloqueada: return QStringLiteral("bloqueada");
-    case Outcome::Desconhecida: return QStringLiteral("desconhecida");
-    case Outcome::Digito: return QStringLiteral("digito");
-    case Outcome::NaoReconhecida: return QStringLiteral("nao_reconhecida");
-    case Outcome::Ignorada: return QStringLiteral("ignorada");
-    case Outcome::Erro: return QStringLiteral("erro");
+    case Outcome::Aceito:
+        return QStringLiteral("aceito");
+    case Outcome::Lancada:
+        return QStringLiteral("lancada");
+    case Outcome::Recebida:
+        return QStringLiteral("recebida");
+    case Outcome::Bloqueada:
+        return QStringLiteral("bloqueada");
+    case Outcome::Desconhecida:
+        return QStringLiteral("desconhecida");
+    case Outcome::Digito:
+        return QStringLiteral("digito");
+    case Outcome::NaoReconhecida:
+        return QStringLiteral("nao_reconhecida");
+    case Outcome::Ignorada:
+        return QStringLiteral("ignorada");
+    case Outcome::Erro:
+        return QStringLiteral("erro");
     }
     return {};
 }
 
 BarcodeReader::BarcodeReader(AppContext& ctx) : networkAlive(anyInterfaceUp), m_ctx(ctx) {}
 
-void BarcodeReader::notice(ReadingDecision& d, const QString& form, const QString& caption, const QStringList& lines)
-{
+void BarcodeReader::notice(ReadingDecision& d, const QString& form, const QString& caption,
+                           const QStringList& lines) {
     d.mensagens << lines.join(QLatin1Char(' '));
     m_ctx.dialogs.notice(form, caption, lines, DialogButtons::Ok);
 }
 
-void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what)
-{
+void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what) {
     // The field keeps its text, as after any run-time error of the routine.
     d.outcome = ReadingDecision::Outcome::Erro;
     d.clearField = false;
@@ -58,8 +64,7 @@ void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what)
     m_ctx.errors.report(kLabel, {13, what, QStringLiteral("Tolvane")});
 }
 
-QString BarcodeReader::Busca_padrao(const QString& idtipo)
-{
+QString BarcodeReader::Busca_padrao(const QString& idtipo) {
     const auto rs = m_ctx.db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT PADRAO, JUROS, BLOQUEIO FROM CodBarra WHERE IDTIPO = ?"), {idtipo});
     if (!rs) {
@@ -68,25 +73,27 @@ QString BarcodeReader::Busca_padrao(const QString& idtipo)
     }
     if (rs->recordCount() != 1)
         return {};
-    auto one = [&](const char* col) { return rs->text(QLatin1String(col)).left(1).leftJustified(1, QLatin1Char(' ')); };
+    auto one = [&](const char* col) {
+        return rs->text(QLatin1String(col)).left(1).leftJustified(1, QLatin1Char(' '));
+    };
     return one("PADRAO") + one("BLOQUEIO") + one("JUROS");
 }
 
-bool BarcodeReader::Conta_recebida(const QString& code)
-{
+bool BarcodeReader::Conta_recebida(const QString& code) {
     // Exactly one local row: a code recorded twice passes, as it always did.
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT IDRECEBE FROM Recebimentos WHERE CODBARRA = ?"), {code});
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDRECEBE FROM Recebimentos WHERE CODBARRA = ?"), {code});
     return rs && rs->recordCount() == 1;
 }
 
-bool BarcodeReader::Conta_recebida_rede(const QString& code)
-{
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM RECEBIMENTOS1 WHERE CODBARRA = ?"), {code});
+bool BarcodeReader::Conta_recebida_rede(const QString& code) {
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID FROM RECEBIMENTOS1 WHERE CODBARRA = ?"), {code});
     return rs && rs->recordCount() > 0;
 }
 
-bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d)
-{
+bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes,
+                              ReadingDecision& d) {
     const auto refuse = [&](ReadingDecision::Outcome o, const QString& text) {
         d.outcome = o;
         d.clearField = true;
@@ -105,22 +112,24 @@ bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBa
             return false;
         }
         if (Conta_recebida_rede(code))
-            return refuse(ReadingDecision::Outcome::Recebida, QStringLiteral("Conta já Recebida!!!"));
+            return refuse(ReadingDecision::Outcome::Recebida,
+                          QStringLiteral("Conta já Recebida!!!"));
     }
     return false;
 }
 
-bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d)
-{
+bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d) {
     // "PADRAO <> 'S'" binds to the last equality only, as it always did.
     const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDTIPO = ? OR IDTIPO = ? OR IDTIPO = ? "
-                       "OR IDTIPO = ? AND PADRAO <> 'S' ORDER BY IDCOD"),
+        QStringLiteral(
+            "SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDTIPO = ? OR IDTIPO = ? OR IDTIPO = ? "
+            "OR IDTIPO = ? AND PADRAO <> 'S' ORDER BY IDCOD"),
         {code.mid(24, 3), code.mid(19, 5), code.mid(29, 5), code.mid(15, 4)});
     if (!rs)
         return false;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        d.kinds.append({int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
+        d.kinds.append(
+            {int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
     if (d.kinds.isEmpty())
         return false;
     d.idcod = d.kinds.first().first;
@@ -129,8 +138,7 @@ bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d)
 }
 
 ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const QDate& working,
-                                                     const QStringList& customerBarcodes)
-{
+                                                     const QStringList& customerBarcodes) {
     ReadingDecision d;
     if (code.size() != 44)
         return d;
@@ -146,13 +154,14 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         return d;
     }
     const QStringList slipKinds = {code.mid(19, 5), code.mid(29, 5)};
-    if (Busca_padrao(slipKinds[0]).startsWith(QLatin1Char('C')) || Busca_padrao(slipKinds[1]).startsWith(QLatin1Char('C'))) {
+    if (Busca_padrao(slipKinds[0]).startsWith(QLatin1Char('C')) ||
+        Busca_padrao(slipKinds[1]).startsWith(QLatin1Char('C'))) {
         d.padrao = QStringLiteral("C");
         bankSlip(code, working, slipKinds, d);
         return d;
     }
     if (code.mid(19, 4) != QLatin1String("0000")) {
-        d.outcome = ReadingDecision::Outcome::NaoReconhecida;  // left in the field, nothing said
+        d.outcome = ReadingDecision::Outcome::NaoReconhecida; // left in the field, nothing said
         return d;
     }
     d.padrao = QStringLiteral("0000");
@@ -160,8 +169,8 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
     return d;
 }
 
-bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QStringList& kinds, ReadingDecision& d)
-{
+bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QStringList& kinds,
+                                ReadingDecision& d) {
     if (!due.isValid() || due.year() >= working.year())
         return false;
     bool block = false;
@@ -169,34 +178,38 @@ bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QS
         block = block || Busca_padrao(k).mid(1, 1) == QLatin1String("S");
     if (block) {
         notice(d, QStringLiteral("frmBloqueia"), QStringLiteral("Bloqueia Conta"),
-               {QStringLiteral("Não pode ser recebida!!!"), QStringLiteral("Conta de um ano anterior.")});
+               {QStringLiteral("Não pode ser recebida!!!"),
+                QStringLiteral("Conta de um ano anterior.")});
         d.outcome = ReadingDecision::Outcome::Bloqueada;
         d.clearField = true;
         d.clearKind = true;
         return true;
     }
     notice(d, QStringLiteral("frmContavencida"), QStringLiteral("Conta vencida."),
-           {QStringLiteral("Conta de um ano anterior."), QStringLiteral("Verifique os dados antes de"),
-            QStringLiteral("receber este boleto.")});
+           {QStringLiteral("Conta de um ano anterior."),
+            QStringLiteral("Verifique os dados antes de"), QStringLiteral("receber este boleto.")});
     return false;
 }
 
-void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingDecision& d)
-{
+void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingDecision& d) {
     d.padrao = QStringLiteral("F");
     const QString input = code.left(3) + code.mid(4);
-    const QString digit = code.mid(2, 1).toInt() < 8 ? Modulo10_arrecadacao(input) : Modulo11_arrecadacao(input);
+    const QString digit =
+        code.mid(2, 1).toInt() < 8 ? Modulo10_arrecadacao(input) : Modulo11_arrecadacao(input);
     if (digit.trimmed() != code.mid(3, 1).trimmed()) {
-        d.outcome = ReadingDecision::Outcome::Digito;  // deliberately silent
+        d.outcome = ReadingDecision::Outcome::Digito; // deliberately silent
         d.clearField = true;
         return;
     }
     d.valorTexto = code.mid(5, 8) + QLatin1Char(',') + code.mid(13, 2);
-    d.vencimentoTexto = code.mid(25, 2) + QLatin1Char('/') + code.mid(23, 2) + QLatin1Char('/') + code.mid(19, 4);
+    d.vencimentoTexto =
+        code.mid(25, 2) + QLatin1Char('/') + code.mid(23, 2) + QLatin1Char('/') + code.mid(19, 4);
     const auto due = DateUtil::parseBr(d.vencimentoTexto);
     const auto valor = Money::parse(d.valorTexto);
     if (!due || !valor) {
-        runtimeError(d, QStringLiteral("Data de vencimento ou valor inválido no código de barras: %1").arg(code));
+        runtimeError(d,
+                     QStringLiteral("Data de vencimento ou valor inválido no código de barras: %1")
+                         .arg(code));
         return;
     }
     d.vencimento = *due;
@@ -211,8 +224,8 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
     d.outcome = ReadingDecision::Outcome::Aceito;
 }
 
-void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QStringList& kinds, ReadingDecision& d)
-{
+void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QStringList& kinds,
+                             ReadingDecision& d) {
     const bool cnab = d.padrao == QLatin1String("C");
     if (cnab && Modulo11_boleto(code.left(4) + code.mid(5)) != code.mid(4, 1).toInt()) {
         d.mensagens << QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!");
@@ -221,12 +234,16 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
         d.clearField = true;
         return;
     }
-    const auto rule = DueFactor::ruleFromSetting(m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
+    const auto rule = DueFactor::ruleFromSetting(
+        m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
     const DueFactor::Result due = DueFactor::dueDate(code.mid(5, 4), working, rule);
     d.valorTexto = code.mid(10, 7) + QLatin1Char(',') + code.mid(17, 2);
     const auto valor = Money::parse(d.valorTexto);
-    if (due.status == DueFactor::Status::Invalid || due.status == DueFactor::Status::OutOfWindow || !valor) {
-        runtimeError(d, QStringLiteral("Fator de vencimento ou valor inválido no código de barras: %1").arg(code));
+    if (due.status == DueFactor::Status::Invalid || due.status == DueFactor::Status::OutOfWindow ||
+        !valor) {
+        runtimeError(d,
+                     QStringLiteral("Fator de vencimento ou valor inválido no código de barras: %1")
+                         .arg(code));
         return;
     }
     d.vencimento = due.date;

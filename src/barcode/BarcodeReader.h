@@ -13,27 +13,37 @@ class AppContext;
 
 // What the reading routine decided about one code, and the item it hands on.
 struct ReadingDecision {
-    enum class Outcome { Aceito, Lancada, Recebida, Bloqueada, Desconhecida, Digito, NaoReconhecida, Ignorada, Erro };
+    enum class Outcome {
+        Aceito,
+        Lancada,
+        Recebida,
+        Bloqueada,
+        Desconhecida,
+        Digito,
+        NaoReconhecida,
+        Ignorada,
+        Erro
+    };
     enum class Route { None, Febraban, Cnab, Diversos };
 
     Outcome outcome = Outcome::Ignorada;
-    QStringList mensagens;  // the texts the operator was shown, in order
+    QStringList mensagens; // the texts the operator was shown, in order
     bool clearField = false;
     bool clearKind = false;
     bool showNetworkLabel = false;
-    bool networkChecked = false;  // lblStatusRede is set (shown or hidden) only when true
-    QList<QPair<int, QString>> kinds;  // the kind list as filled (IDCOD, DESCRICAO)
+    bool networkChecked = false;      // lblStatusRede is set (shown or hidden) only when true
+    QList<QPair<int, QString>> kinds; // the kind list as filled (IDCOD, DESCRICAO)
 
     // When accepted:
     Route route = Route::None;
     int idcod = 0;
     QString descricao;
-    QString padrao;           // "F", "C" or "0000"
-    QDate vencimento;         // invalid when the slip has no due date
-    QString vencimentoTexto;  // Febraban: as built from the digits, "dd/MM/yyyy"
-    QString valorTexto;       // as built: "00001234,56"
+    QString padrao;          // "F", "C" or "0000"
+    QDate vencimento;        // invalid when the slip has no due date
+    QString vencimentoTexto; // Febraban: as built from the digits, "dd/MM/yyyy"
+    QString valorTexto;      // as built: "00001234,56"
     Money valor;
-    QString juros;            // "SIM" / "NÃO"; empty for "0000" slips
+    QString juros; // "SIM" / "NÃO"; empty for "0000" slips
 
     static QString word(Outcome o);
     QString resultado() const { return word(outcome); }
@@ -44,7 +54,7 @@ struct ReadingDecision {
 // the dialog port; the counter only acts on the decision.
 class BarcodeReader {
 public:
-    static const QString kLabel;  // "Função de Leitura Código de Barras"
+    static const QString kLabel; // "Função de Leitura Código de Barras"
 
     explicit BarcodeReader(AppContext& ctx);
 
@@ -58,15 +68,18 @@ public:
     bool Conta_recebida_rede(const QString& code);
     bool Rede_ativa() const { return networkAlive ? networkAlive() : false; }
 
-    std::function<bool()> networkAlive;  // the operating system's word on the network
+    std::function<bool()> networkAlive; // the operating system's word on the network
 
 private:
     bool duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d);
     bool fillKinds(const QString& code, ReadingDecision& d);
     void febraban(const QString& code, const QDate& working, ReadingDecision& d);
-    void bankSlip(const QString& code, const QDate& working, const QStringList& kinds, ReadingDecision& d);
-    bool yearBlocked(const QDate& due, const QDate& working, const QStringList& kinds, ReadingDecision& d);
-    void notice(ReadingDecision& d, const QString& form, const QString& caption, const QStringList& lines);
+    void bankSlip(const QString& code, const QDate& working, const QStringList& kinds,
+                  ReadingDecision& d);
+    bool yearBlocked(const QDate& due, const QDate& working, const QStringList& kinds,
+                     ReadingDecision& d);
+    void notice(ReadingDecision& d, const QString& form, const QString& caption,
+                const QStringList& lines);
     void runtimeError(ReadingDecision& d, const QString& what);
 
     AppContext& m_ctx;

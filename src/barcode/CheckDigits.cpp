@@ -1,7 +1,6 @@
 #include "CheckDigits.h"
 
-bool isAllDigits(const QString& text)
-{
+bool isAllDigits(const QString& text) {
     if (text.isEmpty())
         return false;
     for (QChar c : text)
@@ -13,8 +12,7 @@ bool isAllDigits(const QString& text)
 namespace {
 // Products summed into a 16-bit signed total, as the program always summed them; 43 digits
 // cannot reach its limit, so it never wraps in practice.
-qint16 weightedSum10(const QString& digits)
-{
+qint16 weightedSum10(const QString& digits) {
     qint16 sum = 0;
     int weight = 2;
     for (int i = digits.size() - 1; i >= 0; --i) {
@@ -27,8 +25,7 @@ qint16 weightedSum10(const QString& digits)
     return sum;
 }
 
-qint16 weightedSum11(const QString& digits)
-{
+qint16 weightedSum11(const QString& digits) {
     qint16 sum = 0;
     int weight = 2;
     for (int i = digits.size() - 1; i >= 0; --i) {
@@ -37,18 +34,16 @@ qint16 weightedSum11(const QString& digits)
     }
     return sum;
 }
-}  // namespace
+} // namespace
 
-QString Modulo10_arrecadacao(const QString& digits)
-{
+QString Modulo10_arrecadacao(const QString& digits) {
     if (!isAllDigits(digits))
         return {};
     const int r = weightedSum10(digits) % 10;
     return QString::number(r == 0 ? 0 : 10 - r);
 }
 
-QString Modulo11_arrecadacao(const QString& digits)
-{
+QString Modulo11_arrecadacao(const QString& digits) {
     if (!isAllDigits(digits))
         return {};
     const int r = weightedSum11(digits) % 11;
@@ -59,16 +54,14 @@ QString Modulo11_arrecadacao(const QString& digits)
     return QString::number(11 - r);
 }
 
-int Modulo11_boleto(const QString& digits43)
-{
+int Modulo11_boleto(const QString& digits43) {
     if (!isAllDigits(digits43))
         return -1;
     const int d = 11 - weightedSum11(digits43) % 11;
     return (d == 10 || d == 11) ? 1 : d;
 }
 
-int Modulo10_campo(const QString& digits)
-{
+int Modulo10_campo(const QString& digits) {
     if (!isAllDigits(digits))
         return -1;
     const int r = weightedSum10(digits) % 10;

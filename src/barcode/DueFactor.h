@@ -15,14 +15,14 @@ public:
 
     struct Result {
         Status status = Status::Invalid;
-        QDate date;  // valid only with Ok
+        QDate date; // valid only with Ok
     };
 
-    static Rule ruleFromSetting(const QString& value);  // [Opcoes] fator_vencimento
+    static Rule ruleFromSetting(const QString& value); // [Opcoes] fator_vencimento
     static Result dueDate(const QString& factor4, const QDate& working, Rule rule);
     // The factor that prints the given date in the cycle of the working date (for tests, files).
     static int factorOf(const QDate& due);
 
-    static const QDate kBase;         // 07/10/1997
-    static const QDate kSecondCycle;  // 22/02/2025, factor 1000 again
+    static const QDate kBase;        // 07/10/1997
+    static const QDate kSecondCycle; // 22/02/2025, factor 1000 again
 };

@@ -1,17 +1,15 @@
 #include "InterestCalculator.h"
 
 namespace {
-std::optional<double> rate(const QString& text)
-{
+std::optional<double> rate(const QString& text) {
     const auto m = Money::parse(text);
     if (!m || m->isNegative() || text.count(QLatin1Char(',')) > 1)
         return std::nullopt;
     return m->toDouble();
 }
-}  // namespace
+} // namespace
 
-InterestCalculator::Result InterestCalculator::calcular(const Input& in)
-{
+InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
     Result r;
     if (in.opcao < 1 || in.opcao > 3) {
         r.erro = QStringLiteral("Uma opção deve ser selecionada!!!");
@@ -22,8 +20,8 @@ InterestCalculator::Result InterestCalculator::calcular(const Input& in)
         return r;
     }
     const auto prestacao = Money::parse(in.prestacao);
-    if (in.prestacao.trimmed().isEmpty() || in.prestacao.count(QLatin1Char(',')) > 1 || !prestacao ||
-        prestacao->isNegative() || prestacao->isZero()) {
+    if (in.prestacao.trimmed().isEmpty() || in.prestacao.count(QLatin1Char(',')) > 1 ||
+        !prestacao || prestacao->isNegative() || prestacao->isZero()) {
         r.erro = QStringLiteral("Valor da prestação deve ser informada!!!");
         return r;
     }

@@ -11,14 +11,14 @@
 class InterestCalculator {
 public:
     struct Input {
-        int opcao = 0;  // 1, 2, 3; 0 when none is chosen
+        int opcao = 0; // 1, 2, 3; 0 when none is chosen
         QDate hoje;
         QDate vencimento;
         QString prestacao;
         QString taxa;
     };
     struct Result {
-        QString erro;  // the refusal, in the order the screen checks them
+        QString erro; // the refusal, in the order the screen checks them
         int dias = 0;
         int meses = 0;
         Money multa;

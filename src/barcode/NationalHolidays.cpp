@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-QDate NationalHolidays::easter(int y)
-{
+QDate NationalHolidays::easter(int y) {
     // Anonymous Gregorian algorithm.
     const int a = y % 19, b = y / 100, c = y % 100, d = b / 4, e = b % 4;
     const int f = (b + 8) / 25, g = (b - f + 1) / 3, h = (19 * a + b - d - g + 15) % 30;
@@ -13,12 +12,11 @@ QDate NationalHolidays::easter(int y)
     return QDate(y, month, day);
 }
 
-QList<QDate> NationalHolidays::ofYear(int y)
-{
+QList<QDate> NationalHolidays::ofYear(int y) {
     const QDate e = easter(y);
-    QList<QDate> days = {QDate(y, 1, 1),   e.addDays(-48),   e.addDays(-47), e.addDays(-2),
-                         QDate(y, 4, 21),  QDate(y, 5, 1),   e.addDays(60),  QDate(y, 9, 7),
-                         QDate(y, 10, 12), QDate(y, 11, 2),  QDate(y, 11, 15), QDate(y, 11, 20),
+    QList<QDate> days = {QDate(y, 1, 1),   e.addDays(-48),  e.addDays(-47),   e.addDays(-2),
+                         QDate(y, 4, 21),  QDate(y, 5, 1),  e.addDays(60),    QDate(y, 9, 7),
+                         QDate(y, 10, 12), QDate(y, 11, 2), QDate(y, 11, 15), QDate(y, 11, 20),
                          QDate(y, 12, 25)};
     std::sort(days.begin(), days.end());
     return days;

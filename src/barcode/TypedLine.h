@@ -7,10 +7,10 @@
 class TypedLine {
 public:
     struct Result {
-        QString barcode;  // the 44 digits, when every check digit holds
-        int campo = -1;   // the first field whose check digit fails; 0 = the general one;
-                          // -1 = not a line (length or characters)
-        QString erro;     // the message for the operator
+        QString barcode; // the 44 digits, when every check digit holds
+        int campo = -1;  // the first field whose check digit fails; 0 = the general one;
+                         // -1 = not a line (length or characters)
+        QString erro;    // the message for the operator
         bool ok() const { return !barcode.isEmpty(); }
     };
 

@@ -1,12 +1,12 @@
 // Commands of the application frame: iniciar, usuario, entrar.
-#include "Startup.h"
-#include "Login.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "DemoData.h"
+#include "Login.h"
 #include "PasswordHash.h"
 #include "Schema.h"
+#include "Startup.h"
 #include "clsUsuarios.h"
 
 #include <QDir>
@@ -17,21 +17,24 @@
 #include <QTemporaryFile>
 #include <QTextStream>
 
-static void initResources() { Q_INIT_RESOURCE(tolvane_core); }
+static void initResources() {
+    Q_INIT_RESOURCE(tolvane_core);
+}
 
 namespace {
 
-int iniciar(CliEnv& e)
-{
+int iniciar(CliEnv& e) {
     const QString folder = e.ctx.folder;
     if (!QDir().mkpath(folder)) {
-        e.err << QStringLiteral("Não foi possível criar a pasta %1.\n").arg(QDir::toNativeSeparators(folder));
+        e.err << QStringLiteral("Não foi possível criar a pasta %1.\n")
+                     .arg(QDir::toNativeSeparators(folder));
         return ExitRefused;
     }
     {
         QTemporaryFile probe(QDir(folder).filePath(QStringLiteral(".tolvane-XXXXXX")));
         if (!probe.open()) {
-            e.err << QStringLiteral("A pasta %1 não permite gravação.\n").arg(QDir::toNativeSeparators(folder));
+            e.err << QStringLiteral("A pasta %1 não permite gravação.\n")
+                         .arg(QDir::toNativeSeparators(folder));
             return ExitRefused;
         }
     }
@@ -39,8 +42,10 @@ int iniciar(CliEnv& e)
         initResources();
         QFile tpl(QStringLiteral(":/Config.ini"));
         QFile dst(e.ctx.iniPath());
-        if (!tpl.open(QIODevice::ReadOnly) || !dst.open(QIODevice::WriteOnly) || dst.write(tpl.readAll()) < 0) {
-            e.err << QStringLiteral("Não foi possível gravar %1.\n").arg(QDir::toNativeSeparators(e.ctx.iniPath()));
+        if (!tpl.open(QIODevice::ReadOnly) || !dst.open(QIODevice::WriteOnly) ||
+            dst.write(tpl.readAll()) < 0) {
+            e.err << QStringLiteral("Não foi possível gravar %1.\n")
+                         .arg(QDir::toNativeSeparators(e.ctx.iniPath()));
             return ExitRefused;
         }
         e.out << QStringLiteral("Config.ini criado.\n");
@@ -59,7 +64,9 @@ int iniciar(CliEnv& e)
         }
         e.out << QStringLiteral("Dados de demonstração gravados.\n");
         if (!password.isEmpty())
-            e.out << QStringLiteral("Senha do administrador (anote, não será mostrada de novo): %1\n").arg(password);
+            e.out << QStringLiteral(
+                         "Senha do administrador (anote, não será mostrada de novo): %1\n")
+                         .arg(password);
     }
     e.out << QStringLiteral("Pasta pronta: %1 (banco %2, versão %3)\n")
                  .arg(QDir::toNativeSeparators(folder), e.ctx.db.config().describe())
@@ -67,8 +74,7 @@ int iniciar(CliEnv& e)
     return ExitOk;
 }
 
-int usuarioGravar(CliEnv& e)
-{
+int usuarioGravar(CliEnv& e) {
     const QString nome = e.args.value(QStringLiteral("nome")).trimmed();
     const QString tipo = e.args.value(QStringLiteral("tipo")).trimmed();
     if (nome.isEmpty() || tipo.isEmpty()) {
@@ -87,7 +93,8 @@ int usuarioGravar(CliEnv& e)
         bool ok = false;
         u.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
         if (!ok || !u.SQLSelect(u.ID)) {
-            e.err << QStringLiteral("Usuário %1 não encontrado.\n").arg(e.args.value(QStringLiteral("id")));
+            e.err << QStringLiteral("Usuário %1 não encontrado.\n")
+                         .arg(e.args.value(QStringLiteral("id")));
             return ExitRefused;
         }
     } else if (senha.isEmpty()) {
@@ -108,24 +115,27 @@ int usuarioGravar(CliEnv& e)
         return ExitRefused;
     }
     if (e.json)
-        e.out << QJsonDocument(QJsonObject{{QStringLiteral("id"), u.ID}}).toJson(QJsonDocument::Compact) << "\n";
+        e.out << QJsonDocument(QJsonObject{{QStringLiteral("id"), u.ID}})
+                     .toJson(QJsonDocument::Compact)
+              << "\n";
     else
         e.out << QStringLiteral("Usuário %1 gravado (id %2).\n").arg(u.NOME).arg(u.ID);
     return ExitOk;
 }
 
-int usuarioListar(CliEnv& e)
-{
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID, NOME, TIPO, ATIVO FROM Usuarios ORDER BY NOME"));
+int usuarioListar(CliEnv& e) {
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, NOME, TIPO, ATIVO FROM Usuarios ORDER BY NOME"));
     if (!rs)
         return ExitRefused;
     QJsonArray list;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
         if (e.json) {
-            list.append(QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))},
-                                    {QStringLiteral("nome"), r.text(QStringLiteral("NOME"))},
-                                    {QStringLiteral("tipo"), r.text(QStringLiteral("TIPO"))},
-                                    {QStringLiteral("ativo"), r.integer(QStringLiteral("ATIVO")) == 1}});
+            list.append(
+                QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))},
+                            {QStringLiteral("nome"), r.text(QStringLiteral("NOME"))},
+                            {QStringLiteral("tipo"), r.text(QStringLiteral("TIPO"))},
+                            {QStringLiteral("ativo"), r.integer(QStringLiteral("ATIVO")) == 1}});
         } else {
             e.out << QStringLiteral("%1\t%2\t%3\t%4\n")
                          .arg(r.integer(QStringLiteral("ID")))
@@ -139,11 +149,11 @@ int usuarioListar(CliEnv& e)
     return ExitOk;
 }
 
-int entrar(CliEnv& e)
-{
+int entrar(CliEnv& e) {
     const QString senha = e.readStdinLine();
     if (e.args.has(QStringLiteral("adm"))) {
-        const QString tipo = senha.trimmed().isEmpty() ? QStringLiteral("USER") : Login::Tipo_usuario(e.ctx, senha);
+        const QString tipo =
+            senha.trimmed().isEmpty() ? QStringLiteral("USER") : Login::Tipo_usuario(e.ctx, senha);
         if (tipo != QLatin1String("ADM")) {
             e.err << "Senha de administrador não aceita.\n";
             return ExitRefused;
@@ -165,22 +175,35 @@ int entrar(CliEnv& e)
     return ExitOk;
 }
 
-}  // namespace
+} // namespace
 
-void registerAppCommands(QList<CliCommand>& c)
-{
-    c.append({{QStringLiteral("iniciar")}, QStringLiteral("iniciar [--demo]"),
-              QStringLiteral("cria a pasta, o Config.ini modelo e o banco (ou o atualiza); nunca apaga dados"),
-              {QStringLiteral("demo")}, CliCommand::Db::None, iniciar});
+void registerAppCommands(QList<CliCommand>& c) {
+    c.append({{QStringLiteral("iniciar")},
+              QStringLiteral("iniciar [--demo]"),
+              QStringLiteral(
+                  "cria a pasta, o Config.ini modelo e o banco (ou o atualiza); nunca apaga dados"),
+              {QStringLiteral("demo")},
+              CliCommand::Db::None,
+              iniciar});
     c.append({{QStringLiteral("usuario"), QStringLiteral("gravar")},
               QStringLiteral("usuario gravar --nome NOME --tipo ADM|USER [--inativo] [--id ID]"),
-              QStringLiteral("cria (ou com --id altera) um operador; senha na primeira linha da entrada; "
-                             "senha vazia na alteração mantém a atual"),
-              {QStringLiteral("inativo")}, CliCommand::Db::Existing, usuarioGravar});
-    c.append({{QStringLiteral("usuario"), QStringLiteral("listar")}, QStringLiteral("usuario listar [--json]"),
+              QStringLiteral(
+                  "cria (ou com --id altera) um operador; senha na primeira linha da entrada; "
+                  "senha vazia na alteração mantém a atual"),
+              {QStringLiteral("inativo")},
+              CliCommand::Db::Existing,
+              usuarioGravar});
+    c.append({{QStringLiteral("usuario"), QStringLiteral("listar")},
+              QStringLiteral("usuario listar [--json]"),
               QStringLiteral("lista id, nome, tipo e situação dos operadores (nunca senhas)"),
-              {}, CliCommand::Db::Existing, usuarioListar});
-    c.append({{QStringLiteral("entrar")}, QStringLiteral("entrar [--adm] [--json]"),
-              QStringLiteral("confere a senha da entrada padrão como o login; com --adm, como a senha de administrador"),
-              {QStringLiteral("adm")}, CliCommand::Db::Existing, entrar});
+              {},
+              CliCommand::Db::Existing,
+              usuarioListar});
+    c.append({{QStringLiteral("entrar")},
+              QStringLiteral("entrar [--adm] [--json]"),
+              QStringLiteral("confere a senha da entrada padrão como o login; com --adm, como a "
+                             "senha de administrador"),
+              {QStringLiteral("adm")},
+              CliCommand::Db::Existing,
+              entrar});
 }

@@ -19,15 +19,17 @@
 
 namespace {
 
-void printJson(CliEnv& e, const QJsonValue& v)
-{
-    e.out << (v.isArray() ? QJsonDocument(v.toArray()) : QJsonDocument(v.toObject())).toJson(QJsonDocument::Compact) << "\n";
+void printJson(CliEnv& e, const QJsonValue& v) {
+    e.out << (v.isArray() ? QJsonDocument(v.toArray()) : QJsonDocument(v.toObject()))
+                 .toJson(QJsonDocument::Compact)
+          << "\n";
 }
 
-bool flagSN(const QString& v) { return v == QLatin1String("S") || v == QLatin1String("N"); }
+bool flagSN(const QString& v) {
+    return v == QLatin1String("S") || v == QLatin1String("N");
+}
 
-int tipoGravar(CliEnv& e)
-{
+int tipoGravar(CliEnv& e) {
     clsCodBarra k(e.ctx.db);
     bool ok = false;
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
@@ -36,7 +38,8 @@ int tipoGravar(CliEnv& e)
     k.IDTIPO = e.args.value(QStringLiteral("idtipo")).trimmed();
     k.DESCRICAO = e.args.value(QStringLiteral("descricao")).trimmed();
     k.PADRAO = e.args.value(QStringLiteral("padrao")).trimmed().toUpper();
-    if (!ok || k.IDTIPO.isEmpty() || k.DESCRICAO.isEmpty() || k.PADRAO.isEmpty() || juros.isEmpty() || bloqueio.isEmpty()) {
+    if (!ok || k.IDTIPO.isEmpty() || k.DESCRICAO.isEmpty() || k.PADRAO.isEmpty() ||
+        juros.isEmpty() || bloqueio.isEmpty()) {
         e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
         return ExitUsage;
     }
@@ -54,7 +57,8 @@ int tipoGravar(CliEnv& e)
         return ExitRefused;
     }
     if (!alterar && clsCodBarra(e.ctx.db).SQLSelect(id)) {
-        e.err << QStringLiteral("O código %1 já existe (use --alterar).\n").arg(id, 3, 10, QLatin1Char('0'));
+        e.err << QStringLiteral("O código %1 já existe (use --alterar).\n")
+                     .arg(id, 3, 10, QLatin1Char('0'));
         return ExitRefused;
     }
     if (!k.Gravar(alterar ? 2 : 1)) {
@@ -65,34 +69,40 @@ int tipoGravar(CliEnv& e)
     return ExitOk;
 }
 
-int tipoListar(CliEnv& e)
-{
+int tipoListar(CliEnv& e) {
     const auto rs = e.ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM CodBarra ORDER BY IDCOD"));
+        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM "
+                       "CodBarra ORDER BY IDCOD"));
     if (!rs)
         return ExitRefused;
     QJsonArray list;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        const QStringList cols = {QStringLiteral("%1").arg(r.integer(QStringLiteral("IDCOD")), 3, 10, QLatin1Char('0')),
-                                  r.text(QStringLiteral("IDTIPO")), r.text(QStringLiteral("DESCRICAO")),
-                                  r.text(QStringLiteral("PADRAO")), r.text(QStringLiteral("JUROS")),
-                                  r.text(QStringLiteral("BLOQUEIO")), r.text(QStringLiteral("CODBANCO"))};
+        const QStringList cols = {
+            QStringLiteral("%1").arg(r.integer(QStringLiteral("IDCOD")), 3, 10, QLatin1Char('0')),
+            r.text(QStringLiteral("IDTIPO")),
+            r.text(QStringLiteral("DESCRICAO")),
+            r.text(QStringLiteral("PADRAO")),
+            r.text(QStringLiteral("JUROS")),
+            r.text(QStringLiteral("BLOQUEIO")),
+            r.text(QStringLiteral("CODBANCO"))};
         if (!e.json) {
             e.out << cols.join(QLatin1Char('\t')) << "\n";
             continue;
         }
         list.append(QJsonObject{{QStringLiteral("idcod"), int(r.integer(QStringLiteral("IDCOD")))},
-                                {QStringLiteral("idtipo"), cols[1]}, {QStringLiteral("descricao"), cols[2]},
-                                {QStringLiteral("padrao"), cols[3]}, {QStringLiteral("juros"), cols[4]},
-                                {QStringLiteral("bloqueio"), cols[5]}, {QStringLiteral("codbanco"), cols[6]}});
+                                {QStringLiteral("idtipo"), cols[1]},
+                                {QStringLiteral("descricao"), cols[2]},
+                                {QStringLiteral("padrao"), cols[3]},
+                                {QStringLiteral("juros"), cols[4]},
+                                {QStringLiteral("bloqueio"), cols[5]},
+                                {QStringLiteral("codbanco"), cols[6]}});
     }
     if (e.json)
         printJson(e, list);
     return ExitOk;
 }
 
-int tipoExcluir(CliEnv& e)
-{
+int tipoExcluir(CliEnv& e) {
     bool ok = false;
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
     clsCodBarra k(e.ctx.db);
@@ -108,20 +118,20 @@ int tipoExcluir(CliEnv& e)
     return ExitOk;
 }
 
-std::optional<QDate> dateArg(CliEnv& e)
-{
+std::optional<QDate> dateArg(CliEnv& e) {
     const auto d = DateUtil::parseBr(e.args.positional.value(0));
     if (!d)
-        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.positional.value(0));
+        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n")
+                     .arg(e.args.positional.value(0));
     return d;
 }
 
-int feriadoGravar(CliEnv& e)
-{
+int feriadoGravar(CliEnv& e) {
     const auto d = dateArg(e);
     if (!d)
         return ExitUsage;
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {*d});
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {*d});
     if (!rs)
         return ExitRefused;
     if (rs->recordCount() > 0) {
@@ -136,17 +146,19 @@ int feriadoGravar(CliEnv& e)
     return ExitOk;
 }
 
-int feriadoListar(CliEnv& e)
-{
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
+int feriadoListar(CliEnv& e) {
+    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
     if (!rs)
         return ExitRefused;
     QJsonArray list;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        const QString id = QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0'));
+        const QString id =
+            QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0'));
         const QString day = DateUtil::br(r.date(QStringLiteral("FERIADO")));
         if (e.json)
-            list.append(QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))}, {QStringLiteral("feriado"), day}});
+            list.append(QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))},
+                                    {QStringLiteral("feriado"), day}});
         else
             e.out << id << "\t" << day << "\n";
     }
@@ -155,8 +167,7 @@ int feriadoListar(CliEnv& e)
     return ExitOk;
 }
 
-int feriadoExcluir(CliEnv& e)
-{
+int feriadoExcluir(CliEnv& e) {
     clsFeriado f(e.ctx.db);
     if (e.args.has(QStringLiteral("todos"))) {
         if (!f.Excluir(false))
@@ -166,7 +177,9 @@ int feriadoExcluir(CliEnv& e)
     }
     bool ok = false;
     f.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
-    const auto rs = ok ? e.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE ID = ?"), {f.ID}) : std::nullopt;
+    const auto rs = ok ? e.ctx.db.SQLSelect_ReadOnly(
+                             QStringLiteral("SELECT ID FROM Feriados WHERE ID = ?"), {f.ID})
+                       : std::nullopt;
     if (!rs || rs->recordCount() == 0) {
         e.err << "Informe um item !!!\n";
         return ok ? ExitRefused : ExitUsage;
@@ -179,8 +192,7 @@ int feriadoExcluir(CliEnv& e)
     return ExitOk;
 }
 
-int diaUtil(CliEnv& e)
-{
+int diaUtil(CliEnv& e) {
     const auto d = dateArg(e);
     if (!d)
         return ExitUsage;
@@ -188,8 +200,7 @@ int diaUtil(CliEnv& e)
     return ExitOk;
 }
 
-QJsonObject decisionJson(const ReadingDecision& d)
-{
+QJsonObject decisionJson(const ReadingDecision& d) {
     QJsonObject o{{QStringLiteral("resultado"), d.resultado()},
                   {QStringLiteral("mensagens"), QJsonArray::fromStringList(d.mensagens)}};
     if (d.outcome != ReadingDecision::Outcome::Aceito)
@@ -207,12 +218,12 @@ QJsonObject decisionJson(const ReadingDecision& d)
 
 // The overdue decision of an accepted guide, as the counter would take it with the operator's
 // consent.
-void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObject& o)
-{
+void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObject& o) {
     if (d.route == ReadingDecision::Route::Diversos || !d.vencimento.isValid())
         return;
     HolidayCalendar cal(e.ctx.db);
-    const auto enc = Acrescimos::avaliar(d.vencimento, day, d.valor, d.juros == QLatin1String("SIM"), e.ctx.settings.juros,
+    const auto enc = Acrescimos::avaliar(d.vencimento, day, d.valor,
+                                         d.juros == QLatin1String("SIM"), e.ctx.settings.juros,
                                          [&cal](const QDate& x) { return cal.E_feriado(x); });
     if (!enc || !enc->vencida)
         return;
@@ -224,8 +235,7 @@ void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObje
     o.insert(QStringLiteral("total"), enc->total.format());
 }
 
-int ler(CliEnv& e)
-{
+int ler(CliEnv& e) {
     if (e.args.positional.size() != 1) {
         e.err << "Uso: tolvane ler CODIGO [--data DD/MM/AAAA] [--json]\n";
         return ExitUsage;
@@ -234,7 +244,8 @@ int ler(CliEnv& e)
     if (!chosen)
         return ExitUsage;
     const QDate day = *chosen;
-    const ReadingDecision d = BarcodeReader(e.ctx).Leitura_codigo_barras(e.args.positional.first(), day, {});
+    const ReadingDecision d =
+        BarcodeReader(e.ctx).Leitura_codigo_barras(e.args.positional.first(), day, {});
     QJsonObject o = decisionJson(d);
     if (d.outcome == ReadingDecision::Outcome::Aceito)
         addOverdue(e, d, day, o);
@@ -248,8 +259,7 @@ int ler(CliEnv& e)
     return d.outcome == ReadingDecision::Outcome::Aceito ? ExitOk : ExitRefused;
 }
 
-int linha(CliEnv& e)
-{
+int linha(CliEnv& e) {
     if (e.args.positional.size() != 1) {
         e.err << "Uso: tolvane linha DIGITOS [--json]  (ou - para ler da entrada padrão)\n";
         return ExitUsage;
@@ -262,7 +272,7 @@ int linha(CliEnv& e)
         for (;;) {
             const QByteArray raw = in.readLine();
             if (raw.isEmpty())
-                break;  // end of input; an empty line still reads as "\n"
+                break; // end of input; an empty line still reads as "\n"
             const QString line = QString::fromUtf8(raw).trimmed();
             const TypedLine::Result r = TypedLine::toBarcode(line);
             failures += r.ok() ? 0 : 1;
@@ -273,7 +283,8 @@ int linha(CliEnv& e)
     const TypedLine::Result r = TypedLine::toBarcode(e.args.positional.first());
     if (!r.ok()) {
         if (e.json)
-            printJson(e, QJsonObject{{QStringLiteral("erro"), r.erro}, {QStringLiteral("campo"), r.campo}});
+            printJson(e, QJsonObject{{QStringLiteral("erro"), r.erro},
+                                     {QStringLiteral("campo"), r.campo}});
         e.err << r.erro << "\n";
         return ExitRefused;
     }
@@ -284,29 +295,67 @@ int linha(CliEnv& e)
     return ExitOk;
 }
 
-}  // namespace
+} // namespace
 
-void registerBarcodeCommands(QList<CliCommand>& c)
-{
+void registerBarcodeCommands(QList<CliCommand>& c) {
     using D = CliCommand::Db;
     c.append({{QStringLiteral("tipo"), QStringLiteral("gravar")},
-              QStringLiteral("tipo gravar --idcod N --idtipo T --descricao D --padrao P --juros S|N --bloqueio S|N [--codbanco C] [--alterar]"),
-              QStringLiteral("grava um tipo de guia (com --alterar, altera um existente)"), {QStringLiteral("alterar")}, D::Existing, tipoGravar});
-    c.append({{QStringLiteral("tipo"), QStringLiteral("listar")}, QStringLiteral("tipo listar [--json]"),
-              QStringLiteral("lista os tipos de guia"), {}, D::Existing, tipoListar});
-    c.append({{QStringLiteral("tipo"), QStringLiteral("excluir")}, QStringLiteral("tipo excluir --idcod N"),
-              QStringLiteral("exclui um tipo de guia"), {}, D::Existing, tipoExcluir});
-    c.append({{QStringLiteral("feriado"), QStringLiteral("gravar")}, QStringLiteral("feriado gravar DD/MM/AAAA"),
-              QStringLiteral("grava um feriado"), {}, D::Existing, feriadoGravar});
-    c.append({{QStringLiteral("feriado"), QStringLiteral("listar")}, QStringLiteral("feriado listar [--json]"),
-              QStringLiteral("lista os feriados"), {}, D::Existing, feriadoListar});
-    c.append({{QStringLiteral("feriado"), QStringLiteral("excluir")}, QStringLiteral("feriado excluir (--id N | --todos)"),
-              QStringLiteral("exclui um feriado, ou todos"), {QStringLiteral("todos")}, D::Existing, feriadoExcluir});
-    c.append({{QStringLiteral("dia-util")}, QStringLiteral("dia-util DD/MM/AAAA"),
-              QStringLiteral("o próximo dia útil depois da data (sem sábados, domingos e feriados)"), {}, D::Existing, diaUtil});
-    c.append({{QStringLiteral("ler")}, QStringLiteral("ler CODIGO [--data DD/MM/AAAA] [--json]"),
-              QStringLiteral("lê um código de barras como o caixa (lista do cliente vazia) e mostra a decisão"), {}, D::Existing, ler});
-    c.append({{QStringLiteral("linha")}, QStringLiteral("linha DIGITOS|- [--json]"),
-              QStringLiteral("converte a linha digitável (47 ou 48 dígitos) no código de barras; - lê uma por linha da entrada"),
-              {}, D::None, linha});
+              QStringLiteral("tipo gravar --idcod N --idtipo T --descricao D --padrao P --juros "
+                             "S|N --bloqueio S|N [--codbanco C] [--alterar]"),
+              QStringLiteral("grava um tipo de guia (com --alterar, altera um existente)"),
+              {QStringLiteral("alterar")},
+              D::Existing,
+              tipoGravar});
+    c.append({{QStringLiteral("tipo"), QStringLiteral("listar")},
+              QStringLiteral("tipo listar [--json]"),
+              QStringLiteral("lista os tipos de guia"),
+              {},
+              D::Existing,
+              tipoListar});
+    c.append({{QStringLiteral("tipo"), QStringLiteral("excluir")},
+              QStringLiteral("tipo excluir --idcod N"),
+              QStringLiteral("exclui um tipo de guia"),
+              {},
+              D::Existing,
+              tipoExcluir});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("gravar")},
+              QStringLiteral("feriado gravar DD/MM/AAAA"),
+              QStringLiteral("grava um feriado"),
+              {},
+              D::Existing,
+              feriadoGravar});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("listar")},
+              QStringLiteral("feriado listar [--json]"),
+              QStringLiteral("lista os feriados"),
+              {},
+              D::Existing,
+              feriadoListar});
+    c.append({{QStringLiteral("feriado"), QStringLiteral("excluir")},
+              QStringLiteral("feriado excluir (--id N | --todos)"),
+              QStringLiteral("exclui um feriado, ou todos"),
+              {QStringLiteral("todos")},
+              D::Existing,
+              feriadoExcluir});
+    c.append(
+        {{QStringLiteral("dia-util")},
+         QStringLiteral("dia-util DD/MM/AAAA"),
+         QStringLiteral("o próximo dia útil depois da data (sem sábados, domingos e feriados)"),
+         {},
+         D::Existing,
+         diaUtil});
+    c.append(
+        {{QStringLiteral("ler")},
+         QStringLiteral("ler CODIGO [--data DD/MM/AAAA] [--json]"),
+         QStringLiteral(
+             "lê um código de barras como o caixa (lista do cliente vazia) e mostra a decisão"),
+         {},
+         D::Existing,
+         ler});
+    c.append({{QStringLiteral("linha")},
+              QStringLiteral("linha DIGITOS|- [--json]"),
+              QStringLiteral("converte a linha digitável (47 ou 48 dígitos) no código de barras; - "
+                             "lê uma por linha da entrada"),
+              {},
+              D::None,
+              linha});
 }

@@ -12,8 +12,7 @@
 
 namespace {
 
-int encargos(CliEnv& e)
-{
+int encargos(CliEnv& e) {
     const auto v = DateUtil::parseBr(e.args.value(QStringLiteral("vencimento")));
     const auto w = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
     if (!v || !w) {
@@ -22,8 +21,10 @@ int encargos(CliEnv& e)
     }
     const QString valorTexto = e.args.value(QStringLiteral("valor")).trimmed();
     const auto valor = Money::parse(valorTexto);
-    if (valorTexto.isEmpty() || valorTexto.count(QLatin1Char(',')) > 1 || !valor || valor->isNegative()) {
-        e.err << QStringLiteral("Valor inválido: \"%1\" (use 1.234,56, sem sinal).\n").arg(valorTexto);
+    if (valorTexto.isEmpty() || valorTexto.count(QLatin1Char(',')) > 1 || !valor ||
+        valor->isNegative()) {
+        e.err << QStringLiteral("Valor inválido: \"%1\" (use 1.234,56, sem sinal).\n")
+                     .arg(valorTexto);
         return ExitUsage;
     }
     int esquema = e.ctx.settings.juros;
@@ -31,14 +32,16 @@ int encargos(CliEnv& e)
         bool ok = false;
         esquema = e.args.value(QStringLiteral("esquema")).toInt(&ok);
         if (!ok) {
-            e.err << "O esquema deve ser 1 (1% ao mês + 0,33% ao dia), 2 (1% ao mês + 2%) ou 0 (sem juros).\n";
+            e.err << "O esquema deve ser 1 (1% ao mês + 0,33% ao dia), 2 (1% ao mês + 2%) ou 0 "
+                     "(sem juros).\n";
             return ExitUsage;
         }
     }
     if (esquema != 1 && esquema != 2)
         e.err << QStringLiteral("Esquema %1: sem juros nem multa.\n").arg(esquema);
     HolidayCalendar cal(e.ctx.db);
-    const auto r = Acrescimos::avaliar(*v, *w, *valor, true, esquema, [&cal](const QDate& d) { return cal.E_feriado(d); });
+    const auto r = Acrescimos::avaliar(*v, *w, *valor, true, esquema,
+                                       [&cal](const QDate& d) { return cal.E_feriado(d); });
     if (!r) {
         e.err << "Atraso grande demais para calcular (mais de 32767 meses).\n";
         return ExitRefused;
@@ -54,22 +57,26 @@ int encargos(CliEnv& e)
         e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n";
         return ExitOk;
     }
-    e.out << QStringLiteral("Vencimento: %1%2\nDias de Atraso..: %3\nMeses de Atraso.: %4\n"
-                            "(+) Mora / Multa..................:R$ %5\n(+) Outros Acrescimos.........:R$ %6\n"
-                            "(=) Valor à Cobrar...............:R$ %7\n")
-                 .arg(DateUtil::br(r->vencimento), r->vencida ? QString() : QStringLiteral(" (em dia)"))
+    e.out << QStringLiteral(
+                 "Vencimento: %1%2\nDias de Atraso..: %3\nMeses de Atraso.: %4\n"
+                 "(+) Mora / Multa..................:R$ %5\n(+) Outros Acrescimos.........:R$ %6\n"
+                 "(=) Valor à Cobrar...............:R$ %7\n")
+                 .arg(DateUtil::br(r->vencimento),
+                      r->vencida ? QString() : QStringLiteral(" (em dia)"))
                  .arg(r->dias)
                  .arg(r->meses)
                  .arg(r->multa.format(), r->juros.format(), r->total.format());
     return ExitOk;
 }
 
-}  // namespace
+} // namespace
 
-void registerChargesCommands(QList<CliCommand>& c)
-{
+void registerChargesCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("encargos")},
-              QStringLiteral("encargos --vencimento DD/MM/AAAA --data DD/MM/AAAA --valor VALOR [--esquema N] [--json]"),
-              QStringLiteral("juros e multa de uma guia vencida (esquema padrão: [Opcoes] juros)"), {},
-              CliCommand::Db::Existing, encargos});
+              QStringLiteral("encargos --vencimento DD/MM/AAAA --data DD/MM/AAAA --valor VALOR "
+                             "[--esquema N] [--json]"),
+              QStringLiteral("juros e multa de uma guia vencida (esquema padrão: [Opcoes] juros)"),
+              {},
+              CliCommand::Db::Existing,
+              encargos});
 }

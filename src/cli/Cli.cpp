@@ -1,6 +1,5 @@
 #include "Cli.h"
 
-#include "Startup.h"
 #include "AppContext.h"
 #include "AppFolder.h"
 #include "CliArgs.h"
@@ -8,6 +7,7 @@
 #include "CliDialogPort.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "Startup.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,8 +15,7 @@
 
 namespace {
 
-QList<CliCommand> allCommands()
-{
+QList<CliCommand> allCommands() {
     QList<CliCommand> c;
     registerAppCommands(c);
     registerCounterCommands(c);
@@ -27,8 +26,7 @@ QList<CliCommand> allCommands()
 }
 
 // The longest command whose words start `words`.
-const CliCommand* find(const QList<CliCommand>& commands, const QStringList& words)
-{
+const CliCommand* find(const QList<CliCommand>& commands, const QStringList& words) {
     const CliCommand* best = nullptr;
     for (const CliCommand& c : commands) {
         if (c.words.size() > words.size() || (best && best->words.size() >= c.words.size()))
@@ -39,8 +37,7 @@ const CliCommand* find(const QList<CliCommand>& commands, const QStringList& wor
     return best;
 }
 
-QString readLine()
-{
+QString readLine() {
     QFile in;
     if (!in.open(stdin, QIODevice::ReadOnly))
         return {};
@@ -50,20 +47,19 @@ QString readLine()
     return line;
 }
 
-}  // namespace
+} // namespace
 
-std::optional<QDate> workingDateOption(CliEnv& e)
-{
+std::optional<QDate> workingDateOption(CliEnv& e) {
     if (!e.args.has(QStringLiteral("data")))
         return e.ctx.clock.today();
     const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
     if (!d)
-        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n").arg(e.args.value(QStringLiteral("data")));
+        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n")
+                     .arg(e.args.value(QStringLiteral("data")));
     return d;
 }
 
-bool Cli::wantsCli(const QStringList& args)
-{
+bool Cli::wantsCli(const QStringList& args) {
     for (int i = 0; i < args.size(); ++i) {
         if (args[i] == QLatin1String("--pasta")) {
             ++i;
@@ -74,8 +70,7 @@ bool Cli::wantsCli(const QStringList& args)
     return false;
 }
 
-QString Cli::helpText()
-{
+QString Cli::helpText() {
     QString t = QStringLiteral("Uso: tolvane [--pasta PASTA] [COMANDO ...]\n"
                                "Sem comando, abre o programa (tela de data e depois o caixa).\n\n"
                                "Comandos:\n");
@@ -86,8 +81,7 @@ QString Cli::helpText()
     return t;
 }
 
-int Cli::run(const QStringList& argsIn, const QString& exeFolder)
-{
+int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
     QTextStream out(stdout);
     QTextStream err(stderr);
     out.setEncoding(QStringConverter::Utf8);
@@ -104,8 +98,8 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder)
         folderArg = args[p + 1];
         args.remove(p, 2);
     }
-    if (args.isEmpty() || args.first() == QLatin1String("--help") || args.first() == QLatin1String("-h") ||
-        args.first() == QLatin1String("ajuda")) {
+    if (args.isEmpty() || args.first() == QLatin1String("--help") ||
+        args.first() == QLatin1String("-h") || args.first() == QLatin1String("ajuda")) {
         out << helpText();
         return args.isEmpty() ? ExitUsage : ExitOk;
     }
@@ -113,7 +107,8 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder)
     const QList<CliCommand> commands = allCommands();
     const CliCommand* cmd = find(commands, args);
     if (!cmd) {
-        err << QStringLiteral("Comando desconhecido: %1\nUse tolvane --help.\n").arg(args.join(QLatin1Char(' ')));
+        err << QStringLiteral("Comando desconhecido: %1\nUse tolvane --help.\n")
+                   .arg(args.join(QLatin1Char(' ')));
         return ExitUsage;
     }
     QString parseError;

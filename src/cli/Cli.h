@@ -6,7 +6,7 @@
 // refusal (message on stderr), 2 on bad usage.
 class Cli {
 public:
-    static bool wantsCli(const QStringList& args);  // args without the program name
+    static bool wantsCli(const QStringList& args); // args without the program name
     static int run(const QStringList& args, const QString& exeFolder);
     static QString helpText();
 };

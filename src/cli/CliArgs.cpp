@@ -1,7 +1,7 @@
 #include "CliArgs.h"
 
-std::optional<CliArgs> CliArgs::parse(const QStringList& words, const QSet<QString>& flags, QString* error)
-{
+std::optional<CliArgs> CliArgs::parse(const QStringList& words, const QSet<QString>& flags,
+                                      QString* error) {
     CliArgs a;
     for (int i = 0; i < words.size(); ++i) {
         const QString& w = words[i];

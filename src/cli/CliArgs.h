@@ -14,9 +14,10 @@ public:
                                         QString* error);
 
     QStringList positional;
-    bool has(const QString& flag) const { return m_flags.contains(flag) || m_values.contains(flag); }
-    QString value(const QString& name, const QString& fallback = {}) const
-    {
+    bool has(const QString& flag) const {
+        return m_flags.contains(flag) || m_values.contains(flag);
+    }
+    QString value(const QString& name, const QString& fallback = {}) const {
         return m_values.value(name, fallback);
     }
     QStringList values(const QString& name) const { return m_multi.value(name); }

@@ -29,10 +29,10 @@ enum CliExit { ExitOk = 0, ExitRefused = 1, ExitUsage = 2 };
 std::optional<QDate> workingDateOption(CliEnv& e);
 
 struct CliCommand {
-    QStringList words;   // "usuario", "gravar"
-    QString synopsis;    // shown by --help
+    QStringList words; // "usuario", "gravar"
+    QString synopsis;  // shown by --help
     QString summary;
-    QSet<QString> flags;  // options without value
+    QSet<QString> flags; // options without value
     enum class Db { None, Create, Existing } db = Db::Existing;
     std::function<int(CliEnv&)> run;
 };

@@ -9,8 +9,7 @@
 struct CliPrinterScope {
     PrinterService service;
     AuthCounterPrinter printer;
-    explicit CliPrinterScope(AppContext& ctx) : service(ctx), printer(ctx, service)
-    {
+    explicit CliPrinterScope(AppContext& ctx) : service(ctx), printer(ctx, service) {
         ctx.printer = &service;
         service.abrirPorta();
     }

@@ -1,14 +1,14 @@
 // Commands of the counter: caixa abrir, receber, encerrar, reabrir, situacao, recebimentos.
-#include "Login.h"
-#include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliPrinterScope.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DateScreenLogic.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "Login.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -17,8 +17,7 @@
 
 // Logs the operator in and fixes the working date (--data, default today). Answers an exit
 // code, or -1 to go on.
-int counterLogin(CliEnv& e)
-{
+int counterLogin(CliEnv& e) {
     const auto chosen = workingDateOption(e);
     if (!chosen)
         return ExitUsage;
@@ -36,14 +35,14 @@ int counterLogin(CliEnv& e)
     return -1;
 }
 
-
 namespace {
 
-void printJson(CliEnv& e, const QJsonObject& o) { e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n"; }
+void printJson(CliEnv& e, const QJsonObject& o) {
+    e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n";
+}
 
 // The existing movement of the working date, or a refusal.
-int existing(CliEnv& e, CounterSession& s)
-{
+int existing(CliEnv& e, CounterSession& s) {
     if (int rc = counterLogin(e); rc >= 0)
         return rc;
     if (!s.day().consultar()) {
@@ -53,8 +52,7 @@ int existing(CliEnv& e, CounterSession& s)
     return -1;
 }
 
-QJsonObject situacao(CounterSession& s)
-{
+QJsonObject situacao(CounterSession& s) {
     const clsMovimento& m = s.day().movimento();
     return {{QStringLiteral("id"), m.ID},
             {QStringLiteral("mov"), m.MOV},
@@ -67,15 +65,16 @@ QJsonObject situacao(CounterSession& s)
             {QStringLiteral("recebimentos"), int(s.lancados().size())}};
 }
 
-int abrir(CliEnv& e)
-{
+int abrir(CliEnv& e) {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
     if (int rc = counterLogin(e); rc >= 0)
         return rc;
     if (e.ctx.workingDate != e.ctx.clock.today())
-        e.ctx.dialogs.warn(QStringLiteral("Aviso"),
-                           QStringLiteral("Data do Computador diferente da data de abertura do caixa!! Verifique."));
+        e.ctx.dialogs.warn(
+            QStringLiteral("Aviso"),
+            QStringLiteral(
+                "Data do Computador diferente da data de abertura do caixa!! Verifique."));
     const bool existed = s.day().consultar();
     if (!s.day().abrir())
         return ExitRefused;
@@ -88,8 +87,7 @@ int abrir(CliEnv& e)
     return ExitOk;
 }
 
-int encerrar(CliEnv& e)
-{
+int encerrar(CliEnv& e) {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
@@ -105,8 +103,7 @@ int encerrar(CliEnv& e)
     return ExitOk;
 }
 
-int reabrir(CliEnv& e)
-{
+int reabrir(CliEnv& e) {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
@@ -122,8 +119,7 @@ int reabrir(CliEnv& e)
     return ExitOk;
 }
 
-int mostrarSituacao(CliEnv& e)
-{
+int mostrarSituacao(CliEnv& e) {
     CounterSession s(e.ctx, nullptr);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
@@ -137,8 +133,7 @@ int mostrarSituacao(CliEnv& e)
     return ExitOk;
 }
 
-int recebimentos(CliEnv& e)
-{
+int recebimentos(CliEnv& e) {
     CounterSession s(e.ctx, nullptr);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
@@ -150,37 +145,59 @@ int recebimentos(CliEnv& e)
                                     {QStringLiteral("descricao"), l.descricao},
                                     {QStringLiteral("valor"), l.valor.format()}});
         else
-            e.out << QStringLiteral("%1\t%2\t%3\n").arg(l.autentica, 4, 10, QLatin1Char('0')).arg(l.descricao, l.valor.format());
+            e.out << QStringLiteral("%1\t%2\t%3\n")
+                         .arg(l.autentica, 4, 10, QLatin1Char('0'))
+                         .arg(l.descricao, l.valor.format());
     }
     if (e.json)
         e.out << QJsonDocument(list).toJson(QJsonDocument::Compact) << "\n";
     return ExitOk;
 }
 
-}  // namespace
+} // namespace
 
-int runCaixaReceber(CliEnv& e);  // CounterReceiveCommand.cpp
+int runCaixaReceber(CliEnv& e); // CounterReceiveCommand.cpp
 
-void registerCounterCommands(QList<CliCommand>& c)
-{
+void registerCounterCommands(QList<CliCommand>& c) {
     const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
-    c.append({{QStringLiteral("caixa"), QStringLiteral("abrir")}, QStringLiteral("caixa abrir") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("abre o movimento do dia (ou retoma o que já existe); senha na entrada padrão"), {},
-              CliCommand::Db::Existing, abrir});
-    c.append({{QStringLiteral("caixa"), QStringLiteral("encerrar")}, QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("encerra o movimento: soma recebimentos e lançamentos, situação FECHADO"), {},
-              CliCommand::Db::Existing, encerrar});
-    c.append({{QStringLiteral("caixa"), QStringLiteral("reabrir")}, QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("reabre um movimento encerrado"), {}, CliCommand::Db::Existing, reabrir});
-    c.append({{QStringLiteral("caixa"), QStringLiteral("situacao")}, QStringLiteral("caixa situacao") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("mostra o movimento do dia: id, mov, data, situação e totais"), {},
-              CliCommand::Db::Existing, mostrarSituacao});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("abrir")},
+              QStringLiteral("caixa abrir") + d + QStringLiteral(" [--json]"),
+              QStringLiteral(
+                  "abre o movimento do dia (ou retoma o que já existe); senha na entrada padrão"),
+              {},
+              CliCommand::Db::Existing,
+              abrir});
+    c.append(
+        {{QStringLiteral("caixa"), QStringLiteral("encerrar")},
+         QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--json]"),
+         QStringLiteral("encerra o movimento: soma recebimentos e lançamentos, situação FECHADO"),
+         {},
+         CliCommand::Db::Existing,
+         encerrar});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("reabrir")},
+              QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("reabre um movimento encerrado"),
+              {},
+              CliCommand::Db::Existing,
+              reabrir});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("situacao")},
+              QStringLiteral("caixa situacao") + d + QStringLiteral(" [--json]"),
+              QStringLiteral("mostra o movimento do dia: id, mov, data, situação e totais"),
+              {},
+              CliCommand::Db::Existing,
+              mostrarSituacao});
     c.append({{QStringLiteral("caixa"), QStringLiteral("recebimentos")},
               QStringLiteral("caixa recebimentos") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("lista os recebimentos do movimento, do mais novo ao mais antigo"), {},
-              CliCommand::Db::Existing, recebimentos});
-    c.append({{QStringLiteral("caixa"), QStringLiteral("receber")},
-              QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
-              QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela leitura do caixa)"),
-              {QStringLiteral("recusar-vencidas")}, CliCommand::Db::Existing, runCaixaReceber});
+              QStringLiteral("lista os recebimentos do movimento, do mais novo ao mais antigo"),
+              {},
+              CliCommand::Db::Existing,
+              recebimentos});
+    c.append(
+        {{QStringLiteral("caixa"), QStringLiteral("receber")},
+         QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
+         QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
+                        "leitura do caixa)"),
+         {QStringLiteral("recusar-vencidas")},
+         CliCommand::Db::Existing,
+         runCaixaReceber});
 }

@@ -1,9 +1,9 @@
 // caixa receber: one customer's payment from the command line, through the same session as the
 // counter screen.
-#include "CliPrinterScope.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliPrinterScope.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
@@ -18,17 +18,15 @@
 
 namespace {
 
-QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r)
-{
+QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r) {
     return {{QStringLiteral("codigo"), codigo},
             {QStringLiteral("resultado"), r.resultado},
             {QStringLiteral("mensagens"), QJsonArray::fromStringList(r.mensagens)}};
 }
 
-}  // namespace
+} // namespace
 
-void addEncargos(QJsonObject& o, const Encargos& e)
-{
+void addEncargos(QJsonObject& o, const Encargos& e) {
     o.insert(QStringLiteral("vencida"), e.vencida);
     o.insert(QStringLiteral("dias"), e.dias);
     o.insert(QStringLiteral("meses"), e.meses);
@@ -37,22 +35,24 @@ void addEncargos(QJsonObject& o, const Encargos& e)
     o.insert(QStringLiteral("total"), e.total.format());
 }
 
-int counterLogin(CliEnv& e);  // CounterCommands.cpp
+int counterLogin(CliEnv& e); // CounterCommands.cpp
 
-int runCaixaReceber(CliEnv& e)
-{
+int runCaixaReceber(CliEnv& e) {
     if (e.args.positional.isEmpty() && !e.args.has(QStringLiteral("avulso"))) {
-        e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] [--pago VALOR] CODIGO...\n";
+        e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] "
+                 "[--pago VALOR] CODIGO...\n";
         return ExitUsage;
     }
     const QString pago = e.args.value(QStringLiteral("pago"));
-    if (e.args.has(QStringLiteral("pago")) && (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
+    if (e.args.has(QStringLiteral("pago")) &&
+        (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
         e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
         return ExitUsage;
     }
     if (int rc = counterLogin(e); rc >= 0)
         return rc;
-    if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs); scripted && e.args.has(QStringLiteral("recusar-vencidas")))
+    if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
+        scripted && e.args.has(QStringLiteral("recusar-vencidas")))
         scripted->defaultAnswer = DialogAnswer::No;
 
     CliPrinterScope printing(e.ctx);
@@ -73,15 +73,18 @@ int runCaixaReceber(CliEnv& e)
         avulsos << item;
     }
     for (const QString& codigo : e.args.positional) {
-        const QString digits = QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
-        const auto r = digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
+        const QString digits =
+            QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
+        const auto r =
+            digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
         if (!r.accepted)
             recusados.append(recusado(codigo, r));
     }
     for (const OneOffItem& item : avulsos) {
         const auto r = s.somaAvulso(item);
         if (!r.accepted)
-            recusados.append(recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
+            recusados.append(
+                recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
     }
     QJsonObject out;
     const Money total = s.list().total();
@@ -112,12 +115,14 @@ int runCaixaReceber(CliEnv& e)
     } else {
         for (const auto& g : gravados)
             e.out << QStringLiteral("%1\t%2\t%3\n")
-                         .arg(g.toObject().value(QStringLiteral("autentica")).toInt(), 4, 10, QLatin1Char('0'))
+                         .arg(g.toObject().value(QStringLiteral("autentica")).toInt(), 4, 10,
+                              QLatin1Char('0'))
                          .arg(g.toObject().value(QStringLiteral("codbarra")).toString(),
                               g.toObject().value(QStringLiteral("valor")).toString());
         e.out << QStringLiteral("Total: %1\n").arg(total.formatCurrency());
         if (e.args.has(QStringLiteral("pago")))
-            e.out << QStringLiteral("Troco: %1\n").arg(out.value(QStringLiteral("troco")).toString());
+            e.out
+                << QStringLiteral("Troco: %1\n").arg(out.value(QStringLiteral("troco")).toString());
     }
     return gravados.isEmpty() ? ExitRefused : ExitOk;
 }

@@ -9,28 +9,25 @@
 
 namespace {
 
-int refuseDisabled(CliEnv& e, PrinterService& p)
-{
+int refuseDisabled(CliEnv& e, PrinterService& p) {
     if (p.habilitada())
         return -1;
-    e.err << "A autenticadora está desativada no Config.ini ([Print] modo diferente de 1): nada foi impresso.\n";
+    e.err << "A autenticadora está desativada no Config.ini ([Print] modo diferente de 1): nada "
+             "foi impresso.\n";
     return ExitRefused;
 }
 
-int afterPrinting(CliEnv& e, int shownBefore)
-{
+int afterPrinting(CliEnv& e, int shownBefore) {
     auto* dialogs = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
     return dialogs && dialogs->shown().size() > shownBefore ? ExitRefused : ExitOk;
 }
 
-int shownCount(CliEnv& e)
-{
+int shownCount(CliEnv& e) {
     auto* dialogs = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
     return dialogs ? int(dialogs->shown().size()) : 0;
 }
 
-int fita(CliEnv& e)
-{
+int fita(CliEnv& e) {
     if (e.args.positional.size() != 1) {
         e.err << "Uso: tolvane impressora fita TEXTO\n";
         return ExitUsage;
@@ -45,8 +42,7 @@ int fita(CliEnv& e)
     return afterPrinting(e, before);
 }
 
-int autenticar(CliEnv& e)
-{
+int autenticar(CliEnv& e) {
     if (e.args.positional.size() != 1) {
         e.err << "Uso: tolvane impressora autenticar TEXTO [--espera MS]\n";
         return ExitUsage;
@@ -70,8 +66,7 @@ int autenticar(CliEnv& e)
     return afterPrinting(e, before);
 }
 
-int status(CliEnv& e)
-{
+int status(CliEnv& e) {
     PrinterService p(e.ctx);
     if (p.modelo() == QLatin1String("txt")) {
         e.out << "Modelo txt: não há autenticadora para consultar.\n";
@@ -79,25 +74,38 @@ int status(CliEnv& e)
     }
     const PrinterStatus s = p.status();
     if (!s.answered) {
-        e.err << QStringLiteral("A impressora não respondeu (%1, porta %2).\n").arg(p.modelo(), e.ctx.settings.porta);
+        e.err << QStringLiteral("A impressora não respondeu (%1, porta %2).\n")
+                     .arg(p.modelo(), e.ctx.settings.porta);
         return ExitRefused;
     }
     auto yes = [](bool b) { return b ? QStringLiteral("sim") : QStringLiteral("não"); };
-    e.out << QStringLiteral("modelo: %1\nporta: %2\nligada: %3\nsem papel: %4\ndocumento: %5\nbyte: 0x%6\n")
-                 .arg(p.modelo(), e.ctx.settings.porta, yes(s.online), yes(s.paperOut), yes(s.document))
+    e.out << QStringLiteral(
+                 "modelo: %1\nporta: %2\nligada: %3\nsem papel: %4\ndocumento: %5\nbyte: 0x%6\n")
+                 .arg(p.modelo(), e.ctx.settings.porta, yes(s.online), yes(s.paperOut),
+                      yes(s.document))
                  .arg(s.raw, 2, 16, QLatin1Char('0'));
     return ExitOk;
 }
 
-}  // namespace
+} // namespace
 
-void registerPrinterCommands(QList<CliCommand>& c)
-{
-    c.append({{QStringLiteral("impressora"), QStringLiteral("fita")}, QStringLiteral("impressora fita TEXTO"),
-              QStringLiteral("imprime uma linha na fita da autenticadora do Config.ini"), {}, CliCommand::Db::None, fita});
+void registerPrinterCommands(QList<CliCommand>& c) {
+    c.append({{QStringLiteral("impressora"), QStringLiteral("fita")},
+              QStringLiteral("impressora fita TEXTO"),
+              QStringLiteral("imprime uma linha na fita da autenticadora do Config.ini"),
+              {},
+              CliCommand::Db::None,
+              fita});
     c.append({{QStringLiteral("impressora"), QStringLiteral("autenticar")},
               QStringLiteral("impressora autenticar TEXTO [--espera MS]"),
-              QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"), {}, CliCommand::Db::None, autenticar});
-    c.append({{QStringLiteral("impressora"), QStringLiteral("status")}, QStringLiteral("impressora status"),
-              QStringLiteral("consulta a autenticadora configurada"), {}, CliCommand::Db::None, status});
+              QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"),
+              {},
+              CliCommand::Db::None,
+              autenticar});
+    c.append({{QStringLiteral("impressora"), QStringLiteral("status")},
+              QStringLiteral("impressora status"),
+              QStringLiteral("consulta a autenticadora configurada"),
+              {},
+              CliCommand::Db::None,
+              status});
 }

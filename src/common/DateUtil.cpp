@@ -4,11 +4,14 @@
 
 namespace DateUtil {
 
-QString br(const QDate& d) { return d.toString(QStringLiteral("dd/MM/yyyy")); }
-QString iso(const QDate& d) { return d.toString(QStringLiteral("yyyy-MM-dd")); }
+QString br(const QDate& d) {
+    return d.toString(QStringLiteral("dd/MM/yyyy"));
+}
+QString iso(const QDate& d) {
+    return d.toString(QStringLiteral("yyyy-MM-dd"));
+}
 
-std::optional<QDate> parseBr(const QString& text)
-{
+std::optional<QDate> parseBr(const QString& text) {
     static const QRegularExpression re(QStringLiteral("^(\\d{2})/(\\d{2})/(\\d{4})$"));
     const auto m = re.match(text.trimmed());
     if (!m.hasMatch())
@@ -19,8 +22,7 @@ std::optional<QDate> parseBr(const QString& text)
     return d;
 }
 
-std::optional<QDate> parseIso(const QString& text)
-{
+std::optional<QDate> parseIso(const QString& text) {
     static const QRegularExpression re(QStringLiteral("^(\\d{4})-(\\d{2})-(\\d{2})"));
     const auto m = re.match(text.trimmed());
     if (!m.hasMatch())
@@ -31,13 +33,14 @@ std::optional<QDate> parseIso(const QString& text)
     return d;
 }
 
-std::optional<QDate> parseAny(const QString& text)
-{
+std::optional<QDate> parseAny(const QString& text) {
     if (auto d = parseBr(text))
         return d;
     return parseIso(text);
 }
 
-bool isWeekend(const QDate& d) { return d.dayOfWeek() >= 6; }
+bool isWeekend(const QDate& d) {
+    return d.dayOfWeek() >= 6;
+}
 
-}  // namespace DateUtil
+} // namespace DateUtil

@@ -28,21 +28,18 @@ public:
                                 const QStringList& lines, DialogButtons buttons) = 0;
 
     // Shorthands.
-    void info(const QString& title, const QString& text)
-    {
+    void info(const QString& title, const QString& text) {
         message(title, text, DialogIcon::Information, DialogButtons::Ok);
     }
-    void warn(const QString& title, const QString& text)
-    {
+    void warn(const QString& title, const QString& text) {
         message(title, text, DialogIcon::Exclamation, DialogButtons::Ok);
     }
-    void critical(const QString& title, const QString& text)
-    {
+    void critical(const QString& title, const QString& text) {
         message(title, text, DialogIcon::Critical, DialogButtons::Ok);
     }
-    bool ask(const QString& title, const QString& text)
-    {
-        return message(title, text, DialogIcon::Question, DialogButtons::YesNo) == DialogAnswer::Yes;
+    bool ask(const QString& title, const QString& text) {
+        return message(title, text, DialogIcon::Question, DialogButtons::YesNo) ==
+               DialogAnswer::Yes;
     }
 };
 

@@ -7,40 +7,34 @@
 #include <QFile>
 
 ErrorLog::ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder)
-    : m_dialogs(dialogs), m_clock(clock), m_folder(std::move(appFolder))
-{
-}
+    : m_dialogs(dialogs), m_clock(clock), m_folder(std::move(appFolder)) {}
 
-QString ErrorLog::logPath() const
-{
+QString ErrorLog::logPath() const {
     QString folder = QDir::fromNativeSeparators(m_folder);
     if (!folder.endsWith(QLatin1Char('/')))
         folder += QLatin1Char('/');
     return folder + QStringLiteral("Log.ini");
 }
 
-QString ErrorLog::messageText(const QString& location, const ErrorInfo& e)
-{
+QString ErrorLog::messageText(const QString& location, const ErrorInfo& e) {
     const QString crlf = QStringLiteral("\r\n");
-    return QStringLiteral("Houve um erro interno:") + crlf + crlf + QStringLiteral("Número do erro:") +
-           QString::number(e.number) + crlf + QStringLiteral("Descrição :") + e.description + crlf +
-           QStringLiteral("Origem :") + e.source + QStringLiteral(" / ") + location;
+    return QStringLiteral("Houve um erro interno:") + crlf + crlf +
+           QStringLiteral("Número do erro:") + QString::number(e.number) + crlf +
+           QStringLiteral("Descrição :") + e.description + crlf + QStringLiteral("Origem :") +
+           e.source + QStringLiteral(" / ") + location;
 }
 
-QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const QDateTime& when)
-{
-    const QString lines = QStringLiteral("Erro interno n°: ") + QString::number(e.number) +
-                          QLatin1Char('\t') + QStringLiteral("Data/Hora: ") +
-                          when.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss")) +
-                          QStringLiteral("\r\nDescrição: ") + e.description +
-                          QStringLiteral("\r\nOrigem: ") + e.source + QStringLiteral("\r\nLocal: ") +
-                          location + QStringLiteral("\r\n") + QString(100, QLatin1Char('=')) +
-                          QStringLiteral("\r\n");
+QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const QDateTime& when) {
+    const QString lines =
+        QStringLiteral("Erro interno n°: ") + QString::number(e.number) + QLatin1Char('\t') +
+        QStringLiteral("Data/Hora: ") + when.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss")) +
+        QStringLiteral("\r\nDescrição: ") + e.description + QStringLiteral("\r\nOrigem: ") +
+        e.source + QStringLiteral("\r\nLocal: ") + location + QStringLiteral("\r\n") +
+        QString(100, QLatin1Char('=')) + QStringLiteral("\r\n");
     return lines.toLatin1();
 }
 
-void ErrorLog::report(const QString& location, const ErrorInfo& error)
-{
+void ErrorLog::report(const QString& location, const ErrorInfo& error) {
     m_dialogs.message(QStringLiteral("Tolvane"), messageText(location, error),
                       DialogIcon::Exclamation, DialogButtons::Ok);
     QFile f(logPath());

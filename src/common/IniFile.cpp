@@ -6,23 +6,20 @@
 
 namespace {
 
-QString sectionName(const QString& line)
-{
+QString sectionName(const QString& line) {
     const QString t = line.trimmed();
     if (t.startsWith(QLatin1Char('[')) && t.endsWith(QLatin1Char(']')))
         return t.mid(1, t.size() - 2).trimmed();
     return {};
 }
 
-bool isSection(const QString& line)
-{
+bool isSection(const QString& line) {
     const QString t = line.trimmed();
     return t.startsWith(QLatin1Char('[')) && t.endsWith(QLatin1Char(']'));
 }
 
 // Key of a "key=value" line, or empty for comments and other lines.
-QString keyOf(const QString& line)
-{
+QString keyOf(const QString& line) {
     const QString t = line.trimmed();
     if (t.startsWith(QLatin1Char(';')) || t.startsWith(QLatin1Char('#')))
         return {};
@@ -30,18 +27,16 @@ QString keyOf(const QString& line)
     return eq <= 0 ? QString() : t.left(eq).trimmed();
 }
 
-QString valueOf(const QString& line)
-{
+QString valueOf(const QString& line) {
     QString v = line.mid(line.indexOf(QLatin1Char('=')) + 1).trimmed();
     if (v.size() >= 2 && v.startsWith(QLatin1Char('"')) && v.endsWith(QLatin1Char('"')))
         v = v.mid(1, v.size() - 2);
     return v;
 }
 
-}  // namespace
+} // namespace
 
-QStringList IniFile::readLines(const QString& path)
-{
+QStringList IniFile::readLines(const QString& path) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return {};
@@ -61,8 +56,7 @@ QStringList IniFile::readLines(const QString& path)
     return lines;
 }
 
-bool IniFile::writeLines(const QString& path, const QStringList& lines)
-{
+bool IniFile::writeLines(const QString& path, const QStringList& lines) {
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly))
         return false;
@@ -73,23 +67,22 @@ bool IniFile::writeLines(const QString& path, const QStringList& lines)
     return f.commit();
 }
 
-QString IniFile::read(const QString& section, const QString& key, const QString& path)
-{
+QString IniFile::read(const QString& section, const QString& key, const QString& path) {
     bool inSection = false;
     for (const QString& line : readLines(path)) {
         if (isSection(line)) {
             inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
             continue;
         }
-        if (inSection && keyOf(line).compare(key, Qt::CaseInsensitive) == 0 && !keyOf(line).isEmpty())
+        if (inSection && keyOf(line).compare(key, Qt::CaseInsensitive) == 0 &&
+            !keyOf(line).isEmpty())
             return valueOf(line).left(kMaxValue);
     }
     return {};
 }
 
 bool IniFile::write(const QString& section, const QString& key, const QString& value,
-                    const QString& path)
-{
+                    const QString& path) {
     QStringList lines = readLines(path);
     const QString newLine = key + QLatin1Char('=') + value;
     int sectionStart = -1;

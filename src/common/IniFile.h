@@ -17,6 +17,6 @@ public:
     static bool write(const QString& section, const QString& key, const QString& value,
                       const QString& path);
 
-    static QStringList readLines(const QString& path);  // decoded, without line ends
+    static QStringList readLines(const QString& path); // decoded, without line ends
     static bool writeLines(const QString& path, const QStringList& lines);
 };

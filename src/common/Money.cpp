@@ -3,8 +3,7 @@
 #include <QStringList>
 #include <cmath>
 
-Money Money::fromDoubleRounded(double reais)
-{
+Money Money::fromDoubleRounded(double reais) {
     // Half away from zero on the decimal value: 2,675 is taken as written, not as the binary
     // 2,67499... a double holds, so a tolerance decides the halves.
     const double x = std::fabs(reais * 100.0);
@@ -15,8 +14,7 @@ Money Money::fromDoubleRounded(double reais)
     return fromCents(reais < 0 ? -cents : cents);
 }
 
-std::optional<Money> Money::parse(const QString& input)
-{
+std::optional<Money> Money::parse(const QString& input) {
     QString text = input.trimmed();
     if (text.startsWith(QLatin1String("R$")))
         text = text.mid(2).trimmed();
@@ -61,15 +59,13 @@ std::optional<Money> Money::parse(const QString& input)
     return Money(negative ? -units : units);
 }
 
-qint64 Money::centsRounded() const
-{
+qint64 Money::centsRounded() const {
     const qint64 a = m_units < 0 ? -m_units : m_units;
     const qint64 c = (a + kUnitsPerCent / 2) / kUnitsPerCent;
     return m_units < 0 ? -c : c;
 }
 
-QString Money::format() const
-{
+QString Money::format() const {
     const qint64 cents = centsRounded();
     const qint64 a = cents < 0 ? -cents : cents;
     QString whole = QString::number(a / 100);
@@ -79,13 +75,11 @@ QString Money::format() const
     return (cents < 0 ? QStringLiteral("-") : QString()) + whole + QLatin1Char(',') + frac;
 }
 
-QString Money::formatCurrency() const
-{
+QString Money::formatCurrency() const {
     return QStringLiteral("R$ ") + format();
 }
 
-QString Money::centsText(int width) const
-{
+QString Money::centsText(int width) const {
     const qint64 cents = centsRounded();
     return QString::number(cents < 0 ? -cents : cents).rightJustified(width, QLatin1Char('0'));
 }

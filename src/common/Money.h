@@ -24,21 +24,27 @@ public:
     static std::optional<Money> parse(const QString& text);
 
     constexpr qint64 units() const { return m_units; }
-    qint64 centsRounded() const;  // half away from zero
+    qint64 centsRounded() const; // half away from zero
     double toDouble() const { return double(m_units) / kUnitsPerReal; }
     Money roundedToCents() const { return fromCents(centsRounded()); }
     bool isZero() const { return m_units == 0; }
     bool isNegative() const { return m_units < 0; }
 
-    QString format() const;          // "#,##0.00": "1.234,56", "-0,50"
-    QString formatCurrency() const;  // "R$ #,##0.00"
-    QString centsText(int width) const;  // digits-only cents, zero-filled ("0000012345")
+    QString format() const;             // "#,##0.00": "1.234,56", "-0,50"
+    QString formatCurrency() const;     // "R$ #,##0.00"
+    QString centsText(int width) const; // digits-only cents, zero-filled ("0000012345")
 
     constexpr Money operator+(Money o) const { return Money(m_units + o.m_units); }
     constexpr Money operator-(Money o) const { return Money(m_units - o.m_units); }
     constexpr Money operator-() const { return Money(-m_units); }
-    Money& operator+=(Money o) { m_units += o.m_units; return *this; }
-    Money& operator-=(Money o) { m_units -= o.m_units; return *this; }
+    Money& operator+=(Money o) {
+        m_units += o.m_units;
+        return *this;
+    }
+    Money& operator-=(Money o) {
+        m_units -= o.m_units;
+        return *this;
+    }
     constexpr auto operator<=>(const Money&) const = default;
 
 private:

@@ -6,15 +6,13 @@
 #include <QStringList>
 
 namespace {
-QByteArray derive(const QString& password, const QByteArray& salt, int iterations)
-{
-    return QPasswordDigestor::deriveKeyPbkdf2(QCryptographicHash::Sha256,
-                                              password.toCaseFolded().toUtf8(), salt, iterations, 32);
+QByteArray derive(const QString& password, const QByteArray& salt, int iterations) {
+    return QPasswordDigestor::deriveKeyPbkdf2(
+        QCryptographicHash::Sha256, password.toCaseFolded().toUtf8(), salt, iterations, 32);
 }
-}  // namespace
+} // namespace
 
-QString PasswordHash::hash(const QString& password, int iterations)
-{
+QString PasswordHash::hash(const QString& password, int iterations) {
     QByteArray salt(16, Qt::Uninitialized);
     QRandomGenerator::system()->generate(salt.begin(), salt.end());
     return QStringLiteral("pbkdf2-sha256$%1$%2$%3")
@@ -23,13 +21,12 @@ QString PasswordHash::hash(const QString& password, int iterations)
              QString::fromLatin1(derive(password, salt, iterations).toBase64()));
 }
 
-bool PasswordHash::looksHashed(const QString& stored)
-{
-    return stored.startsWith(QLatin1String("pbkdf2-sha256$")) && stored.count(QLatin1Char('$')) == 3;
+bool PasswordHash::looksHashed(const QString& stored) {
+    return stored.startsWith(QLatin1String("pbkdf2-sha256$")) &&
+           stored.count(QLatin1Char('$')) == 3;
 }
 
-bool PasswordHash::verify(const QString& password, const QString& stored)
-{
+bool PasswordHash::verify(const QString& password, const QString& stored) {
     if (!looksHashed(stored))
         return false;
     const QStringList parts = stored.split(QLatin1Char('$'));
@@ -42,7 +39,7 @@ bool PasswordHash::verify(const QString& password, const QString& stored)
     const QByteArray actual = derive(password, salt, iterations);
     if (actual.size() != expected.size())
         return false;
-    unsigned char diff = 0;  // constant time
+    unsigned char diff = 0; // constant time
     for (int i = 0; i < actual.size(); ++i)
         diff |= static_cast<unsigned char>(actual[i] ^ expected[i]);
     return diff == 0;

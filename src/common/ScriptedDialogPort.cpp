@@ -1,19 +1,22 @@
 #include "ScriptedDialogPort.h"
 
-QString dialogIconName(DialogIcon icon)
-{
+QString dialogIconName(DialogIcon icon) {
     switch (icon) {
-    case DialogIcon::Information: return QStringLiteral("information");
-    case DialogIcon::Exclamation: return QStringLiteral("exclamation");
-    case DialogIcon::Critical: return QStringLiteral("critical");
-    case DialogIcon::Question: return QStringLiteral("question");
-    case DialogIcon::None: break;
+    case DialogIcon::Information:
+        return QStringLiteral("information");
+    case DialogIcon::Exclamation:
+        return QStringLiteral("exclamation");
+    case DialogIcon::Critical:
+        return QStringLiteral("critical");
+    case DialogIcon::Question:
+        return QStringLiteral("question");
+    case DialogIcon::None:
+        break;
     }
     return QStringLiteral("none");
 }
 
-DialogAnswer ScriptedDialogPort::answerFor(DialogButtons buttons)
-{
+DialogAnswer ScriptedDialogPort::answerFor(DialogButtons buttons) {
     if (buttons == DialogButtons::Ok)
         return DialogAnswer::Ok;
     if (!m_answers.isEmpty())
@@ -21,16 +24,14 @@ DialogAnswer ScriptedDialogPort::answerFor(DialogButtons buttons)
     return defaultAnswer;
 }
 
-DialogAnswer ScriptedDialogPort::message(const QString& title, const QString& text,
-                                         DialogIcon icon, DialogButtons buttons)
-{
+DialogAnswer ScriptedDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
+                                         DialogButtons buttons) {
     m_shown.append({QStringLiteral("message"), title, text, icon, {}});
     return answerFor(buttons);
 }
 
-std::optional<QString> ScriptedDialogPort::input(const QString& title, const QString& prompt,
-                                                 bool, const QString&)
-{
+std::optional<QString> ScriptedDialogPort::input(const QString& title, const QString& prompt, bool,
+                                                 const QString&) {
     m_shown.append({QStringLiteral("input"), title, prompt, DialogIcon::None, {}});
     if (m_inputs.isEmpty())
         return std::nullopt;
@@ -38,15 +39,13 @@ std::optional<QString> ScriptedDialogPort::input(const QString& title, const QSt
 }
 
 DialogAnswer ScriptedDialogPort::notice(const QString& form, const QString& caption,
-                                        const QStringList& lines, DialogButtons buttons)
-{
-    m_shown.append({QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')),
-                    DialogIcon::None, form});
+                                        const QStringList& lines, DialogButtons buttons) {
+    m_shown.append(
+        {QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')), DialogIcon::None, form});
     return answerFor(buttons);
 }
 
-QStringList ScriptedDialogPort::texts() const
-{
+QStringList ScriptedDialogPort::texts() const {
     QStringList out;
     for (const auto& s : m_shown)
         out << s.text;

@@ -10,11 +10,11 @@
 class ScriptedDialogPort : public DialogPort {
 public:
     struct Shown {
-        QString kind;  // "message", "input" or "notice"
+        QString kind; // "message", "input" or "notice"
         QString title;
-        QString text;  // message text, input prompt, or the notice's lines joined by '\n'
+        QString text; // message text, input prompt, or the notice's lines joined by '\n'
         DialogIcon icon = DialogIcon::None;
-        QString form;  // notices only
+        QString form; // notices only
     };
 
     DialogAnswer message(const QString& title, const QString& text, DialogIcon icon,
@@ -31,7 +31,7 @@ public:
     DialogAnswer defaultAnswer = DialogAnswer::Yes;
 
     const QList<Shown>& shown() const { return m_shown; }
-    QStringList texts() const;  // the text of every dialog, in order
+    QStringList texts() const; // the text of every dialog, in order
     Shown last() const { return m_shown.isEmpty() ? Shown{} : m_shown.last(); }
     void clear() { m_shown.clear(); }
 

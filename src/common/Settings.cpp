@@ -2,8 +2,7 @@
 
 #include "IniFile.h"
 
-bool toInt16(const QString& text, qint16& out)
-{
+bool toInt16(const QString& text, qint16& out) {
     bool ok = false;
     const int v = text.trimmed().toInt(&ok, 10);
     if (!ok || v < -32768 || v > 32767)
@@ -12,8 +11,7 @@ bool toInt16(const QString& text, qint16& out)
     return true;
 }
 
-bool Carrega_config(const QString& iniPath, Settings& s)
-{
+bool Carrega_config(const QString& iniPath, Settings& s) {
     auto text = [&](const char* section, const char* key) {
         return IniFile::read(QLatin1String(section), QLatin1String(key), iniPath);
     };

@@ -6,29 +6,29 @@
 // The process-wide settings loaded from Config.ini by Carrega_config. Keys read at the moment of
 // use (Path1, caminho_soma, nome_banco ...) are not here: their users read them each time.
 struct Settings {
-    QString guiche;       // [Export] guiche
-    QString mensagem;     // [Mensagem] mensagem
-    QString cabecalho;    // [Mensagem] cabecalho
-    QString cofre;        // [Reserva] cofre
-    QString pref;         // [Mensagem] pref
-    qint16 soma = 0;      // [Reserva] soma
-    QString guiche2;      // [Export] guiche, loaded a second time into its own setting
-    QString Path3;        // [Export] Path3
-    qint16 juros = 0;     // [Opcoes] juros
-    QString Path2;        // [Export] Path2
-    QString impressora;   // [Print] impressora
-    QString modo;         // [Print] modo
-    QString modo_print;   // [Print] modo_print
-    qint16 print_cupom = 0;   // [Print] print_cupom
-    qint16 opcoes_porta = 0;  // [Opcoes] porta
-    QString porta;            // [Print] porta
-    QString impressora_autenticadora;  // [Print] impressora_autenticadora
-    QString impressora_padrao;         // [Print] impressora_padrao
-    qint16 tecla_mais = 0;  // [Export] tecla_mais
-    qint16 lineFeed = 0;    // [Print] lineFeed
-    qint16 disableEsc = 0;  // [Print] disableEsc
-    QString ip;             // [Print] ip, never null
-    qint16 rede = 0;        // [Export] rede, by its concatenation rule
+    QString guiche;                   // [Export] guiche
+    QString mensagem;                 // [Mensagem] mensagem
+    QString cabecalho;                // [Mensagem] cabecalho
+    QString cofre;                    // [Reserva] cofre
+    QString pref;                     // [Mensagem] pref
+    qint16 soma = 0;                  // [Reserva] soma
+    QString guiche2;                  // [Export] guiche, loaded a second time into its own setting
+    QString Path3;                    // [Export] Path3
+    qint16 juros = 0;                 // [Opcoes] juros
+    QString Path2;                    // [Export] Path2
+    QString impressora;               // [Print] impressora
+    QString modo;                     // [Print] modo
+    QString modo_print;               // [Print] modo_print
+    qint16 print_cupom = 0;           // [Print] print_cupom
+    qint16 opcoes_porta = 0;          // [Opcoes] porta
+    QString porta;                    // [Print] porta
+    QString impressora_autenticadora; // [Print] impressora_autenticadora
+    QString impressora_padrao;        // [Print] impressora_padrao
+    qint16 tecla_mais = 0;            // [Export] tecla_mais
+    qint16 lineFeed = 0;              // [Print] lineFeed
+    qint16 disableEsc = 0;            // [Print] disableEsc
+    QString ip;                       // [Print] ip, never null
+    qint16 rede = 0;                  // [Export] rede, by its concatenation rule
 };
 
 // Loads every start-up key of Config.ini into `s`, in the program's fixed order. Integer keys

@@ -6,15 +6,13 @@
 
 const QString AdminGuard::kPrompt = QStringLiteral("Entre com a senha do administrador!!");
 
-bool AdminGuard::isAdministrator(AppContext& ctx, const QString& senha)
-{
+bool AdminGuard::isAdministrator(AppContext& ctx, const QString& senha) {
     if (senha.trimmed().isEmpty())
         return false;
     return Login::Tipo_usuario(ctx, senha) == QLatin1String("ADM");
 }
 
-bool AdminGuard::ask(AppContext& ctx, const QString& title)
-{
+bool AdminGuard::ask(AppContext& ctx, const QString& title) {
     const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
     return answer && isAdministrator(ctx, *answer);
 }

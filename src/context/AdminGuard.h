@@ -8,7 +8,7 @@ class AppContext;
 // exactly "ADM". Screens ask through the dialog port; commands read the password from stdin.
 class AdminGuard {
 public:
-    static const QString kPrompt;  // "Entre com a senha do administrador!!"
+    static const QString kPrompt; // "Entre com a senha do administrador!!"
 
     static bool isAdministrator(AppContext& ctx, const QString& senha);
     // Asks in an input box titled `title`; false when cancelled, empty or not an administrator.

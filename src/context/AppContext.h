@@ -31,7 +31,7 @@ public:
     QString userName;
     QString userType;
     QDate workingDate;
-    PrinterService* printer = nullptr;  // owned elsewhere; null when none is set up
+    PrinterService* printer = nullptr; // owned elsewhere; null when none is set up
 
     QString iniPath() const;
     QString filePath(const QString& name) const;

@@ -12,8 +12,7 @@ struct Login::Match {
     int ativo = 0;
 };
 
-int Login::matchingUsers(AppContext& ctx, const QString& senha, Match& first)
-{
+int Login::matchingUsers(AppContext& ctx, const QString& senha, Match& first) {
     // The password travels as a bound value; a quote in it is refused like any other text.
     if (ctx.db.refusesText({senha}, clsDataAccess::kLabelSelect))
         return -1;
@@ -30,8 +29,7 @@ int Login::matchingUsers(AppContext& ctx, const QString& senha, Match& first)
     return matches;
 }
 
-bool Login::Valida_senha(AppContext& ctx, const QString& senha)
-{
+bool Login::Valida_senha(AppContext& ctx, const QString& senha) {
     if (senha.trimmed().isEmpty())
         return false;
     Match m;
@@ -42,8 +40,7 @@ bool Login::Valida_senha(AppContext& ctx, const QString& senha)
     return m.ativo == 1;
 }
 
-QString Login::Tipo_usuario(AppContext& ctx, const QString& senha)
-{
+QString Login::Tipo_usuario(AppContext& ctx, const QString& senha) {
     const QString user = QStringLiteral("USER");
     if (senha.isEmpty())
         return user;

@@ -6,8 +6,7 @@
 
 #include <QFileInfo>
 
-bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail)
-{
+bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail) {
     const DbConfig config = DbConfig::fromIni(ctx.folder);
     if (config.backend == DbBackend::SQLite && !create && !QFileInfo::exists(config.sqlitePath)) {
         if (detail)
@@ -30,10 +29,11 @@ bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail)
     return true;
 }
 
-bool Startup::Carrega_config(AppContext& ctx) { return ctx.reloadSettings(); }
+bool Startup::Carrega_config(AppContext& ctx) {
+    return ctx.reloadSettings();
+}
 
-void Startup::run(AppContext& ctx)
-{
+void Startup::run(AppContext& ctx) {
     QString detail;
     if (!Abre_conexao(ctx, false, &detail)) {
         ctx.dialogs.message(QStringLiteral("Tolvane"),

@@ -12,21 +12,25 @@
 #include <QFile>
 
 namespace {
-QString seq(int n, int width) { return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0')).right(width); }
-}  // namespace
+QString seq(int n, int width) {
+    return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0')).right(width);
+}
+} // namespace
 
-QString AuthCounterPrinter::guiche() const { return clsAutenticadora::pad(m_ctx.settings.guiche.trimmed(), 1); }
+QString AuthCounterPrinter::guiche() const {
+    return clsAutenticadora::pad(m_ctx.settings.guiche.trimmed(), 1);
+}
 
-QString AuthCounterPrinter::mensagem() const { return clsAutenticadora::pad(m_ctx.settings.cabecalho.trimmed(), 3); }
+QString AuthCounterPrinter::mensagem() const {
+    return clsAutenticadora::pad(m_ctx.settings.cabecalho.trimmed(), 3);
+}
 
-void AuthCounterPrinter::tape(const QString& lines)
-{
+void AuthCounterPrinter::tape(const QString& lines) {
     for (const QString& l : lines.split(QLatin1Char('\n')))
         m_printer.ImprimeAutenticadora(QStringLiteral("2"), m_printer.modelo(), l);
 }
 
-bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov)
-{
+bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
     clsAutenticadora a;
     a.SEQ_MOV = seq(mov.MOV, 3);
     a.GUICHE = guiche();
@@ -37,13 +41,13 @@ bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov)
     return true;
 }
 
-bool AuthCounterPrinter::encerramento(const clsMovimento& mov)
-{
+bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
     clsAutenticadora a;
     a.VALOR_RECEBIDO = clsAutenticadora::right(mov.VALOR_ARRECADADO.format(), 12);
     a.VALOR_ENTRADA = clsAutenticadora::right(mov.ENTRADA.format(), 12);
     a.VALOR_SAIDA = clsAutenticadora::right(mov.SAIDA.format(), 12);
-    a.VALOR_TOTAL = clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
+    a.VALOR_TOTAL =
+        clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
     if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
     tape(a.EncerraFita);
@@ -51,8 +55,7 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov)
     return true;
 }
 
-bool AuthCounterPrinter::reabertura(const clsMovimento& mov)
-{
+bool AuthCounterPrinter::reabertura(const clsMovimento& mov) {
     clsAutenticadora a;
     a.SEQ_MOV = seq(mov.MOV, 3);
     if (!a.ReabreCaixa())
@@ -61,8 +64,7 @@ bool AuthCounterPrinter::reabertura(const clsMovimento& mov)
     return true;
 }
 
-bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows)
-{
+bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
     bool ok = true;
     for (const RecordedReceipt& r : rows) {
         clsAutenticadora a;
@@ -85,22 +87,28 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows)
     return ok;
 }
 
-bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString& totalPago, const QString& troco)
-{
+bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
+                               const QString& troco) {
     QStringList lines;
-    lines << clsAutenticadora::pad(m_ctx.settings.pref.trimmed(), 40) << QString(40, QLatin1Char('-'));
+    lines << clsAutenticadora::pad(m_ctx.settings.pref.trimmed(), 40)
+          << QString(40, QLatin1Char('-'));
     Money total;
     for (const RecordedReceipt& r : rows) {
-        lines << clsAutenticadora::pad(seq(r.autentica, 4) + QLatin1Char(' ') + r.item.descricao, 28) +
+        lines << clsAutenticadora::pad(seq(r.autentica, 4) + QLatin1Char(' ') + r.item.descricao,
+                                       28) +
                      clsAutenticadora::right(r.item.valor.format(), 12);
         total += r.item.valor;
     }
     lines << QString(40, QLatin1Char('-'))
-          << clsAutenticadora::pad(QStringLiteral("TOTAL: "), 28) + clsAutenticadora::right(total.format(), 12)
-          << clsAutenticadora::pad(QStringLiteral("TOTAL PAGO: "), 28) + clsAutenticadora::right(totalPago, 12)
-          << clsAutenticadora::pad(QStringLiteral("TROCO: "), 28) + clsAutenticadora::right(troco, 12)
+          << clsAutenticadora::pad(QStringLiteral("TOTAL: "), 28) +
+                 clsAutenticadora::right(total.format(), 12)
+          << clsAutenticadora::pad(QStringLiteral("TOTAL PAGO: "), 28) +
+                 clsAutenticadora::right(totalPago, 12)
+          << clsAutenticadora::pad(QStringLiteral("TROCO: "), 28) +
+                 clsAutenticadora::right(troco, 12)
           << QStringLiteral(" OPR: ") + m_ctx.userName.left(34)
-          << QStringLiteral("DATA/HORA: ") + m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
+          << QStringLiteral("DATA/HORA: ") +
+                 m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
           << clsAutenticadora::pad(m_ctx.settings.mensagem.trimmed(), 40);
     if (m_printer.modelo() == QLatin1String("txt"))
         return textCoupon ? textCoupon(lines) : couponFile(lines);
@@ -108,12 +116,13 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
     return true;
 }
 
-bool AuthCounterPrinter::couponFile(const QStringList& lines)
-{
+bool AuthCounterPrinter::couponFile(const QStringList& lines) {
     const QString dir = m_ctx.filePath(QStringLiteral("Cupons"));
     if (!QDir().mkpath(dir))
         return false;
-    QFile f(QDir(dir).filePath(QStringLiteral("cupom_%1.txt").arg(m_ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
+    QFile f(QDir(dir).filePath(
+        QStringLiteral("cupom_%1.txt")
+            .arg(m_ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
     if (!f.open(QIODevice::WriteOnly))
         return false;
     QByteArray bytes;

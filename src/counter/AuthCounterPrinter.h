@@ -18,7 +18,8 @@ public:
     bool encerramento(const clsMovimento& mov) override;
     bool reabertura(const clsMovimento& mov) override;
     bool documentos(const QList<RecordedReceipt>& rows) override;
-    bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago, const QString& troco) override;
+    bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
+               const QString& troco) override;
 
     // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
     // (the screens set this) or, without one, to a text file in Cupons/.

@@ -4,16 +4,14 @@
 
 #include <cmath>
 
-double Calculator::current() const
-{
+double Calculator::current() const {
     if (m_entry.isEmpty())
         return m_acc;
     QString t = m_entry;
     return t.replace(QLatin1Char(','), QLatin1Char('.')).toDouble();
 }
 
-void Calculator::apply()
-{
+void Calculator::apply() {
     const double v = current();
     if (m_op.isNull())
         m_acc = v;
@@ -33,8 +31,7 @@ void Calculator::apply()
     m_entry.clear();
 }
 
-void Calculator::key(QChar c)
-{
+void Calculator::key(QChar c) {
     if (c == QLatin1Char('C')) {
         *this = Calculator();
         return;
@@ -59,11 +56,12 @@ void Calculator::key(QChar c)
     }
 }
 
-QString Calculator::display() const
-{
+QString Calculator::display() const {
     if (m_error)
         return QStringLiteral("Erro: divisão por zero");
     return m_entry.isEmpty() ? result() : m_entry;
 }
 
-QString Calculator::result() const { return Money::fromDoubleRounded(m_acc).format(); }
+QString Calculator::result() const {
+    return Money::fromDoubleRounded(m_acc).format();
+}

@@ -6,9 +6,9 @@
 // are decimal (comma separator) and shown as the counter shows money.
 class Calculator {
 public:
-    void key(QChar c);  // '0'-'9', ',', '+', '-', '*', '/', '=', '\b' (backspace), 'C' (clear)
+    void key(QChar c); // '0'-'9', ',', '+', '-', '*', '/', '=', '\b' (backspace), 'C' (clear)
     QString display() const;
-    QString result() const;  // "1.234,56" of the current value
+    QString result() const; // "1.234,56" of the current value
     bool error() const { return m_error; }
 
 private:

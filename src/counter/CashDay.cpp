@@ -10,21 +10,24 @@ namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
-CashDay::CashDay(AppContext& ctx, CounterPrinter* printer) : m_ctx(ctx), m_printer(printer), m_mov(ctx.db) {}
+CashDay::CashDay(AppContext& ctx, CounterPrinter* printer)
+    : m_ctx(ctx), m_printer(printer), m_mov(ctx.db) {}
 
-QString CashDay::statusLabel() const
-{
+QString CashDay::statusLabel() const {
     return aberto() ? QStringLiteral("CAIXA PRONTO") : QStringLiteral("CAIXA ENCERRADO");
 }
 
-bool CashDay::reload() { return m_mov.ID != 0 && m_mov.SQLSelect(m_mov.ID); }
+bool CashDay::reload() {
+    return m_mov.ID != 0 && m_mov.SQLSelect(m_mov.ID);
+}
 
-bool CashDay::consultar() { return m_mov.SQLSelectByDate(m_ctx.workingDate); }
+bool CashDay::consultar() {
+    return m_mov.SQLSelectByDate(m_ctx.workingDate);
+}
 
-bool CashDay::abrir()
-{
+bool CashDay::abrir() {
     if (m_mov.SQLSelectByDate(m_ctx.workingDate))
-        return true;  // the day already has its movement: resume it
+        return true; // the day already has its movement: resume it
     clsMovimento mov(m_ctx.db);
     if (!MovementNumbering::openNew(m_ctx.db, m_ctx.dialogs, m_ctx.workingDate, mov)) {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na abertura de Movimento!!"));
@@ -39,13 +42,14 @@ bool CashDay::abrir()
     return true;
 }
 
-bool CashDay::sumDay(Money& arrecadado, Money& entrada, Money& saida)
-{
+bool CashDay::sumDay(Money& arrecadado, Money& entrada, Money& saida) {
     const auto cash = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT SUM(ENTRADA) AS ENTRADA, SUM(SAIDA) AS SAIDA FROM Sangria WHERE SDATA = ?"),
+        QStringLiteral(
+            "SELECT SUM(ENTRADA) AS ENTRADA, SUM(SAIDA) AS SAIDA FROM Sangria WHERE SDATA = ?"),
         {m_mov.MDATA});
     const auto received = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT SUM(VALOR) AS SOMA FROM Recebimentos WHERE IDMOVIMENTO = ?"), {m_mov.ID});
+        QStringLiteral("SELECT SUM(VALOR) AS SOMA FROM Recebimentos WHERE IDMOVIMENTO = ?"),
+        {m_mov.ID});
     if (!cash || !received)
         return false;
     entrada = cash->money(QStringLiteral("ENTRADA"));
@@ -54,8 +58,7 @@ bool CashDay::sumDay(Money& arrecadado, Money& entrada, Money& saida)
     return true;
 }
 
-CashDay::Result CashDay::encerrar()
-{
+CashDay::Result CashDay::encerrar() {
     if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja encerrar a contabilização agora?"))) {
         m_ctx.dialogs.info(kAviso, QStringLiteral("Operação cancelada."));
         return Result::Cancelled;
@@ -78,8 +81,7 @@ CashDay::Result CashDay::encerrar()
     return Result::Done;
 }
 
-CashDay::Result CashDay::reabrir()
-{
+CashDay::Result CashDay::reabrir() {
     if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Confirma a reabertura do movimento?")))
         return Result::Cancelled;
     clsMovimento mov = m_mov;
@@ -91,7 +93,8 @@ CashDay::Result CashDay::reabrir()
         return Result::Failed;
     }
     m_mov = mov;
-    if (m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")) &&
+    if (m_ctx.dialogs.ask(kAviso,
+                          QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")) &&
         m_printer && !m_printer->reabertura(m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
     return Result::Done;

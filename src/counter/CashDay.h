@@ -22,7 +22,7 @@ public:
     bool loaded() const { return m_mov.ID != 0; }
     bool aberto() const { return m_mov.STATUS == QLatin1String("ABERTO"); }
     const clsMovimento& movimento() const { return m_mov; }
-    QString statusLabel() const;  // "CAIXA PRONTO" / "CAIXA ENCERRADO"
+    QString statusLabel() const; // "CAIXA PRONTO" / "CAIXA ENCERRADO"
     bool reload();
 
 private:

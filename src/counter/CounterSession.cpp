@@ -2,13 +2,13 @@
 
 #include "AppContext.h"
 #include "BarcodeReader.h"
-#include "DateUtil.h"
-#include "OverdueHandler.h"
-#include "TypedLine.h"
 #include "CounterPrinter.h"
 #include "DailyControlFile.h"
+#include "DateUtil.h"
 #include "DialogPort.h"
 #include "IniFile.h"
+#include "OverdueHandler.h"
+#include "TypedLine.h"
 #include "clsRecebimentos.h"
 
 #include <QDir>
@@ -17,22 +17,18 @@
 namespace {
 const QString kAPagar = QStringLiteral("A Pagar");
 const QString kAviso = QStringLiteral("Aviso");
-}  // namespace
+} // namespace
 
 CounterSession::CounterSession(AppContext& ctx, CounterPrinter* printer)
-    : m_ctx(ctx), m_printer(printer), m_day(ctx, printer), m_paymentLabel(kAPagar)
-{
-}
+    : m_ctx(ctx), m_printer(printer), m_day(ctx, printer), m_paymentLabel(kAPagar) {}
 
-void CounterSession::resetPayment()
-{
+void CounterSession::resetPayment() {
     m_paymentLabel = kAPagar;
     m_change = ChangeResult();
     m_tendered.clear();
 }
 
-bool CounterSession::append(const CustomerItem& item)
-{
+bool CounterSession::append(const CustomerItem& item) {
     if (!m_day.loaded() || !m_day.aberto()) {
         m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
         return false;
@@ -46,8 +42,7 @@ bool CounterSession::append(const CustomerItem& item)
     return true;
 }
 
-ChangeResult CounterSession::tender(const QString& text)
-{
+ChangeResult CounterSession::tender(const QString& text) {
     ChangeResult r = computeChange(text, m_list);
     if (r.state == ChangeResult::State::AmountInvalid)
         return r;
@@ -57,29 +52,29 @@ ChangeResult CounterSession::tender(const QString& text)
     return r;
 }
 
-bool CounterSession::mayRecord() const
-{
+bool CounterSession::mayRecord() const {
     // Recording is allowed before any amount is tendered and when the amount covers the total;
     // a customer who still owes must pay the rest first.
     return !m_list.isEmpty() && m_change.state != ChangeResult::State::Owes;
 }
 
-std::optional<QList<RecordedReceipt>> CounterSession::gravar()
-{
+std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     if (m_list.isEmpty())
         return std::nullopt;
     if (!mayRecord()) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor pago não cobre o total da conta!! ") + m_paymentLabel);
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor pago não cobre o total da conta!! ") +
+                                       m_paymentLabel);
         return std::nullopt;
     }
     const auto rows = PaymentRecorder::record(m_ctx, m_day.movimento(), m_list);
     if (!rows)
-        return std::nullopt;  // the list stays for another try
+        return std::nullopt; // the list stays for another try
     if (m_printer) {
         m_printer->documentos(*rows);
         if (m_ctx.settings.print_cupom == 1) {
             const auto paid = Money::parse(m_tendered);
-            m_printer->cupom(*rows, (paid ? *paid : m_list.total()).format(), m_change.difference.format());
+            m_printer->cupom(*rows, (paid ? *paid : m_list.total()).format(),
+                             m_change.difference.format());
         }
     }
     if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, *rows))
@@ -89,16 +84,15 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar()
     return rows;
 }
 
-QString CounterSession::sumFilePath() const
-{
-    QString p = QDir::fromNativeSeparators(m_ctx.option(QStringLiteral("Export"), QStringLiteral("caminho_soma")).trimmed());
+QString CounterSession::sumFilePath() const {
+    QString p = QDir::fromNativeSeparators(
+        m_ctx.option(QStringLiteral("Export"), QStringLiteral("caminho_soma")).trimmed());
     if (p.isEmpty())
         p = QStringLiteral("soma.txt");
     return QDir::isRelativePath(p) ? QDir(m_ctx.folder).filePath(p) : p;
 }
 
-bool CounterSession::salvarSoma()
-{
+bool CounterSession::salvarSoma() {
     const QString p = sumFilePath();
     QFile::remove(p);
     if (!IniFile::writeLines(p, m_list.toLines())) {
@@ -109,8 +103,7 @@ bool CounterSession::salvarSoma()
     return true;
 }
 
-bool CounterSession::carregarSoma()
-{
+bool CounterSession::carregarSoma() {
     const QStringList lines = IniFile::readLines(sumFilePath());
     CustomerList loaded;
     if (lines.isEmpty() || !CustomerList::fromLines(lines, loaded) || loaded.isEmpty()) {
@@ -123,11 +116,11 @@ bool CounterSession::carregarSoma()
     return true;
 }
 
-QList<CounterSession::Lancado> CounterSession::lancados()
-{
+QList<CounterSession::Lancado> CounterSession::lancados() {
     QList<Lancado> out;
     const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, Recebimentos.VALOR "
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
+                       "Recebimentos.VALOR "
                        "FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = CodBarra.IDCOD AND "
                        "Recebimentos.IDMOVIMENTO = ? ORDER BY Recebimentos.IDRECEBE DESC"),
         {m_day.movimento().ID});
@@ -135,18 +128,17 @@ QList<CounterSession::Lancado> CounterSession::lancados()
         return out;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
         out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))), r.text(QStringLiteral("DESCRICAO")),
-                    r.money(QStringLiteral("VALOR"))});
+                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
     return out;
 }
 
-QString CounterSession::lancadosHeading() const
-{
-    return QStringLiteral("Caixa dia: ") + m_ctx.workingDate.toString(QStringLiteral("dd - MM - yyyy"));
+QString CounterSession::lancadosHeading() const {
+    return QStringLiteral("Caixa dia: ") +
+           m_ctx.workingDate.toString(QStringLiteral("dd - MM - yyyy"));
 }
 
-CounterSession::ReadResult CounterSession::ler(const QString& code)
-{
+CounterSession::ReadResult CounterSession::ler(const QString& code) {
     ReadResult r;
     if (!m_day.loaded() || !m_day.aberto()) {
         m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
@@ -157,7 +149,8 @@ CounterSession::ReadResult CounterSession::ler(const QString& code)
     BarcodeReader reader(m_ctx);
     if (networkAlive)
         reader.networkAlive = networkAlive;
-    const ReadingDecision d = reader.Leitura_codigo_barras(code, m_ctx.workingDate, m_list.barcodes());
+    const ReadingDecision d =
+        reader.Leitura_codigo_barras(code, m_ctx.workingDate, m_list.barcodes());
     r.clearField = d.clearField;
     r.clearKind = d.clearKind;
     r.showNetworkLabel = d.showNetworkLabel;
@@ -171,10 +164,17 @@ CounterSession::ReadResult CounterSession::ler(const QString& code)
     item.descricao = d.descricao;
     item.codbarra = code;
     switch (d.route) {
-    case ReadingDecision::Route::Febraban: r.accepted = Pagto_febraban(item, d.vencimentoTexto, d.valorTexto, d.juros, r); break;
-    case ReadingDecision::Route::Cnab: r.accepted = Pagto_cnab(item, d.vencimento, d.valorTexto, d.juros, r); break;
-    case ReadingDecision::Route::Diversos: r.accepted = Pagto_diversos(item, d.vencimento, d.valorTexto); break;
-    case ReadingDecision::Route::None: break;
+    case ReadingDecision::Route::Febraban:
+        r.accepted = Pagto_febraban(item, d.vencimentoTexto, d.valorTexto, d.juros, r);
+        break;
+    case ReadingDecision::Route::Cnab:
+        r.accepted = Pagto_cnab(item, d.vencimento, d.valorTexto, d.juros, r);
+        break;
+    case ReadingDecision::Route::Diversos:
+        r.accepted = Pagto_diversos(item, d.vencimento, d.valorTexto);
+        break;
+    case ReadingDecision::Route::None:
+        break;
     }
     r.clearField = true;
     if (!r.accepted && r.resultado == QLatin1String("aceito"))
@@ -182,8 +182,7 @@ CounterSession::ReadResult CounterSession::ler(const QString& code)
     return r;
 }
 
-CounterSession::ReadResult CounterSession::lerLinha(const QString& line)
-{
+CounterSession::ReadResult CounterSession::lerLinha(const QString& line) {
     const TypedLine::Result t = TypedLine::toBarcode(line);
     if (!t.ok()) {
         m_ctx.dialogs.critical(kAviso, t.erro);
@@ -195,9 +194,8 @@ CounterSession::ReadResult CounterSession::lerLinha(const QString& line)
     return ler(t.barcode);
 }
 
-bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor,
-                                    const QString& juros, ReadResult& r)
-{
+bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento,
+                                    const QString& valor, const QString& juros, ReadResult& r) {
     const auto due = DateUtil::parseBr(vencimento);
     if (!due)
         return false;
@@ -205,15 +203,14 @@ bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento
 }
 
 bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
-                                const QString& juros, ReadResult& r)
-{
+                                const QString& juros, ReadResult& r) {
     if (!vencimento.isValid())
-        return Pagto_diversos(item, vencimento, valor);  // factor 0000: no due date, never overdue
+        return Pagto_diversos(item, vencimento, valor); // factor 0000: no due date, never overdue
     return addWithCharges(item, vencimento, valor, juros, r, QStringLiteral("Função Pagto_cnab"));
 }
 
-bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor)
-{
+bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento,
+                                    const QString& valor) {
     const auto v = Money::parse(valor);
     if (!v)
         return false;
@@ -222,13 +219,14 @@ bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, 
     return append(item);
 }
 
-bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor,
-                                    const QString& juros, ReadResult& r, const QString& routine)
-{
+bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento,
+                                    const QString& valor, const QString& juros, ReadResult& r,
+                                    const QString& routine) {
     const auto v = Money::parse(valor);
     if (!v)
         return false;
-    const auto o = OverdueHandler::handle(m_ctx, vencimento, *v, juros == QLatin1String("SIM"), routine);
+    const auto o =
+        OverdueHandler::handle(m_ctx, vencimento, *v, juros == QLatin1String("SIM"), routine);
     r.encargos = o.encargos;
     if (o.refused) {
         r.resultado = QStringLiteral("recusada");
@@ -247,11 +245,10 @@ bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, 
     return append(item);
 }
 
-QList<QPair<int, QString>> CounterSession::kinds()
-{
+QList<QPair<int, QString>> CounterSession::kinds() {
     QList<QPair<int, QString>> out;
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 ORDER BY DESCRICAO"));
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral(
+        "SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 ORDER BY DESCRICAO"));
     if (!rs)
         return out;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
@@ -259,8 +256,7 @@ QList<QPair<int, QString>> CounterSession::kinds()
     return out;
 }
 
-bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, const QString& valor)
-{
+bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, const QString& valor) {
     const auto v = Money::parse(valor);
     if (valor.count(QLatin1Char(',')) > 1 || !v || v->isNegative() || v->isZero()) {
         m_ctx.dialogs.warn(kAviso, QStringLiteral("Um valor deve ser informado!!"));
@@ -274,8 +270,7 @@ bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, cons
     return append(item);
 }
 
-CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in)
-{
+CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in) {
     ReadResult r;
     const auto fail = [&](const QString& entry) {
         const QString text = entry + QStringLiteral(" - Erro na Soma Avulso!!");
@@ -288,17 +283,23 @@ CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in)
     if (in.valor.count(QLatin1Char(',')) > 1 || !valor || valor->isNegative() || valor->isZero())
         return fail(in.valor);
     const auto kinds = OneOffItem::kinds(m_ctx.db);
-    const auto kind = std::find_if(kinds.begin(), kinds.end(), [&](const auto& k) { return k.first == in.idcod; });
+    const auto kind = std::find_if(kinds.begin(), kinds.end(),
+                                   [&](const auto& k) { return k.first == in.idcod; });
     if (kind == kinds.end())
         return fail(QString::number(in.idcod));
-    // Rebuilt from "yyyyMMdd": day the last two characters, month the 5th and 6th, year the first four.
+    // Rebuilt from "yyyyMMdd": day the last two characters, month the 5th and 6th, year the first
+    // four.
     const QString ymd = in.vencimento;
-    const auto due = ymd.isEmpty() ? std::optional<QDate>(m_ctx.workingDate)
-                                   : DateUtil::parseBr(ymd.right(2) + QLatin1Char('/') + ymd.mid(4, 2) + QLatin1Char('/') + ymd.left(4));
+    const auto due = ymd.isEmpty()
+                         ? std::optional<QDate>(m_ctx.workingDate)
+                         : DateUtil::parseBr(ymd.right(2) + QLatin1Char('/') + ymd.mid(4, 2) +
+                                             QLatin1Char('/') + ymd.left(4));
     if (!due)
         return fail(ymd);
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT PADRAO, JUROS FROM CodBarra WHERE IDCOD = ?"), {in.idcod});
-    const bool juros = rs && rs->recordCount() == 1 && rs->text(QStringLiteral("JUROS")) == QLatin1String("S");
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT PADRAO, JUROS FROM CodBarra WHERE IDCOD = ?"), {in.idcod});
+    const bool juros =
+        rs && rs->recordCount() == 1 && rs->text(QStringLiteral("JUROS")) == QLatin1String("S");
     CustomerItem item;
     item.tipo = in.idcod;
     item.descricao = kind->second;
@@ -312,7 +313,8 @@ CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in)
         r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
         return r;
     }
-    r.accepted = addWithCharges(item, *due, valor->format(), QStringLiteral("SIM"), r, QStringLiteral("Função Soma_Avulso"));
+    r.accepted = addWithCharges(item, *due, valor->format(), QStringLiteral("SIM"), r,
+                                QStringLiteral("Função Soma_Avulso"));
     if (r.resultado.isEmpty())
         r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
     return r;

@@ -30,10 +30,10 @@ public:
         bool clearField = false;
         bool clearKind = false;
         bool showNetworkLabel = false;
-        bool networkChecked = false;  // the network label is touched only when true
-        QString resultado;        // the outcome's word ("aceito", "recebida" ...)
-        QStringList mensagens;    // what the operator was shown
-        std::optional<Encargos> encargos;  // the overdue decision of a guide with a due date
+        bool networkChecked = false;      // the network label is touched only when true
+        QString resultado;                // the outcome's word ("aceito", "recebida" ...)
+        QStringList mensagens;            // what the operator was shown
+        std::optional<Encargos> encargos; // the overdue decision of a guide with a due date
     };
     ReadResult ler(const QString& code);
     // A typed 47/48-digit line: converted and then read exactly like a scanned code. A wrong
@@ -75,7 +75,7 @@ public:
         Money valor;
     };
     QList<Lancado> lancados();
-    QString lancadosHeading() const;  // "Caixa dia: dd - MM - yyyy"
+    QString lancadosHeading() const; // "Caixa dia: dd - MM - yyyy"
 
     void resetPayment();
 
@@ -83,15 +83,15 @@ public:
     std::function<bool()> networkAlive;
 
     // The item-adding operations the reading routine hands a code to.
-    bool Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor, const QString& juros,
-                        ReadResult& r);
-    bool Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor, const QString& juros,
-                    ReadResult& r);
+    bool Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor,
+                        const QString& juros, ReadResult& r);
+    bool Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
+                    const QString& juros, ReadResult& r);
     bool Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor);
 
 private:
-    bool addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor, const QString& juros,
-                        ReadResult& r, const QString& routine);
+    bool addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor,
+                        const QString& juros, ReadResult& r, const QString& routine);
     QString sumFilePath() const;
 
     AppContext& m_ctx;

@@ -2,28 +2,24 @@
 
 #include "clsRecebimentos.h"
 
-QString CustomerItem::kindColumn() const
-{
+QString CustomerItem::kindColumn() const {
     return QStringLiteral("%1-%2").arg(tipo, 2, 10, QLatin1Char('0')).arg(descricao);
 }
 
-void CustomerList::append(CustomerItem item)
-{
+void CustomerList::append(CustomerItem item) {
     if (item.codbarra.isEmpty())
         item.codbarra = clsRecebimentos::kSemCodigo;
     m_items.append(std::move(item));
 }
 
-bool CustomerList::removeLast()
-{
+bool CustomerList::removeLast() {
     if (m_items.isEmpty())
         return false;
     m_items.removeLast();
     return true;
 }
 
-CustomerList::RemoveResult CustomerList::removeByNumber(const QString& answer)
-{
+CustomerList::RemoveResult CustomerList::removeByNumber(const QString& answer) {
     const QString t = answer.trimmed();
     if (t.isEmpty())
         return RemoveResult::Empty;
@@ -37,61 +33,69 @@ CustomerList::RemoveResult CustomerList::removeByNumber(const QString& answer)
     return RemoveResult::Removed;
 }
 
-QString CustomerList::removeMessage(RemoveResult r)
-{
+QString CustomerList::removeMessage(RemoveResult r) {
     switch (r) {
-    case RemoveResult::Empty: return QStringLiteral("Nenhum valor informado!!!");
-    case RemoveResult::NotANumber: return QStringLiteral("O valor informado não é um número!!");
-    case RemoveResult::NoSuchItem: return QStringLiteral("O Valor informado não corresponde!!!");
-    case RemoveResult::Removed: break;
+    case RemoveResult::Empty:
+        return QStringLiteral("Nenhum valor informado!!!");
+    case RemoveResult::NotANumber:
+        return QStringLiteral("O valor informado não é um número!!");
+    case RemoveResult::NoSuchItem:
+        return QStringLiteral("O Valor informado não corresponde!!!");
+    case RemoveResult::Removed:
+        break;
     }
     return {};
 }
 
-Money CustomerList::runningTotal(int row) const
-{
+Money CustomerList::runningTotal(int row) const {
     Money sum;
     for (int i = 0; i <= row && i < m_items.size(); ++i)
         sum += m_items[i].valor;
     return sum;
 }
 
-Money CustomerList::total() const { return runningTotal(size() - 1); }
+Money CustomerList::total() const {
+    return runningTotal(size() - 1);
+}
 
-QString CustomerList::text(int row, Column c) const
-{
+QString CustomerList::text(int row, Column c) const {
     const CustomerItem& it = m_items.at(row);
     switch (c) {
-    case Column::Numero: return QStringLiteral("%1").arg(row + 1, 2, 10, QLatin1Char('0'));
-    case Column::Tipo: return it.kindColumn();
-    case Column::Valor: return it.valor.format();
-    case Column::Acumulado: return runningTotal(row).format();
-    case Column::CodBarra: return it.codbarra;
-    case Column::Vencimento: return it.vencimento;
-    case Column::Parcela: return it.parcela;
-    case Column::Obs: return it.obs;
+    case Column::Numero:
+        return QStringLiteral("%1").arg(row + 1, 2, 10, QLatin1Char('0'));
+    case Column::Tipo:
+        return it.kindColumn();
+    case Column::Valor:
+        return it.valor.format();
+    case Column::Acumulado:
+        return runningTotal(row).format();
+    case Column::CodBarra:
+        return it.codbarra;
+    case Column::Vencimento:
+        return it.vencimento;
+    case Column::Parcela:
+        return it.parcela;
+    case Column::Obs:
+        return it.obs;
     }
     return {};
 }
 
-bool CustomerList::hasBarcodeStartingWith(const QString& code) const
-{
+bool CustomerList::hasBarcodeStartingWith(const QString& code) const {
     for (const CustomerItem& it : m_items)
         if (it.codbarra.startsWith(code))
             return true;
     return false;
 }
 
-QStringList CustomerList::barcodes() const
-{
+QStringList CustomerList::barcodes() const {
     QStringList out;
     for (const CustomerItem& it : m_items)
         out << it.codbarra;
     return out;
 }
 
-QStringList CustomerList::toLines() const
-{
+QStringList CustomerList::toLines() const {
     QStringList lines;
     for (int r = 0; r < size(); ++r) {
         QStringList cols;
@@ -102,8 +106,7 @@ QStringList CustomerList::toLines() const
     return lines;
 }
 
-bool CustomerList::fromLines(const QStringList& lines, CustomerList& out)
-{
+bool CustomerList::fromLines(const QStringList& lines, CustomerList& out) {
     CustomerList list;
     for (const QString& line : lines) {
         if (line.trimmed().isEmpty())
@@ -129,8 +132,7 @@ bool CustomerList::fromLines(const QStringList& lines, CustomerList& out)
     return true;
 }
 
-ChangeResult computeChange(const QString& tendered, const CustomerList& list)
-{
+ChangeResult computeChange(const QString& tendered, const CustomerList& list) {
     ChangeResult r;
     if (tendered.count(QLatin1Char(',')) > 1) {
         r.state = ChangeResult::State::AmountInvalid;

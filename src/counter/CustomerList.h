@@ -10,10 +10,10 @@
 
 // One item of the customer's running list (a row of lstSoma).
 struct CustomerItem {
-    int tipo = 0;             // CodBarra.IDCOD, 1 to 99
-    QString descricao;        // the kind's description
+    int tipo = 0;      // CodBarra.IDCOD, 1 to 99
+    QString descricao; // the kind's description
     Money valor;
-    QString codbarra;         // as read, or the 44 zeros
+    QString codbarra; // as read, or the 44 zeros
     QString vencimento;
     QString parcela;
     QString obs;
@@ -21,9 +21,9 @@ struct CustomerItem {
     Money valorOriginal;
     Money juros;
     Money multa;
-    std::optional<Encargos> encargos;  // the overdue decision, for guides that had one
+    std::optional<Encargos> encargos; // the overdue decision, for guides that had one
 
-    QString kindColumn() const;  // "04-IPTU": the receipt's TIPO is its first two characters
+    QString kindColumn() const; // "04-IPTU": the receipt's TIPO is its first two characters
 };
 
 // The customer's items, in the order they were added, with the running total. The counter
@@ -67,6 +67,6 @@ struct ChangeResult {
     enum class State { AmountInvalid, NoItems, Change, Owes, Exact };
     State state = State::NoItems;
     Money difference;
-    QString label;  // what lblTroco shows
+    QString label; // what lblTroco shows
 };
 ChangeResult computeChange(const QString& tendered, const CustomerList& list);

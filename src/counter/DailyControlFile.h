@@ -15,7 +15,8 @@ public:
     static QString path(const AppContext& ctx, const QDate& day);
     // Writes the header unless the file is already there (a resumed day keeps its file).
     static bool writeHeader(const AppContext& ctx, const clsMovimento& mov);
-    static bool appendReceipts(const AppContext& ctx, const QDate& day, const QList<RecordedReceipt>& rows);
+    static bool appendReceipts(const AppContext& ctx, const QDate& day,
+                               const QList<RecordedReceipt>& rows);
     static QString receiptLine(const RecordedReceipt& r, const QString& hora);
 
 private:

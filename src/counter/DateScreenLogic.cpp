@@ -1,13 +1,13 @@
 #include "DateScreenLogic.h"
 
-#include "Login.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "DialogPort.h"
+#include "Login.h"
 #include "clsMovimento.h"
 
-bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate& chosen, Action action)
-{
+bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate& chosen,
+                              Action action) {
     const QString aviso = QStringLiteral("Aviso");
     if (!Login::Valida_senha(ctx, senha)) {
         ctx.dialogs.critical(aviso, Login::kSenhaInvalida);
@@ -15,17 +15,21 @@ bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate
     }
     const QDate today = ctx.clock.today();
     if (!chosen.isValid() || chosen > today) {
-        ctx.dialogs.critical(aviso, QStringLiteral("A data atual não pode ser menor que esta selecionada!!"));
+        ctx.dialogs.critical(
+            aviso, QStringLiteral("A data atual não pode ser menor que esta selecionada!!"));
         return false;
     }
     if (action == Action::Consultar) {
         clsMovimento mov(ctx.db);
         if (!mov.SQLSelectByDate(chosen)) {
-            ctx.dialogs.warn(aviso, QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
+            ctx.dialogs.warn(aviso,
+                             QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
             return false;
         }
     } else if (chosen != today) {
-        ctx.dialogs.warn(aviso, QStringLiteral("Data do Computador diferente da data de abertura do caixa!! Verifique."));
+        ctx.dialogs.warn(
+            aviso, QStringLiteral(
+                       "Data do Computador diferente da data de abertura do caixa!! Verifique."));
         ctx.dialogs.warn(aviso, QStringLiteral("O caixa será aberto com a data selecionada."));
     }
     ctx.workingDate = chosen;

@@ -3,11 +3,11 @@
 #include "DateUtil.h"
 #include "clsDataAccess.h"
 
-QList<QPair<int, QString>> OneOffItem::kinds(clsDataAccess& db)
-{
+QList<QPair<int, QString>> OneOffItem::kinds(clsDataAccess& db) {
     QList<QPair<int, QString>> out;
-    const auto rs = db.SQLSelect_ReadOnly(QStringLiteral(
-        "SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 AND PADRAO <> 'C' AND PADRAO <> 'F' ORDER BY DESCRICAO"));
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 AND PADRAO <> 'C' "
+                       "AND PADRAO <> 'F' ORDER BY DESCRICAO"));
     if (!rs)
         return out;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
@@ -15,14 +15,15 @@ QList<QPair<int, QString>> OneOffItem::kinds(clsDataAccess& db)
     return out;
 }
 
-bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* error)
-{
+bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* error) {
     const QStringList parts = text.split(QLatin1Char(':'));
     bool ok = false;
     out.idcod = parts.value(0).toInt(&ok);
     if (!ok || parts.size() < 2) {
         if (error)
-            *error = QStringLiteral("Avulso inválido: \"%1\" (use IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]).").arg(text);
+            *error = QStringLiteral(
+                         "Avulso inválido: \"%1\" (use IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]).")
+                         .arg(text);
         return false;
     }
     out.valor = parts[1];
@@ -30,7 +31,8 @@ bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* err
         const auto d = DateUtil::parseBr(parts[2]);
         if (!d) {
             if (error)
-                *error = QStringLiteral("Data inválida no avulso: %1 (use DD/MM/AAAA).").arg(parts[2]);
+                *error =
+                    QStringLiteral("Data inválida no avulso: %1 (use DD/MM/AAAA).").arg(parts[2]);
             return false;
         }
         out.vencimento = d->toString(QStringLiteral("yyyyMMdd"));

@@ -12,7 +12,7 @@ struct OneOffItem {
     int idcod = 0;
     QString descricao;
     QString valor;
-    QString vencimento;  // "yyyyMMdd"
+    QString vencimento; // "yyyyMMdd"
     QString parcela;
     QString obs;
 

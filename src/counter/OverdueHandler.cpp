@@ -7,29 +7,27 @@
 #include "HolidayCalendar.h"
 
 const QString OverdueHandler::kCaptionGuia = QStringLiteral("Guia Vencida");
-const QStringList OverdueHandler::kLinhasGuia = {QStringLiteral("Guia com a data de vencimento vencida."),
-                                                  QStringLiteral("Deseja Continuar?")};
+const QStringList OverdueHandler::kLinhasGuia = {
+    QStringLiteral("Guia com a data de vencimento vencida."), QStringLiteral("Deseja Continuar?")};
 
-Acrescimos::IsHoliday OverdueHandler::holidays(AppContext& ctx)
-{
+Acrescimos::IsHoliday OverdueHandler::holidays(AppContext& ctx) {
     return [&ctx](const QDate& d) { return HolidayCalendar(ctx.db).E_feriado(d); };
 }
 
-QStringList OverdueHandler::linhasAcrescimos(const Encargos& e, const QDate& today)
-{
-    QStringList lines = {QStringLiteral("Vencimento: ") + DateUtil::br(e.vencimento),
-                         QStringLiteral("(+) Mora / Multa..................:R$ ") + e.multa.format(),
-                         QStringLiteral("(+) Outros Acrescimos.........:R$ ") + e.juros.format(),
-                         QStringLiteral("(=) Valor à Cobrar...............:R$ ") + e.total.format()};
+QStringList OverdueHandler::linhasAcrescimos(const Encargos& e, const QDate& today) {
+    QStringList lines = {
+        QStringLiteral("Vencimento: ") + DateUtil::br(e.vencimento),
+        QStringLiteral("(+) Mora / Multa..................:R$ ") + e.multa.format(),
+        QStringLiteral("(+) Outros Acrescimos.........:R$ ") + e.juros.format(),
+        QStringLiteral("(=) Valor à Cobrar...............:R$ ") + e.total.format()};
     const qint64 days = e.vencimento.daysTo(today);
     if (days > 90)
         lines << QString::number(days) + QStringLiteral(" dias de atraso");
     return lines;
 }
 
-OverdueHandler::Outcome OverdueHandler::handle(AppContext& ctx, const QDate& vencimento, Money valor, bool comJuros,
-                                               const QString& routine)
-{
+OverdueHandler::Outcome OverdueHandler::handle(AppContext& ctx, const QDate& vencimento,
+                                               Money valor, bool comJuros, const QString& routine) {
     Outcome out;
     const QDate w = ctx.workingDate;
     const auto isHoliday = holidays(ctx);
@@ -38,15 +36,17 @@ OverdueHandler::Outcome OverdueHandler::handle(AppContext& ctx, const QDate& ven
     out.encargos.valor = out.encargos.total = valor;
     if (due >= w)
         return out;
-    if (ctx.dialogs.notice(QStringLiteral("frmGuiavencida"), kCaptionGuia, kLinhasGuia, DialogButtons::YesNo) !=
-        DialogAnswer::Yes) {
+    if (ctx.dialogs.notice(QStringLiteral("frmGuiavencida"), kCaptionGuia, kLinhasGuia,
+                           DialogButtons::YesNo) != DialogAnswer::Yes) {
         out.refused = true;
         return out;
     }
-    const auto e = Acrescimos::avaliar(vencimento, w, valor, comJuros, comJuros ? ctx.settings.juros : 0, isHoliday);
+    const auto e = Acrescimos::avaliar(vencimento, w, valor, comJuros,
+                                       comJuros ? ctx.settings.juros : 0, isHoliday);
     if (!e) {
         out.failed = true;
-        ctx.errors.report(routine, {6, QStringLiteral("Estouro no cálculo dos meses de atraso."), QStringLiteral("Tolvane")});
+        ctx.errors.report(routine, {6, QStringLiteral("Estouro no cálculo dos meses de atraso."),
+                                    QStringLiteral("Tolvane")});
         return out;
     }
     out.encargos = *e;

@@ -11,8 +11,8 @@ class AppContext;
 class OverdueHandler {
 public:
     struct Outcome {
-        bool refused = false;  // the operator said no: nothing is added
-        bool failed = false;   // the charges could not be computed (logged)
+        bool refused = false; // the operator said no: nothing is added
+        bool failed = false;  // the charges could not be computed (logged)
         Encargos encargos;
     };
 

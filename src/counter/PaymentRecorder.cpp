@@ -8,12 +8,11 @@
 const QString PaymentRecorder::kGravado = QStringLiteral("Registro Gravado!!!");
 const QString PaymentRecorder::kEncerrado =
     QStringLiteral("O movimento deste dia está encerrado!! Reabra o movimento (F5) para receber.");
-const QString PaymentRecorder::kFalhou =
-    QStringLiteral("Erro ao gravar o pagamento!! Nenhum item foi gravado; confira e tente novamente.");
+const QString PaymentRecorder::kFalhou = QStringLiteral(
+    "Erro ao gravar o pagamento!! Nenhum item foi gravado; confira e tente novamente.");
 
-std::optional<QList<RecordedReceipt>> PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov,
-                                                             const CustomerList& list)
-{
+std::optional<QList<RecordedReceipt>>
+PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const CustomerList& list) {
     if (list.isEmpty())
         return std::nullopt;
     clsMovimento current(ctx.db);
@@ -24,7 +23,7 @@ std::optional<QList<RecordedReceipt>> PaymentRecorder::record(AppContext& ctx, c
     QList<RecordedReceipt> out;
     bool ok = ctx.db.BeginTrans();
     clsRecebimentos max(ctx.db);
-    max.AUTENTICA = 0;  // the first receipt of a movement is 1
+    max.AUTENTICA = 0; // the first receipt of a movement is 1
     if (ok)
         max.SQLSelectMax(mov.ID);
     qint16 next = max.AUTENTICA;

@@ -19,9 +19,9 @@ struct RecordedReceipt {
 // records nothing and the operator can simply try again.
 class PaymentRecorder {
 public:
-    static const QString kGravado;       // "Registro Gravado!!!"
-    static const QString kEncerrado;     // refusal on a closed day
-    static const QString kFalhou;        // nothing was recorded
+    static const QString kGravado;   // "Registro Gravado!!!"
+    static const QString kEncerrado; // refusal on a closed day
+    static const QString kFalhou;    // nothing was recorded
 
     // nullopt when nothing was recorded (message shown, except for an empty list).
     static std::optional<QList<RecordedReceipt>> record(AppContext& ctx, const clsMovimento& mov,

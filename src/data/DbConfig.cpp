@@ -4,16 +4,14 @@
 
 #include <QDir>
 
-DbConfig DbConfig::sqlite(const QString& path)
-{
+DbConfig DbConfig::sqlite(const QString& path) {
     DbConfig c;
     c.backend = DbBackend::SQLite;
     c.sqlitePath = path;
     return c;
 }
 
-DbConfig DbConfig::fromIni(const QString& appFolder)
-{
+DbConfig DbConfig::fromIni(const QString& appFolder) {
     const QString ini = QDir(appFolder).filePath(QStringLiteral("Config.ini"));
     auto get = [&](const char* key) {
         return IniFile::read(QStringLiteral("Banco"), QLatin1String(key), ini);
@@ -36,8 +34,7 @@ DbConfig DbConfig::fromIni(const QString& appFolder)
     return sqlite(QDir(appFolder).filePath(QStringLiteral("caixa.db")));
 }
 
-QString DbConfig::describe() const
-{
+QString DbConfig::describe() const {
     if (backend == DbBackend::SQLite)
         return QDir::toNativeSeparators(sqlitePath);
     return QStringLiteral("postgres://%1@%2:%3/%4").arg(user, host).arg(port).arg(name);

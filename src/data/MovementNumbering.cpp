@@ -5,14 +5,15 @@
 #include "clsDataAccess.h"
 #include "clsMovimento.h"
 
-std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPort& dialogs, int year)
-{
+std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPort& dialogs,
+                                                    int year) {
     clsContador counter(db);
     if (!counter.SQLSelect(year)) {
         counter.ANO = static_cast<qint16>(year);
         counter.CONTADOR = 1;
         if (!counter.SQLInsert()) {
-            dialogs.critical(QStringLiteral("Erro"), QStringLiteral("Erro de gravação do contador!!!"));
+            dialogs.critical(QStringLiteral("Erro"),
+                             QStringLiteral("Erro de gravação do contador!!!"));
             return std::nullopt;
         }
         return counter.CONTADOR;
@@ -20,14 +21,15 @@ std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPor
     counter.ANO = static_cast<qint16>(year);
     counter.CONTADOR = static_cast<qint16>(counter.CONTADOR + 1);
     if (!counter.SQLUpdate()) {
-        dialogs.critical(QStringLiteral("Erro"), QStringLiteral("Erro de alteração do contador!!!"));
+        dialogs.critical(QStringLiteral("Erro"),
+                         QStringLiteral("Erro de alteração do contador!!!"));
         return std::nullopt;
     }
     return counter.CONTADOR;
 }
 
-bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day, clsMovimento& out)
-{
+bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
+                                clsMovimento& out) {
     if (!db.BeginTrans())
         return false;
     const auto number = nextNumber(db, dialogs, day.year());

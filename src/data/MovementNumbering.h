@@ -14,5 +14,6 @@ public:
     // The next number of the year, counter row written; nullopt (message shown) on failure.
     static std::optional<qint16> nextNumber(clsDataAccess& db, DialogPort& dialogs, int year);
     // Counter and movement in one transaction, so a failed insert does not spend a number.
-    static bool openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day, clsMovimento& out);
+    static bool openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
+                        clsMovimento& out);
 };

@@ -3,8 +3,7 @@
 #include "DateUtil.h"
 
 Recordset::Recordset(QStringList fields, QVector<QVector<QVariant>> rows)
-    : m_fields(std::move(fields)), m_rows(std::move(rows))
-{
+    : m_fields(std::move(fields)), m_rows(std::move(rows)) {
     for (int i = 0; i < m_fields.size(); ++i) {
         const QString key = m_fields[i].toLower();
         if (!m_index.contains(key))
@@ -12,38 +11,37 @@ Recordset::Recordset(QStringList fields, QVector<QVector<QVariant>> rows)
     }
 }
 
-int Recordset::indexOf(const QString& name) const
-{
+int Recordset::indexOf(const QString& name) const {
     return m_index.value(name.toLower(), -1);
 }
 
-bool Recordset::hasField(const QString& name) const { return indexOf(name) >= 0; }
+bool Recordset::hasField(const QString& name) const {
+    return indexOf(name) >= 0;
+}
 
-QVariant Recordset::value(int index) const
-{
+QVariant Recordset::value(int index) const {
     if (!atRow() || index < 0 || index >= m_rows[m_pos].size())
         return {};
     return m_rows[m_pos][index];
 }
 
-QVariant Recordset::value(const QString& name) const { return value(indexOf(name)); }
+QVariant Recordset::value(const QString& name) const {
+    return value(indexOf(name));
+}
 
-bool Recordset::isNull(const QString& name) const
-{
+bool Recordset::isNull(const QString& name) const {
     const QVariant v = value(name);
     return !v.isValid() || v.isNull();
 }
 
-QString Recordset::text(const QString& name) const
-{
+QString Recordset::text(const QString& name) const {
     const QVariant v = value(name);
     if (v.typeId() == QMetaType::QDate)
         return DateUtil::br(v.toDate());
     return v.isNull() ? QString() : v.toString();
 }
 
-qint64 variantToInt64(const QVariant& v, bool* ok)
-{
+qint64 variantToInt64(const QVariant& v, bool* ok) {
     bool good = false;
     qint64 r = 0;
     if (v.isValid() && !v.isNull()) {
@@ -59,8 +57,7 @@ qint64 variantToInt64(const QVariant& v, bool* ok)
     return r;
 }
 
-QDate variantToDate(const QVariant& v)
-{
+QDate variantToDate(const QVariant& v) {
     if (v.typeId() == QMetaType::QDate)
         return v.toDate();
     if (v.typeId() == QMetaType::QDateTime)
@@ -68,11 +65,14 @@ QDate variantToDate(const QVariant& v)
     return DateUtil::parseAny(v.toString()).value_or(QDate());
 }
 
-qint64 Recordset::integer(const QString& name) const { return variantToInt64(value(name)); }
+qint64 Recordset::integer(const QString& name) const {
+    return variantToInt64(value(name));
+}
 
-Money Recordset::money(const QString& name) const
-{
+Money Recordset::money(const QString& name) const {
     return Money::fromUnits(variantToInt64(value(name)));
 }
 
-QDate Recordset::date(const QString& name) const { return variantToDate(value(name)); }
+QDate Recordset::date(const QString& name) const {
+    return variantToDate(value(name));
+}

@@ -42,7 +42,7 @@ private:
     int indexOf(const QString& name) const;
 
     QStringList m_fields;
-    QHash<QString, int> m_index;  // lower-cased field name -> column
+    QHash<QString, int> m_index; // lower-cased field name -> column
     QVector<QVector<QVariant>> m_rows;
     int m_pos = 0;
 };

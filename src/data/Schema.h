@@ -10,8 +10,8 @@ class Schema {
 public:
     enum class Result { Ok, Newer, Failed };
 
-    static int currentVersion();  // the version this program writes
-    static int versionOf(clsDataAccess& db);  // 0 for an empty database
+    static int currentVersion();             // the version this program writes
+    static int versionOf(clsDataAccess& db); // 0 for an empty database
     static Result migrate(clsDataAccess& db, QString* message = nullptr);
 
     static const QStringList& tableNames();

@@ -2,11 +2,11 @@
 
 #include "clsDataAccess.h"
 
-bool clsCodBarra::SQLSelect(int idcod)
-{
-    const auto rs = m_db->SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM CodBarra WHERE IDCOD = ?"),
-        {idcod});
+bool clsCodBarra::SQLSelect(int idcod) {
+    const auto rs =
+        m_db->SQLSelect_ReadOnly(QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
+                                                "BLOQUEIO, CODBANCO FROM CodBarra WHERE IDCOD = ?"),
+                                 {idcod});
     if (!clsDataAccess::CheckValidRecordset(rs) || rs->recordCount() != 1)
         return false;
     IDCOD = static_cast<qint16>(rs->integer(QStringLiteral("IDCOD")));
@@ -19,18 +19,19 @@ bool clsCodBarra::SQLSelect(int idcod)
     return true;
 }
 
-bool clsCodBarra::Gravar(int mode)
-{
+bool clsCodBarra::Gravar(int mode) {
     if (mode == 1)
-        return m_db->SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
-                                               "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                                {int(IDCOD), IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO});
-    return m_db->SQLExecute(QStringLiteral("UPDATE CodBarra SET IDTIPO = ?, DESCRICAO = ?, PADRAO = ?, JUROS = ?, "
-                                           "BLOQUEIO = ?, CODBANCO = ? WHERE IDCOD = ?"),
-                            {IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO, int(IDCOD)});
+        return m_db->SQLExecute(
+            QStringLiteral(
+                "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
+                "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+            {int(IDCOD), IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO});
+    return m_db->SQLExecute(
+        QStringLiteral("UPDATE CodBarra SET IDTIPO = ?, DESCRICAO = ?, PADRAO = ?, JUROS = ?, "
+                       "BLOQUEIO = ?, CODBANCO = ? WHERE IDCOD = ?"),
+        {IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO, int(IDCOD)});
 }
 
-bool clsCodBarra::Excluir()
-{
+bool clsCodBarra::Excluir() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM CodBarra WHERE IDCOD = ?"), {int(IDCOD)});
 }

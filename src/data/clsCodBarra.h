@@ -13,7 +13,7 @@ public:
     QString IDTIPO;
     QString DESCRICAO;
     QString PADRAO;
-    QString Juros;  // column JUROS
+    QString Juros; // column JUROS
     QString BLOQUEIO;
     QString CODBANCO;
 

@@ -2,8 +2,7 @@
 
 #include "clsDataAccess.h"
 
-bool clsContador::SQLSelect(int year)
-{
+bool clsContador::SQLSelect(int year) {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ANO, CONTADOR FROM Contador WHERE ANO = ?"), {year});
     if (!clsDataAccess::CheckValidRecordset(rs))
@@ -13,19 +12,16 @@ bool clsContador::SQLSelect(int year)
     return true;
 }
 
-bool clsContador::SQLInsert()
-{
+bool clsContador::SQLInsert() {
     return m_db->SQLExecute(QStringLiteral("INSERT INTO Contador (ANO, CONTADOR) VALUES (?, ?)"),
-                           {int(ANO), int(CONTADOR)});
+                            {int(ANO), int(CONTADOR)});
 }
 
-bool clsContador::SQLUpdate()
-{
+bool clsContador::SQLUpdate() {
     return m_db->SQLExecute(QStringLiteral("UPDATE Contador SET CONTADOR = ? WHERE ANO = ?"),
-                           {int(CONTADOR), int(ANO)});
+                            {int(CONTADOR), int(ANO)});
 }
 
-bool clsContador::SQLDelete()
-{
+bool clsContador::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Contador WHERE ANO = ?"), {int(ANO)});
 }

@@ -18,5 +18,5 @@ public:
     bool SQLDelete();
 
 private:
-    clsDataAccess* m_db;  // a pointer so rows can be copied
+    clsDataAccess* m_db; // a pointer so rows can be copied
 };

@@ -15,26 +15,27 @@ const QString clsDataAccess::kLabelArray =
 
 namespace {
 QAtomicInt g_connectionSerial;
-constexpr qint32 kQuoteError = 3075;  // the syntax error such a text always caused
+constexpr qint32 kQuoteError = 3075; // the syntax error such a text always caused
 constexpr qint32 kNotOpenError = 3704;
-}  // namespace
+} // namespace
 
 clsDataAccess::clsDataAccess(ErrorLog& log)
-    : m_log(log), m_connection(QStringLiteral("tolvane-%1").arg(g_connectionSerial.fetchAndAddRelaxed(1)))
-{
+    : m_log(log),
+      m_connection(QStringLiteral("tolvane-%1").arg(g_connectionSerial.fetchAndAddRelaxed(1))) {}
+
+clsDataAccess::~clsDataAccess() {
+    close();
 }
 
-clsDataAccess::~clsDataAccess() { close(); }
+QSqlDatabase clsDataAccess::database() const {
+    return QSqlDatabase::database(m_connection, false);
+}
 
-QSqlDatabase clsDataAccess::database() const { return QSqlDatabase::database(m_connection, false); }
-
-bool clsDataAccess::isOpen() const
-{
+bool clsDataAccess::isOpen() const {
     return QSqlDatabase::contains(m_connection) && database().isOpen();
 }
 
-void clsDataAccess::close()
-{
+void clsDataAccess::close() {
     if (!QSqlDatabase::contains(m_connection))
         return;
     {
@@ -46,13 +47,12 @@ void clsDataAccess::close()
     m_txDepth = 0;
 }
 
-bool clsDataAccess::open(const DbConfig& config)
-{
+bool clsDataAccess::open(const DbConfig& config) {
     close();
     m_config = config;
     const bool pg = config.backend == DbBackend::PostgreSQL;
-    QSqlDatabase db = QSqlDatabase::addDatabase(pg ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"),
-                                                m_connection);
+    QSqlDatabase db = QSqlDatabase::addDatabase(
+        pg ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), m_connection);
     if (pg) {
         db.setHostName(config.host);
         db.setPort(config.port);
@@ -88,14 +88,12 @@ bool clsDataAccess::open(const DbConfig& config)
     return true;
 }
 
-void clsDataAccess::logFailure(const QString& label, qint32 number, const QString& description)
-{
+void clsDataAccess::logFailure(const QString& label, qint32 number, const QString& description) {
     m_lastError = description;
     m_log.report(label, {number, description, QStringLiteral("clsDataAccess")});
 }
 
-bool clsDataAccess::refusesText(const QVariantList& values, const QString& label)
-{
+bool clsDataAccess::refusesText(const QVariantList& values, const QString& label) {
     for (const QVariant& v : values) {
         if (v.typeId() == QMetaType::QString && v.toString().contains(QLatin1Char('\''))) {
             logFailure(label, kQuoteError,
@@ -107,8 +105,7 @@ bool clsDataAccess::refusesText(const QVariantList& values, const QString& label
     return false;
 }
 
-bool clsDataAccess::run(QSqlQuery& q, const QString& sql, const QVariantList& params)
-{
+bool clsDataAccess::run(QSqlQuery& q, const QString& sql, const QVariantList& params) {
     if (faultHook && faultHook(sql)) {
         m_lastError = QStringLiteral("falha simulada");
         return false;
@@ -126,8 +123,8 @@ bool clsDataAccess::run(QSqlQuery& q, const QString& sql, const QVariantList& pa
     return true;
 }
 
-std::optional<Recordset> clsDataAccess::SQLSelect_ReadOnly(const QString& sql, const QVariantList& params)
-{
+std::optional<Recordset> clsDataAccess::SQLSelect_ReadOnly(const QString& sql,
+                                                           const QVariantList& params) {
     if (refusesText(params, kLabelSelect))
         return std::nullopt;
     if (!isOpen()) {
@@ -154,8 +151,8 @@ std::optional<Recordset> clsDataAccess::SQLSelect_ReadOnly(const QString& sql, c
     return Recordset(fields, std::move(rows));
 }
 
-QVector<QVector<QVariant>> clsDataAccess::SQLSelectAllArray(const QString& sql, const QVariantList& params)
-{
+QVector<QVector<QVariant>> clsDataAccess::SQLSelectAllArray(const QString& sql,
+                                                            const QVariantList& params) {
     if (refusesText(params, kLabelArray))
         return {};
     if (!isOpen()) {
@@ -179,8 +176,7 @@ QVector<QVector<QVariant>> clsDataAccess::SQLSelectAllArray(const QString& sql, 
     return any ? byField : QVector<QVector<QVariant>>{};
 }
 
-bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params)
-{
+bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params) {
     if (refusesText(params, kLabelExecute))
         return false;
     if (!isOpen()) {
@@ -212,8 +208,8 @@ bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params)
     return true;
 }
 
-bool clsDataAccess::SQLInsertIdentity(const QString& sql, const QVariantList& params, qint64& newId)
-{
+bool clsDataAccess::SQLInsertIdentity(const QString& sql, const QVariantList& params,
+                                      qint64& newId) {
     // Key and insert in one unit, so the identity read belongs to this insert.
     if (!BeginTrans())
         return false;
@@ -233,13 +229,11 @@ bool clsDataAccess::SQLInsertIdentity(const QString& sql, const QVariantList& pa
     return true;
 }
 
-bool clsDataAccess::CheckValidRecordset(const std::optional<Recordset>& rs)
-{
+bool clsDataAccess::CheckValidRecordset(const std::optional<Recordset>& rs) {
     return rs.has_value() && rs->atRow();
 }
 
-bool clsDataAccess::BeginTrans()
-{
+bool clsDataAccess::BeginTrans() {
     if (!isOpen())
         return false;
     if (m_txDepth == 0 && !database().transaction()) {
@@ -250,8 +244,7 @@ bool clsDataAccess::BeginTrans()
     return true;
 }
 
-bool clsDataAccess::CommitTrans()
-{
+bool clsDataAccess::CommitTrans() {
     if (m_txDepth <= 0)
         return false;
     if (--m_txDepth > 0)
@@ -265,16 +258,14 @@ bool clsDataAccess::CommitTrans()
     return true;
 }
 
-void clsDataAccess::RollbackTrans()
-{
+void clsDataAccess::RollbackTrans() {
     if (m_txDepth <= 0)
         return;
     m_txDepth = 0;
     database().rollback();
 }
 
-void clsDataAccess::syncIdentity(const QString& table, const QString& column)
-{
+void clsDataAccess::syncIdentity(const QString& table, const QString& column) {
     if (m_config.backend != DbBackend::PostgreSQL)
         return;
     SQLSelect_ReadOnly(QStringLiteral("SELECT setval(pg_get_serial_sequence('%1', '%2'), "

@@ -29,9 +29,11 @@ public:
     QSqlDatabase database() const;
 
     // nullopt when the statement failed ("no recordset"); an empty Recordset when nothing matched.
-    std::optional<Recordset> SQLSelect_ReadOnly(const QString& sql, const QVariantList& params = {});
+    std::optional<Recordset> SQLSelect_ReadOnly(const QString& sql,
+                                                const QVariantList& params = {});
     // result[field][row]; empty when there are no rows or the statement failed.
-    QVector<QVector<QVariant>> SQLSelectAllArray(const QString& sql, const QVariantList& params = {});
+    QVector<QVector<QVariant>> SQLSelectAllArray(const QString& sql,
+                                                 const QVariantList& params = {});
     // Its own transaction, unless the caller holds one (BeginTrans).
     bool SQLExecute(const QString& sql, const QVariantList& params = {});
     // SQLExecute of an insert, then the new key of the counter-keyed table into newId.

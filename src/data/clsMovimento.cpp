@@ -7,8 +7,7 @@ const QString kColumns = QStringLiteral(
     "SELECT ID, MDATA, MOV, STATUS, VALOR_ARRECADADO, ENTRADA, SAIDA, SUPRIMENTO FROM Movimento ");
 }
 
-bool clsMovimento::load(const QString& where, const QVariant& key)
-{
+bool clsMovimento::load(const QString& where, const QVariant& key) {
     const auto rs = m_db->SQLSelect_ReadOnly(kColumns + where, {key});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
@@ -23,52 +22,56 @@ bool clsMovimento::load(const QString& where, const QVariant& key)
     return true;
 }
 
-bool clsMovimento::SQLSelect(qint32 id) { return load(QStringLiteral("WHERE ID = ?"), id); }
+bool clsMovimento::SQLSelect(qint32 id) {
+    return load(QStringLiteral("WHERE ID = ?"), id);
+}
 
-bool clsMovimento::SQLSelectByDate(const QDate& day)
-{
+bool clsMovimento::SQLSelectByDate(const QDate& day) {
     return load(QStringLiteral("WHERE MDATA = ? ORDER BY ID DESC"), day);
 }
 
-bool clsMovimento::SQLInsert(qint32 id)
-{
-    const QVariantList values = {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(),
-                                 VALOR_ARRECADADO.units(), ENTRADA.units()};
-    const QString cols = QStringLiteral("MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, ENTRADA");
+bool clsMovimento::SQLInsert(qint32 id) {
+    const QVariantList values = {MDATA,          int(MOV),           STATUS,
+                                 SAIDA.units(),  SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
+                                 ENTRADA.units()};
+    const QString cols =
+        QStringLiteral("MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, ENTRADA");
     if (id != 0) {
-        if (!m_db->SQLExecute(QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)").arg(cols),
-                             QVariantList{id} + values))
+        if (!m_db->SQLExecute(
+                QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)")
+                    .arg(cols),
+                QVariantList{id} + values))
             return false;
         ID = id;
         m_db->syncIdentity(QStringLiteral("Movimento"), QStringLiteral("ID"));
         return true;
     }
     qint64 newId = 0;
-    if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
-                                values, newId))
+    if (!m_db->SQLInsertIdentity(
+            QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
+            values, newId))
         return false;
     ID = static_cast<qint32>(newId);
     return true;
 }
 
-bool clsMovimento::SQLUpdate()
-{
+bool clsMovimento::SQLUpdate() {
     return m_db->SQLExecute(
-        QStringLiteral("UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
-                       "VALOR_ARRECADADO = ?, ENTRADA = ? WHERE ID = ?"),
+        QStringLiteral(
+            "UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
+            "VALOR_ARRECADADO = ?, ENTRADA = ? WHERE ID = ?"),
         {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
          ENTRADA.units(), ID});
 }
 
-bool clsMovimento::SQLUpdateTotais()
-{
+bool clsMovimento::SQLUpdateTotais() {
     return m_db->SQLExecute(
-        QStringLiteral("UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
-                       "STATUS = ? WHERE ID = ?"),
+        QStringLiteral(
+            "UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
+            "STATUS = ? WHERE ID = ?"),
         {SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(), ENTRADA.units(), STATUS, ID});
 }
 
-bool clsMovimento::SQLDelete()
-{
+bool clsMovimento::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
 }

@@ -22,13 +22,13 @@ public:
     Money SUPRIMENTO;
 
     bool SQLSelect(qint32 id);
-    bool SQLSelectByDate(const QDate& day);  // the day's movement, if any (newest first)
-    bool SQLInsert(qint32 id);  // id 0: the database assigns it and ID is read back
-    bool SQLUpdate();           // every column
-    bool SQLUpdateTotais();     // totals and status only: closing and reopening
+    bool SQLSelectByDate(const QDate& day); // the day's movement, if any (newest first)
+    bool SQLInsert(qint32 id);              // id 0: the database assigns it and ID is read back
+    bool SQLUpdate();                       // every column
+    bool SQLUpdateTotais();                 // totals and status only: closing and reopening
     bool SQLDelete();
 
 private:
     bool load(const QString& where, const QVariant& key);
-    clsDataAccess* m_db;  // a pointer so rows can be copied
+    clsDataAccess* m_db; // a pointer so rows can be copied
 };

@@ -4,8 +4,7 @@
 
 const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
 
-bool clsRecebimentos::SQLSelect(qint32 idRecebe)
-{
+bool clsRecebimentos::SQLSelect(qint32 idRecebe) {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT AUTENTICA, CODBARRA, IDMOVIMENTO, IDRECEBE, TIPO, INTEGRA, EXPORT, "
                        "VALOR, VENCIMENTO, PARCELA, OBS FROM Recebimentos WHERE IDRECEBE = ?"),
@@ -26,8 +25,7 @@ bool clsRecebimentos::SQLSelect(qint32 idRecebe)
     return true;
 }
 
-bool clsRecebimentos::SQLSelectMax(qint32 idMovimento)
-{
+bool clsRecebimentos::SQLSelectMax(qint32 idMovimento) {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT MAX(AUTENTICA) as MaxAUT FROM Recebimentos WHERE IDMOVIMENTO = ?"),
         {idMovimento});
@@ -37,14 +35,14 @@ bool clsRecebimentos::SQLSelectMax(qint32 idMovimento)
     return true;
 }
 
-bool clsRecebimentos::SQLInsert()
-{
+bool clsRecebimentos::SQLInsert() {
     if (CODBARRA == kSemCodigo)
-        EXPORT = 1;  // items without barcode never go to a bank file
+        EXPORT = 1; // items without barcode never go to a bank file
     qint64 id = 0;
     if (!m_db->SQLInsertIdentity(
-            QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
-                           "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+            QStringLiteral(
+                "INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
+                "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
             {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), int(INTEGRA), int(EXPORT),
              VALOR.units(), VENCIMENTO, PARCELA, OBS},
             id))
@@ -53,28 +51,27 @@ bool clsRecebimentos::SQLInsert()
     return true;
 }
 
-bool clsRecebimentos::SQLUpdate()
-{
+bool clsRecebimentos::SQLUpdate() {
     return m_db->SQLExecute(
-        QStringLiteral("UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, TIPO = ?, "
-                       "VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
+        QStringLiteral(
+            "UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, TIPO = ?, "
+            "VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
         {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO, PARCELA,
          OBS, IDRECEBE});
 }
 
-bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag)
-{
-    return m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
-                           {flag, idMovimento});
+bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag) {
+    return m_db->SQLExecute(
+        QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
+        {flag, idMovimento});
 }
 
-bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag)
-{
+bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag) {
     return m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
-                           {flag, idRecebe});
+                            {flag, idRecebe});
 }
 
-bool clsRecebimentos::SQLDelete()
-{
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"), {IDRECEBE});
+bool clsRecebimentos::SQLDelete() {
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
+                            {IDRECEBE});
 }

@@ -9,7 +9,7 @@ class clsDataAccess;
 // One row of Recebimentos: a document paid at the counter.
 class clsRecebimentos {
 public:
-    static const QString kSemCodigo;  // the 44 zeros of an item without barcode
+    static const QString kSemCodigo; // the 44 zeros of an item without barcode
 
     explicit clsRecebimentos(clsDataAccess& db) : m_db(&db) {}
 
@@ -29,12 +29,12 @@ public:
     // AUTENTICA takes the movement's highest number; with no receipts it keeps its value
     // and the answer is false.
     bool SQLSelectMax(qint32 idMovimento);
-    bool SQLInsert();  // forces EXPORT 1 for the 44 zeros; IDRECEBE read back
-    bool SQLUpdate();  // every column but INTEGRA and EXPORT
+    bool SQLInsert(); // forces EXPORT 1 for the 44 zeros; IDRECEBE read back
+    bool SQLUpdate(); // every column but INTEGRA and EXPORT
     bool SQLUpdateIntegra(qint32 idMovimento, int flag);
     bool SQLUpdateExport(qint32 idRecebe, int flag);
     bool SQLDelete();
 
 private:
-    clsDataAccess* m_db;  // a pointer so rows can be copied
+    clsDataAccess* m_db; // a pointer so rows can be copied
 };

@@ -3,18 +3,16 @@
 #include "clsDataAccess.h"
 
 namespace {
-void fill(clsUsuarios& u, const Recordset& r)
-{
+void fill(clsUsuarios& u, const Recordset& r) {
     u.ID = static_cast<qint32>(r.integer(QStringLiteral("ID")));
     u.NOME = r.text(QStringLiteral("NOME"));
     u.SENHA = r.text(QStringLiteral("SENHA"));
     u.TIPO = r.text(QStringLiteral("TIPO"));
     u.ATIVO = static_cast<qint16>(r.integer(QStringLiteral("ATIVO")));
 }
-}  // namespace
+} // namespace
 
-bool clsUsuarios::SQLSelect(qint32 id)
-{
+bool clsUsuarios::SQLSelect(qint32 id) {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, NOME, SENHA, TIPO, ATIVO FROM Usuarios WHERE ID = ?"), {id});
     if (!clsDataAccess::CheckValidRecordset(rs))
@@ -23,8 +21,7 @@ bool clsUsuarios::SQLSelect(qint32 id)
     return true;
 }
 
-std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db)
-{
+std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, NOME, SENHA, TIPO, ATIVO FROM Usuarios ORDER BY NOME, ID"));
     if (!rs)
@@ -38,12 +35,12 @@ std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db)
     return out;
 }
 
-bool clsUsuarios::SQLInsert(int mode)
-{
+bool clsUsuarios::SQLInsert(int mode) {
     if (mode == 1) {
         qint64 id = 0;
         if (!m_db->SQLInsertIdentity(
-                QStringLiteral("INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
+                QStringLiteral(
+                    "INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
                 {NOME, SENHA, TIPO, int(ATIVO)}, id))
             return false;
         ID = static_cast<qint32>(id);
@@ -58,7 +55,6 @@ bool clsUsuarios::SQLInsert(int mode)
         {NOME, SENHA, TIPO, int(ATIVO), ID});
 }
 
-bool clsUsuarios::SQLDelete()
-{
+bool clsUsuarios::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
 }

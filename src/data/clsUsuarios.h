@@ -13,8 +13,8 @@ public:
 
     qint32 ID = 0;
     QString NOME;
-    QString SENHA;  // a stored hash (PasswordHash::hash); empty on an update keeps the old one
-    QString TIPO;   // "USER" or "ADM"
+    QString SENHA; // a stored hash (PasswordHash::hash); empty on an update keeps the old one
+    QString TIPO;  // "USER" or "ADM"
     qint16 ATIVO = 1;
 
     bool SQLSelect(qint32 id);
@@ -26,5 +26,5 @@ public:
     static std::optional<QList<clsUsuarios>> listar(clsDataAccess& db);
 
 private:
-    clsDataAccess* m_db;  // a pointer so rows can be copied
+    clsDataAccess* m_db; // a pointer so rows can be copied
 };

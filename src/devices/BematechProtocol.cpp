@@ -8,13 +8,11 @@
 
 using namespace PrinterBytes;
 
-int BematechProtocol::IniciaPorta(const QString& porta, const TransportOptions& options)
-{
+int BematechProtocol::IniciaPorta(const QString& porta, const TransportOptions& options) {
     return IniciaPorta(TransportFactory::create(porta, options));
 }
 
-int BematechProtocol::IniciaPorta(std::unique_ptr<Transport> transport)
-{
+int BematechProtocol::IniciaPorta(std::unique_ptr<Transport> transport) {
     FechaPorta();
     if (!transport || !transport->open(nullptr))
         return 0;
@@ -22,14 +20,12 @@ int BematechProtocol::IniciaPorta(std::unique_ptr<Transport> transport)
     return 1;
 }
 
-int BematechProtocol::ConfiguraModeloImpressora(int)
-{
+int BematechProtocol::ConfiguraModeloImpressora(int) {
     // Every session starts in ESC/Bema: the same bytes mean other things in ESC/POS.
     return send(kEscBemaMode + kInit) ? 1 : 0;
 }
 
-int BematechProtocol::FechaPorta()
-{
+int BematechProtocol::FechaPorta() {
     if (!m_transport)
         return 0;
     m_transport->close();
@@ -37,33 +33,30 @@ int BematechProtocol::FechaPorta()
     return 1;
 }
 
-bool BematechProtocol::send(const QByteArray& bytes)
-{
+bool BematechProtocol::send(const QByteArray& bytes) {
     return m_transport && m_transport->isOpen() && m_transport->write(bytes, replyTimeoutMs * 3);
 }
 
-void BematechProtocol::wait(int ms)
-{
+void BematechProtocol::wait(int ms) {
     if (sleep)
         sleep(ms);
     else
         QThread::msleep(ulong(ms));
 }
 
-PrinterStatus BematechProtocol::Status()
-{
+PrinterStatus BematechProtocol::Status() {
     PrinterStatus s;
     if (!m_transport || !m_transport->isOpen())
         return s;
     if (!m_transport->answers()) {
-        s.answered = s.online = s.document = true;  // a spool file takes everything
+        s.answered = s.online = s.document = true; // a spool file takes everything
         return s;
     }
     if (const auto lines = m_transport->lineStatus()) {
         s.answered = true;
         s.online = (*lines & kLineSelect) && (*lines & kLineNoError);
         s.paperOut = *lines & kLinePaperOut;
-        s.document = s.online;  // the parallel lines tell nothing of the slot
+        s.document = s.online; // the parallel lines tell nothing of the slot
         s.raw = *lines;
         return s;
     }
@@ -81,14 +74,14 @@ PrinterStatus BematechProtocol::Status()
     return s;
 }
 
-int BematechProtocol::FormataTX(const QString& text, int tipoLetra, int italico, int sublinhado, int expandido,
-                                int enfatizado)
-{
+int BematechProtocol::FormataTX(const QString& text, int tipoLetra, int italico, int sublinhado,
+                                int expandido, int enfatizado) {
     // Every attribute is set before the text and all are switched off after it, so a line never
     // inherits the previous one's.
-    QByteArray b = (tipoLetra == 1 ? kCondensedOn : kCondensedOff) + (italico ? kItalicOn : kItalicOff) +
-                   (sublinhado ? kUnderlineOn : kUnderlineOff) + (expandido ? kExpandedOn : kExpandedOff) +
-                   (enfatizado ? kBoldOn : kBoldOff);
+    QByteArray b = (tipoLetra == 1 ? kCondensedOn : kCondensedOff) +
+                   (italico ? kItalicOn : kItalicOff) +
+                   (sublinhado ? kUnderlineOn : kUnderlineOff) +
+                   (expandido ? kExpandedOn : kExpandedOff) + (enfatizado ? kBoldOn : kBoldOff);
     b += Cp850::encodeFor(m_codePage, text);
     b += kItalicOff + kUnderlineOff + kExpandedOff + kBoldOff + kCondensedOff;
     if (!send(b))
@@ -97,8 +90,7 @@ int BematechProtocol::FormataTX(const QString& text, int tipoLetra, int italico,
     return s.answered && s.online && !s.paperOut ? 1 : 0;
 }
 
-int BematechProtocol::AutenticaDoc(const QString& text, int timeoutMs)
-{
+int BematechProtocol::AutenticaDoc(const QString& text, int timeoutMs) {
     QDeadlineTimer deadline(timeoutMs);
     for (;;) {
         const PrinterStatus s = Status();
@@ -111,8 +103,10 @@ int BematechProtocol::AutenticaDoc(const QString& text, int timeoutMs)
         wait(pollIntervalMs);
     }
     const bool ok = send(kDocumentOn) && send(Cp850::encodeFor(m_codePage, text) + kCrLf);
-    const bool off = send(kDocumentOff);  // always leave document mode
+    const bool off = send(kDocumentOff); // always leave document mode
     return ok && off ? 1 : 0;
 }
 
-int BematechProtocol::ComandoTX(const QByteArray& command) { return send(command) ? 1 : 0; }
+int BematechProtocol::ComandoTX(const QByteArray& command) {
+    return send(command) ? 1 : 0;
+}

@@ -18,13 +18,15 @@ struct PrinterStatus {
 // vendor library's: 1 done, 0 failure; AutenticaDoc also -1 when the document never came.
 class BematechProtocol {
 public:
-    explicit BematechProtocol(QString codePage = QStringLiteral("cp850")) : m_codePage(std::move(codePage)) {}
+    explicit BematechProtocol(QString codePage = QStringLiteral("cp850"))
+        : m_codePage(std::move(codePage)) {}
 
     int IniciaPorta(const QString& porta, const TransportOptions& options = {});
-    int IniciaPorta(std::unique_ptr<Transport> transport);  // an already built transport
+    int IniciaPorta(std::unique_ptr<Transport> transport); // an already built transport
     int ConfiguraModeloImpressora(int model);
     int FechaPorta();
-    int FormataTX(const QString& text, int tipoLetra, int italico, int sublinhado, int expandido, int enfatizado);
+    int FormataTX(const QString& text, int tipoLetra, int italico, int sublinhado, int expandido,
+                  int enfatizado);
     int AutenticaDoc(const QString& text, int timeoutMs);
     int ComandoTX(const QByteArray& command);
     PrinterStatus Status();
@@ -32,7 +34,7 @@ public:
     bool isOpen() const { return m_transport && m_transport->isOpen(); }
     int replyTimeoutMs = 1000;
     int pollIntervalMs = 100;
-    std::function<void(int)> sleep;  // waits between polls; tests may shorten them
+    std::function<void(int)> sleep; // waits between polls; tests may shorten them
 
 private:
     bool send(const QByteArray& bytes);

@@ -3,8 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-QByteArray PrinterBytes::fromHex(const QString& text, const QByteArray& fallback)
-{
+QByteArray PrinterBytes::fromHex(const QString& text, const QByteArray& fallback) {
     QByteArray out;
     for (const QString& part : text.split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         bool ok = false;

@@ -8,23 +8,27 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
-const QString PrinterService::kAbrirFalhou = QStringLiteral("Problemas ao Abrir a Porta de Comunicação.");
-const QString PrinterService::kFecharFalhouCaixa = QStringLiteral("Problemas ao Fechar a Porta de Comunicação.");
-const QString PrinterService::kFecharFalhouAutenticacao = QStringLiteral("Problemas ao fechar a porta de comunicação!!");
-const QString PrinterService::kAutenticacaoFalhou =
-    QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento não inserido, impressora "
-                   "desligada, off-line ou sem papel");
+const QString PrinterService::kAbrirFalhou =
+    QStringLiteral("Problemas ao Abrir a Porta de Comunicação.");
+const QString PrinterService::kFecharFalhouCaixa =
+    QStringLiteral("Problemas ao Fechar a Porta de Comunicação.");
+const QString PrinterService::kFecharFalhouAutenticacao =
+    QStringLiteral("Problemas ao fechar a porta de comunicação!!");
+const QString PrinterService::kAutenticacaoFalhou = QStringLiteral(
+    "Problemas na autenticação do documento.\nPossíveis causas: Documento não inserido, impressora "
+    "desligada, off-line ou sem papel");
 const QString PrinterService::kTempoExcedido = QStringLiteral("Tempo maior que o permitido.");
 const QString PrinterService::kImpressaoFalhou =
-    QStringLiteral("Problemas na impressão do texto.\nPossíveis causas: Impressora desligada, off-line ou sem papel");
-const QString PrinterService::kSoParalela = QStringLiteral("Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3");
+    QStringLiteral("Problemas na impressão do texto.\nPossíveis causas: Impressora desligada, "
+                   "off-line ou sem papel");
+const QString PrinterService::kSoParalela =
+    QStringLiteral("Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3");
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
-PrinterService::PrinterService(AppContext& ctx) : m_ctx(ctx)
-{
+PrinterService::PrinterService(AppContext& ctx) : m_ctx(ctx) {
     bool ok = false;
     const int wait = option("espera_documento").toInt(&ok);
     if (ok && wait > 0)
@@ -36,18 +40,20 @@ PrinterService::PrinterService(AppContext& ctx) : m_ctx(ctx)
 
 PrinterService::~PrinterService() = default;
 
-QString PrinterService::option(const char* key, const QString& fallback) const
-{
+QString PrinterService::option(const char* key, const QString& fallback) const {
     const QString v = m_ctx.option(QStringLiteral("Print"), QLatin1String(key)).trimmed();
     return v.isEmpty() ? fallback : v;
 }
 
-QString PrinterService::modelo() const { return m_ctx.settings.impressora.trimmed().toLower(); }
+QString PrinterService::modelo() const {
+    return m_ctx.settings.impressora.trimmed().toLower();
+}
 
-bool PrinterService::habilitada() const { return m_ctx.settings.modo.trimmed() == QLatin1String("1"); }
+bool PrinterService::habilitada() const {
+    return m_ctx.settings.modo.trimmed() == QLatin1String("1");
+}
 
-int PrinterService::portaQuattro(const QString& porta)
-{
+int PrinterService::portaQuattro(const QString& porta) {
     const QString p = porta.trimmed().toUpper();
     if (p == QLatin1String("LPT1"))
         return 0x378;
@@ -60,27 +66,26 @@ int PrinterService::portaQuattro(const QString& porta)
     return 0;
 }
 
-std::unique_ptr<Transport> PrinterService::transport() const
-{
+std::unique_ptr<Transport> PrinterService::transport() const {
     if (makeTransport)
         return makeTransport();
-    return TransportFactory::create(m_ctx.settings.porta, TransportFactory::optionsFrom(option("serial")));
+    return TransportFactory::create(m_ctx.settings.porta,
+                                    TransportFactory::optionsFrom(option("serial")));
 }
 
-BematechProtocol& PrinterService::bematech()
-{
+BematechProtocol& PrinterService::bematech() {
     if (!m_bema) {
-        m_bema = std::make_unique<BematechProtocol>(option("pagina_codigo", QStringLiteral("cp850")));
+        m_bema =
+            std::make_unique<BematechProtocol>(option("pagina_codigo", QStringLiteral("cp850")));
         m_bema->replyTimeoutMs = replyTimeoutMs;
         m_bema->sleep = sleep;
     }
     return *m_bema;
 }
 
-void PrinterService::abrirPorta()
-{
+void PrinterService::abrirPorta() {
     if (!habilitada() || modelo() != QLatin1String("bematech"))
-        return;  // "txt" prints nothing here; the second model opens per call
+        return; // "txt" prints nothing here; the second model opens per call
     BematechProtocol& b = bematech();
     if (b.IniciaPorta(transport()) > 0) {
         b.ConfiguraModeloImpressora(1);
@@ -90,20 +95,21 @@ void PrinterService::abrirPorta()
     }
 }
 
-void PrinterService::fecharPorta(bool counterScreen)
-{
+void PrinterService::fecharPorta(bool counterScreen) {
     if (!habilitada() || modelo() != QLatin1String("bematech"))
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0)
-        m_ctx.dialogs.critical(kAviso, counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao);
+        m_ctx.dialogs.critical(kAviso,
+                               counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao);
 }
 
-PrinterStatus PrinterService::status()
-{
+PrinterStatus PrinterService::status() {
     if (modelo() == QLatin1String("quattro")) {
-        QuattroProtocol q(transport(), PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-                          option("pagina_codigo", QStringLiteral("cp850")));
+        QuattroProtocol q(
+            transport(),
+            PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
+            option("pagina_codigo", QStringLiteral("cp850")));
         q.replyTimeoutMs = replyTimeoutMs;
         PrinterStatus s;
         const int e = q.open() ? q.Estado() : -1;
@@ -119,8 +125,8 @@ PrinterStatus PrinterService::status()
     return b.Status();
 }
 
-void PrinterService::ImprimeAutenticadora(const QString& operacao, const QString& modelo, const QString& texto)
-{
+void PrinterService::ImprimeAutenticadora(const QString& operacao, const QString& modelo,
+                                          const QString& texto) {
     if (operacao != QLatin1String("1") && operacao != QLatin1String("2"))
         return;
     if (!habilitada())
@@ -135,8 +141,7 @@ void PrinterService::ImprimeAutenticadora(const QString& operacao, const QString
         printBematech(texto);
 }
 
-void PrinterService::authenticateBematech(const QString& texto)
-{
+void PrinterService::authenticateBematech(const QString& texto) {
     BematechProtocol& b = bematech();
     if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
         b.ConfiguraModeloImpressora(1);
@@ -148,8 +153,7 @@ void PrinterService::authenticateBematech(const QString& texto)
     b.ComandoTX(PrinterBytes::kAfterStamp);
 }
 
-void PrinterService::printBematech(const QString& texto)
-{
+void PrinterService::printBematech(const QString& texto) {
     BematechProtocol& b = bematech();
     if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
         b.ConfiguraModeloImpressora(1);
@@ -157,15 +161,16 @@ void PrinterService::printBematech(const QString& texto)
         m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
 }
 
-void PrinterService::authenticateQuattro(const QString& texto)
-{
+void PrinterService::authenticateQuattro(const QString& texto) {
     const int port = portaQuattro(m_ctx.settings.porta);
     if (port == 1 || port == 2 || port == 3) {
         m_ctx.dialogs.info(kAviso, kSoParalela);
         return;
     }
-    QuattroProtocol q(transport(), PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-                      option("pagina_codigo", QStringLiteral("cp850")));
+    QuattroProtocol q(
+        transport(),
+        PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
+        option("pagina_codigo", QStringLiteral("cp850")));
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TXI(PrinterBytes::kQuattroAuthOn)) {
         m_ctx.dialogs.critical(kAviso, kAutenticacaoFalhou);
@@ -189,16 +194,17 @@ void PrinterService::authenticateQuattro(const QString& texto)
     if (ok)
         ok = q.TXI(PrinterBytes::kQuattroStamp + q.encode(texto) +
                    PrinterBytes::fromHex(option("quattro_fim"), PrinterBytes::kQuattroEndDefault));
-    q.TXI(PrinterBytes::kQuattroAuthOff);  // always leave authentication mode
+    q.TXI(PrinterBytes::kQuattroAuthOff); // always leave authentication mode
     if (!ok)
         m_ctx.dialogs.critical(e < 0 ? kAviso : QStringLiteral("Autenticação de Documentos"),
                                e < 0 ? kAutenticacaoFalhou : kTempoExcedido);
 }
 
-void PrinterService::printQuattro(const QString& texto)
-{
-    QuattroProtocol q(transport(), PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-                      option("pagina_codigo", QStringLiteral("cp850")));
+void PrinterService::printQuattro(const QString& texto) {
+    QuattroProtocol q(
+        transport(),
+        PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
+        option("pagina_codigo", QStringLiteral("cp850")));
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TX(texto + QLatin1Char('\n')))
         m_ctx.dialogs.info(kAviso, kImpressaoFalhou);

@@ -16,20 +16,20 @@ public:
     explicit PrinterService(AppContext& ctx);
     ~PrinterService();
 
-    void abrirPorta();                     // on showing a printing screen
-    void fecharPorta(bool counterScreen);  // on closing it; the two screens word it differently
+    void abrirPorta();                    // on showing a printing screen
+    void fecharPorta(bool counterScreen); // on closing it; the two screens word it differently
     void ImprimeAutenticadora(const QString& operacao, const QString& modelo, const QString& texto);
     // The configured model, for callers that pass it on.
     QString modelo() const;
     bool habilitada() const;
     PrinterStatus status();
 
-    static int portaQuattro(const QString& porta);  // LPT1 888, LPT2 632, COM1 1, COM2 2, else 0
+    static int portaQuattro(const QString& porta); // LPT1 888, LPT2 632, COM1 1, COM2 2, else 0
 
     // Tests and the command line may replace how the transport is built and how time passes.
     std::function<std::unique_ptr<Transport>()> makeTransport;
     std::function<void(int)> sleep;
-    int documentTimeoutMs = 6000;  // how long a stamp waits for the document
+    int documentTimeoutMs = 6000; // how long a stamp waits for the document
     int replyTimeoutMs = 1000;
 
     static const QString kAbrirFalhou;

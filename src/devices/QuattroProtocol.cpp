@@ -2,21 +2,21 @@
 
 #include "Cp850.h"
 
-QuattroProtocol::QuattroProtocol(std::unique_ptr<Transport> transport, QByteArray statusQuery, QString codePage)
-    : m_transport(std::move(transport)), m_statusQuery(std::move(statusQuery)), m_codePage(std::move(codePage))
-{
-}
+QuattroProtocol::QuattroProtocol(std::unique_ptr<Transport> transport, QByteArray statusQuery,
+                                 QString codePage)
+    : m_transport(std::move(transport)), m_statusQuery(std::move(statusQuery)),
+      m_codePage(std::move(codePage)) {}
 
-QuattroProtocol::~QuattroProtocol()
-{
+QuattroProtocol::~QuattroProtocol() {
     if (m_transport)
         m_transport->close();
 }
 
-bool QuattroProtocol::open() { return m_transport && m_transport->open(nullptr); }
+bool QuattroProtocol::open() {
+    return m_transport && m_transport->open(nullptr);
+}
 
-int QuattroProtocol::Estado()
-{
+int QuattroProtocol::Estado() {
     if (!m_transport || !m_transport->isOpen())
         return -1;
     if (!m_transport->answers())
@@ -27,14 +27,15 @@ int QuattroProtocol::Estado()
     return reply.isEmpty() ? -1 : static_cast<unsigned char>(reply.at(0));
 }
 
-QByteArray QuattroProtocol::encode(const QString& text) const { return Cp850::encodeFor(m_codePage, text); }
-
-bool QuattroProtocol::TX(const QString& text)
-{
-    return m_transport && m_transport->isOpen() && m_transport->write(encode(text), replyTimeoutMs * 3);
+QByteArray QuattroProtocol::encode(const QString& text) const {
+    return Cp850::encodeFor(m_codePage, text);
 }
 
-bool QuattroProtocol::TXI(const QByteArray& command)
-{
+bool QuattroProtocol::TX(const QString& text) {
+    return m_transport && m_transport->isOpen() &&
+           m_transport->write(encode(text), replyTimeoutMs * 3);
+}
+
+bool QuattroProtocol::TXI(const QByteArray& command) {
     return m_transport && m_transport->isOpen() && m_transport->write(command, replyTimeoutMs * 3);
 }

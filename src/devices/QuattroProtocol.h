@@ -11,7 +11,7 @@ public:
     ~QuattroProtocol();
 
     bool open();
-    int Estado();  // the status byte; -1 when the printer does not answer
+    int Estado(); // the status byte; -1 when the printer does not answer
     bool TX(const QString& text);
     bool TXI(const QByteArray& command);
     QByteArray encode(const QString& text) const;

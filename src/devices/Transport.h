@@ -27,7 +27,7 @@ public:
 
 struct TransportOptions {
     int baud = 9600;
-    char parity = 'N';  // N, E or O
+    char parity = 'N'; // N, E or O
     int dataBits = 8;
     int stopBits = 1;
     int tcpPort = 9100;
@@ -39,7 +39,7 @@ public:
     // "LPT1", "LPT2", "COM1", "COM2", "USB" (mapped per platform), a device path or serial port
     // name, "tcp:HOST[:PORT]", or "file:PATH" (a spool file).
     static std::unique_ptr<Transport> create(const QString& porta, const TransportOptions& options);
-    static QString classicName(const QString& porta);  // the platform name of a classic port
+    static QString classicName(const QString& porta); // the platform name of a classic port
     // "9600,8,N,1" ([Print] serial); unparsable parts keep the defaults.
     static TransportOptions optionsFrom(const QString& serial);
 };

@@ -3,8 +3,7 @@
 
 #include <QStringList>
 
-QString TransportFactory::classicName(const QString& porta)
-{
+QString TransportFactory::classicName(const QString& porta) {
     const QString p = porta.trimmed().toUpper();
 #ifdef Q_OS_WIN
     if (p == QLatin1String("USB"))
@@ -27,35 +26,39 @@ QString TransportFactory::classicName(const QString& porta)
 #endif
 }
 
-TransportOptions TransportFactory::optionsFrom(const QString& serial)
-{
+TransportOptions TransportFactory::optionsFrom(const QString& serial) {
     TransportOptions o;
     const QStringList parts = serial.split(QLatin1Char(','), Qt::SkipEmptyParts);
     bool ok = false;
     if (parts.size() > 0 && parts[0].trimmed().toInt(&ok) > 0 && ok)
         o.baud = parts[0].trimmed().toInt();
-    if (parts.size() > 1 && (parts[1].trimmed() == QLatin1String("7") || parts[1].trimmed() == QLatin1String("8")))
+    if (parts.size() > 1 &&
+        (parts[1].trimmed() == QLatin1String("7") || parts[1].trimmed() == QLatin1String("8")))
         o.dataBits = parts[1].trimmed().toInt();
-    if (parts.size() > 2 && QStringLiteral("NEO").contains(parts[2].trimmed().toUpper()) && parts[2].trimmed().size() == 1)
+    if (parts.size() > 2 && QStringLiteral("NEO").contains(parts[2].trimmed().toUpper()) &&
+        parts[2].trimmed().size() == 1)
         o.parity = parts[2].trimmed().toUpper().at(0).toLatin1();
-    if (parts.size() > 3 && (parts[3].trimmed() == QLatin1String("1") || parts[3].trimmed() == QLatin1String("2")))
+    if (parts.size() > 3 &&
+        (parts[3].trimmed() == QLatin1String("1") || parts[3].trimmed() == QLatin1String("2")))
         o.stopBits = parts[3].trimmed().toInt();
     return o;
 }
 
-std::unique_ptr<Transport> TransportFactory::create(const QString& porta, const TransportOptions& options)
-{
+std::unique_ptr<Transport> TransportFactory::create(const QString& porta,
+                                                    const TransportOptions& options) {
     const QString p = porta.trimmed();
     if (p.startsWith(QLatin1String("tcp:"), Qt::CaseInsensitive)) {
         const QStringList parts = p.mid(4).split(QLatin1Char(':'));
         const int port = parts.size() > 1 ? parts[1].toInt() : options.tcpPort;
-        return std::make_unique<TcpTransport>(parts[0], port > 0 ? port : options.tcpPort, options.connectTimeoutMs);
+        return std::make_unique<TcpTransport>(parts[0], port > 0 ? port : options.tcpPort,
+                                              options.connectTimeoutMs);
     }
     if (p.startsWith(QLatin1String("file:"), Qt::CaseInsensitive))
         return std::make_unique<FileTransport>(p.mid(5));
     const QString name = classicName(p);
     // Serial ports by name; printer devices (lp, usb) as files.
-    const bool serial = name.contains(QLatin1String("tty")) || name.startsWith(QLatin1String("COM"), Qt::CaseInsensitive) ||
+    const bool serial = name.contains(QLatin1String("tty")) ||
+                        name.startsWith(QLatin1String("COM"), Qt::CaseInsensitive) ||
                         name.startsWith(QLatin1String("/dev/pts/"));
     if (serial)
         return std::make_unique<SerialTransport>(name, options);

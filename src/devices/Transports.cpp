@@ -16,13 +16,13 @@
 
 // --- serial -------------------------------------------------------------------------------
 
-bool SerialTransport::open(QString* error)
-{
+bool SerialTransport::open(QString* error) {
     m_port.setPortName(m_name);
     m_port.setBaudRate(m_options.baud);
     m_port.setDataBits(m_options.dataBits == 7 ? QSerialPort::Data7 : QSerialPort::Data8);
-    m_port.setParity(m_options.parity == 'E' ? QSerialPort::EvenParity
-                     : m_options.parity == 'O' ? QSerialPort::OddParity : QSerialPort::NoParity);
+    m_port.setParity(m_options.parity == 'E'   ? QSerialPort::EvenParity
+                     : m_options.parity == 'O' ? QSerialPort::OddParity
+                                               : QSerialPort::NoParity);
     m_port.setStopBits(m_options.stopBits == 2 ? QSerialPort::TwoStop : QSerialPort::OneStop);
     m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!m_port.open(QIODevice::ReadWrite)) {
@@ -33,8 +33,7 @@ bool SerialTransport::open(QString* error)
     return true;
 }
 
-bool SerialTransport::write(const QByteArray& data, int timeoutMs)
-{
+bool SerialTransport::write(const QByteArray& data, int timeoutMs) {
     if (!m_port.isOpen() || m_port.write(data) != data.size())
         return false;
     QDeadlineTimer deadline(timeoutMs);
@@ -44,8 +43,7 @@ bool SerialTransport::write(const QByteArray& data, int timeoutMs)
     return true;
 }
 
-QByteArray SerialTransport::read(int max, int timeoutMs)
-{
+QByteArray SerialTransport::read(int max, int timeoutMs) {
     if (!m_port.isOpen())
         return {};
     if (m_port.bytesAvailable() == 0 && !m_port.waitForReadyRead(timeoutMs))
@@ -55,8 +53,7 @@ QByteArray SerialTransport::read(int max, int timeoutMs)
 
 // --- TCP ----------------------------------------------------------------------------------
 
-bool TcpTransport::open(QString* error)
-{
+bool TcpTransport::open(QString* error) {
     m_socket.connectToHost(m_host, quint16(m_port));
     if (!m_socket.waitForConnected(m_timeout)) {
         if (error)
@@ -67,8 +64,7 @@ bool TcpTransport::open(QString* error)
     return true;
 }
 
-void TcpTransport::close()
-{
+void TcpTransport::close() {
     if (m_socket.state() == QAbstractSocket::ConnectedState) {
         m_socket.flush();
         m_socket.disconnectFromHost();
@@ -78,8 +74,7 @@ void TcpTransport::close()
     m_socket.abort();
 }
 
-bool TcpTransport::write(const QByteArray& data, int timeoutMs)
-{
+bool TcpTransport::write(const QByteArray& data, int timeoutMs) {
     if (!isOpen() || m_socket.write(data) != data.size())
         return false;
     QDeadlineTimer deadline(timeoutMs);
@@ -89,8 +84,7 @@ bool TcpTransport::write(const QByteArray& data, int timeoutMs)
     return true;
 }
 
-QByteArray TcpTransport::read(int max, int timeoutMs)
-{
+QByteArray TcpTransport::read(int max, int timeoutMs) {
     if (!isOpen())
         return {};
     if (m_socket.bytesAvailable() == 0 && !m_socket.waitForReadyRead(timeoutMs))
@@ -100,8 +94,7 @@ QByteArray TcpTransport::read(int max, int timeoutMs)
 
 // --- device file --------------------------------------------------------------------------
 
-bool DeviceFileTransport::open(QString* error)
-{
+bool DeviceFileTransport::open(QString* error) {
 #ifdef Q_OS_UNIX
     const QByteArray path = QFile::encodeName(m_path);
     m_fd = ::open(path.constData(), O_RDWR | O_NONBLOCK | O_NOCTTY);
@@ -117,8 +110,7 @@ bool DeviceFileTransport::open(QString* error)
 #endif
 }
 
-void DeviceFileTransport::close()
-{
+void DeviceFileTransport::close() {
 #ifdef Q_OS_UNIX
     if (m_fd >= 0)
         ::close(m_fd);
@@ -126,8 +118,7 @@ void DeviceFileTransport::close()
     m_fd = -1;
 }
 
-bool DeviceFileTransport::write(const QByteArray& data, int timeoutMs)
-{
+bool DeviceFileTransport::write(const QByteArray& data, int timeoutMs) {
 #ifdef Q_OS_UNIX
     QDeadlineTimer deadline(timeoutMs);
     qsizetype done = 0;
@@ -135,7 +126,7 @@ bool DeviceFileTransport::write(const QByteArray& data, int timeoutMs)
         pollfd p{m_fd, POLLOUT, 0};
         const int ready = ::poll(&p, 1, int(qMax<qint64>(0, deadline.remainingTime())));
         if (ready <= 0 || (p.revents & (POLLERR | POLLHUP | POLLNVAL)))
-            return false;  // an off-line printer: give up at the time-out
+            return false; // an off-line printer: give up at the time-out
         const ssize_t n = ::write(m_fd, data.constData() + done, size_t(data.size() - done));
         if (n < 0 && errno != EAGAIN && errno != EINTR)
             return false;
@@ -149,8 +140,7 @@ bool DeviceFileTransport::write(const QByteArray& data, int timeoutMs)
 #endif
 }
 
-QByteArray DeviceFileTransport::read(int max, int timeoutMs)
-{
+QByteArray DeviceFileTransport::read(int max, int timeoutMs) {
 #ifdef Q_OS_UNIX
     if (m_fd < 0)
         return {};
@@ -167,8 +157,7 @@ QByteArray DeviceFileTransport::read(int max, int timeoutMs)
 #endif
 }
 
-std::optional<int> DeviceFileTransport::lineStatus()
-{
+std::optional<int> DeviceFileTransport::lineStatus() {
 #ifdef Q_OS_LINUX
     int status = 0;
     if (m_fd >= 0 && ::ioctl(m_fd, LPGETSTATUS, &status) == 0)
@@ -179,8 +168,7 @@ std::optional<int> DeviceFileTransport::lineStatus()
 
 // --- file ---------------------------------------------------------------------------------
 
-bool FileTransport::open(QString* error)
-{
+bool FileTransport::open(QString* error) {
     QFile f(m_path);
     m_open = f.open(QIODevice::WriteOnly | QIODevice::Append);
     if (!m_open && error)
@@ -188,8 +176,8 @@ bool FileTransport::open(QString* error)
     return m_open;
 }
 
-bool FileTransport::write(const QByteArray& data, int)
-{
+bool FileTransport::write(const QByteArray& data, int) {
     QFile f(m_path);
-    return m_open && f.open(QIODevice::WriteOnly | QIODevice::Append) && f.write(data) == data.size();
+    return m_open && f.open(QIODevice::WriteOnly | QIODevice::Append) &&
+           f.write(data) == data.size();
 }

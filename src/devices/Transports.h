@@ -7,7 +7,8 @@
 
 class SerialTransport : public Transport {
 public:
-    SerialTransport(QString name, const TransportOptions& o) : m_name(std::move(name)), m_options(o) {}
+    SerialTransport(QString name, const TransportOptions& o)
+        : m_name(std::move(name)), m_options(o) {}
     bool open(QString* error) override;
     void close() override { m_port.close(); }
     bool isOpen() const override { return m_port.isOpen(); }
@@ -23,13 +24,16 @@ private:
 
 class TcpTransport : public Transport {
 public:
-    TcpTransport(QString host, int port, int connectTimeoutMs) : m_host(std::move(host)), m_port(port), m_timeout(connectTimeoutMs) {}
+    TcpTransport(QString host, int port, int connectTimeoutMs)
+        : m_host(std::move(host)), m_port(port), m_timeout(connectTimeoutMs) {}
     bool open(QString* error) override;
     void close() override;
     bool isOpen() const override { return m_socket.state() == QAbstractSocket::ConnectedState; }
     bool write(const QByteArray& data, int timeoutMs) override;
     QByteArray read(int max, int timeoutMs) override;
-    QString describe() const override { return QStringLiteral("tcp:%1:%2").arg(m_host).arg(m_port); }
+    QString describe() const override {
+        return QStringLiteral("tcp:%1:%2").arg(m_host).arg(m_port);
+    }
 
 private:
     QString m_host;

@@ -9,9 +9,9 @@ class clsAutenticadora {
 public:
     static constexpr int kWidth = 40;
 
-    QString MENSAGEM;  // the 3-character header
+    QString MENSAGEM; // the 3-character header
     QString USUARIO;
-    QString GUICHE;    // the one-letter counter identifier
+    QString GUICHE; // the one-letter counter identifier
     QString VALOR_DOC;
     QString NOME_GUIA;
     QString VALOR_RECEBIDO;
@@ -32,18 +32,18 @@ public:
     QString Reabertura;
     QString Operacao;
 
-    bool AutenticaBoleto();          // BOLETO, at least 36 characters
-    bool AutenticaFita();            // FITA, at least 40
-    bool ReplicaCaracter(QChar c);   // caracter: 40 copies
-    bool AbreCaixa(int kind);        // AbreFita, exactly 40
-    bool EncerraCaixa(const QString& kind);  // EncerraFita, exactly 40; unknown kind: unchanged
-    bool EncerraCaixaCompleto();     // EncerraFita, exactly 245
-    bool AbreCaixaCompleto();        // AbreFita, the four lines of the opening block
-    bool PrintCabecalho(const QDateTime& when);  // "DATA/HORA: dd/MM/yyyy hh:mm:ss"
-    bool ReabreCaixa();              // "=        REABRINDO MOVIMENTO: nnn      ="
-    bool OperacaoCaixa();            // description and amount of one cash operation, 40 wide
+    bool AutenticaBoleto();                     // BOLETO, at least 36 characters
+    bool AutenticaFita();                       // FITA, at least 40
+    bool ReplicaCaracter(QChar c);              // caracter: 40 copies
+    bool AbreCaixa(int kind);                   // AbreFita, exactly 40
+    bool EncerraCaixa(const QString& kind);     // EncerraFita, exactly 40; unknown kind: unchanged
+    bool EncerraCaixaCompleto();                // EncerraFita, exactly 245
+    bool AbreCaixaCompleto();                   // AbreFita, the four lines of the opening block
+    bool PrintCabecalho(const QDateTime& when); // "DATA/HORA: dd/MM/yyyy hh:mm:ss"
+    bool ReabreCaixa();                         // "=        REABRINDO MOVIMENTO: nnn      ="
+    bool OperacaoCaixa(); // description and amount of one cash operation, 40 wide
 
     // Formatting helpers the callers use to reach the widths.
-    static QString pad(const QString& s, int width);    // cut or filled on the right
-    static QString right(const QString& s, int width);  // aligned to the right
+    static QString pad(const QString& s, int width);   // cut or filled on the right
+    static QString right(const QString& s, int width); // aligned to the right
 };

@@ -6,15 +6,18 @@
 #include <QTest>
 
 namespace {
-bool holiday(const QDate& d) { return d == QDate(2026, 11, 20); }
-QDate dmy(const char* s) { return QDate::fromString(QString::fromLatin1(s), QStringLiteral("dd/MM/yyyy")); }
-}  // namespace
+bool holiday(const QDate& d) {
+    return d == QDate(2026, 11, 20);
+}
+QDate dmy(const char* s) {
+    return QDate::fromString(QString::fromLatin1(s), QStringLiteral("dd/MM/yyyy"));
+}
+} // namespace
 
 class tst_charges : public QObject {
     Q_OBJECT
 private slots:
-    void meses_data()
-    {
+    void meses_data() {
         QTest::addColumn<QDate>("v");
         QTest::addColumn<QDate>("r");
         QTest::addColumn<int>("meses");
@@ -27,22 +30,21 @@ private slots:
         QTest::newRow("across the year") << dmy("15/12/2025") << dmy("16/01/2026") << 2;
         QTest::newRow("same day") << dmy("23/11/2026") << dmy("23/11/2026") << 0;
     }
-    void meses()
-    {
+    void meses() {
         QFETCH(QDate, v);
         QFETCH(QDate, r);
         QFETCH(int, meses);
         QCOMPARE(Acrescimos::Meses_atraso(v, r), std::optional<int>(meses));
     }
 
-    void monthOverflowIsReported()
-    {
+    void monthOverflowIsReported() {
         QVERIFY(!Acrescimos::Meses_atraso(QDate(100, 1, 1), QDate(9999, 12, 31)).has_value());
-        QVERIFY(!Acrescimos::Calcula_acrescimos(QDate(100, 1, 1), QDate(9999, 12, 31), Money::fromReais(1), 1).has_value());
+        QVERIFY(!Acrescimos::Calcula_acrescimos(QDate(100, 1, 1), QDate(9999, 12, 31),
+                                                Money::fromReais(1), 1)
+                     .has_value());
     }
 
-    void charges_data()
-    {
+    void charges_data() {
         QTest::addColumn<QDate>("v");
         QTest::addColumn<QDate>("w");
         QTest::addColumn<QString>("valor");
@@ -51,24 +53,68 @@ private slots:
         QTest::addColumn<QString>("juros");
         QTest::addColumn<QString>("multa");
         QTest::addColumn<QString>("total");
-        QTest::newRow("31 days: capped at 10%") << dmy("10/03/2026") << dmy("10/04/2026") << "100,00" << 1 << true << "1,00" << "10,00" << "111,00";
-        QTest::newRow("30 days: 9,9%") << dmy("10/03/2026") << dmy("09/04/2026") << "100,00" << 1 << true << "1,00" << "9,90" << "110,90";
-        QTest::newRow("32 days: two months") << dmy("10/03/2026") << dmy("11/04/2026") << "100,00" << 1 << true << "2,00" << "10,00" << "112,00";
-        QTest::newRow("40 days") << dmy("01/03/2026") << dmy("10/04/2026") << "100,00" << 1 << true << "2,00" << "10,00" << "112,00";
-        QTest::newRow("same day") << dmy("23/11/2026") << dmy("23/11/2026") << "100,00" << 1 << false << "0,00" << "0,00" << "100,00";
-        QTest::newRow("Saturday paid Monday") << dmy("21/11/2026") << dmy("23/11/2026") << "100,00" << 1 << false << "0,00" << "0,00" << "100,00";
-        QTest::newRow("Saturday paid Tuesday") << dmy("21/11/2026") << dmy("24/11/2026") << "100,00" << 1 << true << "1,00" << "0,99" << "101,99";
-        QTest::newRow("holiday Friday paid Monday") << dmy("20/11/2026") << dmy("23/11/2026") << "100,00" << 1 << false << "0,00" << "0,00" << "100,00";
-        QTest::newRow("Thursday paid Monday") << dmy("19/11/2026") << dmy("23/11/2026") << "100,00" << 1 << true << "1,00" << "1,32" << "102,32";
-        QTest::newRow("rates round each charge") << dmy("01/10/2026") << dmy("16/10/2026") << "1.234,56" << 1 << true << "12,35" << "61,11" << "1.308,02";
-        QTest::newRow("end of January") << dmy("31/01/2026") << dmy("28/02/2026") << "100,00" << 1 << true << "1,00" << "9,24" << "110,24";
-        QTest::newRow("scheme 2") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 2 << true << "5,00" << "5,00" << "260,00";
-        QTest::newRow("scheme 2 half cents") << dmy("10/03/2026") << dmy("20/03/2026") << "0,50" << 2 << true << "0,01" << "0,01" << "0,52";
-        QTest::newRow("scheme 0") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 0 << true << "0,00" << "0,00" << "250,00";
-        QTest::newRow("scheme 7") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 7 << true << "0,00" << "0,00" << "250,00";
+        QTest::newRow("31 days: capped at 10%")
+            << dmy("10/03/2026") << dmy("10/04/2026") << "100,00" << 1 << true << "1,00"
+            << "10,00"
+            << "111,00";
+        QTest::newRow("30 days: 9,9%")
+            << dmy("10/03/2026") << dmy("09/04/2026") << "100,00" << 1 << true << "1,00"
+            << "9,90"
+            << "110,90";
+        QTest::newRow("32 days: two months")
+            << dmy("10/03/2026") << dmy("11/04/2026") << "100,00" << 1 << true << "2,00"
+            << "10,00"
+            << "112,00";
+        QTest::newRow("40 days") << dmy("01/03/2026") << dmy("10/04/2026") << "100,00" << 1 << true
+                                 << "2,00"
+                                 << "10,00"
+                                 << "112,00";
+        QTest::newRow("same day") << dmy("23/11/2026") << dmy("23/11/2026") << "100,00" << 1
+                                  << false << "0,00"
+                                  << "0,00"
+                                  << "100,00";
+        QTest::newRow("Saturday paid Monday")
+            << dmy("21/11/2026") << dmy("23/11/2026") << "100,00" << 1 << false << "0,00"
+            << "0,00"
+            << "100,00";
+        QTest::newRow("Saturday paid Tuesday")
+            << dmy("21/11/2026") << dmy("24/11/2026") << "100,00" << 1 << true << "1,00"
+            << "0,99"
+            << "101,99";
+        QTest::newRow("holiday Friday paid Monday")
+            << dmy("20/11/2026") << dmy("23/11/2026") << "100,00" << 1 << false << "0,00"
+            << "0,00"
+            << "100,00";
+        QTest::newRow("Thursday paid Monday")
+            << dmy("19/11/2026") << dmy("23/11/2026") << "100,00" << 1 << true << "1,00"
+            << "1,32"
+            << "102,32";
+        QTest::newRow("rates round each charge")
+            << dmy("01/10/2026") << dmy("16/10/2026") << "1.234,56" << 1 << true << "12,35"
+            << "61,11"
+            << "1.308,02";
+        QTest::newRow("end of January")
+            << dmy("31/01/2026") << dmy("28/02/2026") << "100,00" << 1 << true << "1,00"
+            << "9,24"
+            << "110,24";
+        QTest::newRow("scheme 2") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 2 << true
+                                  << "5,00"
+                                  << "5,00"
+                                  << "260,00";
+        QTest::newRow("scheme 2 half cents")
+            << dmy("10/03/2026") << dmy("20/03/2026") << "0,50" << 2 << true << "0,01"
+            << "0,01"
+            << "0,52";
+        QTest::newRow("scheme 0") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 0 << true
+                                  << "0,00"
+                                  << "0,00"
+                                  << "250,00";
+        QTest::newRow("scheme 7") << dmy("10/03/2026") << dmy("10/05/2026") << "250,00" << 7 << true
+                                  << "0,00"
+                                  << "0,00"
+                                  << "250,00";
     }
-    void charges()
-    {
+    void charges() {
         QFETCH(QDate, v);
         QFETCH(QDate, w);
         QFETCH(QString, valor);
@@ -85,15 +131,14 @@ private slots:
         QCOMPARE(e->total.format(), total);
     }
 
-    void noInterestFlagKeepsFaceValue()
-    {
-        const auto e = Acrescimos::avaliar(dmy("10/03/2026"), dmy("10/05/2026"), Money::fromReais(80), false, 1, holiday);
+    void noInterestFlagKeepsFaceValue() {
+        const auto e = Acrescimos::avaliar(dmy("10/03/2026"), dmy("10/05/2026"),
+                                           Money::fromReais(80), false, 1, holiday);
         QVERIFY(e->vencida);
         QCOMPARE(e->total.format(), QStringLiteral("80,00"));
     }
 
-    void calculator_data()
-    {
+    void calculator_data() {
         QTest::addColumn<int>("opcao");
         QTest::addColumn<QDate>("venc");
         QTest::addColumn<QString>("prestacao");
@@ -101,25 +146,53 @@ private slots:
         QTest::addColumn<QString>("erro");
         QTest::addColumn<QString>("total");
         const QDate h = dmy("10/04/2026");
-        QTest::newRow("no option first") << 0 << h.addDays(5) << "" << "" << "Uma opção deve ser selecionada!!!" << "";
-        QTest::newRow("due after the date") << 1 << h.addDays(1) << "" << "" << "A data de vencimento não pode ser inferior a data atual!!!" << "";
-        QTest::newRow("no instalment") << 1 << h << "" << "" << "Valor da prestação deve ser informada!!!" << "";
-        QTest::newRow("two commas") << 1 << h << "1,0,0" << "0,20" << "Valor da prestação deve ser informada!!!" << "";
-        QTest::newRow("zero instalment") << 1 << h << "0,00" << "0,20" << "Valor da prestação deve ser informada!!!" << "";
-        QTest::newRow("no rate") << 1 << h << "100,00" << "" << "Valor do juros deve ser informado!!!" << "";
-        QTest::newRow("option 1") << 1 << h.addDays(-10) << "100,00" << "0,20" << "" << "102,00";
-        QTest::newRow("option 2 as scheme 1") << 2 << dmy("10/03/2026") << "100,00" << "0,33" << "" << "111,00";
-        QTest::newRow("option 3 as scheme 2") << 3 << dmy("10/02/2026") << "250,00" << "2,00" << "" << "260,00";
+        QTest::newRow("no option first") << 0 << h.addDays(5) << ""
+                                         << ""
+                                         << "Uma opção deve ser selecionada!!!"
+                                         << "";
+        QTest::newRow("due after the date")
+            << 1 << h.addDays(1) << ""
+            << ""
+            << "A data de vencimento não pode ser inferior a data atual!!!"
+            << "";
+        QTest::newRow("no instalment") << 1 << h << ""
+                                       << ""
+                                       << "Valor da prestação deve ser informada!!!"
+                                       << "";
+        QTest::newRow("two commas") << 1 << h << "1,0,0"
+                                    << "0,20"
+                                    << "Valor da prestação deve ser informada!!!"
+                                    << "";
+        QTest::newRow("zero instalment") << 1 << h << "0,00"
+                                         << "0,20"
+                                         << "Valor da prestação deve ser informada!!!"
+                                         << "";
+        QTest::newRow("no rate") << 1 << h << "100,00"
+                                 << ""
+                                 << "Valor do juros deve ser informado!!!"
+                                 << "";
+        QTest::newRow("option 1") << 1 << h.addDays(-10) << "100,00"
+                                  << "0,20"
+                                  << ""
+                                  << "102,00";
+        QTest::newRow("option 2 as scheme 1") << 2 << dmy("10/03/2026") << "100,00"
+                                              << "0,33"
+                                              << ""
+                                              << "111,00";
+        QTest::newRow("option 3 as scheme 2") << 3 << dmy("10/02/2026") << "250,00"
+                                              << "2,00"
+                                              << ""
+                                              << "260,00";
     }
-    void calculator()
-    {
+    void calculator() {
         QFETCH(int, opcao);
         QFETCH(QDate, venc);
         QFETCH(QString, prestacao);
         QFETCH(QString, taxa);
         QFETCH(QString, erro);
         QFETCH(QString, total);
-        const auto r = InterestCalculator::calcular({opcao, dmy("10/04/2026"), venc, prestacao, taxa});
+        const auto r =
+            InterestCalculator::calcular({opcao, dmy("10/04/2026"), venc, prestacao, taxa});
         QCOMPARE(r.erro, erro);
         if (erro.isEmpty())
             QCOMPARE(r.total.format(), total);

@@ -11,24 +11,25 @@
 namespace {
 // Demo kinds: 0425 IPTU F juros N bloqueio N; 0426 F S S; 0427 F S N; 12345 C S N; 54321 C N S;
 // 101 "0000" slips, bloqueio N.
-void seedKinds(TestApp& app) { QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr)); }
+void seedKinds(TestApp& app) {
+    QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+}
 
-void receipt(TestApp& app, const QString& table, const QString& code)
-{
+void receipt(TestApp& app, const QString& table, const QString& code) {
     const QString sql = table == QLatin1String("RECEBIMENTOS1")
                             ? QStringLiteral("INSERT INTO RECEBIMENTOS1 (CODBARRA) VALUES (?)")
-                            : QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, IDMOVIMENTO, TIPO, VALOR, CODBARRA) VALUES (1, 1, 1, 0, ?)");
+                            : QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, IDMOVIMENTO, "
+                                             "TIPO, VALOR, CODBARRA) VALUES (1, 1, 1, 0, ?)");
     QVERIFY(app.db().SQLExecute(sql, {code}));
 }
-}  // namespace
+} // namespace
 
 class tst_reader : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase_data() { addBackendRows(); }
 
-    void decisions_data()
-    {
+    void decisions_data() {
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("resultado");
         QTest::addColumn<int>("idcod");
@@ -38,30 +39,88 @@ private slots:
         QTest::addColumn<QStringList>("mensagens");
         QTest::addColumn<bool>("cleared");
         const QStringList none;
-        QTest::newRow("febraban mod 10") << "81660000003124004262026113058888888888888888" << "aceito" << 2 << "312,40" << "30/11/2026" << "SIM" << none << false;
-        QTest::newRow("febraban mod 11") << "81830000012345604272026011000000000000000000" << "aceito" << 3 << "1.234,56" << "10/01/2026" << "SIM" << none << false;
-        QTest::newRow("0425 ending 3") << "81640000000500004252026121500000000000000003" << "aceito" << 1 << "50,00" << "15/12/2026" << "SIM" << none << false;
-        QTest::newRow("0425 ending 4") << "81620000000500004252026121500000000000000004" << "aceito" << 1 << "50,00" << "15/12/2026" << "NÃO" << none << false;
-        QTest::newRow("first value digit dropped") << "81611234567890104272026121500000000000000000" << "aceito" << 3 << "23.456.789,01" << "15/12/2026" << "SIM" << none << false;
-        QTest::newRow("febraban wrong digit") << "81670000003124004262026113058888888888888888" << "digito" << 0 << "" << "" << "" << none << true;
-        QTest::newRow("earlier year blocked") << "81650000000100004262025031000000000000000000" << "bloqueada" << 0 << "" << "" << ""
-                                              << QStringList{QStringLiteral("Não pode ser recebida!!! Conta de um ano anterior.")} << true;
-        QTest::newRow("earlier year warned") << "81640000000100004272025031000000000000000000" << "aceito" << 3 << "10,00" << "10/03/2025" << "SIM"
-                                             << QStringList{QStringLiteral("Conta de um ano anterior. Verifique os dados antes de receber este boleto.")} << false;
-        QTest::newRow("month 13") << "81610000000100004272026131000000000000000000" << "erro" << 0 << "" << "" << "" << none << false;
-        QTest::newRow("sigcb slip") << "00193165100000089151234500000000000000000000" << "aceito" << 4 << "89,15" << "05/12/2026" << "SIM" << none << false;
-        QTest::newRow("sicob slip") << "23791164600001500009999999999543211111111111" << "aceito" << 5 << "1.500,00" << "30/11/2026" << "NÃO" << none << false;
-        QTest::newRow("slip without due date") << "00199000000000025001234500000000000000000000" << "aceito" << 4 << "25,00" << "" << "SIM" << none << false;
-        QTest::newRow("slip wrong digit") << "00194165100000089151234500000000000000000000" << "digito" << 0 << "" << "" << ""
-                                          << QStringList{QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!")} << true;
-        QTest::newRow("0000 slip, no digit check") << "34197163600000077000000010155555555555555555" << "aceito" << 6 << "77,00" << "20/11/2026" << "" << none << false;
-        QTest::newRow("unknown kind") << "81660000003124009992026113058888888888888888" << "desconhecida" << 0 << "" << "" << "" << none << true;
-        QTest::newRow("kind neither F nor C") << "99990000000000000001111010100000000000000000" << "nao_reconhecida" << 0 << "" << "" << "" << none << false;
-        QTest::newRow("43 characters") << "8166000000312400426202611305888888888888888" << "ignorada" << 0 << "" << "" << "" << none << false;
-        QTest::newRow("letters") << "8166000000312400426202611305888888888888888x" << "digito" << 0 << "" << "" << "" << none << true;
+        QTest::newRow("febraban mod 10") << "81660000003124004262026113058888888888888888"
+                                         << "aceito" << 2 << "312,40"
+                                         << "30/11/2026"
+                                         << "SIM" << none << false;
+        QTest::newRow("febraban mod 11") << "81830000012345604272026011000000000000000000"
+                                         << "aceito" << 3 << "1.234,56"
+                                         << "10/01/2026"
+                                         << "SIM" << none << false;
+        QTest::newRow("0425 ending 3") << "81640000000500004252026121500000000000000003"
+                                       << "aceito" << 1 << "50,00"
+                                       << "15/12/2026"
+                                       << "SIM" << none << false;
+        QTest::newRow("0425 ending 4") << "81620000000500004252026121500000000000000004"
+                                       << "aceito" << 1 << "50,00"
+                                       << "15/12/2026"
+                                       << "NÃO" << none << false;
+        QTest::newRow("first value digit dropped") << "81611234567890104272026121500000000000000000"
+                                                   << "aceito" << 3 << "23.456.789,01"
+                                                   << "15/12/2026"
+                                                   << "SIM" << none << false;
+        QTest::newRow("febraban wrong digit") << "81670000003124004262026113058888888888888888"
+                                              << "digito" << 0 << ""
+                                              << ""
+                                              << "" << none << true;
+        QTest::newRow("earlier year blocked")
+            << "81650000000100004262025031000000000000000000"
+            << "bloqueada" << 0 << ""
+            << ""
+            << ""
+            << QStringList{QStringLiteral("Não pode ser recebida!!! Conta de um ano anterior.")}
+            << true;
+        QTest::newRow("earlier year warned")
+            << "81640000000100004272025031000000000000000000"
+            << "aceito" << 3 << "10,00"
+            << "10/03/2025"
+            << "SIM"
+            << QStringList{QStringLiteral(
+                   "Conta de um ano anterior. Verifique os dados antes de receber este boleto.")}
+            << false;
+        QTest::newRow("month 13") << "81610000000100004272026131000000000000000000"
+                                  << "erro" << 0 << ""
+                                  << ""
+                                  << "" << none << false;
+        QTest::newRow("sigcb slip") << "00193165100000089151234500000000000000000000"
+                                    << "aceito" << 4 << "89,15"
+                                    << "05/12/2026"
+                                    << "SIM" << none << false;
+        QTest::newRow("sicob slip") << "23791164600001500009999999999543211111111111"
+                                    << "aceito" << 5 << "1.500,00"
+                                    << "30/11/2026"
+                                    << "NÃO" << none << false;
+        QTest::newRow("slip without due date") << "00199000000000025001234500000000000000000000"
+                                               << "aceito" << 4 << "25,00"
+                                               << ""
+                                               << "SIM" << none << false;
+        QTest::newRow("slip wrong digit")
+            << "00194165100000089151234500000000000000000000"
+            << "digito" << 0 << ""
+            << ""
+            << "" << QStringList{QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!")} << true;
+        QTest::newRow("0000 slip, no digit check") << "34197163600000077000000010155555555555555555"
+                                                   << "aceito" << 6 << "77,00"
+                                                   << "20/11/2026"
+                                                   << "" << none << false;
+        QTest::newRow("unknown kind") << "81660000003124009992026113058888888888888888"
+                                      << "desconhecida" << 0 << ""
+                                      << ""
+                                      << "" << none << true;
+        QTest::newRow("kind neither F nor C") << "99990000000000000001111010100000000000000000"
+                                              << "nao_reconhecida" << 0 << ""
+                                              << ""
+                                              << "" << none << false;
+        QTest::newRow("43 characters") << "8166000000312400426202611305888888888888888"
+                                       << "ignorada" << 0 << ""
+                                       << ""
+                                       << "" << none << false;
+        QTest::newRow("letters") << "8166000000312400426202611305888888888888888x"
+                                 << "digito" << 0 << ""
+                                 << ""
+                                 << "" << none << true;
     }
-    void decisions()
-    {
+    void decisions() {
         QFETCH(QString, code);
         QFETCH(QString, resultado);
         QFETCH(int, idcod);
@@ -83,12 +142,13 @@ private slots:
             return;
         QCOMPARE(d.idcod, idcod);
         QCOMPARE(d.valor.format(), valor);
-        QCOMPARE(d.vencimento.isValid() ? d.vencimento.toString(QStringLiteral("dd/MM/yyyy")) : QString(), vencimento);
+        QCOMPARE(d.vencimento.isValid() ? d.vencimento.toString(QStringLiteral("dd/MM/yyyy"))
+                                        : QString(),
+                 vencimento);
         QCOMPARE(d.juros, juros);
     }
 
-    void publicCodes_data()
-    {
+    void publicCodes_data() {
         QTest::addColumn<QString>("code");
         QTest::addColumn<QDate>("working");
         QTest::addColumn<QString>("fator");
@@ -96,21 +156,58 @@ private slots:
         QTest::addColumn<QString>("vencimento");
         QTest::addColumn<QString>("valor");
         QTest::addColumn<QString>("juros");
-        const QString bb = QStringLiteral("00193373700000001000500940144816060680935031");   // factor 3737
-        const QString cef = QStringLiteral("10499898100000214032006561000100040099726390");  // factor 8981
+        const QString bb =
+            QStringLiteral("00193373700000001000500940144816060680935031"); // factor 3737
+        const QString cef =
+            QStringLiteral("10499898100000214032006561000100040099726390"); // factor 8981
         const QString taxes = QStringLiteral("84630000000299902962020041013600000200644114");
-        QTest::newRow("bb read in 2006") << bb << QDate(2006, 1, 2) << "" << "aceito" << "31/12/2007" << "1,00" << "SIM";
-        QTest::newRow("bb read in 2026: second cycle") << bb << QDate(2026, 11, 23) << "" << "aceito" << "21/08/2032" << "1,00" << "SIM";
-        QTest::newRow("cef read in 2022") << cef << QDate(2022, 5, 2) << "" << "aceito" << "10/05/2022" << "214,03" << "NÃO";
-        QTest::newRow("cef of 2022 read in 2026") << cef << QDate(2026, 11, 23) << "" << "bloqueada" << "" << "" << "";
-        QTest::newRow("cef read in 2040: second cycle") << cef << QDate(2040, 3, 1) << "" << "aceito" << "30/12/2046" << "214,03" << "NÃO";
-        QTest::newRow("cef read in 2040, fixed base") << cef << QDate(2040, 3, 1) << "legado" << "bloqueada" << "" << "" << "";
-        QTest::newRow("cef read in 2006: out of window") << cef << QDate(2006, 1, 2) << "" << "erro" << "" << "" << "";
-        QTest::newRow("taxes of 2020 in 2020") << taxes << QDate(2020, 4, 1) << "" << "aceito" << "10/04/2020" << "29,99" << "NÃO";
-        QTest::newRow("taxes of 2020 in 2026") << taxes << QDate(2026, 11, 23) << "" << "bloqueada" << "" << "" << "";
+        QTest::newRow("bb read in 2006") << bb << QDate(2006, 1, 2) << ""
+                                         << "aceito"
+                                         << "31/12/2007"
+                                         << "1,00"
+                                         << "SIM";
+        QTest::newRow("bb read in 2026: second cycle") << bb << QDate(2026, 11, 23) << ""
+                                                       << "aceito"
+                                                       << "21/08/2032"
+                                                       << "1,00"
+                                                       << "SIM";
+        QTest::newRow("cef read in 2022") << cef << QDate(2022, 5, 2) << ""
+                                          << "aceito"
+                                          << "10/05/2022"
+                                          << "214,03"
+                                          << "NÃO";
+        QTest::newRow("cef of 2022 read in 2026") << cef << QDate(2026, 11, 23) << ""
+                                                  << "bloqueada"
+                                                  << ""
+                                                  << ""
+                                                  << "";
+        QTest::newRow("cef read in 2040: second cycle") << cef << QDate(2040, 3, 1) << ""
+                                                        << "aceito"
+                                                        << "30/12/2046"
+                                                        << "214,03"
+                                                        << "NÃO";
+        QTest::newRow("cef read in 2040, fixed base") << cef << QDate(2040, 3, 1) << "legado"
+                                                      << "bloqueada"
+                                                      << ""
+                                                      << ""
+                                                      << "";
+        QTest::newRow("cef read in 2006: out of window") << cef << QDate(2006, 1, 2) << ""
+                                                         << "erro"
+                                                         << ""
+                                                         << ""
+                                                         << "";
+        QTest::newRow("taxes of 2020 in 2020") << taxes << QDate(2020, 4, 1) << ""
+                                               << "aceito"
+                                               << "10/04/2020"
+                                               << "29,99"
+                                               << "NÃO";
+        QTest::newRow("taxes of 2020 in 2026") << taxes << QDate(2026, 11, 23) << ""
+                                               << "bloqueada"
+                                               << ""
+                                               << ""
+                                               << "";
     }
-    void publicCodes()
-    {
+    void publicCodes() {
         QFETCH(QString, code);
         QFETCH(QDate, working);
         QFETCH(QString, fator);
@@ -119,9 +216,10 @@ private slots:
         QFETCH(QString, valor);
         QFETCH(QString, juros);
         TEST_BACKEND();
-        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) VALUES "
-                                                   "(10, '05009', 'BB', 'C', 'S', 'N'), (11, '20065', 'CEF', 'C', 'N', 'S'), "
-                                                   "(12, '0296', 'TAXAS', 'F', 'N', 'S')")));
+        QVERIFY(app.db().SQLExecute(QStringLiteral(
+            "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) VALUES "
+            "(10, '05009', 'BB', 'C', 'S', 'N'), (11, '20065', 'CEF', 'C', 'N', 'S'), "
+            "(12, '0296', 'TAXAS', 'F', 'N', 'S')")));
         app.setOption(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento"), fator);
         const ReadingDecision d = BarcodeReader(app.ctx()).Leitura_codigo_barras(code, working, {});
         QCOMPARE(d.resultado(), resultado);
@@ -132,43 +230,47 @@ private slots:
         QCOMPARE(d.juros, juros);
     }
 
-    void runtimeErrorsAreLogged()
-    {
+    void runtimeErrorsAreLogged() {
         TEST_BACKEND();
         seedKinds(app);
         BarcodeReader reader(app.ctx());
-        const auto d = reader.Leitura_codigo_barras(QStringLiteral("81610000000100004272026131000000000000000000"), QDate(2026, 11, 23), {});
+        const auto d = reader.Leitura_codigo_barras(
+            QStringLiteral("81610000000100004272026131000000000000000000"), QDate(2026, 11, 23),
+            {});
         QCOMPARE(d.resultado(), QStringLiteral("erro"));
         QFile log(app.path(QStringLiteral("Log.ini")));
         QVERIFY(log.open(QIODevice::ReadOnly));
-        QVERIFY(QString::fromLatin1(log.readAll()).contains(QStringLiteral("Local: Função de Leitura Código de Barras")));
+        QVERIFY(QString::fromLatin1(log.readAll())
+                    .contains(QStringLiteral("Local: Função de Leitura Código de Barras")));
     }
 
-    void duplicates()
-    {
+    void duplicates() {
         TEST_BACKEND();
         seedKinds(app);
         const QString code = QStringLiteral("81660000003124004262026113058888888888888888");
         BarcodeReader reader(app.ctx());
         reader.networkAlive = [] { return true; };
-        auto read = [&](const QStringList& list = {}) { return reader.Leitura_codigo_barras(code, QDate(2026, 11, 23), list); };
+        auto read = [&](const QStringList& list = {}) {
+            return reader.Leitura_codigo_barras(code, QDate(2026, 11, 23), list);
+        };
 
         QCOMPARE(read({code}).resultado(), QStringLiteral("lancada"));
         QCOMPARE(app.dialogs().last().form, QStringLiteral("frmContaLancada"));
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Conta já Lançada!!!"));
         receipt(app, QStringLiteral("Recebimentos"), code);
         QCOMPARE(read().resultado(), QStringLiteral("recebida"));
-        receipt(app, QStringLiteral("Recebimentos"), code);  // twice locally: exactly-one rule lets it pass
+        receipt(app, QStringLiteral("Recebimentos"),
+                code); // twice locally: exactly-one rule lets it pass
         QCOMPARE(read().resultado(), QStringLiteral("aceito"));
         receipt(app, QStringLiteral("RECEBIMENTOS1"), code);
-        QCOMPARE(read().resultado(), QStringLiteral("aceito"));  // network check off
+        QCOMPARE(read().resultado(), QStringLiteral("aceito")); // network check off
         app.setOption(QStringLiteral("Export"), QStringLiteral("rede"), QStringLiteral("1"));
         QCOMPARE(app.ctx().settings.rede, qint16(1));
         QCOMPARE(read().resultado(), QStringLiteral("recebida"));
         app.ctx().reloadSettings();
-        QCOMPARE(app.ctx().settings.rede, qint16(11));  // the second load concatenates
+        QCOMPARE(app.ctx().settings.rede, qint16(11)); // the second load concatenates
         const auto off = read();
-        QCOMPARE(off.resultado(), QStringLiteral("aceito"));  // only exactly 1 turns the check on
+        QCOMPARE(off.resultado(), QStringLiteral("aceito")); // only exactly 1 turns the check on
         QVERIFY(!off.networkChecked);
         app.ctx().settings.rede = 1;
         reader.networkAlive = [] { return false; };
@@ -177,36 +279,42 @@ private slots:
         QVERIFY(down.showNetworkLabel && down.networkChecked);
     }
 
-    void codesStartingWith000AreNeverDuplicates()
-    {
+    void codesStartingWith000AreNeverDuplicates() {
         TEST_BACKEND();
         seedKinds(app);
-        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
-                                                   "VALUES (9, '0123', 'TAXA ZERO', 'F', 'N', 'N')")));
-        QString code = QStringLiteral("000") + QStringLiteral("00000000100") + QStringLiteral("0123") + QStringLiteral("20261215") +
+        QVERIFY(app.db().SQLExecute(QStringLiteral(
+            "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
+            "VALUES (9, '0123', 'TAXA ZERO', 'F', 'N', 'N')")));
+        QString code = QStringLiteral("000") + QStringLiteral("00000000100") +
+                       QStringLiteral("0123") + QStringLiteral("20261215") +
                        QString(17, QLatin1Char('0'));
         code.insert(3, Modulo10_arrecadacao(code));
         receipt(app, QStringLiteral("Recebimentos"), code);
-        const auto d = BarcodeReader(app.ctx()).Leitura_codigo_barras(code, QDate(2026, 11, 23), {code});
+        const auto d =
+            BarcodeReader(app.ctx()).Leitura_codigo_barras(code, QDate(2026, 11, 23), {code});
         QCOMPARE(d.resultado(), QStringLiteral("aceito"));
     }
 
-    void precedenceOfTheKindQuery()
-    {
+    void precedenceOfTheKindQuery() {
         TEST_BACKEND();
         // An "S" kind matched by its code at 16-19 is left out; matched at 20-24 it is listed.
-        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
-                                                   "VALUES (100, '0426', 'DINHEIRO', 'S', 'N', 'N'), (101, '77777', 'CHEQUE', 'S', 'N', 'N')")));
+        QVERIFY(app.db().SQLExecute(QStringLiteral(
+            "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
+            "VALUES (100, '0426', 'DINHEIRO', 'S', 'N', 'N'), (101, '77777', 'CHEQUE', 'S', 'N', "
+            "'N')")));
         BarcodeReader reader(app.ctx());
-        auto d = reader.Leitura_codigo_barras(QStringLiteral("81660000003124004262026113058888888888888888"), QDate(2026, 11, 23), {});
+        auto d = reader.Leitura_codigo_barras(
+            QStringLiteral("81660000003124004262026113058888888888888888"), QDate(2026, 11, 23),
+            {});
         QCOMPARE(d.resultado(), QStringLiteral("desconhecida"));
-        d = reader.Leitura_codigo_barras(QStringLiteral("99990000000000000007777700000000000000000000"), QDate(2026, 11, 23), {});
+        d = reader.Leitura_codigo_barras(
+            QStringLiteral("99990000000000000007777700000000000000000000"), QDate(2026, 11, 23),
+            {});
         QCOMPARE(d.resultado(), QStringLiteral("nao_reconhecida"));
         QCOMPARE(d.kinds.size(), 1);
     }
 
-    void kindRecords()
-    {
+    void kindRecords() {
         TEST_BACKEND();
         clsCodBarra k(app.db());
         k.IDCOD = 5;
@@ -216,7 +324,7 @@ private slots:
         k.Juros = QStringLiteral("S");
         k.BLOQUEIO = QStringLiteral("N");
         QVERIFY(k.Gravar(1));
-        QVERIFY(!k.Gravar(1));  // the key is the operator's and unique
+        QVERIFY(!k.Gravar(1)); // the key is the operator's and unique
         k.DESCRICAO = QStringLiteral("IPTU 2026");
         k.Juros = QStringLiteral("N");
         QVERIFY(k.Gravar(2));
@@ -224,7 +332,8 @@ private slots:
         QVERIFY(back.SQLSelect(5));
         QCOMPARE(back.DESCRICAO, QStringLiteral("IPTU 2026"));
         QCOMPARE(back.Juros, QStringLiteral("N"));
-        QCOMPARE(BarcodeReader(app.ctx()).Busca_padrao(QStringLiteral("0425")), QStringLiteral("FNN"));
+        QCOMPARE(BarcodeReader(app.ctx()).Busca_padrao(QStringLiteral("0425")),
+                 QStringLiteral("FNN"));
         k.DESCRICAO = QStringLiteral("d'agua");
         QVERIFY(!k.Gravar(2));
         QVERIFY(back.SQLSelect(5));
@@ -233,22 +342,24 @@ private slots:
         QVERIFY(!back.SQLSelect(5));
     }
 
-    void holidays()
-    {
+    void holidays() {
         TEST_BACKEND();
         HolidayCalendar cal(app.db());
         clsFeriado f(app.db());
         // Empty calendar: only weekends are skipped.
-        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 20)), QDate(2026, 11, 23));  // Friday -> Monday
-        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 25)), QDate(2026, 11, 26));  // Wednesday -> Thursday
+        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 20)),
+                 QDate(2026, 11, 23)); // Friday -> Monday
+        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 25)),
+                 QDate(2026, 11, 26)); // Wednesday -> Thursday
         f.FERIADO = QDate(2026, 11, 23);
         QVERIFY(f.Incluir());
         QVERIFY(cal.E_feriado(QDate(2026, 11, 23)));
-        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 20)), QDate(2026, 11, 24));  // Monday holiday -> Tuesday
+        QCOMPARE(cal.Proximo_dia_util(QDate(2026, 11, 20)),
+                 QDate(2026, 11, 24)); // Monday holiday -> Tuesday
         clsFeriado twice(app.db());
         twice.FERIADO = QDate(2026, 11, 23);
         QVERIFY(twice.Incluir());
-        QVERIFY(!cal.E_feriado(QDate(2026, 11, 23)));  // entered twice: no longer a holiday
+        QVERIFY(!cal.E_feriado(QDate(2026, 11, 23))); // entered twice: no longer a holiday
         QVERIFY(twice.Excluir(true));
         QVERIFY(cal.E_feriado(QDate(2026, 11, 23)));
         QVERIFY(f.Excluir(false));

@@ -20,16 +20,17 @@ struct Run {
     QString err;
 };
 
-Run tolvane(const QString& folder, const QStringList& args, const QByteArray& input = {})
-{
+Run tolvane(const QString& folder, const QStringList& args, const QByteArray& input = {}) {
     QProcess p;
-    p.start(qEnvironmentVariable("TOLVANE_EXE"), QStringList{QStringLiteral("--pasta"), folder} + args);
+    p.start(qEnvironmentVariable("TOLVANE_EXE"),
+            QStringList{QStringLiteral("--pasta"), folder} + args);
     p.write(input);
     p.closeWriteChannel();
     p.waitForFinished(60000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+            QString::fromUtf8(p.readAllStandardError())};
 }
-}  // namespace
+} // namespace
 
 class tst_cli : public QObject {
     Q_OBJECT
@@ -37,31 +38,37 @@ class tst_cli : public QObject {
     QString folder(const QString& name) const { return m_dir.filePath(name); }
 
 private slots:
-    void iniciarCreatesEverythingOnce()
-    {
+    void iniciarCreatesEverythingOnce() {
         const QString f = folder(QStringLiteral("novo/caixa1"));
         Run r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
         QCOMPARE(r.code, 0);
         QVERIFY(QFile::exists(f + QStringLiteral("/Config.ini")));
         QVERIFY(r.out.contains(QStringLiteral("Senha do administrador")));
-        const QString password = r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
+        const QString password =
+            r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
         QVERIFY(!password.isEmpty());
 
         {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("check"));
             db.setDatabaseName(f + QStringLiteral("/caixa.db"));
             QVERIFY(db.open());
             QSqlQuery q(db);
             QStringList tables, indexes;
             QVERIFY(q.exec(QStringLiteral("SELECT type, name, tbl_name FROM sqlite_master")));
             while (q.next())
-                (q.value(0).toString() == QLatin1String("table") ? tables : indexes) << q.value(1).toString() + QLatin1Char('.') + q.value(2).toString();
-            for (const char* t : {"Usuarios", "Movimento", "Contador", "Recebimentos", "RECEBIMENTOS1", "CodBarra",
-                                  "Sangria", "Itens", "ConfCaixa", "Suprimentos", "Feriados"})
-                QVERIFY2(tables.contains(QLatin1String(t) + QLatin1Char('.') + QLatin1String(t)), t);
-            for (const char* t : {"Recebimentos", "RECEBIMENTOS1", "Movimento", "Sangria", "Feriados"})
+                (q.value(0).toString() == QLatin1String("table") ? tables : indexes)
+                    << q.value(1).toString() + QLatin1Char('.') + q.value(2).toString();
+            for (const char* t :
+                 {"Usuarios", "Movimento", "Contador", "Recebimentos", "RECEBIMENTOS1", "CodBarra",
+                  "Sangria", "Itens", "ConfCaixa", "Suprimentos", "Feriados"})
+                QVERIFY2(tables.contains(QLatin1String(t) + QLatin1Char('.') + QLatin1String(t)),
+                         t);
+            for (const char* t :
+                 {"Recebimentos", "RECEBIMENTOS1", "Movimento", "Sangria", "Feriados"})
                 QVERIFY2(indexes.filter(QLatin1Char('.') + QLatin1String(t)).size() >= 1, t);
-            QVERIFY(q.exec(QStringLiteral("SELECT COUNT(*) FROM CodBarra WHERE PADRAO = 'S'")) && q.next());
+            QVERIFY(q.exec(QStringLiteral("SELECT COUNT(*) FROM CodBarra WHERE PADRAO = 'S'")) &&
+                    q.next());
             QVERIFY(q.value(0).toInt() >= 2);
             QVERIFY(q.exec(QStringLiteral("SELECT SENHA FROM Usuarios")) && q.next());
             QVERIFY(!q.value(0).toString().contains(password));
@@ -69,44 +76,93 @@ private slots:
         QSqlDatabase::removeDatabase(QStringLiteral("check"));
 
         // Again: nothing destroyed, nothing doubled, no second password.
-        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("9"), f + QStringLiteral("/Config.ini"));
+        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("9"),
+                       f + QStringLiteral("/Config.ini"));
         r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
         QCOMPARE(r.code, 0);
         QVERIFY(!r.out.contains(QStringLiteral("Senha do administrador")));
-        QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("guiche"), f + QStringLiteral("/Config.ini")), QStringLiteral("9"));
-        r = tolvane(f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
+        QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("guiche"),
+                               f + QStringLiteral("/Config.ini")),
+                 QStringLiteral("9"));
+        r = tolvane(
+            f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
         QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).array().size(), 1);
 
-        r = tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")}, password.toUpper().toUtf8() + "\n");
+        r = tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")},
+                    password.toUpper().toUtf8() + "\n");
         QCOMPARE(r.code, 0);
-        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).object().value(QStringLiteral("tipo")).toString(), QStringLiteral("ADM"));
+        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8())
+                     .object()
+                     .value(QStringLiteral("tipo"))
+                     .toString(),
+                 QStringLiteral("ADM"));
     }
 
-    void usersAndLogin()
-    {
+    void usersAndLogin() {
         const QString f = folder(QStringLiteral("usuarios"));
         QCOMPARE(tolvane(f, {QStringLiteral("iniciar")}).code, 0);
         auto gravar = [&](const QStringList& extra, const QByteArray& senha) {
-            return tolvane(f, QStringList{QStringLiteral("usuario"), QStringLiteral("gravar")} + extra, senha + "\n");
+            return tolvane(f,
+                           QStringList{QStringLiteral("usuario"), QStringLiteral("gravar")} + extra,
+                           senha + "\n");
         };
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Ana"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "ana1").code, 0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Bia"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "mesma").code, 0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Caio"), QStringLiteral("--tipo"), QStringLiteral("ADM")}, "mesma").code, 0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Davi"), QStringLiteral("--tipo"), QStringLiteral("ADM"), QStringLiteral("--inativo")}, "davi").code, 0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Edu"), QStringLiteral("--tipo"), QStringLiteral("adm")}, "edu").code, 0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Fe"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "").code, 1);
-        Run quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"), QStringLiteral("--tipo"), QStringLiteral("USER")}, "d'oeste");
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Ana"), QStringLiteral("--tipo"),
+                         QStringLiteral("USER")},
+                        "ana1")
+                     .code,
+                 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Bia"), QStringLiteral("--tipo"),
+                         QStringLiteral("USER")},
+                        "mesma")
+                     .code,
+                 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Caio"), QStringLiteral("--tipo"),
+                         QStringLiteral("ADM")},
+                        "mesma")
+                     .code,
+                 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Davi"), QStringLiteral("--tipo"),
+                         QStringLiteral("ADM"), QStringLiteral("--inativo")},
+                        "davi")
+                     .code,
+                 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Edu"), QStringLiteral("--tipo"),
+                         QStringLiteral("adm")},
+                        "edu")
+                     .code,
+                 0);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Fe"), QStringLiteral("--tipo"),
+                         QStringLiteral("USER")},
+                        "")
+                     .code,
+                 1);
+        Run quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"),
+                            QStringLiteral("--tipo"), QStringLiteral("USER")},
+                           "d'oeste");
         QCOMPARE(quote.code, 1);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Hugo"), QStringLiteral("--tipo"), QStringLiteral("CHEFE")}, "h").code, 2);
+        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Hugo"), QStringLiteral("--tipo"),
+                         QStringLiteral("CHEFE")},
+                        "h")
+                     .code,
+                 2);
 
-        const Run list = tolvane(f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
+        const Run list = tolvane(
+            f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
         const QJsonArray users = QJsonDocument::fromJson(list.out.toUtf8()).array();
         QCOMPARE(users.size(), 5);
         QVERIFY(!list.out.contains(QStringLiteral("senha"), Qt::CaseInsensitive));
         QVERIFY(!list.out.contains(QStringLiteral("pbkdf2")));
 
-        struct Case { QByteArray senha; int code; const char* out; };
-        const Case cases[] = {{"ANA1", 0, "Ana\tUSER"}, {"mesma", 1, ""}, {"davi", 1, ""}, {"", 1, ""}, {"   ", 1, ""}};
+        struct Case {
+            QByteArray senha;
+            int code;
+            const char* out;
+        };
+        const Case cases[] = {{"ANA1", 0, "Ana\tUSER"},
+                              {"mesma", 1, ""},
+                              {"davi", 1, ""},
+                              {"", 1, ""},
+                              {"   ", 1, ""}};
         for (const Case& c : cases) {
             const Run r = tolvane(f, {QStringLiteral("entrar")}, c.senha + "\n");
             QVERIFY2(r.code == c.code, c.senha.constData());
@@ -120,13 +176,17 @@ private slots:
 
         // Changing an operator without a password keeps the old one.
         const int anaId = users.at(0).toObject().value(QStringLiteral("id")).toInt();
-        QCOMPARE(gravar({QStringLiteral("--id"), QString::number(anaId), QStringLiteral("--nome"), QStringLiteral("Ana Maria"),
-                         QStringLiteral("--tipo"), QStringLiteral("USER")}, "").code, 0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana1\n").out.trimmed(), QStringLiteral("Ana Maria\tUSER"));
+        QCOMPARE(
+            gravar({QStringLiteral("--id"), QString::number(anaId), QStringLiteral("--nome"),
+                    QStringLiteral("Ana Maria"), QStringLiteral("--tipo"), QStringLiteral("USER")},
+                   "")
+                .code,
+            0);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana1\n").out.trimmed(),
+                 QStringLiteral("Ana Maria\tUSER"));
     }
 
-    void badFoldersAndDatabases()
-    {
+    void badFoldersAndDatabases() {
         // A file that is not a database.
         const QString junk = folder(QStringLiteral("lixo"));
         QDir().mkpath(junk);
@@ -158,7 +218,8 @@ private slots:
         const QString newer = folder(QStringLiteral("nova"));
         QCOMPARE(tolvane(newer, {QStringLiteral("iniciar")}).code, 0);
         {
-            QSqlDatabase c = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
+            QSqlDatabase c =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
             c.setDatabaseName(newer + QStringLiteral("/caixa.db"));
             QVERIFY(c.open());
             QSqlQuery(c).exec(QStringLiteral("UPDATE VersaoBanco SET VERSAO = 99"));
@@ -169,10 +230,13 @@ private slots:
         QVERIFY(r.err.contains(QStringLiteral("mais nova")));
     }
 
-    void usage()
-    {
+    void usage() {
         QCOMPARE(tolvane(folder(QStringLiteral("u")), {QStringLiteral("voar")}).code, 2);
-        QCOMPARE(tolvane(folder(QStringLiteral("u")), {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome")}).code, 2);
+        QCOMPARE(
+            tolvane(folder(QStringLiteral("u")),
+                    {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome")})
+                .code,
+            2);
         const Run help = tolvane(folder(QStringLiteral("u")), {QStringLiteral("--help")});
         QCOMPARE(help.code, 0);
         QVERIFY(help.out.contains(QStringLiteral("iniciar")));

@@ -19,19 +19,22 @@ struct Run {
 
 class Folder {
 public:
-    Folder()
-    {
+    Folder() {
         const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed().toUtf8();
+        password = r.out.section(QStringLiteral("): "), 1)
+                       .section(QLatin1Char('\n'), 0, 0)
+                       .trimmed()
+                       .toUtf8();
     }
-    Run run(const QStringList& args, const QByteArray& input = {}) const
-    {
+    Run run(const QStringList& args, const QByteArray& input = {}) const {
         QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"), QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
+        p.start(qEnvironmentVariable("TOLVANE_EXE"),
+                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
         p.write(input);
         p.closeWriteChannel();
         p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+                QString::fromUtf8(p.readAllStandardError())};
     }
     Run cashier(const QStringList& args) const { return run(args, password + "\n"); }
     QString path(const QString& name) const { return m_dir.filePath(name); }
@@ -40,72 +43,116 @@ public:
 private:
     QTemporaryDir m_dir;
 };
-}  // namespace
+} // namespace
 
 class tst_commands : public QObject {
     Q_OBJECT
 private slots:
-    void kindsAndHolidays()
-    {
+    void kindsAndHolidays() {
         Folder f;
-        const QStringList base = {QStringLiteral("tipo"), QStringLiteral("gravar"), QStringLiteral("--idcod"), QStringLiteral("50"),
-                                  QStringLiteral("--idtipo"), QStringLiteral("0999"), QStringLiteral("--descricao"),
-                                  QStringLiteral("TAXA NOVA"), QStringLiteral("--padrao"), QStringLiteral("F"),
-                                  QStringLiteral("--juros"), QStringLiteral("S"), QStringLiteral("--bloqueio"), QStringLiteral("N")};
+        const QStringList base = {
+            QStringLiteral("tipo"),        QStringLiteral("gravar"),    QStringLiteral("--idcod"),
+            QStringLiteral("50"),          QStringLiteral("--idtipo"),  QStringLiteral("0999"),
+            QStringLiteral("--descricao"), QStringLiteral("TAXA NOVA"), QStringLiteral("--padrao"),
+            QStringLiteral("F"),           QStringLiteral("--juros"),   QStringLiteral("S"),
+            QStringLiteral("--bloqueio"),  QStringLiteral("N")};
         QCOMPARE(f.run(base).code, 0);
-        QCOMPARE(f.run(base).code, 1);  // the key exists
-        QCOMPARE(f.run(base + QStringList{QStringLiteral("--alterar"), QStringLiteral("--codbanco"), QStringLiteral("77")}).code, 0);
-        QCOMPARE(f.run(QStringList(base).replaceInStrings(QStringLiteral("TAXA NOVA"), QStringLiteral("D'AGUA")) << QStringLiteral("--alterar")).code, 1);
+        QCOMPARE(f.run(base).code, 1); // the key exists
+        QCOMPARE(f.run(base + QStringList{QStringLiteral("--alterar"), QStringLiteral("--codbanco"),
+                                          QStringLiteral("77")})
+                     .code,
+                 0);
+        QCOMPARE(f.run(QStringList(base).replaceInStrings(QStringLiteral("TAXA NOVA"),
+                                                          QStringLiteral("D'AGUA"))
+                       << QStringLiteral("--alterar"))
+                     .code,
+                 1);
         QCOMPARE(f.run(QStringList(base.mid(0, 6))).code, 2);
-        const QJsonArray kinds = QJsonDocument::fromJson(f.run({QStringLiteral("tipo"), QStringLiteral("listar"), QStringLiteral("--json")}).out.toUtf8()).array();
+        const QJsonArray kinds =
+            QJsonDocument::fromJson(
+                f.run({QStringLiteral("tipo"), QStringLiteral("listar"), QStringLiteral("--json")})
+                    .out.toUtf8())
+                .array();
         bool found = false;
         for (const auto& k : kinds)
             found = found || (k.toObject().value(QStringLiteral("idcod")).toInt() == 50 &&
-                              k.toObject().value(QStringLiteral("codbanco")).toString() == QLatin1String("77") &&
-                              k.toObject().value(QStringLiteral("descricao")).toString() == QLatin1String("TAXA NOVA"));
+                              k.toObject().value(QStringLiteral("codbanco")).toString() ==
+                                  QLatin1String("77") &&
+                              k.toObject().value(QStringLiteral("descricao")).toString() ==
+                                  QLatin1String("TAXA NOVA"));
         QVERIFY(found);
-        QCOMPARE(f.run({QStringLiteral("tipo"), QStringLiteral("excluir"), QStringLiteral("--idcod"), QStringLiteral("50")}).code, 0);
-        QCOMPARE(f.run({QStringLiteral("tipo"), QStringLiteral("excluir"), QStringLiteral("--idcod"), QStringLiteral("50")}).code, 1);
+        QCOMPARE(f.run({QStringLiteral("tipo"), QStringLiteral("excluir"),
+                        QStringLiteral("--idcod"), QStringLiteral("50")})
+                     .code,
+                 0);
+        QCOMPARE(f.run({QStringLiteral("tipo"), QStringLiteral("excluir"),
+                        QStringLiteral("--idcod"), QStringLiteral("50")})
+                     .code,
+                 1);
 
-        QCOMPARE(f.run({QStringLiteral("feriado"), QStringLiteral("excluir"), QStringLiteral("--todos")}).code, 0);
-        QCOMPARE(f.run({QStringLiteral("dia-util"), QStringLiteral("20/11/2026")}).out.trimmed(), QStringLiteral("23/11/2026"));
-        QCOMPARE(f.run({QStringLiteral("feriado"), QStringLiteral("gravar"), QStringLiteral("23/11/2026")}).code, 0);
-        const Run again = f.run({QStringLiteral("feriado"), QStringLiteral("gravar"), QStringLiteral("23/11/2026")});
+        QCOMPARE(
+            f.run({QStringLiteral("feriado"), QStringLiteral("excluir"), QStringLiteral("--todos")})
+                .code,
+            0);
+        QCOMPARE(f.run({QStringLiteral("dia-util"), QStringLiteral("20/11/2026")}).out.trimmed(),
+                 QStringLiteral("23/11/2026"));
+        QCOMPARE(f.run({QStringLiteral("feriado"), QStringLiteral("gravar"),
+                        QStringLiteral("23/11/2026")})
+                     .code,
+                 0);
+        const Run again = f.run(
+            {QStringLiteral("feriado"), QStringLiteral("gravar"), QStringLiteral("23/11/2026")});
         QCOMPARE(again.code, 1);
         QVERIFY(again.err.contains(QStringLiteral("Data já lançada!!!")));
-        QCOMPARE(f.run({QStringLiteral("dia-util"), QStringLiteral("20/11/2026")}).out.trimmed(), QStringLiteral("24/11/2026"));
+        QCOMPARE(f.run({QStringLiteral("dia-util"), QStringLiteral("20/11/2026")}).out.trimmed(),
+                 QStringLiteral("24/11/2026"));
         QCOMPARE(f.run({QStringLiteral("dia-util"), QStringLiteral("31/02/2026")}).code, 2);
-        const QJsonArray days = QJsonDocument::fromJson(f.run({QStringLiteral("feriado"), QStringLiteral("listar"), QStringLiteral("--json")}).out.toUtf8()).array();
+        const QJsonArray days =
+            QJsonDocument::fromJson(f.run({QStringLiteral("feriado"), QStringLiteral("listar"),
+                                           QStringLiteral("--json")})
+                                        .out.toUtf8())
+                .array();
         QCOMPARE(days.size(), 1);
-        QCOMPARE(f.run({QStringLiteral("feriado"), QStringLiteral("excluir"), QStringLiteral("--id"),
-                        QString::number(days.at(0).toObject().value(QStringLiteral("id")).toInt())}).code, 0);
+        QCOMPARE(
+            f.run({QStringLiteral("feriado"), QStringLiteral("excluir"), QStringLiteral("--id"),
+                   QString::number(days.at(0).toObject().value(QStringLiteral("id")).toInt())})
+                .code,
+            0);
     }
 
-    void readingAndTypedLines()
-    {
+    void readingAndTypedLines() {
         Folder f;
-        Run r = f.run({QStringLiteral("ler"), QStringLiteral("00193165100000089151234500000000000000000000"), QStringLiteral("--data"),
-                       QStringLiteral("23/11/2026"), QStringLiteral("--json")});
+        Run r = f.run(
+            {QStringLiteral("ler"), QStringLiteral("00193165100000089151234500000000000000000000"),
+             QStringLiteral("--data"), QStringLiteral("23/11/2026"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(QStringLiteral("padrao")).toString(), QStringLiteral("C"));
-        QCOMPARE(r.json().value(QStringLiteral("vencimento")).toString(), QStringLiteral("05/12/2026"));
+        QCOMPARE(r.json().value(QStringLiteral("vencimento")).toString(),
+                 QStringLiteral("05/12/2026"));
         QCOMPARE(r.json().value(QStringLiteral("juros")).toString(), QStringLiteral("SIM"));
         QVERIFY(!r.json().contains(QStringLiteral("vencida")));
-        r = f.run({QStringLiteral("ler"), QStringLiteral("81830000012345604272026011000000000000000000"), QStringLiteral("--data"),
-                   QStringLiteral("23/11/2026"), QStringLiteral("--json")});
+        r = f.run(
+            {QStringLiteral("ler"), QStringLiteral("81830000012345604272026011000000000000000000"),
+             QStringLiteral("--data"), QStringLiteral("23/11/2026"), QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("total")).toString(), QStringLiteral("1.493,82"));
         QCOMPARE(r.json().value(QStringLiteral("dias")).toInt(), 317);
-        r = f.run({QStringLiteral("ler"), QStringLiteral("00194165100000089151234500000000000000000000"), QStringLiteral("--json")});
+        r = f.run({QStringLiteral("ler"),
+                   QStringLiteral("00194165100000089151234500000000000000000000"),
+                   QStringLiteral("--json")});
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(), QStringLiteral("digito"));
 
-        r = f.run({QStringLiteral("linha"), QStringLiteral("83640000001-1 33120138000-2 81288462711-6 08013618155-1")});
+        r = f.run({QStringLiteral("linha"),
+                   QStringLiteral("83640000001-1 33120138000-2 81288462711-6 08013618155-1")});
         QCOMPARE(r.out.trimmed(), QStringLiteral("83640000001331201380008128846271108013618155"));
-        r = f.run({QStringLiteral("linha"), QStringLiteral("836400000011 331201380003 812884627116 080136181551"), QStringLiteral("--json")});
+        r = f.run({QStringLiteral("linha"),
+                   QStringLiteral("836400000011 331201380003 812884627116 080136181551"),
+                   QStringLiteral("--json")});
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(QStringLiteral("campo")).toInt(), 2);
         r = f.run({QStringLiteral("linha"), QStringLiteral("-")},
-                  "00191234540000000000000000000000316510000008915\n123\n00191234540000000000000000000000416510000008915\n");
+                  "00191234540000000000000000000000316510000008915\n123\n00191234540000000000000000"
+                  "000000416510000008915\n");
         const QStringList lines = r.out.trimmed().split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 3);
         QCOMPARE(lines[0], QStringLiteral("00193165100000089151234500000000000000000000"));
@@ -113,31 +160,43 @@ private slots:
         QCOMPARE(r.code, 1);
     }
 
-    void charges()
-    {
+    void charges() {
         Folder f;
-        Run r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"), QStringLiteral("21/11/2026"), QStringLiteral("--data"),
-                       QStringLiteral("24/11/2026"), QStringLiteral("--valor"), QStringLiteral("100,00"), QStringLiteral("--esquema"),
-                       QStringLiteral("1"), QStringLiteral("--json")});
+        Run r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                       QStringLiteral("21/11/2026"), QStringLiteral("--data"),
+                       QStringLiteral("24/11/2026"), QStringLiteral("--valor"),
+                       QStringLiteral("100,00"), QStringLiteral("--esquema"), QStringLiteral("1"),
+                       QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
-        QCOMPARE(r.json().value(QStringLiteral("acrescimo_multa")).toString(), QStringLiteral("0,99"));
-        QCOMPARE(r.json().value(QStringLiteral("acrescimo_juros")).toString(), QStringLiteral("1,00"));
+        QCOMPARE(r.json().value(QStringLiteral("acrescimo_multa")).toString(),
+                 QStringLiteral("0,99"));
+        QCOMPARE(r.json().value(QStringLiteral("acrescimo_juros")).toString(),
+                 QStringLiteral("1,00"));
         QCOMPARE(r.json().value(QStringLiteral("total")).toString(), QStringLiteral("101,99"));
         // 20/11/2026 is a national holiday in the demo calendar: due then, paid Monday, on time.
-        r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"), QStringLiteral("20/11/2026"), QStringLiteral("--data"),
-                   QStringLiteral("23/11/2026"), QStringLiteral("--valor"), QStringLiteral("100,00"), QStringLiteral("--json")});
+        r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                   QStringLiteral("20/11/2026"), QStringLiteral("--data"),
+                   QStringLiteral("23/11/2026"), QStringLiteral("--valor"),
+                   QStringLiteral("100,00"), QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("vencida")).toBool(), false);
-        QCOMPARE(r.json().value(QStringLiteral("vencimento")).toString(), QStringLiteral("23/11/2026"));
+        QCOMPARE(r.json().value(QStringLiteral("vencimento")).toString(),
+                 QStringLiteral("23/11/2026"));
         for (const char* bad : {"1,0,0", "-5,00", ""})
-            QCOMPARE(f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"), QStringLiteral("20/11/2026"), QStringLiteral("--data"),
-                            QStringLiteral("23/11/2026"), QStringLiteral("--valor"), QString::fromLatin1(bad)}).code, 2);
-        QCOMPARE(f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"), QStringLiteral("20/11/2026"), QStringLiteral("--data"),
-                        QStringLiteral("23/11/2026"), QStringLiteral("--valor"), QStringLiteral("1,00"), QStringLiteral("--esquema"),
-                        QStringLiteral("um")}).code, 2);
+            QCOMPARE(f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                            QStringLiteral("20/11/2026"), QStringLiteral("--data"),
+                            QStringLiteral("23/11/2026"), QStringLiteral("--valor"),
+                            QString::fromLatin1(bad)})
+                         .code,
+                     2);
+        QCOMPARE(f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                        QStringLiteral("20/11/2026"), QStringLiteral("--data"),
+                        QStringLiteral("23/11/2026"), QStringLiteral("--valor"),
+                        QStringLiteral("1,00"), QStringLiteral("--esquema"), QStringLiteral("um")})
+                     .code,
+                 2);
     }
 
-    void wholeCustomerWithPrinter()
-    {
+    void wholeCustomerWithPrinter() {
         Folder f;
         QFile ini(f.path(QStringLiteral("Config.ini")));
         QVERIFY(ini.open(QIODevice::ReadOnly));
@@ -149,50 +208,85 @@ private slots:
         ini.write(text);
         ini.close();
 
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir"), QStringLiteral("--data"), QStringLiteral("16/11/2026")}).code, 0);
-        Run r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"), QStringLiteral("16/11/2026"),
-                           QStringLiteral("--pago"), QStringLiteral("2.000,00"), QStringLiteral("--json"),
-                           QStringLiteral("81830000012345604272026011000000000000000000"),
-                           QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"),
-                           QStringLiteral("81830000012345604272026011000000000000000000"),
-                           QStringLiteral("--avulso"), QStringLiteral("8:5,00")});
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir"),
+                            QStringLiteral("--data"), QStringLiteral("16/11/2026")})
+                     .code,
+                 0);
+        Run r =
+            f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+                       QStringLiteral("16/11/2026"), QStringLiteral("--pago"),
+                       QStringLiteral("2.000,00"), QStringLiteral("--json"),
+                       QStringLiteral("81830000012345604272026011000000000000000000"),
+                       QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"),
+                       QStringLiteral("81830000012345604272026011000000000000000000"),
+                       QStringLiteral("--avulso"), QStringLiteral("8:5,00")});
         QCOMPARE(r.code, 0);
         const QJsonObject o = r.json();
         const QJsonArray gravados = o.value(QStringLiteral("gravados")).toArray();
         QCOMPARE(gravados.size(), 3);
         QCOMPARE(gravados.at(0).toObject().value(QStringLiteral("autentica")).toInt(), 1);
         QCOMPARE(gravados.at(2).toObject().value(QStringLiteral("autentica")).toInt(), 3);
-        QCOMPARE(o.value(QStringLiteral("recusados")).toArray().at(0).toObject().value(QStringLiteral("resultado")).toString(),
+        QCOMPARE(o.value(QStringLiteral("recusados"))
+                     .toArray()
+                     .at(0)
+                     .toObject()
+                     .value(QStringLiteral("resultado"))
+                     .toString(),
                  QStringLiteral("lancada"));
         QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("1.587,97"));
         QCOMPARE(o.value(QStringLiteral("troco")).toString(), QStringLiteral("412,03"));
 
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"), QStringLiteral("16/11/2026"),
-                       QStringLiteral("--recusar-vencidas"), QStringLiteral("--json"), QStringLiteral("81640000000100004272025031000000000000000000")});
+        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+                       QStringLiteral("16/11/2026"), QStringLiteral("--recusar-vencidas"),
+                       QStringLiteral("--json"),
+                       QStringLiteral("81640000000100004272025031000000000000000000")});
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.json().value(QStringLiteral("recusados")).toArray().at(0).toObject().value(QStringLiteral("resultado")).toString(),
+        QCOMPARE(r.json()
+                     .value(QStringLiteral("recusados"))
+                     .toArray()
+                     .at(0)
+                     .toObject()
+                     .value(QStringLiteral("resultado"))
+                     .toString(),
                  QStringLiteral("recusada"));
 
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--data"), QStringLiteral("16/11/2026"), QStringLiteral("--json")});
+        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"),
+                       QStringLiteral("--data"), QStringLiteral("16/11/2026"),
+                       QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("recebimentos")).toInt(), 3);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar"), QStringLiteral("--data"), QStringLiteral("16/11/2026")}).code, 0);
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--data"), QStringLiteral("16/11/2026"), QStringLiteral("--json")});
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar"),
+                            QStringLiteral("--data"), QStringLiteral("16/11/2026")})
+                     .code,
+                 0);
+        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"),
+                       QStringLiteral("--data"), QStringLiteral("16/11/2026"),
+                       QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("status")).toString(), QStringLiteral("FECHADO"));
-        QCOMPARE(r.json().value(QStringLiteral("valor_arrecadado")).toString(), QStringLiteral("1.587,97"));
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"), QStringLiteral("16/11/2026"),
+        QCOMPARE(r.json().value(QStringLiteral("valor_arrecadado")).toString(),
+                 QStringLiteral("1.587,97"));
+        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+                       QStringLiteral("16/11/2026"),
                        QStringLiteral("00199000000000025001234500000000000000000000")});
-        QCOMPARE(r.code, 1);  // closed day
+        QCOMPARE(r.code, 1); // closed day
         QCOMPARE(f.run({QStringLiteral("caixa"), QStringLiteral("situacao")}, "errada\n").code, 1);
 
         QFile tape(f.path(QStringLiteral("fita.bin")));
         QVERIFY(tape.open(QIODevice::ReadOnly));
         const QByteArray bytes = tape.readAll();
         QVERIFY(bytes.contains("ABERTURA DE MOVIMENTO: 001"));
-        QVERIFY(bytes.contains(QByteArray("\x1B\x61\x01", 3) + "PMX 1 0001 16/11/2026      1.493,82R\r\n" + QByteArray("\x1B\x61\x00", 3)));
+        QVERIFY(bytes.contains(QByteArray("\x1B\x61\x01", 3) +
+                               "PMX 1 0001 16/11/2026      1.493,82R\r\n" +
+                               QByteArray("\x1B\x61\x00", 3)));
         QVERIFY(bytes.contains("(+)========= ARRECADADO -->     1.587,97"));
 
-        QCOMPARE(f.run({QStringLiteral("impressora"), QStringLiteral("fita"), QStringLiteral("TESTE")}).code, 0);
-        QCOMPARE(f.run({QStringLiteral("impressora"), QStringLiteral("autenticar"), QStringLiteral("X"), QStringLiteral("--espera"), QStringLiteral("0")}).code, 2);
+        QCOMPARE(
+            f.run({QStringLiteral("impressora"), QStringLiteral("fita"), QStringLiteral("TESTE")})
+                .code,
+            0);
+        QCOMPARE(f.run({QStringLiteral("impressora"), QStringLiteral("autenticar"),
+                        QStringLiteral("X"), QStringLiteral("--espera"), QStringLiteral("0")})
+                     .code,
+                 2);
     }
 };
 

@@ -15,40 +15,53 @@ struct Run {
     QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
 };
 
-Run run(const QString& folder, const QStringList& args, const QByteArray& input = {})
-{
+Run run(const QString& folder, const QStringList& args, const QByteArray& input = {}) {
     QProcess p;
-    p.start(qEnvironmentVariable("TOLVANE_EXE"), QStringList{QStringLiteral("--pasta"), folder} + args);
+    p.start(qEnvironmentVariable("TOLVANE_EXE"),
+            QStringList{QStringLiteral("--pasta"), folder} + args);
     p.write(input);
     p.closeWriteChannel();
     p.waitForFinished(60000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+            QString::fromUtf8(p.readAllStandardError())};
 }
 
-QStringList kind(const QString& id, const QString& tipo, const QString& padrao, const QString& juros, const QString& bloqueio)
-{
-    return {QStringLiteral("tipo"), QStringLiteral("gravar"), QStringLiteral("--idcod"), id, QStringLiteral("--idtipo"), tipo,
-            QStringLiteral("--descricao"), QStringLiteral("TIPO ") + tipo, QStringLiteral("--padrao"), padrao,
-            QStringLiteral("--juros"), juros, QStringLiteral("--bloqueio"), bloqueio};
+QStringList kind(const QString& id, const QString& tipo, const QString& padrao,
+                 const QString& juros, const QString& bloqueio) {
+    return {QStringLiteral("tipo"),        QStringLiteral("gravar"),
+            QStringLiteral("--idcod"),     id,
+            QStringLiteral("--idtipo"),    tipo,
+            QStringLiteral("--descricao"), QStringLiteral("TIPO ") + tipo,
+            QStringLiteral("--padrao"),    padrao,
+            QStringLiteral("--juros"),     juros,
+            QStringLiteral("--bloqueio"),  bloqueio};
 }
 
-const QString kCef = QStringLiteral("10499898100000214032006561000100040099726390");    // factor 8981, 214,03
-const QString kTaxes = QStringLiteral("84630000000299902962020041013600000200644114");  // 10/04/2020, 29,99
-}  // namespace
+const QString kCef =
+    QStringLiteral("10499898100000214032006561000100040099726390"); // factor 8981, 214,03
+const QString kTaxes =
+    QStringLiteral("84630000000299902962020041013600000200644114"); // 10/04/2020, 29,99
+} // namespace
 
 class tst_leitura_cli : public QObject {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
+    void initTestCase() {
         QVERIFY(m_dir.isValid());
         QCOMPARE(run(m_dir.path(), {QStringLiteral("iniciar")}).code, 0);
-        QCOMPARE(run(m_dir.path(), kind(QStringLiteral("11"), QStringLiteral("20065"), QStringLiteral("C"), QStringLiteral("N"), QStringLiteral("N"))).code, 0);
-        QCOMPARE(run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"), QStringLiteral("F"), QStringLiteral("S"), QStringLiteral("N"))).code, 0);
+        QCOMPARE(
+            run(m_dir.path(), kind(QStringLiteral("11"), QStringLiteral("20065"),
+                                   QStringLiteral("C"), QStringLiteral("N"), QStringLiteral("N")))
+                .code,
+            0);
+        QCOMPARE(
+            run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"),
+                                   QStringLiteral("F"), QStringLiteral("S"), QStringLiteral("N")))
+                .code,
+            0);
     }
 
-    void read_data()
-    {
+    void read_data() {
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("data");
         QTest::addColumn<int>("exit");
@@ -57,17 +70,44 @@ private slots:
         QTest::addColumn<QString>("valor");
         QTest::addColumn<QString>("juros");
         QTest::addColumn<int>("mensagens");
-        QTest::newRow("slip before the restart") << kCef << "02/05/2022" << 0 << "aceito" << "10/05/2022" << "214,03" << "NÃO" << 0;
-        QTest::newRow("slip after the restart") << kCef << "01/03/2040" << 0 << "aceito" << "30/12/2046" << "214,03" << "NÃO" << 0;
-        QTest::newRow("slip of an earlier year") << kCef << "23/11/2026" << 0 << "aceito" << "10/05/2022" << "214,03" << "NÃO" << 1;
-        QTest::newRow("slip outside every window") << kCef << "02/01/2006" << 1 << "erro" << "" << "" << "" << 1;
-        QTest::newRow("bill, same year") << kTaxes << "01/04/2020" << 0 << "aceito" << "10/04/2020" << "29,99" << "SIM" << 0;
-        QTest::newRow("bill, one digit changed") << QString(kTaxes).replace(20, 1, QLatin1Char('9')) << "01/04/2020" << 1 << "digito" << "" << "" << "" << 0;
-        QTest::newRow("slip, one digit changed") << QString(kCef).replace(30, 1, QLatin1Char('9')) << "02/05/2022" << 1 << "digito" << "" << "" << "" << 1;
-        QTest::newRow("typed line is no barcode") << "10492006506100010004200997263900989810000021403" << "02/05/2022" << 1 << "ignorada" << "" << "" << "" << 0;
+        QTest::newRow("slip before the restart") << kCef << "02/05/2022" << 0 << "aceito"
+                                                 << "10/05/2022"
+                                                 << "214,03"
+                                                 << "NÃO" << 0;
+        QTest::newRow("slip after the restart") << kCef << "01/03/2040" << 0 << "aceito"
+                                                << "30/12/2046"
+                                                << "214,03"
+                                                << "NÃO" << 0;
+        QTest::newRow("slip of an earlier year") << kCef << "23/11/2026" << 0 << "aceito"
+                                                 << "10/05/2022"
+                                                 << "214,03"
+                                                 << "NÃO" << 1;
+        QTest::newRow("slip outside every window") << kCef << "02/01/2006" << 1 << "erro"
+                                                   << ""
+                                                   << ""
+                                                   << "" << 1;
+        QTest::newRow("bill, same year") << kTaxes << "01/04/2020" << 0 << "aceito"
+                                         << "10/04/2020"
+                                         << "29,99"
+                                         << "SIM" << 0;
+        QTest::newRow("bill, one digit changed")
+            << QString(kTaxes).replace(20, 1, QLatin1Char('9')) << "01/04/2020" << 1 << "digito"
+            << ""
+            << ""
+            << "" << 0;
+        QTest::newRow("slip, one digit changed")
+            << QString(kCef).replace(30, 1, QLatin1Char('9')) << "02/05/2022" << 1 << "digito"
+            << ""
+            << ""
+            << "" << 1;
+        QTest::newRow("typed line is no barcode")
+            << "10492006506100010004200997263900989810000021403"
+            << "02/05/2022" << 1 << "ignorada"
+            << ""
+            << ""
+            << "" << 0;
     }
-    void read()
-    {
+    void read() {
         QFETCH(QString, code);
         QFETCH(QString, data);
         QFETCH(int, exit);
@@ -76,7 +116,8 @@ private slots:
         QFETCH(QString, valor);
         QFETCH(QString, juros);
         QFETCH(int, mensagens);
-        const Run r = run(m_dir.path(), {QStringLiteral("ler"), code, QStringLiteral("--data"), data, QStringLiteral("--json")});
+        const Run r = run(m_dir.path(), {QStringLiteral("ler"), code, QStringLiteral("--data"),
+                                         data, QStringLiteral("--json")});
         const QJsonObject o = r.json();
         QCOMPARE(r.code, exit);
         QCOMPARE(o.value(QStringLiteral("resultado")).toString(), resultado);
@@ -86,21 +127,26 @@ private slots:
         QCOMPARE(o.value(QStringLiteral("juros")).toString(), juros);
     }
 
-    void blockFollowsTheKind()
-    {
-        const QStringList args = {QStringLiteral("ler"), kTaxes, QStringLiteral("--data"), QStringLiteral("23/11/2026"), QStringLiteral("--json")};
-        QCOMPARE(run(m_dir.path(), args).json().value(QStringLiteral("resultado")).toString(), QStringLiteral("aceito"));
-        QCOMPARE(run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"), QStringLiteral("F"), QStringLiteral("N"),
-                                        QStringLiteral("S")) << QStringLiteral("--alterar")).code, 0);
+    void blockFollowsTheKind() {
+        const QStringList args = {QStringLiteral("ler"), kTaxes, QStringLiteral("--data"),
+                                  QStringLiteral("23/11/2026"), QStringLiteral("--json")};
+        QCOMPARE(run(m_dir.path(), args).json().value(QStringLiteral("resultado")).toString(),
+                 QStringLiteral("aceito"));
+        QCOMPARE(
+            run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"),
+                                   QStringLiteral("F"), QStringLiteral("N"), QStringLiteral("S"))
+                                  << QStringLiteral("--alterar"))
+                .code,
+            0);
         const Run r = run(m_dir.path(), args);
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(), QStringLiteral("bloqueada"));
+        QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(),
+                 QStringLiteral("bloqueada"));
         QCOMPARE(r.json().value(QStringLiteral("mensagens")).toArray().at(0).toString(),
                  QStringLiteral("Não pode ser recebida!!! Conta de um ano anterior."));
     }
 
-    void typedLinesInABatch()
-    {
+    void typedLinesInABatch() {
         const QByteArray input = "00190.50095 40144.816069 06809.350314 3 37370000000100\r\n"
                                  "\r\n"
                                  "858200000007572503282030560708202107539591904460\r\n"

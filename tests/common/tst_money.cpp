@@ -6,8 +6,7 @@
 class tst_money : public QObject {
     Q_OBJECT
 private slots:
-    void parse_data()
-    {
+    void parse_data() {
         QTest::addColumn<QString>("text");
         QTest::addColumn<bool>("valid");
         QTest::addColumn<qint64>("units");
@@ -27,10 +26,10 @@ private slots:
         QTest::newRow("five decimals") << "1,23456" << false << qint64(0);
         QTest::newRow("dot as decimal") << "12.5" << false << qint64(0);
         QTest::newRow("only sign") << "-" << false << qint64(0);
-        QTest::newRow("arabic-indic digits") << QString::fromUtf8("\u0661,00") << false << qint64(0);
+        QTest::newRow("arabic-indic digits")
+            << QString::fromUtf8("\u0661,00") << false << qint64(0);
     }
-    void parse()
-    {
+    void parse() {
         QFETCH(QString, text);
         QFETCH(bool, valid);
         QFETCH(qint64, units);
@@ -40,21 +39,26 @@ private slots:
             QCOMPARE(m->units(), units);
     }
 
-    void format_data()
-    {
+    void format_data() {
         QTest::addColumn<qint64>("units");
         QTest::addColumn<QString>("plain");
         QTest::addColumn<QString>("cents10");
-        QTest::newRow("small") << qint64(5000) << "0,50" << "0000000050";
-        QTest::newRow("thousands") << qint64(12345600) << "1.234,56" << "0000123456";
-        QTest::newRow("million") << qint64(12345678900) << "1.234.567,89" << "0123456789";
-        QTest::newRow("half cent up") << qint64(150) << "0,02" << "0000000002";
-        QTest::newRow("below half") << qint64(149) << "0,01" << "0000000001";
-        QTest::newRow("negative half") << qint64(-150) << "-0,02" << "0000000002";
-        QTest::newRow("exact thousand") << qint64(10000000) << "1.000,00" << "0000100000";
+        QTest::newRow("small") << qint64(5000) << "0,50"
+                               << "0000000050";
+        QTest::newRow("thousands") << qint64(12345600) << "1.234,56"
+                                   << "0000123456";
+        QTest::newRow("million") << qint64(12345678900) << "1.234.567,89"
+                                 << "0123456789";
+        QTest::newRow("half cent up") << qint64(150) << "0,02"
+                                      << "0000000002";
+        QTest::newRow("below half") << qint64(149) << "0,01"
+                                    << "0000000001";
+        QTest::newRow("negative half") << qint64(-150) << "-0,02"
+                                       << "0000000002";
+        QTest::newRow("exact thousand") << qint64(10000000) << "1.000,00"
+                                        << "0000100000";
     }
-    void format()
-    {
+    void format() {
         QFETCH(qint64, units);
         QFETCH(QString, plain);
         QFETCH(QString, cents10);
@@ -64,8 +68,7 @@ private slots:
         QCOMPARE(m.centsText(10), cents10);
     }
 
-    void roundingHalfAwayFromZero_data()
-    {
+    void roundingHalfAwayFromZero_data() {
         QTest::addColumn<double>("reais");
         QTest::addColumn<qint64>("cents");
         QTest::newRow("0.005") << 0.005 << qint64(1);
@@ -74,15 +77,13 @@ private slots:
         QTest::newRow("0.0049") << 0.0049 << qint64(0);
         QTest::newRow("13.2% of 100") << 13.2 << qint64(1320);
     }
-    void roundingHalfAwayFromZero()
-    {
+    void roundingHalfAwayFromZero() {
         QFETCH(double, reais);
         QFETCH(qint64, cents);
         QCOMPARE(Money::fromDoubleRounded(reais).centsRounded(), cents);
     }
 
-    void arithmetic()
-    {
+    void arithmetic() {
         Money a = *Money::parse(QStringLiteral("10,10"));
         a += Money::fromCents(5);
         QCOMPARE(a.format(), QStringLiteral("10,15"));

@@ -1,14 +1,13 @@
 // Start-up: single instance, folder resolution and the database messages.
-#include "Startup.h"
-#include "Login.h"
 #include "AppFolder.h"
+#include "Login.h"
+#include "Startup.h"
 #include "TestApp.h"
 
 class tst_startup : public QObject {
     Q_OBJECT
 private slots:
-    void secondCopyOnTheSameFolderIsRefused()
-    {
+    void secondCopyOnTheSameFolderIsRefused() {
         QTemporaryDir a, b;
         SingleInstance first(a.path());
         QVERIFY(first.acquired());
@@ -16,12 +15,11 @@ private slots:
         QVERIFY(SingleInstance(b.path()).acquired());
     }
 
-    void folderResolution()
-    {
+    void folderResolution() {
         QTemporaryDir exe;
         qunsetenv("TOLVANE_PASTA");
         QCOMPARE(AppFolder::resolve(QStringLiteral("/x/y"), exe.path()), QStringLiteral("/x/y"));
-        QVERIFY(AppFolder::resolve(QString(), exe.path()) != exe.path());  // no Config.ini there
+        QVERIFY(AppFolder::resolve(QString(), exe.path()) != exe.path()); // no Config.ini there
         QFile ini(exe.filePath(QStringLiteral("Config.ini")));
         QVERIFY(ini.open(QIODevice::WriteOnly));
         ini.close();
@@ -31,20 +29,19 @@ private slots:
         qunsetenv("TOLVANE_PASTA");
     }
 
-    void missingDatabaseIsReportedAndStartGoesOn()
-    {
+    void missingDatabaseIsReportedAndStartGoesOn() {
         QTemporaryDir dir;
         ScriptedDialogPort dialogs;
         FixedClock clock(QDateTime::currentDateTime());
         AppContext ctx(dir.path(), dialogs, clock);
         Startup::run(ctx);
-        QCOMPARE(dialogs.shown().first().text, QStringLiteral("Erro ao conectar banco de dados!!!"));
+        QCOMPARE(dialogs.shown().first().text,
+                 QStringLiteral("Erro ao conectar banco de dados!!!"));
         QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("caixa.db"))));
         // Later data operations fail one by one and are logged.
         QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("x")));
         QVERIFY(QFile::exists(dir.filePath(QStringLiteral("Log.ini"))));
     }
-
 };
 
 QTEST_MAIN(tst_startup)

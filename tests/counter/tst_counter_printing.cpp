@@ -12,14 +12,15 @@
 class tst_counter_printing : public QObject {
     Q_OBJECT
 private slots:
-    void wholeDay()
-    {
+    void wholeDay() {
         TestApp app;
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
         app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
         app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"), QStringLiteral("PMX"));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
+                      QStringLiteral("PMX"));
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
         app.ctx().workingDate = QDate(2026, 11, 23);
         app.ctx().userName = QStringLiteral("ANA");
@@ -32,18 +33,20 @@ private slots:
         CounterSession s(app.ctx(), &printer);
 
         QVERIFY(s.day().abrir());
-        QCOMPARE(emulator.tape().mid(0, 4), (QStringList{QString(40, QLatin1Char('=')),
-                                                         QStringLiteral("=      ABERTURA DE MOVIMENTO: 001      ="),
-                                                         QStringLiteral("=              GUICHE:  3              ="),
-                                                         QString(40, QLatin1Char('='))}));
+        QCOMPARE(emulator.tape().mid(0, 4),
+                 (QStringList{QString(40, QLatin1Char('=')),
+                              QStringLiteral("=      ABERTURA DE MOVIMENTO: 001      ="),
+                              QStringLiteral("=              GUICHE:  3              ="),
+                              QString(40, QLatin1Char('='))}));
         QCOMPARE(emulator.tape().at(4), QStringLiteral("DATA/HORA: 23/11/2026 10:00:00"));
 
         QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
         QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
         s.tender(QStringLiteral("500,00"));
         QVERIFY(s.gravar());
-        QCOMPARE(emulator.documents(), (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
-                                                    QStringLiteral("PMX 3 0002 23/11/2026         89,15R")}));
+        QCOMPARE(emulator.documents(),
+                 (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
+                              QStringLiteral("PMX 3 0002 23/11/2026         89,15R")}));
         const QStringList tape = emulator.tape();
         QVERIFY(tape.contains(QStringLiteral("0001 23/11/2026 TAXAS DIVE        312,40")));
         QVERIFY(tape.contains(QStringLiteral("TOTAL PAGO:                       500,00")));
@@ -55,14 +58,15 @@ private slots:
 
         app.dialogs().defaultAnswer = DialogAnswer::Yes;
         QCOMPARE(s.day().encerrar(), CashDay::Result::Done);
-        QVERIFY(emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
-        QVERIFY(emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
+        QVERIFY(
+            emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
+        QVERIFY(
+            emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
         QVERIFY(emulator.attributesOff());
         QVERIFY(!emulator.inDocumentMode());
     }
 
-    void textModelCoupon()
-    {
+    void textModelCoupon() {
         TestApp app;
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
         app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("txt"));

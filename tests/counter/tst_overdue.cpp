@@ -4,7 +4,6 @@
 #include "TestApp.h"
 #include "clsRecebimentos.h"
 
-
 namespace {
 // Kind 0427 (ISSQN) charges interest; due 10/01/2026, 1.234,56.
 const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
@@ -12,8 +11,7 @@ const QString kOverdue = QStringLiteral("818300000123456042720260110000000000000
 struct Counter {
     TestApp app;
     CounterSession session{app.ctx(), nullptr};
-    explicit Counter(int esquema = 1)
-    {
+    explicit Counter(int esquema = 1) {
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
         app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QString::number(esquema));
         app.ctx().workingDate = QDate(2026, 11, 23);
@@ -21,13 +19,12 @@ struct Counter {
         app.dialogs().clear();
     }
 };
-}  // namespace
+} // namespace
 
 class tst_overdue : public QObject {
     Q_OBJECT
 private slots:
-    void refusalAddsNothing()
-    {
+    void refusalAddsNothing() {
         Counter c;
         c.app.dialogs().pushAnswer(DialogAnswer::No);
         const auto r = c.session.ler(kOverdue);
@@ -38,11 +35,11 @@ private slots:
         QVERIFY(c.session.list().isEmpty());
         QCOMPARE(c.app.dialogs().last().form, QStringLiteral("frmGuiavencida"));
         QCOMPARE(c.app.dialogs().last().title, QStringLiteral("Guia Vencida"));
-        QCOMPARE(c.app.dialogs().last().text, QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
+        QCOMPARE(c.app.dialogs().last().text,
+                 QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
     }
 
-    void consentAddsTheCharges()
-    {
+    void consentAddsTheCharges() {
         Counter c;
         c.app.clock().set(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
         const auto r = c.session.ler(kOverdue);
@@ -66,49 +63,51 @@ private slots:
         QCOMPARE(rec.VALOR.format(), QStringLiteral("1.493,82"));
     }
 
-    void daysLineOnlyBeyondNinetyDaysOfTheComputerDate()
-    {
+    void daysLineOnlyBeyondNinetyDaysOfTheComputerDate() {
         Counter c;
         c.app.ctx().workingDate = QDate(2026, 11, 23);
-        c.app.clock().set(QDateTime(QDate(2026, 4, 10), QTime(9, 0)));  // the computer's date, not the working date
+        c.app.clock().set(QDateTime(QDate(2026, 4, 10),
+                                    QTime(9, 0))); // the computer's date, not the working date
         QVERIFY(c.session.ler(kOverdue).accepted);
-        QCOMPARE(c.app.dialogs().last().text.split(QLatin1Char('\n')).size(), 4);  // 90 days: no line
+        QCOMPARE(c.app.dialogs().last().text.split(QLatin1Char('\n')).size(),
+                 4); // 90 days: no line
     }
 
-    void schemeZeroStillAsksAndShows()
-    {
+    void schemeZeroStillAsksAndShows() {
         Counter c(0);
         QVERIFY(c.session.ler(kOverdue).accepted);
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.234,56"));
         QCOMPARE(c.app.dialogs().shown().size(), 2);
     }
 
-    void noInterestKindIsFaceValueAfterConsent()
-    {
+    void noInterestKindIsFaceValueAfterConsent() {
         Counter c;
         // Kind 0425 charges no interest unless the code ends in 3; due 15/01/2026.
-        const auto r = c.session.ler(QStringLiteral("81630000000500004252026011500000000000000000"));
+        const auto r =
+            c.session.ler(QStringLiteral("81630000000500004252026011500000000000000000"));
         QVERIFY(r.accepted);
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("50,00"));
-        QCOMPARE(c.app.dialogs().texts().size(), 1);  // consent only, no charges notice
+        QCOMPARE(c.app.dialogs().texts().size(), 1); // consent only, no charges notice
     }
 
-    void oneOffItems()
-    {
+    void oneOffItems() {
         Counter c;
         // Kind 7 charges interest, kind 8 does not; kinds 1 (F) and 4 (C) are not offered.
         auto add = [&](int kind, const char* valor, const char* venc) {
-            return c.session.somaAvulso({kind, QString(), QString::fromLatin1(valor), QString::fromLatin1(venc),
-                                         QStringLiteral("1/3"), QStringLiteral("nota")});
+            return c.session.somaAvulso({kind, QString(), QString::fromLatin1(valor),
+                                         QString::fromLatin1(venc), QStringLiteral("1/3"),
+                                         QStringLiteral("nota")});
         };
-        QVERIFY(add(8, "20,00", "20260101").accepted);  // overdue, no interest: face value, no question
+        QVERIFY(
+            add(8, "20,00", "20260101").accepted); // overdue, no interest: face value, no question
         QVERIFY(c.app.dialogs().shown().isEmpty());
         QVERIFY(add(7, "10,00", "20261010").accepted);
         QCOMPARE(c.session.list().at(1).valor.format(), QStringLiteral("11,20"));
         for (int kind : {1, 4, 100}) {
             const auto r = add(kind, "1,00", "20261123");
             QVERIFY(!r.accepted);
-            QCOMPARE(c.app.dialogs().last().text, QString::number(kind) + QStringLiteral(" - Erro na Soma Avulso!!"));
+            QCOMPARE(c.app.dialogs().last().text,
+                     QString::number(kind) + QStringLiteral(" - Erro na Soma Avulso!!"));
         }
         QVERIFY(!add(8, "1,0,0", "20261123").accepted);
         QCOMPARE(c.app.dialogs().last().text, QStringLiteral("1,0,0 - Erro na Soma Avulso!!"));
@@ -117,10 +116,11 @@ private slots:
         QCOMPARE(c.session.list().at(0).parcela, QStringLiteral("1/3"));
         const auto rows = c.session.gravar();
         QVERIFY(rows);
-        QCOMPARE(c.app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1 AND CODBARRA = '") +
-                                                              QString(44, QLatin1Char('0')) + QLatin1Char('\'')), 2);
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos"),
+                             QStringLiteral("EXPORT = 1 AND CODBARRA = '") +
+                                 QString(44, QLatin1Char('0')) + QLatin1Char('\'')),
+                 2);
     }
-
 };
 
 QTEST_MAIN(tst_overdue)

@@ -13,28 +13,31 @@ namespace {
 class RecordingPrinter : public CounterPrinter {
 public:
     QStringList calls;
-    bool aberturaMovimento(const clsMovimento& m) override { calls << QStringLiteral("abertura %1").arg(m.MOV); return true; }
-    bool encerramento(const clsMovimento& m) override
-    {
+    bool aberturaMovimento(const clsMovimento& m) override {
+        calls << QStringLiteral("abertura %1").arg(m.MOV);
+        return true;
+    }
+    bool encerramento(const clsMovimento& m) override {
         calls << QStringLiteral("encerramento %1").arg(m.VALOR_ARRECADADO.format());
         return true;
     }
-    bool reabertura(const clsMovimento& m) override { calls << QStringLiteral("reabertura %1").arg(m.MOV); return true; }
-    bool documentos(const QList<RecordedReceipt>& rows) override
-    {
+    bool reabertura(const clsMovimento& m) override {
+        calls << QStringLiteral("reabertura %1").arg(m.MOV);
+        return true;
+    }
+    bool documentos(const QList<RecordedReceipt>& rows) override {
         for (const auto& r : rows)
             calls << QStringLiteral("documento %1 %2").arg(r.autentica).arg(r.item.valor.format());
         return true;
     }
-    bool cupom(const QList<RecordedReceipt>& rows, const QString& pago, const QString& troco) override
-    {
+    bool cupom(const QList<RecordedReceipt>& rows, const QString& pago,
+               const QString& troco) override {
         calls << QStringLiteral("cupom %1 %2 %3").arg(rows.size()).arg(pago, troco);
         return true;
     }
 };
 
-CustomerItem item(int tipo, const char* valor, const QString& codbarra = {})
-{
+CustomerItem item(int tipo, const char* valor, const QString& codbarra = {}) {
     CustomerItem it;
     it.tipo = tipo;
     it.descricao = QStringLiteral("TIPO %1").arg(tipo);
@@ -42,15 +45,14 @@ CustomerItem item(int tipo, const char* valor, const QString& codbarra = {})
     it.codbarra = codbarra;
     return it;
 }
-}  // namespace
+} // namespace
 
 class tst_payment : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase_data() { addBackendRows(); }
 
-    void listColumnsAndRemoval()
-    {
+    void listColumnsAndRemoval() {
         CustomerList l;
         l.append(item(4, "10,50", QString(44, QLatin1Char('8'))));
         l.append(item(12, "1.000,00"));
@@ -74,21 +76,23 @@ private slots:
         QVERIFY(!CustomerList::fromLines({QStringLiteral("01;xx;1,00")}, back));
     }
 
-    void change_data()
-    {
+    void change_data() {
         QTest::addColumn<QString>("tendered");
         QTest::addColumn<bool>("items");
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("label");
-        QTest::newRow("change") << "50,00" << true << int(ChangeResult::State::Change) << "Troco: R$ 19,50";
+        QTest::newRow("change") << "50,00" << true << int(ChangeResult::State::Change)
+                                << "Troco: R$ 19,50";
         QTest::newRow("owes") << "30" << true << int(ChangeResult::State::Owes) << "Deve: R$ 0,50";
-        QTest::newRow("exact") << "30,50" << true << int(ChangeResult::State::Exact) << "Troco: R$ 0,00";
-        QTest::newRow("no items") << "10,00" << false << int(ChangeResult::State::NoItems) << "Não tem ...";
-        QTest::newRow("two commas") << "1,0,0" << true << int(ChangeResult::State::AmountInvalid) << "";
+        QTest::newRow("exact") << "30,50" << true << int(ChangeResult::State::Exact)
+                               << "Troco: R$ 0,00";
+        QTest::newRow("no items") << "10,00" << false << int(ChangeResult::State::NoItems)
+                                  << "Não tem ...";
+        QTest::newRow("two commas")
+            << "1,0,0" << true << int(ChangeResult::State::AmountInvalid) << "";
         QTest::newRow("letters") << "dez" << true << int(ChangeResult::State::AmountInvalid) << "";
     }
-    void change()
-    {
+    void change() {
         QFETCH_GLOBAL(QString, backend);
         QFETCH(QString, tendered);
         QFETCH(bool, items);
@@ -104,8 +108,7 @@ private slots:
         QCOMPARE(r.label, label);
     }
 
-    void recordsInOrderWithConsecutiveNumbers()
-    {
+    void recordsInOrderWithConsecutiveNumbers() {
         TEST_BACKEND();
         RecordingPrinter printer;
         app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
@@ -113,7 +116,8 @@ private slots:
         app.ctx().workingDate = QDate(2026, 11, 23);
         app.ctx().userName = QStringLiteral("ANA");
         for (int k : {4, 7})
-            QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO) VALUES (?, ?, ?, 'F')"),
+            QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, "
+                                                       "DESCRICAO, PADRAO) VALUES (?, ?, ?, 'F')"),
                                         {k, QString::number(k), QStringLiteral("TIPO %1").arg(k)}));
         QVERIFY(s.day().abrir());
         QVERIFY(s.append(item(4, "10,00", QString(44, QLatin1Char('8')))));
@@ -128,14 +132,15 @@ private slots:
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
         QVERIFY(s.list().isEmpty());
         QCOMPARE(s.paymentLabel(), QStringLiteral("A Pagar"));
-        QCOMPARE(printer.calls.mid(1), (QStringList{QStringLiteral("documento 1 10,00"), QStringLiteral("documento 2 5,25"),
+        QCOMPARE(printer.calls.mid(1), (QStringList{QStringLiteral("documento 1 10,00"),
+                                                    QStringLiteral("documento 2 5,25"),
                                                     QStringLiteral("cupom 2 20,00 4,75")}));
 
         clsRecebimentos r(app.db());
         QVERIFY(r.SQLSelect(rows->at(1).idrecebe));
         QCOMPARE(r.AUTENTICA, qint16(2));
         QCOMPARE(r.TIPO, qint16(7));
-        QCOMPARE(r.EXPORT, qint16(1));  // no barcode
+        QCOMPARE(r.EXPORT, qint16(1)); // no barcode
         QCOMPARE(r.VALOR.format(), QStringLiteral("5,25"));
 
         // The next customer continues the numbering.
@@ -145,19 +150,20 @@ private slots:
         QCOMPARE(rows->first().autentica, qint16(3));
         const auto lancados = s.lancados();
         QCOMPARE(lancados.size(), 3);
-        QCOMPARE(lancados.first().autentica, qint16(3));  // newest first
+        QCOMPARE(lancados.first().autentica, qint16(3)); // newest first
         QCOMPARE(lancados.last().descricao, QStringLiteral("TIPO 4"));
 
         QFile f(DailyControlFile::path(app.ctx(), QDate(2026, 11, 23)));
         QVERIFY(f.open(QIODevice::ReadOnly));
         const QList<QByteArray> lines = f.readAll().split('\n');
         QVERIFY(lines.first().startsWith("CONTROLE DE RECEBIMENTO DI\xc1RIO - 23/11/2026\r"));
-        QCOMPARE(std::count_if(lines.begin(), lines.end(), [](const QByteArray& l) { return l.contains("8888888888"); }), 1);
+        QCOMPARE(std::count_if(lines.begin(), lines.end(),
+                               [](const QByteArray& l) { return l.contains("8888888888"); }),
+                 1);
         QVERIFY(lines.at(4).startsWith("0001 10:00:00 04-TIPO 4"));
     }
 
-    void failureAtThirdInsertRecordsNothing()
-    {
+    void failureAtThirdInsertRecordsNothing() {
         TEST_BACKEND();
         CounterSession s(app.ctx(), nullptr);
         app.ctx().workingDate = QDate(2026, 11, 23);
@@ -171,7 +177,7 @@ private slots:
         QVERIFY(!s.gravar());
         QCOMPARE(app.dialogs().last().text, PaymentRecorder::kFalhou);
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
-        QCOMPARE(s.list().size(), 5);  // still there to retry
+        QCOMPARE(s.list().size(), 5); // still there to retry
 
         app.db().faultHook = nullptr;
         const auto rows = s.gravar();
@@ -180,8 +186,7 @@ private slots:
         QCOMPARE(rows->last().autentica, qint16(5));
     }
 
-    void owedAmountAndClosedDayRefuse()
-    {
+    void owedAmountAndClosedDayRefuse() {
         TEST_BACKEND();
         CounterSession s(app.ctx(), nullptr);
         app.ctx().workingDate = QDate(2026, 11, 23);
@@ -202,8 +207,7 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
     }
 
-    void openResumeCloseReopen()
-    {
+    void openResumeCloseReopen() {
         TEST_BACKEND();
         RecordingPrinter printer;
         app.ctx().workingDate = QDate(2026, 11, 20);
@@ -213,16 +217,19 @@ private slots:
         QCOMPARE(printer.calls, QStringList{QStringLiteral("abertura 1")});
         CashDay again(app.ctx(), &printer);
         QVERIFY(again.abrir());
-        QCOMPARE(again.movimento().ID, day.movimento().ID);  // resumed, not a second movement
+        QCOMPARE(again.movimento().ID, day.movimento().ID); // resumed, not a second movement
         QCOMPARE(app.count(QStringLiteral("Movimento")), 1);
 
         // Receipts and the day's cash entries are summed into the movement.
-        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, IDMOVIMENTO, TIPO, VALOR, CODBARRA) "
-                                                   "VALUES (1, ?, 1, 123400, 'x'), (2, ?, 1, 5000, 'y')"),
-                                    {day.movimento().ID, day.movimento().ID}));
-        QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, TIPO, SDATA, ENTRADA, SAIDA) VALUES "
-                                                   "(?, 'ENTRADA', ?, 1000000, 0), (?, 'SANGRIA', ?, 0, 20000)"),
-                                    {day.movimento().ID, QDate(2026, 11, 20), day.movimento().ID, QDate(2026, 11, 20)}));
+        QVERIFY(app.db().SQLExecute(
+            QStringLiteral(
+                "INSERT INTO Recebimentos (AUTENTICA, IDMOVIMENTO, TIPO, VALOR, CODBARRA) "
+                "VALUES (1, ?, 1, 123400, 'x'), (2, ?, 1, 5000, 'y')"),
+            {day.movimento().ID, day.movimento().ID}));
+        QVERIFY(app.db().SQLExecute(
+            QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, TIPO, SDATA, ENTRADA, SAIDA) VALUES "
+                           "(?, 'ENTRADA', ?, 1000000, 0), (?, 'SANGRIA', ?, 0, 20000)"),
+            {day.movimento().ID, QDate(2026, 11, 20), day.movimento().ID, QDate(2026, 11, 20)}));
         app.dialogs().clear();
         app.dialogs().pushAnswer(DialogAnswer::No);
         QCOMPARE(day.encerrar(), CashDay::Result::Cancelled);
@@ -231,9 +238,10 @@ private slots:
 
         app.dialogs().clear();
         QCOMPARE(day.encerrar(), CashDay::Result::Done);
-        QCOMPARE(app.dialogs().texts(), (QStringList{QStringLiteral("Deseja encerrar a contabilização agora?"),
-                                                     QStringLiteral("Deseja finalizar o cupom agora?"),
-                                                     QStringLiteral("Movimento encerrado.")}));
+        QCOMPARE(app.dialogs().texts(),
+                 (QStringList{QStringLiteral("Deseja encerrar a contabilização agora?"),
+                              QStringLiteral("Deseja finalizar o cupom agora?"),
+                              QStringLiteral("Movimento encerrado.")}));
         QCOMPARE(day.statusLabel(), QStringLiteral("CAIXA ENCERRADO"));
         clsMovimento m(app.db());
         QVERIFY(m.SQLSelect(day.movimento().ID));
@@ -247,15 +255,16 @@ private slots:
         app.dialogs().pushAnswer(DialogAnswer::Yes);
         app.dialogs().pushAnswer(DialogAnswer::Yes);
         QCOMPARE(day.reabrir(), CashDay::Result::Done);
-        QCOMPARE(app.dialogs().texts(), (QStringList{QStringLiteral("Confirma a reabertura do movimento?"),
-                                                     QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")}));
+        QCOMPARE(
+            app.dialogs().texts(),
+            (QStringList{QStringLiteral("Confirma a reabertura do movimento?"),
+                         QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")}));
         QVERIFY(m.SQLSelect(day.movimento().ID));
         QCOMPARE(m.STATUS, QStringLiteral("ABERTO"));
         QCOMPARE(printer.calls.last(), QStringLiteral("reabertura 1"));
     }
 
-    void sumFileRoundTrip()
-    {
+    void sumFileRoundTrip() {
         TEST_BACKEND();
         CounterSession s(app.ctx(), nullptr);
         app.ctx().workingDate = QDate(2026, 11, 23);

@@ -16,8 +16,7 @@ class tst_records : public QObject {
 private slots:
     void initTestCase_data() { addBackendRows(); }
 
-    void schemaHasEveryTable()
-    {
+    void schemaHasEveryTable() {
         TEST_BACKEND();
         for (const QString& t : Schema::tableNames())
             QVERIFY2(app.count(t) == 0, qPrintable(t));
@@ -28,8 +27,7 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Usuarios")), 1);
     }
 
-    void movementRoundTrip()
-    {
+    void movementRoundTrip() {
         TEST_BACKEND();
         clsMovimento m(app.db());
         m.MDATA = QDate(2026, 3, 9);
@@ -50,7 +48,7 @@ private slots:
 
         r.STATUS = QStringLiteral("FECHADO");
         r.SAIDA = Money::fromReais(3);
-        r.MOV = 99;  // the totals update leaves MOV alone
+        r.MOV = 99; // the totals update leaves MOV alone
         QVERIFY(r.SQLUpdateTotais());
         clsMovimento after(app.db());
         QVERIFY(after.SQLSelectByDate(QDate(2026, 3, 9)));
@@ -63,8 +61,7 @@ private slots:
         QVERIFY(!clsMovimento(app.db()).SQLSelect(id));
     }
 
-    void explicitIdIsKeptAndIdentityMovesOn()
-    {
+    void explicitIdIsKeptAndIdentityMovesOn() {
         TEST_BACKEND();
         clsMovimento m(app.db());
         m.MDATA = QDate(2026, 1, 2);
@@ -78,8 +75,7 @@ private slots:
         QVERIFY(n.ID > 40);
     }
 
-    void yearlyNumbering()
-    {
+    void yearlyNumbering() {
         TEST_BACKEND();
         clsMovimento a(app.db()), b(app.db()), c(app.db());
         QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 12, 30), a));
@@ -95,33 +91,35 @@ private slots:
         QVERIFY(app.dialogs().shown().isEmpty());
     }
 
-    void counterFailureShowsItsMessageAndSpendsNothing()
-    {
+    void counterFailureShowsItsMessageAndSpendsNothing() {
         TEST_BACKEND();
         clsContador k(app.db());
         k.ANO = 2026;
         k.CONTADOR = 4;
         QVERIFY(k.SQLInsert());
-        app.db().faultHook = [](const QString& sql) { return sql.startsWith(QLatin1String("UPDATE Contador")); };
+        app.db().faultHook = [](const QString& sql) {
+            return sql.startsWith(QLatin1String("UPDATE Contador"));
+        };
         clsMovimento m(app.db());
         QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Erro de alteração do contador!!!"));
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Erro"));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
-        app.db().faultHook = [](const QString& sql) { return sql.startsWith(QLatin1String("INSERT INTO Movimento")); };
+        app.db().faultHook = [](const QString& sql) {
+            return sql.startsWith(QLatin1String("INSERT INTO Movimento"));
+        };
         QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
         app.db().faultHook = nullptr;
         QVERIFY(k.SQLSelect(2026));
-        QCOMPARE(k.CONTADOR, qint16(4));  // nothing spent by the failed openings
+        QCOMPARE(k.CONTADOR, qint16(4)); // nothing spent by the failed openings
         QCOMPARE(app.count(QStringLiteral("Movimento")), 0);
     }
 
-    void receiptsMaxAndZeroBarcode()
-    {
+    void receiptsMaxAndZeroBarcode() {
         TEST_BACKEND();
         clsRecebimentos r(app.db());
         r.AUTENTICA = 55;
-        QVERIFY(!r.SQLSelectMax(3));  // no receipts: null maximum, value kept
+        QVERIFY(!r.SQLSelectMax(3)); // no receipts: null maximum, value kept
         QCOMPARE(r.AUTENTICA, qint16(55));
 
         for (int n : {1, 2, 5}) {
@@ -138,11 +136,12 @@ private slots:
         QVERIFY(r.SQLSelectMax(3));
         QCOMPARE(r.AUTENTICA, qint16(5));
         QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1")), 1);
-        QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1 AND AUTENTICA = 2")), 1);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"),
+                           QStringLiteral("EXPORT = 1 AND AUTENTICA = 2")),
+                 1);
     }
 
-    void receiptUpdateKeepsFlags()
-    {
+    void receiptUpdateKeepsFlags() {
         TEST_BACKEND();
         clsRecebimentos r(app.db());
         r.CODBARRA = QString(44, QLatin1Char('1'));
@@ -174,8 +173,7 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 1);
     }
 
-    void quoteIsRefusedLoggedAndWrittenNowhere()
-    {
+    void quoteIsRefusedLoggedAndWrittenNowhere() {
         TEST_BACKEND();
         clsRecebimentos r(app.db());
         r.CODBARRA = QString(44, QLatin1Char('3'));
@@ -185,12 +183,12 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
         QFile log(app.path(QStringLiteral("Log.ini")));
         QVERIFY(log.open(QIODevice::ReadOnly));
-        QVERIFY(QString::fromLatin1(log.readAll()).contains(QStringLiteral("Local: Função SQLExecute em clsDataAccess")));
+        QVERIFY(QString::fromLatin1(log.readAll())
+                    .contains(QStringLiteral("Local: Função SQLExecute em clsDataAccess")));
         QVERIFY(app.dialogs().last().text.startsWith(QStringLiteral("Houve um erro interno:")));
     }
 
-    void usersInsertUpdateDelete()
-    {
+    void usersInsertUpdateDelete() {
         TEST_BACKEND();
         clsUsuarios u(app.db());
         u.NOME = QStringLiteral("MARIA");
@@ -199,7 +197,7 @@ private slots:
         QVERIFY(u.SQLInsert(1));
         QVERIFY(u.ID > 0);
         const QString stored = u.SENHA;
-        u.SENHA.clear();  // an empty password on change keeps the stored one
+        u.SENHA.clear(); // an empty password on change keeps the stored one
         u.TIPO = QStringLiteral("ADM");
         QVERIFY(u.SQLInsert(2));
         clsUsuarios back(app.db());
@@ -210,26 +208,29 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Usuarios")), 0);
     }
 
-    void selectsAnswerAsDefined()
-    {
+    void selectsAnswerAsDefined() {
         TEST_BACKEND();
-        auto none = app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Usuarios WHERE ID = ?"), {1});
+        auto none = app.db().SQLSelect_ReadOnly(
+            QStringLiteral("SELECT ID FROM Usuarios WHERE ID = ?"), {1});
         QVERIFY(none.has_value());
         QCOMPARE(none->recordCount(), 0);
         QVERIFY(!clsDataAccess::CheckValidRecordset(none));
         QVERIFY(app.db().SQLSelectAllArray(QStringLiteral("SELECT ID FROM Usuarios")).isEmpty());
         app.addUser(QStringLiteral("B"), QStringLiteral("1"), QStringLiteral("USER"));
         app.addUser(QStringLiteral("A"), QStringLiteral("2"), QStringLiteral("ADM"));
-        const auto arr = app.db().SQLSelectAllArray(QStringLiteral("SELECT NOME, TIPO FROM Usuarios ORDER BY NOME"));
-        QCOMPARE(arr.size(), 2);  // fields
-        QCOMPARE(arr[0].size(), 2);  // rows
+        const auto arr = app.db().SQLSelectAllArray(
+            QStringLiteral("SELECT NOME, TIPO FROM Usuarios ORDER BY NOME"));
+        QCOMPARE(arr.size(), 2);    // fields
+        QCOMPARE(arr[0].size(), 2); // rows
         QCOMPARE(arr[0][0].toString(), QStringLiteral("A"));
         QCOMPARE(arr[1][1].toString(), QStringLiteral("USER"));
         // Text comparisons ignore case on both engines.
         QCOMPARE(app.count(QStringLiteral("Usuarios"), QStringLiteral("NOME = 'a'")), 1);
         // A broken statement gives no recordset and is logged under its label.
-        QVERIFY(!app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT nada FROM naoexiste")).has_value());
-        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess")));
+        QVERIFY(
+            !app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT nada FROM naoexiste")).has_value());
+        QVERIFY(app.dialogs().last().text.contains(
+            QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess")));
     }
 };
 

@@ -14,8 +14,7 @@
 using namespace PrinterBytes;
 
 namespace {
-clsAutenticadora filled()
-{
+clsAutenticadora filled() {
     clsAutenticadora a;
     a.MENSAGEM = QStringLiteral("PMX");
     a.GUICHE = QStringLiteral("A");
@@ -37,11 +36,12 @@ struct Bench {
     PrinterEmulator& emulator;
     PrinterService service{app.ctx()};
     MemoryTransport* last = nullptr;
-    explicit Bench(const QString& model = QStringLiteral("bematech"), const QString& porta = QStringLiteral("LPT1"))
-        : owned(std::make_unique<PrinterEmulator>(model == QLatin1String("quattro") ? PrinterEmulator::Model::Quattro
-                                                                                    : PrinterEmulator::Model::Bematech)),
-          emulator(*owned)
-    {
+    explicit Bench(const QString& model = QStringLiteral("bematech"),
+                   const QString& porta = QStringLiteral("LPT1"))
+        : owned(std::make_unique<PrinterEmulator>(model == QLatin1String("quattro")
+                                                      ? PrinterEmulator::Model::Quattro
+                                                      : PrinterEmulator::Model::Bematech)),
+          emulator(*owned) {
         app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), model);
         app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
         app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), porta);
@@ -54,13 +54,12 @@ struct Bench {
         service.documentTimeoutMs = 200;
     }
 };
-}  // namespace
+} // namespace
 
 class tst_printer : public QObject {
     Q_OBJECT
 private slots:
-    void composers()
-    {
+    void composers() {
         clsAutenticadora a = filled();
         QVERIFY(a.AutenticaBoleto());
         QCOMPARE(a.BOLETO, QStringLiteral("PMX A 0007 23/11/2026      1.234,56R"));
@@ -72,15 +71,16 @@ private slots:
         QCOMPARE(a.AbreFita, QStringLiteral("=              GUICHE:  A              ="));
         QVERIFY(a.EncerraCaixa(QStringLiteral("ARRECADADO")));
         QCOMPARE(a.EncerraFita, QStringLiteral("(+)========== ARRECADADO -->    5.000,00"));
-        QVERIFY(a.EncerraCaixa(QStringLiteral("OUTRO")));  // unknown kind: the previous line stands
+        QVERIFY(a.EncerraCaixa(QStringLiteral("OUTRO"))); // unknown kind: the previous line stands
         QCOMPARE(a.EncerraFita, QStringLiteral("(+)========== ARRECADADO -->    5.000,00"));
-        QVERIFY(a.EncerraCaixaCompleto() == false);           // 11-wide values make the block short
+        QVERIFY(a.EncerraCaixaCompleto() == false); // 11-wide values make the block short
         a.VALOR_RECEBIDO = QStringLiteral("    5.000,00");
         a.VALOR_ENTRADA = QStringLiteral("      100,00");
         a.VALOR_SAIDA = QStringLiteral("       20,00");
         a.VALOR_TOTAL = QStringLiteral("    5.080,00");
         QVERIFY(a.EncerraCaixaCompleto());
-        QCOMPARE(a.EncerraFita.split(QLatin1Char('\n')).at(5), QStringLiteral("(=)========= TOTAL/DIA  -->     5.080,00"));
+        QCOMPARE(a.EncerraFita.split(QLatin1Char('\n')).at(5),
+                 QStringLiteral("(=)========= TOTAL/DIA  -->     5.080,00"));
         QVERIFY(a.AbreCaixaCompleto());
         QCOMPARE(a.AbreFita.split(QLatin1Char('\n')).size(), 4);
         QVERIFY(a.ReabreCaixa());
@@ -91,19 +91,22 @@ private slots:
         QCOMPARE(a.Cabecalho, QStringLiteral("DATA/HORA: 23/11/2026 09:05:07"));
     }
 
-    void widthTests_data()
-    {
+    void widthTests_data() {
         QTest::addColumn<QString>("what");
         QTest::addColumn<QString>("value");
         QTest::addColumn<bool>("ok");
-        QTest::newRow("stamp 35 wide") << "boleto" << "   1.234,56" << false;
-        QTest::newRow("stamp 36 wide") << "boleto" << "    1.234,56" << true;
-        QTest::newRow("closing 10 wide") << "encerra" << "  5.000,00" << false;
-        QTest::newRow("closing 12 wide") << "encerra" << "    5.000,00" << false;
-        QTest::newRow("movement of 4 digits") << "abre" << "0012" << false;
+        QTest::newRow("stamp 35 wide") << "boleto"
+                                       << "   1.234,56" << false;
+        QTest::newRow("stamp 36 wide") << "boleto"
+                                       << "    1.234,56" << true;
+        QTest::newRow("closing 10 wide") << "encerra"
+                                         << "  5.000,00" << false;
+        QTest::newRow("closing 12 wide") << "encerra"
+                                         << "    5.000,00" << false;
+        QTest::newRow("movement of 4 digits") << "abre"
+                                              << "0012" << false;
     }
-    void widthTests()
-    {
+    void widthTests() {
         QFETCH(QString, what);
         QFETCH(QString, value);
         QFETCH(bool, ok);
@@ -120,42 +123,50 @@ private slots:
         }
     }
 
-    void codePage()
-    {
+    void codePage() {
         QCOMPARE(Cp850::encode(QStringLiteral("AÇÃO é")), QByteArray("A\x80\xc7O \x82"));
         QCOMPARE(Cp850::encode(QStringLiteral("€ 1")), QByteArray("? 1"));
-        QCOMPARE(Cp850::decode(Cp850::encode(QStringLiteral("ÁGUA E ESGOTO º"))), QStringLiteral("ÁGUA E ESGOTO º"));
+        QCOMPARE(Cp850::decode(Cp850::encode(QStringLiteral("ÁGUA E ESGOTO º"))),
+                 QStringLiteral("ÁGUA E ESGOTO º"));
     }
 
-    void tapeLineBytes()
-    {
+    void tapeLineBytes() {
         Bench b;
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"), QStringLiteral("TAXA ÁGUA"));
-        const QByteArray expected = kEscBemaMode + kInit + kCondensedOff + kItalicOff + kUnderlineOff + kExpandedOff +
-                                    kBoldOff + QByteArray("TAXA \xb5GUA\n") + kItalicOff + kUnderlineOff + kExpandedOff +
-                                    kBoldOff + kCondensedOff + kEnq;
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+                                       QStringLiteral("TAXA ÁGUA"));
+        const QByteArray expected = kEscBemaMode + kInit + kCondensedOff + kItalicOff +
+                                    kUnderlineOff + kExpandedOff + kBoldOff +
+                                    QByteArray("TAXA \xb5GUA\n") + kItalicOff + kUnderlineOff +
+                                    kExpandedOff + kBoldOff + kCondensedOff + kEnq;
         QCOMPARE(b.emulator.received(), expected);
         QCOMPARE(b.emulator.tape(), QStringList{QStringLiteral("TAXA ÁGUA")});
         QVERIFY(b.emulator.attributesOff());
         QVERIFY(b.app.dialogs().shown().isEmpty());
     }
 
-    void stampOutcomes_data()
-    {
+    void stampOutcomes_data() {
         QTest::addColumn<QString>("state");
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("stamped");
-        QTest::newRow("document in place") << "present" << "" << "" << 1;
-        QTest::newRow("document arrives") << "after" << "" << "" << 1;
-        QTest::newRow("never arrives") << "missing" << "Autenticação de Documentos" << "Tempo maior que o permitido." << 0;
-        QTest::newRow("off-line") << "offline" << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
-        QTest::newRow("no paper") << "paper" << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
-        QTest::newRow("switched off") << "silent" << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
+        QTest::newRow("document in place") << "present"
+                                           << ""
+                                           << "" << 1;
+        QTest::newRow("document arrives") << "after"
+                                          << ""
+                                          << "" << 1;
+        QTest::newRow("never arrives") << "missing"
+                                       << "Autenticação de Documentos"
+                                       << "Tempo maior que o permitido." << 0;
+        QTest::newRow("off-line") << "offline"
+                                  << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
+        QTest::newRow("no paper") << "paper"
+                                  << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
+        QTest::newRow("switched off") << "silent"
+                                      << "Aviso" << PrinterService::kAutenticacaoFalhou << 0;
     }
-    void stampOutcomes()
-    {
+    void stampOutcomes() {
         QFETCH(QString, state);
         QFETCH(QString, title);
         QFETCH(QString, message);
@@ -173,11 +184,13 @@ private slots:
             b.emulator.setSilent(true);
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"), QStringLiteral("PMX A 0007 23/11/2026  1.234,56R"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+                                       QStringLiteral("PMX A 0007 23/11/2026  1.234,56R"));
         QCOMPARE(b.emulator.documents().size(), stamped);
         if (stamped)
-            QCOMPARE(b.emulator.documents().first(), QStringLiteral("PMX A 0007 23/11/2026  1.234,56R"));
-        QVERIFY(b.emulator.received().endsWith(kAfterStamp));  // sent in every case
+            QCOMPARE(b.emulator.documents().first(),
+                     QStringLiteral("PMX A 0007 23/11/2026  1.234,56R"));
+        QVERIFY(b.emulator.received().endsWith(kAfterStamp)); // sent in every case
         QVERIFY(!b.emulator.inDocumentMode());
         if (message.isEmpty()) {
             QVERIFY(b.app.dialogs().shown().isEmpty());
@@ -188,31 +201,33 @@ private slots:
         }
     }
 
-    void textFailureIsInformation()
-    {
+    void textFailureIsInformation() {
         Bench b;
         b.emulator.setOffline(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
         QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information);
     }
 
-    void enableSwitchAndOtherModels()
-    {
+    void enableSwitchAndOtherModels() {
         Bench b;
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"), QStringLiteral("X"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
         QVERIFY(b.emulator.received().isEmpty());
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        b.service.ImprimeAutenticadora(QStringLiteral("0"), QStringLiteral("bematech"), QStringLiteral("X"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("txt"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("0"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("txt"),
+                                       QStringLiteral("X"));
         QVERIFY(b.emulator.received().isEmpty());
         QVERIFY(b.app.dialogs().shown().isEmpty());
     }
 
-    void quattroPortTable_data()
-    {
+    void quattroPortTable_data() {
         QTest::addColumn<QString>("porta");
         QTest::addColumn<int>("number");
         QTest::addColumn<bool>("refused");
@@ -222,41 +237,41 @@ private slots:
         QTest::newRow("COM2") << "COM2" << 2 << true;
         QTest::newRow("other") << "tcp:127.0.0.1:9100" << 0 << false;
     }
-    void quattroPortTable()
-    {
+    void quattroPortTable() {
         QFETCH(QString, porta);
         QFETCH(int, number);
         QFETCH(bool, refused);
         QCOMPARE(PrinterService::portaQuattro(porta), number);
         Bench b(QStringLiteral("quattro"), porta);
         b.emulator.setDocument(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"), QStringLiteral("PMX 1 0001"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+                                       QStringLiteral("PMX 1 0001"));
         if (refused) {
             QCOMPARE(b.app.dialogs().last().text, PrinterService::kSoParalela);
             QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information);
             QVERIFY(b.emulator.received().isEmpty());
         } else {
             QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("PMX 1 0001")});
-            QCOMPARE(b.emulator.received(), kQuattroAuthOn + kQuattroStatusDefault + kQuattroStamp + QByteArray("PMX 1 0001\r\n") +
-                                                kQuattroAuthOff);
+            QCOMPARE(b.emulator.received(), kQuattroAuthOn + kQuattroStatusDefault + kQuattroStamp +
+                                                QByteArray("PMX 1 0001\r\n") + kQuattroAuthOff);
         }
     }
 
-    void quattroDocumentNeverArrives()
-    {
+    void quattroDocumentNeverArrives() {
         Bench b(QStringLiteral("quattro"));
-        b.app.setOption(QStringLiteral("Print"), QStringLiteral("quattro_espera"), QStringLiteral("150"));
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("quattro_espera"),
+                        QStringLiteral("150"));
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         QElapsedTimer t;
         t.start();
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+                                       QStringLiteral("X"));
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(!b.emulator.inAuthMode());
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kTempoExcedido);
     }
 
-    void overTcp()
-    {
+    void overTcp() {
         Bench b;
         auto link = EmulatorLink::tcp(b.emulator);
         QVERIFY(link);
@@ -265,18 +280,20 @@ private slots:
         b.emulator.documentAfter(100);
         b.service.documentTimeoutMs = 3000;
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"), QStringLiteral("FITA TCP"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"), QStringLiteral("CARIMBO TCP"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+                                       QStringLiteral("FITA TCP"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+                                       QStringLiteral("CARIMBO TCP"));
         b.service.fecharPorta(true);
         // The emulator reads on its own thread: the last bytes may still be on their way.
         QTRY_COMPARE(b.emulator.tape(), QStringList{QStringLiteral("FITA TCP")});
         QTRY_COMPARE(b.emulator.documents(), QStringList{QStringLiteral("CARIMBO TCP")});
         QVERIFY(b.app.dialogs().shown().isEmpty());
-        QTRY_VERIFY(b.emulator.received().contains(kDocumentOn + QByteArray("CARIMBO TCP\r\n") + kDocumentOff));
+        QTRY_VERIFY(b.emulator.received().contains(kDocumentOn + QByteArray("CARIMBO TCP\r\n") +
+                                                   kDocumentOff));
     }
 
-    void overPseudoTerminal()
-    {
+    void overPseudoTerminal() {
         Bench b(QStringLiteral("quattro"));
         auto link = EmulatorLink::pty(b.emulator);
         QVERIFY(link);
@@ -284,40 +301,45 @@ private slots:
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), link->porta());
         b.emulator.setDocument(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("quattro"), QStringLiteral("FITA SERIAL"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"), QStringLiteral("CARIMBO SERIAL"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("quattro"),
+                                       QStringLiteral("FITA SERIAL"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+                                       QStringLiteral("CARIMBO SERIAL"));
         QTRY_COMPARE(b.emulator.tape(), QStringList{QStringLiteral("FITA SERIAL")});
         QTRY_COMPARE(b.emulator.documents(), QStringList{QStringLiteral("CARIMBO SERIAL")});
         QVERIFY(b.app.dialogs().shown().isEmpty());
     }
 
-    void unreachablePrinter()
-    {
+    void unreachablePrinter() {
         Bench b;
         b.service.makeTransport = nullptr;
-        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), QStringLiteral("tcp:127.0.0.1:1"));
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
+                        QStringLiteral("tcp:127.0.0.1:1"));
         QElapsedTimer t;
         t.start();
         b.service.abrirPorta();
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAbrirFalhou);
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
         b.service.fecharPorta(true);
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouCaixa);
         b.service.fecharPorta(false);
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
-        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), QStringLiteral("/dev/nao-existe"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"), QStringLiteral("X"));
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
+                        QStringLiteral("/dev/nao-existe"));
+        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
     }
 
-    void cablePulledMidStamp()
-    {
+    void cablePulledMidStamp() {
         Bench b;
         b.emulator.setDocument(true);
         b.service.abrirPorta();
         b.last->failWrites = true;
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"), QStringLiteral("X"));
+        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+                                       QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
     }
 };

@@ -15,27 +15,28 @@ struct PgServer::Impl {
     QString bin;
 };
 
-PgServer& PgServer::instance()
-{
+PgServer& PgServer::instance() {
     static PgServer server;
     return server;
 }
 
-PgServer::PgServer() : d(std::make_unique<Impl>()) { m_ok = start(); }
-
-PgServer::~PgServer()
-{
-    if (m_ok)
-        runAsServerUser(d->bin + QStringLiteral("/pg_ctl"),
-                        {QStringLiteral("-D"), d->dir.filePath(QStringLiteral("data")), QStringLiteral("-m"),
-                         QStringLiteral("immediate"), QStringLiteral("stop")});
+PgServer::PgServer() : d(std::make_unique<Impl>()) {
+    m_ok = start();
 }
 
-static QString findBin()
-{
+PgServer::~PgServer() {
+    if (m_ok)
+        runAsServerUser(d->bin + QStringLiteral("/pg_ctl"),
+                        {QStringLiteral("-D"), d->dir.filePath(QStringLiteral("data")),
+                         QStringLiteral("-m"), QStringLiteral("immediate"),
+                         QStringLiteral("stop")});
+}
+
+static QString findBin() {
     QDir root(QStringLiteral("/usr/lib/postgresql"));
     QStringList versions = root.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    std::sort(versions.begin(), versions.end(), [](const QString& a, const QString& b) { return a.toInt() > b.toInt(); });
+    std::sort(versions.begin(), versions.end(),
+              [](const QString& a, const QString& b) { return a.toInt() > b.toInt(); });
     for (const QString& v : versions) {
         const QString bin = root.filePath(v + QStringLiteral("/bin"));
         if (QFile::exists(bin + QStringLiteral("/initdb")))
@@ -44,13 +45,15 @@ static QString findBin()
     return {};
 }
 
-bool PgServer::runAsServerUser(const QString& program, const QStringList& args, QString* output)
-{
+bool PgServer::runAsServerUser(const QString& program, const QStringList& args, QString* output) {
     QProcess p;
     p.setProcessChannelMode(QProcess::MergedChannels);
     p.setWorkingDirectory(d->dir.path());
     if (geteuid() == 0)
-        p.start(QStringLiteral("runuser"), QStringList{QStringLiteral("-u"), QStringLiteral("postgres"), QStringLiteral("--"), program} + args);
+        p.start(QStringLiteral("runuser"),
+                QStringList{QStringLiteral("-u"), QStringLiteral("postgres"), QStringLiteral("--"),
+                            program} +
+                    args);
     else
         p.start(program, args);
     const bool finished = p.waitForFinished(120000);
@@ -64,16 +67,17 @@ bool PgServer::runAsServerUser(const QString& program, const QStringList& args, 
     return true;
 }
 
-bool PgServer::start()
-{
+bool PgServer::start() {
     d->bin = findBin();
     if (d->bin.isEmpty() || !d->dir.isValid()) {
         m_error = QStringLiteral("PostgreSQL server binaries not found under /usr/lib/postgresql");
         return false;
     }
     if (geteuid() == 0) {
-        QProcess::execute(QStringLiteral("chown"), {QStringLiteral("postgres:postgres"), d->dir.path()});
-        QFile::setPermissions(d->dir.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QProcess::execute(QStringLiteral("chown"),
+                          {QStringLiteral("postgres:postgres"), d->dir.path()});
+        QFile::setPermissions(d->dir.path(),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
     {
         QTcpServer probe;
@@ -82,8 +86,9 @@ bool PgServer::start()
     }
     const QString data = d->dir.filePath(QStringLiteral("data"));
     if (!runAsServerUser(d->bin + QStringLiteral("/initdb"),
-                         {QStringLiteral("-D"), data, QStringLiteral("-U"), QStringLiteral("tolvane"),
-                          QStringLiteral("--auth=trust"), QStringLiteral("-E"), QStringLiteral("UTF8"),
+                         {QStringLiteral("-D"), data, QStringLiteral("-U"),
+                          QStringLiteral("tolvane"), QStringLiteral("--auth=trust"),
+                          QStringLiteral("-E"), QStringLiteral("UTF8"),
                           QStringLiteral("--locale=C"), QStringLiteral("--no-sync")}))
         return false;
     const QString opts = QStringLiteral("-p %1 -k %2 -c listen_addresses=127.0.0.1 -c fsync=off "
@@ -91,13 +96,12 @@ bool PgServer::start()
                              .arg(m_port)
                              .arg(d->dir.path());
     return runAsServerUser(d->bin + QStringLiteral("/pg_ctl"),
-                           {QStringLiteral("-D"), data, QStringLiteral("-o"), opts, QStringLiteral("-l"),
-                            d->dir.filePath(QStringLiteral("server.log")), QStringLiteral("-w"),
-                            QStringLiteral("start")});
+                           {QStringLiteral("-D"), data, QStringLiteral("-o"), opts,
+                            QStringLiteral("-l"), d->dir.filePath(QStringLiteral("server.log")),
+                            QStringLiteral("-w"), QStringLiteral("start")});
 }
 
-DbConfig PgServer::freshDatabase()
-{
+DbConfig PgServer::freshDatabase() {
     DbConfig c;
     c.backend = DbBackend::PostgreSQL;
     c.host = QStringLiteral("127.0.0.1");
@@ -106,8 +110,9 @@ DbConfig PgServer::freshDatabase()
     c.name = QStringLiteral("t%1_%2").arg(QCoreApplication::applicationPid()).arg(++m_serial);
     const QString conn = QStringLiteral("pg-admin");
     {
-        QSqlDatabase admin = QSqlDatabase::contains(conn) ? QSqlDatabase::database(conn)
-                                                          : QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), conn);
+        QSqlDatabase admin = QSqlDatabase::contains(conn)
+                                 ? QSqlDatabase::database(conn)
+                                 : QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), conn);
         admin.setHostName(c.host);
         admin.setPort(c.port);
         admin.setUserName(c.user);

@@ -10,7 +10,7 @@
 // the postgres user, since initdb refuses root.
 class PgServer {
 public:
-    static PgServer& instance();  // started on first use
+    static PgServer& instance(); // started on first use
     ~PgServer();
 
     bool ok() const { return m_ok; }
@@ -21,7 +21,8 @@ public:
 private:
     PgServer();
     bool start();
-    bool runAsServerUser(const QString& program, const QStringList& args, QString* output = nullptr);
+    bool runAsServerUser(const QString& program, const QStringList& args,
+                         QString* output = nullptr);
 
     struct Impl;
     std::unique_ptr<Impl> d;

@@ -13,43 +13,62 @@
 
 using namespace PrinterBytes;
 
-void PrinterEmulator::setDocument(bool present)
-{
+void PrinterEmulator::setDocument(bool present) {
     std::lock_guard l(m_mutex);
     m_document = present;
     m_documentAfterMs = -1;
 }
 
-void PrinterEmulator::documentAfter(int ms)
-{
+void PrinterEmulator::documentAfter(int ms) {
     std::lock_guard l(m_mutex);
     m_document = false;
     m_documentAfterMs = ms;
     m_clock.start();
 }
 
-void PrinterEmulator::setOffline(bool v) { std::lock_guard l(m_mutex); m_offline = v; }
-void PrinterEmulator::setSilent(bool v) { std::lock_guard l(m_mutex); m_silent = v; }
-void PrinterEmulator::setPaperOut(bool v) { std::lock_guard l(m_mutex); m_paperOut = v; }
-QStringList PrinterEmulator::tape() const { std::lock_guard l(m_mutex); return m_tape; }
-QStringList PrinterEmulator::documents() const { std::lock_guard l(m_mutex); return m_documents; }
-QByteArray PrinterEmulator::received() const { std::lock_guard l(m_mutex); return m_received; }
-bool PrinterEmulator::inDocumentMode() const { std::lock_guard l(m_mutex); return m_documentMode; }
-bool PrinterEmulator::inAuthMode() const { std::lock_guard l(m_mutex); return m_authMode; }
+void PrinterEmulator::setOffline(bool v) {
+    std::lock_guard l(m_mutex);
+    m_offline = v;
+}
+void PrinterEmulator::setSilent(bool v) {
+    std::lock_guard l(m_mutex);
+    m_silent = v;
+}
+void PrinterEmulator::setPaperOut(bool v) {
+    std::lock_guard l(m_mutex);
+    m_paperOut = v;
+}
+QStringList PrinterEmulator::tape() const {
+    std::lock_guard l(m_mutex);
+    return m_tape;
+}
+QStringList PrinterEmulator::documents() const {
+    std::lock_guard l(m_mutex);
+    return m_documents;
+}
+QByteArray PrinterEmulator::received() const {
+    std::lock_guard l(m_mutex);
+    return m_received;
+}
+bool PrinterEmulator::inDocumentMode() const {
+    std::lock_guard l(m_mutex);
+    return m_documentMode;
+}
+bool PrinterEmulator::inAuthMode() const {
+    std::lock_guard l(m_mutex);
+    return m_authMode;
+}
 
-bool PrinterEmulator::attributesOff() const
-{
+bool PrinterEmulator::attributesOff() const {
     std::lock_guard l(m_mutex);
     return !m_bold && !m_expanded && !m_underline && !m_italic && !m_condensed;
 }
 
-bool PrinterEmulator::documentPresent() const
-{
+bool PrinterEmulator::documentPresent() const {
     return m_document || (m_documentAfterMs >= 0 && m_clock.elapsed() >= m_documentAfterMs);
 }
 
-int PrinterEmulator::statusByte() const
-{
+int PrinterEmulator::statusByte() const {
     if (m_model == Model::Quattro)
         return documentPresent() ? kQuattroDocument : 0;
     int s = kCommandDone;
@@ -62,8 +81,7 @@ int PrinterEmulator::statusByte() const
     return s;
 }
 
-QByteArray PrinterEmulator::feed(const QByteArray& bytes)
-{
+QByteArray PrinterEmulator::feed(const QByteArray& bytes) {
     std::lock_guard l(m_mutex);
     m_received += bytes;
     m_pending += bytes;
@@ -75,26 +93,30 @@ QByteArray PrinterEmulator::feed(const QByteArray& bytes)
     return m_silent ? QByteArray() : out;
 }
 
-void PrinterEmulator::endLine(bool document)
-{
+void PrinterEmulator::endLine(bool document) {
     const QString text = Cp850::decode(m_line);
     (document ? m_documents : m_tape).append(text);
     m_line.clear();
 }
 
-void PrinterEmulator::parseBematech(QByteArray& out)
-{
+void PrinterEmulator::parseBematech(QByteArray& out) {
     struct Seq {
         const QByteArray& bytes;
         bool* flag;
         bool value;
     };
-    const Seq toggles[] = {{kBoldOn, &m_bold, true},           {kBoldOff, &m_bold, false},
-                           {kExpandedOn, &m_expanded, true},   {kExpandedOff, &m_expanded, false},
-                           {kUnderlineOn, &m_underline, true}, {kUnderlineOff, &m_underline, false},
-                           {kItalicOn, &m_italic, true},       {kItalicOff, &m_italic, false},
-                           {kCondensedOn, &m_condensed, true}, {kCondensedOff, &m_condensed, false},
-                           {kDocumentOn, &m_documentMode, true}, {kDocumentOff, &m_documentMode, false}};
+    const Seq toggles[] = {{kBoldOn, &m_bold, true},
+                           {kBoldOff, &m_bold, false},
+                           {kExpandedOn, &m_expanded, true},
+                           {kExpandedOff, &m_expanded, false},
+                           {kUnderlineOn, &m_underline, true},
+                           {kUnderlineOff, &m_underline, false},
+                           {kItalicOn, &m_italic, true},
+                           {kItalicOff, &m_italic, false},
+                           {kCondensedOn, &m_condensed, true},
+                           {kCondensedOff, &m_condensed, false},
+                           {kDocumentOn, &m_documentMode, true},
+                           {kDocumentOff, &m_documentMode, false}};
     while (!m_pending.isEmpty()) {
         const char c = m_pending.at(0);
         if (c == 0x1B || c == 0x1D || c == 0x0F) {
@@ -122,7 +144,7 @@ void PrinterEmulator::parseBematech(QByteArray& out)
             if (matched)
                 continue;
             if (partial)
-                return;  // wait for the rest of the sequence
+                return; // wait for the rest of the sequence
             m_pending.remove(0, 1);
             continue;
         }
@@ -136,8 +158,7 @@ void PrinterEmulator::parseBematech(QByteArray& out)
     }
 }
 
-void PrinterEmulator::parseQuattro(QByteArray& out)
-{
+void PrinterEmulator::parseQuattro(QByteArray& out) {
     while (!m_pending.isEmpty()) {
         if (m_stamping) {
             const int end = m_pending.indexOf(quattroEnd);
@@ -152,7 +173,8 @@ void PrinterEmulator::parseQuattro(QByteArray& out)
             continue;
         }
         bool partial = false;
-        for (const QByteArray& seq : {kQuattroAuthOn, kQuattroAuthOff, kQuattroStamp, quattroStatusQuery}) {
+        for (const QByteArray& seq :
+             {kQuattroAuthOn, kQuattroAuthOff, kQuattroStamp, quattroStatusQuery}) {
             if (m_pending.startsWith(seq)) {
                 m_pending.remove(0, seq.size());
                 if (seq == kQuattroAuthOn)
@@ -182,23 +204,20 @@ void PrinterEmulator::parseQuattro(QByteArray& out)
     }
 }
 
-bool MemoryTransport::write(const QByteArray& data, int)
-{
+bool MemoryTransport::write(const QByteArray& data, int) {
     if (!m_open || failWrites)
         return false;
     m_replies += m_emulator.feed(data);
     return true;
 }
 
-QByteArray MemoryTransport::read(int max, int)
-{
+QByteArray MemoryTransport::read(int max, int) {
     const QByteArray r = m_replies.left(max);
     m_replies.remove(0, r.size());
     return r;
 }
 
-std::unique_ptr<EmulatorLink> EmulatorLink::pty(PrinterEmulator& e)
-{
+std::unique_ptr<EmulatorLink> EmulatorLink::pty(PrinterEmulator& e) {
     std::unique_ptr<EmulatorLink> link(new EmulatorLink(e));
     link->m_fd = posix_openpt(O_RDWR | O_NOCTTY);
     if (link->m_fd < 0 || grantpt(link->m_fd) != 0 || unlockpt(link->m_fd) != 0)
@@ -212,8 +231,7 @@ std::unique_ptr<EmulatorLink> EmulatorLink::pty(PrinterEmulator& e)
     return link;
 }
 
-std::unique_ptr<EmulatorLink> EmulatorLink::tcp(PrinterEmulator& e)
-{
+std::unique_ptr<EmulatorLink> EmulatorLink::tcp(PrinterEmulator& e) {
     std::unique_ptr<EmulatorLink> link(new EmulatorLink(e));
     link->m_fd = ::socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in a{};
@@ -221,15 +239,15 @@ std::unique_ptr<EmulatorLink> EmulatorLink::tcp(PrinterEmulator& e)
     a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t len = sizeof a;
     if (link->m_fd < 0 || ::bind(link->m_fd, reinterpret_cast<sockaddr*>(&a), sizeof a) != 0 ||
-        ::listen(link->m_fd, 4) != 0 || ::getsockname(link->m_fd, reinterpret_cast<sockaddr*>(&a), &len) != 0)
+        ::listen(link->m_fd, 4) != 0 ||
+        ::getsockname(link->m_fd, reinterpret_cast<sockaddr*>(&a), &len) != 0)
         return nullptr;
     link->m_porta = QStringLiteral("tcp:127.0.0.1:%1").arg(ntohs(a.sin_port));
     link->m_thread = std::thread([l = link.get()] { l->serveTcp(); });
     return link;
 }
 
-EmulatorLink::~EmulatorLink()
-{
+EmulatorLink::~EmulatorLink() {
     m_stop = true;
     if (m_thread.joinable())
         m_thread.join();
@@ -237,8 +255,7 @@ EmulatorLink::~EmulatorLink()
         ::close(m_fd);
 }
 
-void EmulatorLink::pump(int fd)
-{
+void EmulatorLink::pump(int fd) {
     char buf[512];
     while (!m_stop) {
         pollfd p{fd, POLLIN, 0};
@@ -248,7 +265,7 @@ void EmulatorLink::pump(int fd)
             if (p.revents & POLLIN) {
                 // drain what is left before the other side closed
             } else {
-                usleep(20000);  // a closed pty slave: wait for the next open
+                usleep(20000); // a closed pty slave: wait for the next open
                 if (fd != m_fd)
                     return;
                 continue;
@@ -266,10 +283,11 @@ void EmulatorLink::pump(int fd)
     }
 }
 
-void EmulatorLink::servePty() { pump(m_fd); }
+void EmulatorLink::servePty() {
+    pump(m_fd);
+}
 
-void EmulatorLink::serveTcp()
-{
+void EmulatorLink::serveTcp() {
     while (!m_stop) {
         pollfd p{m_fd, POLLIN, 0};
         if (::poll(&p, 1, 50) <= 0)

@@ -18,12 +18,12 @@ public:
     enum class Model { Bematech, Quattro };
     explicit PrinterEmulator(Model model) : m_model(model) {}
 
-    QByteArray feed(const QByteArray& bytes);  // answers what the printer sends back
+    QByteArray feed(const QByteArray& bytes); // answers what the printer sends back
 
     void setDocument(bool present);
     void documentAfter(int ms);
     void setOffline(bool offline);
-    void setSilent(bool silent);   // powered off: no answer at all
+    void setSilent(bool silent); // powered off: no answer at all
     void setPaperOut(bool out);
 
     QStringList tape() const;
@@ -31,7 +31,7 @@ public:
     QByteArray received() const;
     bool inDocumentMode() const;
     bool inAuthMode() const;
-    bool attributesOff() const;  // every text attribute switched off
+    bool attributesOff() const; // every text attribute switched off
 
     QByteArray quattroStatusQuery = QByteArray("\x1B\x76", 2);
     QByteArray quattroEnd = QByteArray("\r\n", 2);
@@ -49,7 +49,8 @@ private:
     QStringList m_tape, m_documents;
     QByteArray m_line;
     bool m_documentMode = false, m_authMode = false, m_stamping = false;
-    bool m_bold = false, m_expanded = false, m_underline = false, m_italic = false, m_condensed = false;
+    bool m_bold = false, m_expanded = false, m_underline = false, m_italic = false,
+         m_condensed = false;
     bool m_document = false, m_offline = false, m_silent = false, m_paperOut = false;
     int m_documentAfterMs = -1;
     QElapsedTimer m_clock;
@@ -65,7 +66,7 @@ public:
     bool write(const QByteArray& data, int) override;
     QByteArray read(int max, int) override;
     QString describe() const override { return QStringLiteral("memória"); }
-    bool failWrites = false;  // a cable pulled
+    bool failWrites = false; // a cable pulled
 
 private:
     PrinterEmulator& m_emulator;
@@ -80,7 +81,7 @@ public:
     static std::unique_ptr<EmulatorLink> pty(PrinterEmulator& e);
     static std::unique_ptr<EmulatorLink> tcp(PrinterEmulator& e);
     ~EmulatorLink();
-    QString porta() const { return m_porta; }  // what goes into [Print] porta
+    QString porta() const { return m_porta; } // what goes into [Print] porta
 
 private:
     EmulatorLink(PrinterEmulator& e) : m_emulator(e) {}

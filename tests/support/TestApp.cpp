@@ -1,16 +1,15 @@
 #include "TestApp.h"
 
-#include "Startup.h"
 #include "IniFile.h"
 #include "PasswordHash.h"
 #include "PgServer.h"
 #include "Schema.h"
+#include "Startup.h"
 #include "clsUsuarios.h"
 
 #include <QFile>
 
-TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now)
-{
+TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now) {
     m_ctx = std::make_unique<AppContext>(m_dir.path(), m_dialogs, m_clock);
     if (backend == Backend::PostgreSQL) {
         PgServer& pg = PgServer::instance();
@@ -34,32 +33,29 @@ TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now)
     m_ctx->reloadSettings();
 }
 
-void TestApp::setOption(const QString& section, const QString& key, const QString& value)
-{
+void TestApp::setOption(const QString& section, const QString& key, const QString& value) {
     IniFile::write(section, key, value, path(QStringLiteral("Config.ini")));
     if (m_ctx)
         m_ctx->reloadSettings();
 }
 
-int TestApp::addUser(const QString& nome, const QString& senha, const QString& tipo, int ativo)
-{
+int TestApp::addUser(const QString& nome, const QString& senha, const QString& tipo, int ativo) {
     clsUsuarios u(db());
     u.NOME = nome;
-    u.SENHA = PasswordHash::hash(senha, 10);  // few rounds: the tests check the rule, not the cost
+    u.SENHA = PasswordHash::hash(senha, 10); // few rounds: the tests check the rule, not the cost
     u.TIPO = tipo;
     u.ATIVO = static_cast<qint16>(ativo);
     return u.SQLInsert(1) ? u.ID : -1;
 }
 
-int TestApp::count(const QString& table, const QString& where)
-{
-    const auto rs = db().SQLSelect_ReadOnly(QStringLiteral("SELECT COUNT(*) AS N FROM ") + table +
-                                            (where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where));
+int TestApp::count(const QString& table, const QString& where) {
+    const auto rs =
+        db().SQLSelect_ReadOnly(QStringLiteral("SELECT COUNT(*) AS N FROM ") + table +
+                                (where.isEmpty() ? QString() : QStringLiteral(" WHERE ") + where));
     return rs && rs->atRow() ? static_cast<int>(rs->integer(QStringLiteral("N"))) : -1;
 }
 
-void addBackendRows()
-{
+void addBackendRows() {
     QTest::addColumn<QString>("backend");
     QTest::newRow("sqlite") << QStringLiteral("sqlite");
     QTest::newRow("postgres") << QStringLiteral("postgres");

@@ -33,7 +33,9 @@ public:
     int addUser(const QString& nome, const QString& senha, const QString& tipo, int ativo = 1);
     int count(const QString& table, const QString& where = {});
 
-    static QString backendName(Backend b) { return b == Backend::SQLite ? QStringLiteral("sqlite") : QStringLiteral("postgres"); }
+    static QString backendName(Backend b) {
+        return b == Backend::SQLite ? QStringLiteral("sqlite") : QStringLiteral("postgres");
+    }
 
 private:
     QTemporaryDir m_dir;
@@ -45,7 +47,8 @@ private:
 
 // Adds the "backend" column with a sqlite and a postgres row to a _data function.
 void addBackendRows();
-#define TEST_BACKEND() \
-    QFETCH_GLOBAL(QString, backend); \
-    TestApp app(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL : TestApp::Backend::SQLite); \
+#define TEST_BACKEND()                                                                             \
+    QFETCH_GLOBAL(QString, backend);                                                               \
+    TestApp app(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL                \
+                                                     : TestApp::Backend::SQLite);                  \
     QVERIFY2(app.ok(), "test database could not be opened")

@@ -9,9 +9,9 @@
 
 const QString frmAcrescimos::kSaiaPeloOk = QStringLiteral("Você deve sair ultilizando o botão OK.");
 
-frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines, QWidget* parent)
-    : QDialog(parent), m_dialogs(dialogs)
-{
+frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines,
+                             QWidget* parent)
+    : QDialog(parent), m_dialogs(dialogs) {
     setObjectName(QStringLiteral("frmAcrescimos"));
     setWindowTitle(caption);
     auto* layout = new QVBoxLayout(this);
@@ -39,13 +39,11 @@ frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const 
     layout->addWidget(ok);
 }
 
-void frmAcrescimos::reject()
-{
+void frmAcrescimos::reject() {
     m_dialogs.info(QStringLiteral("Aviso"), kSaiaPeloOk);
 }
 
-void frmAcrescimos::closeEvent(QCloseEvent* event)
-{
+void frmAcrescimos::closeEvent(QCloseEvent* event) {
     if (m_ok) {
         event->accept();
         return;

@@ -8,12 +8,13 @@ class DialogPort;
 class frmAcrescimos : public QDialog {
     Q_OBJECT
 public:
-    frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines, QWidget* parent = nullptr);
+    frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines,
+                  QWidget* parent = nullptr);
 
     static const QString kSaiaPeloOk;
 
 public slots:
-    void reject() override;  // Esc
+    void reject() override; // Esc
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -18,8 +18,7 @@ namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
-frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
-{
+frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmFeriados"));
     setWindowTitle(QStringLiteral("Feriados"));
     m_list = new QTreeWidget(this);
@@ -49,24 +48,24 @@ frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     reload();
 }
 
-void frmFeriados::reload()
-{
+void frmFeriados::reload() {
     m_list->clear();
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
+    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
     if (!rs)
         return;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        auto* item = new QTreeWidgetItem({QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0')),
-                                          DateUtil::br(r.date(QStringLiteral("FERIADO")))});
+        auto* item = new QTreeWidgetItem(
+            {QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0')),
+             DateUtil::br(r.date(QStringLiteral("FERIADO")))});
         item->setData(0, Qt::UserRole, int(r.integer(QStringLiteral("ID"))));
         m_list->addTopLevelItem(item);
         if (m_list->topLevelItemCount() % 50 == 0)
-            QApplication::processEvents();  // long calendars stay responsive
+            QApplication::processEvents(); // long calendars stay responsive
     }
 }
 
-void frmFeriados::gravar()
-{
+void frmFeriados::gravar() {
     const QString day = DateUtil::br(m_data->date());
     for (int i = 0; i < m_list->topLevelItemCount(); ++i)
         if (m_list->topLevelItem(i)->text(1) == day) {
@@ -79,10 +78,9 @@ void frmFeriados::gravar()
         reload();
 }
 
-void frmFeriados::excluir()
-{
-    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão do item selecionado?"), DialogIcon::Question,
-                              DialogButtons::YesNo) != DialogAnswer::Yes)
+void frmFeriados::excluir() {
+    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão do item selecionado?"),
+                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
         return;
     QTreeWidgetItem* item = m_list->currentItem();
     if (!item) {
@@ -98,10 +96,9 @@ void frmFeriados::excluir()
     reload();
 }
 
-void frmFeriados::limpar()
-{
-    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão de todos os feriados?"), DialogIcon::Question,
-                              DialogButtons::YesNo) != DialogAnswer::Yes)
+void frmFeriados::limpar() {
+    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão de todos os feriados?"),
+                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
         return;
     clsFeriado(m_ctx.db).Excluir(false);
     reload();

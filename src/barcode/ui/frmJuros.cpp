@@ -14,8 +14,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
-{
+frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmJuros"));
     setWindowTitle(QStringLiteral("Calcular Juros"));
     auto date = [this](const char* name, const QDate& d) {
@@ -32,9 +31,11 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     m_taxa = new QLineEdit(this);
     m_taxa->setObjectName(QStringLiteral("txtjuros"));
     const char* names[] = {"Option1", "Option2", "Option3"};
-    const QString texts[] = {QStringLiteral("Juros por dia (0,20%)"), QStringLiteral("Mora por dia (0,33%) + 1% ao mês"),
+    const QString texts[] = {QStringLiteral("Juros por dia (0,20%)"),
+                             QStringLiteral("Mora por dia (0,33%) + 1% ao mês"),
                              QStringLiteral("2% + 1%")};
-    const QString rates[] = {QStringLiteral("0,20"), QStringLiteral("0,33"), QStringLiteral("2,00")};
+    const QString rates[] = {QStringLiteral("0,20"), QStringLiteral("0,33"),
+                             QStringLiteral("2,00")};
     auto* options = new QVBoxLayout;
     for (int i = 0; i < 3; ++i) {
         m_opcoes[i] = new QRadioButton(texts[i], this);
@@ -82,8 +83,7 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     layout->addLayout(buttons);
 }
 
-void frmJuros::calcular()
-{
+void frmJuros::calcular() {
     InterestCalculator::Input in;
     for (int i = 0; i < 3; ++i)
         if (m_opcoes[i]->isChecked())

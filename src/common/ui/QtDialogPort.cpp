@@ -13,23 +13,27 @@
 #include <memory>
 
 namespace {
-QMessageBox::Icon toQt(DialogIcon icon)
-{
+QMessageBox::Icon toQt(DialogIcon icon) {
     switch (icon) {
-    case DialogIcon::Information: return QMessageBox::Information;
-    case DialogIcon::Exclamation: return QMessageBox::Warning;
-    case DialogIcon::Critical: return QMessageBox::Critical;
-    case DialogIcon::Question: return QMessageBox::Question;
-    case DialogIcon::None: break;
+    case DialogIcon::Information:
+        return QMessageBox::Information;
+    case DialogIcon::Exclamation:
+        return QMessageBox::Warning;
+    case DialogIcon::Critical:
+        return QMessageBox::Critical;
+    case DialogIcon::Question:
+        return QMessageBox::Question;
+    case DialogIcon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
-}  // namespace
+} // namespace
 
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
-                                  DialogButtons buttons)
-{
-    QMessageBox box(toQt(icon), title, QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
+                                   DialogButtons buttons) {
+    QMessageBox box(toQt(icon), title,
+                    QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
                     QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
     if (buttons == DialogButtons::YesNo) {
         box.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
@@ -43,16 +47,18 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
     box.exec();
     const auto role = box.buttonRole(box.clickedButton());
     switch (buttons) {
-    case DialogButtons::YesNo: return role == QMessageBox::YesRole ? DialogAnswer::Yes : DialogAnswer::No;
-    case DialogButtons::OkCancel: return role == QMessageBox::AcceptRole ? DialogAnswer::Ok : DialogAnswer::Cancel;
-    case DialogButtons::Ok: break;
+    case DialogButtons::YesNo:
+        return role == QMessageBox::YesRole ? DialogAnswer::Yes : DialogAnswer::No;
+    case DialogButtons::OkCancel:
+        return role == QMessageBox::AcceptRole ? DialogAnswer::Ok : DialogAnswer::Cancel;
+    case DialogButtons::Ok:
+        break;
     }
     return DialogAnswer::Ok;
 }
 
 std::optional<QString> QtDialogPort::input(const QString& title, const QString& prompt, bool masked,
-                                          const QString& initial)
-{
+                                           const QString& initial) {
     QInputDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
     dlg.setWindowTitle(title);
     dlg.setLabelText(prompt);
@@ -65,11 +71,11 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
     return dlg.textValue();
 }
 
-DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption, const QStringList& lines,
-                                 DialogButtons buttons)
-{
+DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
+                                  const QStringList& lines, DialogButtons buttons) {
     if (form == QLatin1String("frmAcrescimos")) {
-        frmAcrescimos dlg(*this, caption, lines, m_parent ? m_parent : QApplication::activeWindow());
+        frmAcrescimos dlg(*this, caption, lines,
+                          m_parent ? m_parent : QApplication::activeWindow());
         dlg.exec();
         return DialogAnswer::Ok;
     }
@@ -80,9 +86,9 @@ DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption, c
     return answer;
 }
 
-QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption, const QStringList& lines,
-                                   DialogButtons buttons, DialogAnswer* answer, QWidget* parent)
-{
+QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption,
+                                    const QStringList& lines, DialogButtons buttons,
+                                    DialogAnswer* answer, QWidget* parent) {
     auto* dlg = new QDialog(parent);
     dlg->setObjectName(form);
     dlg->setWindowTitle(caption);
@@ -102,8 +108,14 @@ QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption,
         yes->setObjectName(QStringLiteral("Command1"));
         auto* no = new QPushButton(QStringLiteral("&Não"), dlg);
         no->setObjectName(QStringLiteral("Command2"));
-        QObject::connect(yes, &QPushButton::clicked, dlg, [dlg, answer] { *answer = DialogAnswer::Yes; dlg->accept(); });
-        QObject::connect(no, &QPushButton::clicked, dlg, [dlg, answer] { *answer = DialogAnswer::No; dlg->reject(); });
+        QObject::connect(yes, &QPushButton::clicked, dlg, [dlg, answer] {
+            *answer = DialogAnswer::Yes;
+            dlg->accept();
+        });
+        QObject::connect(no, &QPushButton::clicked, dlg, [dlg, answer] {
+            *answer = DialogAnswer::No;
+            dlg->reject();
+        });
         row->addWidget(yes);
         row->addWidget(no);
         yes->setDefault(true);

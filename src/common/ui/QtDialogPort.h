@@ -19,8 +19,9 @@ public:
                         DialogButtons buttons) override;
 
     // The notice form itself, for the pictures of the screens.
-    static QDialog* createNotice(const QString& form, const QString& caption, const QStringList& lines,
-                                 DialogButtons buttons, DialogAnswer* answer, QWidget* parent);
+    static QDialog* createNotice(const QString& form, const QString& caption,
+                                 const QStringList& lines, DialogButtons buttons,
+                                 DialogAnswer* answer, QWidget* parent);
 
 private:
     QWidget* m_parent;

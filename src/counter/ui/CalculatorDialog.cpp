@@ -4,8 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-CalculatorDialog::CalculatorDialog(QWidget* parent) : QDialog(parent)
-{
+CalculatorDialog::CalculatorDialog(QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("CalculatorDialog"));
     setWindowTitle(QStringLiteral("Calculadora"));
     m_display = new QLabel(m_calc.display(), this);
@@ -15,14 +14,14 @@ CalculatorDialog::CalculatorDialog(QWidget* parent) : QDialog(parent)
     f.setPointSize(20);
     m_display->setFont(f);
     m_display->setMinimumWidth(280);
-    auto* help = new QLabel(QStringLiteral("+ - * /   = calcula   Enter envia   Del limpa   Esc sai"), this);
+    auto* help =
+        new QLabel(QStringLiteral("+ - * /   = calcula   Enter envia   Del limpa   Esc sai"), this);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_display);
     layout->addWidget(help);
 }
 
-void CalculatorDialog::keyPressEvent(QKeyEvent* event)
-{
+void CalculatorDialog::keyPressEvent(QKeyEvent* event) {
     const int k = event->key();
     if (k == Qt::Key_Escape) {
         reject();

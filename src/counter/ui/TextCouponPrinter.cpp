@@ -9,8 +9,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 
-bool TextCouponPrinter::imprimir(AppContext& ctx, const QStringList& lines)
-{
+bool TextCouponPrinter::imprimir(AppContext& ctx, const QStringList& lines) {
     QPrinterInfo info = ctx.settings.impressora_padrao.trimmed().isEmpty()
                             ? QPrinterInfo::defaultPrinter()
                             : QPrinterInfo::printerInfo(ctx.settings.impressora_padrao.trimmed());
@@ -22,7 +21,8 @@ bool TextCouponPrinter::imprimir(AppContext& ctx, const QStringList& lines)
         QDir().mkpath(dir);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(QDir(dir).filePath(
-            QStringLiteral("cupom_%1.pdf").arg(ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
+            QStringLiteral("cupom_%1.pdf")
+                .arg(ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
     }
     printer.setPageSize(QPageSize(QSizeF(80, 200), QPageSize::Millimeter));
     printer.setPageMargins(QMarginsF(4, 4, 4, 4), QPageLayout::Millimeter);

@@ -12,8 +12,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
-{
+frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmAvulso"));
     setWindowTitle(QStringLiteral("Recebimento Avulso"));
     m_tipo = new QComboBox(this);
@@ -23,7 +22,8 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
     m_valor = new QLineEdit(this);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
     m_valor->setPlaceholderText(QStringLiteral("0,00"));
-    m_vencimento = new QDateEdit(ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today(), this);
+    m_vencimento =
+        new QDateEdit(ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today(), this);
     m_vencimento->setObjectName(QStringLiteral("dtpVencimento"));
     m_vencimento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_vencimento->setCalendarPopup(true);
@@ -53,10 +53,10 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
     m_valor->setFocus();
 }
 
-void frmAvulso::ok()
-{
+void frmAvulso::ok() {
     if (m_valor->text().trimmed().isEmpty()) {
-        m_ctx.dialogs.warn(QStringLiteral("Aviso"), QStringLiteral("Um valor deve ser informado!!"));
+        m_ctx.dialogs.warn(QStringLiteral("Aviso"),
+                           QStringLiteral("Um valor deve ser informado!!"));
         m_valor->setFocus();
         return;
     }

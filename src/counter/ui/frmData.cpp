@@ -11,14 +11,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-frmData::frmData(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
-{
+frmData::frmData(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmData"));
     setWindowTitle(QStringLiteral("Tolvane - Abertura do Caixa"));
 
-    auto* explain = new QLabel(QStringLiteral("A data apresentada refere-se ao dia atual, caso haja necessidade de "
-                                              "consulta de outro dia selecione a data ao lado:"),
-                               this);
+    auto* explain = new QLabel(
+        QStringLiteral("A data apresentada refere-se ao dia atual, caso haja necessidade de "
+                       "consulta de outro dia selecione a data ao lado:"),
+        this);
     explain->setWordWrap(true);
     m_senha = new QLineEdit(this);
     m_senha->setObjectName(QStringLiteral("txtsenha"));
@@ -51,13 +51,14 @@ frmData::frmData(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
     layout->addLayout(grid);
     layout->addLayout(buttons);
 
-    connect(m_consultar, &QPushButton::clicked, this, [this] { act(DateScreenLogic::Action::Consultar); });
-    connect(m_abrir, &QPushButton::clicked, this, [this] { act(DateScreenLogic::Action::AbrirCaixa); });
+    connect(m_consultar, &QPushButton::clicked, this,
+            [this] { act(DateScreenLogic::Action::Consultar); });
+    connect(m_abrir, &QPushButton::clicked, this,
+            [this] { act(DateScreenLogic::Action::AbrirCaixa); });
     m_senha->setFocus();
 }
 
-void frmData::act(DateScreenLogic::Action action)
-{
+void frmData::act(DateScreenLogic::Action action) {
     if (!DateScreenLogic::proceed(m_ctx, m_senha->text(), m_data->date(), action)) {
         m_senha->selectAll();
         m_senha->setFocus();

@@ -1,11 +1,11 @@
 #include "frmFrente.h"
 
 #include "AppContext.h"
+#include "CalculatorDialog.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
 #include "frmAvulso.h"
-#include "CalculatorDialog.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
@@ -29,8 +29,8 @@
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
 
-QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0, bool bold = false)
-{
+QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0,
+              bool bold = false) {
     auto* l = new QLabel(text, parent);
     l->setObjectName(name);
     if (pointSize || bold) {
@@ -42,11 +42,10 @@ QLabel* label(const QString& name, const QString& text, QWidget* parent, int poi
     }
     return l;
 }
-}  // namespace
+} // namespace
 
 frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
-    : QMainWindow(parent), m_session(session), m_ctx(session.ctx()), m_consulta(consulta)
-{
+    : QMainWindow(parent), m_session(session), m_ctx(session.ctx()), m_consulta(consulta) {
     setObjectName(QStringLiteral("frmFrente"));
     setWindowTitle(QStringLiteral("Tolvane - Caixa"));
     buildUi();
@@ -60,26 +59,26 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     if (m_consulta) {
         // A past day is only looked at: nothing can be added, recorded, closed or reopened here.
         setWindowTitle(QStringLiteral("Tolvane - Caixa (consulta)"));
-        for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds), static_cast<QWidget*>(m_valor)})
+        for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
+                           static_cast<QWidget*>(m_valor)})
             w->setEnabled(false);
     }
     refreshAll();
     m_entry->setFocus();
 }
 
-void frmFrente::keyPressEvent(QKeyEvent* event)
-{
+void frmFrente::keyPressEvent(QKeyEvent* event) {
     if (!handleKey(event->key()))
         QMainWindow::keyPressEvent(event);
 }
 
-void frmFrente::buildUi()
-{
+void frmFrente::buildUi() {
     auto* central = new QWidget(this);
     setCentralWidget(central);
 
     m_status = label(QStringLiteral("lblStatus"), QString(), central, 14, true);
-    m_rede = label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), central, 0, true);
+    m_rede =
+        label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), central, 0, true);
     m_rede->setStyleSheet(QStringLiteral("color: #b00000"));
     m_rede->hide();
     m_user = label(QStringLiteral("lbluser"), QString(), central);
@@ -133,9 +132,10 @@ void frmFrente::buildUi()
     m_soma->setRootIsDecorated(false);
     m_soma->setAlternatingRowColors(true);
     m_soma->setFocusPolicy(Qt::NoFocus);
-    m_soma->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Tipo"), QStringLiteral("Valor"),
-                             QStringLiteral("Total"), QStringLiteral("Código de barras"),
-                             QStringLiteral("Vencimento"), QStringLiteral("Parcela"), QStringLiteral("Obs")});
+    m_soma->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Tipo"),
+                             QStringLiteral("Valor"), QStringLiteral("Total"),
+                             QStringLiteral("Código de barras"), QStringLiteral("Vencimento"),
+                             QStringLiteral("Parcela"), QStringLiteral("Obs")});
     m_soma->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
 
     m_total = label(QStringLiteral("lbltotalConta"), QStringLiteral("Calcular"), central, 22, true);
@@ -147,7 +147,8 @@ void frmFrente::buildUi()
     m_lancado = new QTreeWidget(central);
     m_lancado->setObjectName(QStringLiteral("lstLancado"));
     m_lancado->setRootIsDecorated(false);
-    m_lancado->setHeaderLabels({QStringLiteral("Aut."), QStringLiteral("Descrição"), QStringLiteral("Valor")});
+    m_lancado->setHeaderLabels(
+        {QStringLiteral("Aut."), QStringLiteral("Descrição"), QStringLiteral("Valor")});
     m_lancado->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_lancado->setMaximumWidth(380);
 
@@ -170,22 +171,26 @@ void frmFrente::buildUi()
     layout->addWidget(buildKeyBar());
 
     connect(m_entry, &QLineEdit::textChanged, this, &frmFrente::onEntryChanged);
-    for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds), static_cast<QWidget*>(m_valor)})
+    for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
+                       static_cast<QWidget*>(m_valor)})
         w->installEventFilter(this);
     resize(1180, 680);
 }
 
-QWidget* frmFrente::buildKeyBar()
-{
+QWidget* frmFrente::buildKeyBar() {
     auto* bar = new QWidget(this);
     auto* grid = new QGridLayout(bar);
-    const QStringList captions = {
-        QStringLiteral("Exclui último Item (F2)"), QStringLiteral("Limpa Soma (F3)"),
-        QStringLiteral("Encerrar Mov. (F4)"),      QStringLiteral("Reabrir Cupom (F5)"),
-        QStringLiteral("Juros por Dia/Mês (F6)"),  QStringLiteral("Contas Recebidas (F7)"),
-        QStringLiteral("Limpar Identificação (F8)"), QStringLiteral("Calculadora (F9)"),
-        QStringLiteral("Salvar Soma (F11)"),       QStringLiteral("Carregar Soma (F12)"),
-        QStringLiteral("Sair (ESC)")};
+    const QStringList captions = {QStringLiteral("Exclui último Item (F2)"),
+                                  QStringLiteral("Limpa Soma (F3)"),
+                                  QStringLiteral("Encerrar Mov. (F4)"),
+                                  QStringLiteral("Reabrir Cupom (F5)"),
+                                  QStringLiteral("Juros por Dia/Mês (F6)"),
+                                  QStringLiteral("Contas Recebidas (F7)"),
+                                  QStringLiteral("Limpar Identificação (F8)"),
+                                  QStringLiteral("Calculadora (F9)"),
+                                  QStringLiteral("Salvar Soma (F11)"),
+                                  QStringLiteral("Carregar Soma (F12)"),
+                                  QStringLiteral("Sair (ESC)")};
     for (int i = 0; i < captions.size(); ++i) {
         auto* l = new QLabel(captions[i], bar);
         l->setObjectName(QStringLiteral("lblTecla%1").arg(i + 1));
@@ -196,8 +201,7 @@ QWidget* frmFrente::buildKeyBar()
     return bar;
 }
 
-void frmFrente::buildMenus()
-{
+void frmFrente::buildMenus() {
     auto add = [this](QMenu* menu, const QString& name, const QString& text, auto slot) {
         QAction* a = menu->addAction(text);
         a->setObjectName(name);
@@ -205,37 +209,45 @@ void frmFrente::buildMenus()
         return a;
     };
     QMenu* caixa = menuBar()->addMenu(QStringLiteral("&Caixa"));
-    add(caixa, QStringLiteral("mnuEncerrar"), QStringLiteral("Encerrar Movimento (F4)"), &frmFrente::encerrar);
-    add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Movimento (F5)"), &frmFrente::reabrir);
+    add(caixa, QStringLiteral("mnuEncerrar"), QStringLiteral("Encerrar Movimento (F4)"),
+        &frmFrente::encerrar);
+    add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Movimento (F5)"),
+        &frmFrente::reabrir);
     caixa->addSeparator();
-    add(caixa, QStringLiteral("mnulogoff"), QStringLiteral("Trocar Operador"), [this] { emit logoff(); });
+    add(caixa, QStringLiteral("mnulogoff"), QStringLiteral("Trocar Operador"),
+        [this] { emit logoff(); });
     add(caixa, QStringLiteral("mnuSair"), QStringLiteral("Sair (ESC)"), [this] { close(); });
     QMenu* soma = menuBar()->addMenu(QStringLiteral("&Soma"));
-    add(soma, QStringLiteral("mnuGravar"), QStringLiteral("Salvar Soma (F11)"), [this] { m_session.salvarSoma(); });
+    add(soma, QStringLiteral("mnuGravar"), QStringLiteral("Salvar Soma (F11)"),
+        [this] { m_session.salvarSoma(); });
     add(soma, QStringLiteral("mnuCarregar"), QStringLiteral("Carregar Soma (F12)"), [this] {
         m_session.carregarSoma();
         refreshAll();
     });
-    add(soma, QStringLiteral("mnuRemove"), QStringLiteral("Excluir Item..."), &frmFrente::removeByNumber);
-    add(soma, QStringLiteral("mnuLimpar"), QStringLiteral("Limpa Soma (F3)"), &frmFrente::limparSoma);
-    add(soma, QStringLiteral("mnuLimpaIdent"), QStringLiteral("Limpar Identificação (F8)"), &frmFrente::limparIdentificacao);
+    add(soma, QStringLiteral("mnuRemove"), QStringLiteral("Excluir Item..."),
+        &frmFrente::removeByNumber);
+    add(soma, QStringLiteral("mnuLimpar"), QStringLiteral("Limpa Soma (F3)"),
+        &frmFrente::limparSoma);
+    add(soma, QStringLiteral("mnuLimpaIdent"), QStringLiteral("Limpar Identificação (F8)"),
+        &frmFrente::limparIdentificacao);
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Ferramentas"));
     tools->setObjectName(QStringLiteral("mnuFerramentas"));
-    add(tools, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."), &frmFrente::typedLine);
-    add(tools, QStringLiteral("mnuJuros"), QStringLiteral("Juros por Dia/Mês (F6)"), &frmFrente::juros);
-    add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"), &frmFrente::calculadora);
+    add(tools, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."),
+        &frmFrente::typedLine);
+    add(tools, QStringLiteral("mnuJuros"), QStringLiteral("Juros por Dia/Mês (F6)"),
+        &frmFrente::juros);
+    add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"),
+        &frmFrente::calculadora);
     add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
 }
 
-void frmFrente::tick()
-{
+void frmFrente::tick() {
     const QDateTime now = m_ctx.clock.now();
     m_dia->setText(now.toString(QStringLiteral("dd/MM/yyyy")));
     m_hora->setText(QStringLiteral("Agora: ") + now.toString(QStringLiteral("hh:mm:ss AP")));
 }
 
-bool frmFrente::fillKinds()
-{
+bool frmFrente::fillKinds() {
     m_kinds->clear();
     for (const auto& [id, desc] : m_session.kinds())
         m_kinds->addItem(desc, id);
@@ -243,15 +255,13 @@ bool frmFrente::fillKinds()
     return m_kinds->count() > 0;
 }
 
-void frmFrente::refreshAll()
-{
+void frmFrente::refreshAll() {
     refreshList();
     refreshLancados();
     refreshStatus();
 }
 
-void frmFrente::refreshList()
-{
+void frmFrente::refreshList() {
     const CustomerList& list = m_session.list();
     m_soma->clear();
     for (int r = 0; r < list.size(); ++r) {
@@ -268,21 +278,20 @@ void frmFrente::refreshList()
     m_troco->setText(m_session.paymentLabel());
 }
 
-void frmFrente::refreshLancados()
-{
+void frmFrente::refreshLancados() {
     m_lancadoTitle->setText(m_session.lancadosHeading());
     m_lancado->clear();
     for (const auto& l : m_session.lancados()) {
-        auto* item = new QTreeWidgetItem({QStringLiteral("%1").arg(l.autentica, 4, 10, QLatin1Char('0')),
-                                          l.descricao, l.valor.format()});
+        auto* item =
+            new QTreeWidgetItem({QStringLiteral("%1").arg(l.autentica, 4, 10, QLatin1Char('0')),
+                                 l.descricao, l.valor.format()});
         item->setData(0, Qt::UserRole, l.idrecebe);
         item->setTextAlignment(2, Qt::AlignRight);
         m_lancado->addTopLevelItem(item);
     }
 }
 
-void frmFrente::refreshStatus()
-{
+void frmFrente::refreshStatus() {
     m_status->setText(m_consulta ? QStringLiteral("CONSULTA - ") + m_session.day().statusLabel()
                                  : m_session.day().statusLabel());
     m_status->setStyleSheet(m_session.day().aberto() ? QStringLiteral("color: #006000")
@@ -290,8 +299,7 @@ void frmFrente::refreshStatus()
     m_user->setText(QStringLiteral("Operador: ") + m_ctx.userName);
 }
 
-bool frmFrente::eventFilter(QObject* watched, QEvent* event)
-{
+bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto* ke = static_cast<QKeyEvent*>(event);
         if (handleKey(ke->key()))
@@ -300,8 +308,7 @@ bool frmFrente::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
-bool frmFrente::handleKey(int key)
-{
+bool frmFrente::handleKey(int key) {
     const bool onEntry = focusWidget() == m_entry;
     switch (key) {
     case Qt::Key_Plus:
@@ -324,35 +331,54 @@ bool frmFrente::handleKey(int key)
             enter();
         }
         return true;
-    case Qt::Key_F2: removeLast(); return true;
-    case Qt::Key_F3: limparSoma(); return true;
-    case Qt::Key_F4: encerrar(); return true;
-    case Qt::Key_F5: reabrir(); return true;
-    case Qt::Key_F6: juros(); return true;
-    case Qt::Key_F7: m_lancado->setFocus(); return true;
-    case Qt::Key_F9: calculadora(); return true;
-    case Qt::Key_F8: limparIdentificacao(); return true;
-    case Qt::Key_F11: m_session.salvarSoma(); return true;
+    case Qt::Key_F2:
+        removeLast();
+        return true;
+    case Qt::Key_F3:
+        limparSoma();
+        return true;
+    case Qt::Key_F4:
+        encerrar();
+        return true;
+    case Qt::Key_F5:
+        reabrir();
+        return true;
+    case Qt::Key_F6:
+        juros();
+        return true;
+    case Qt::Key_F7:
+        m_lancado->setFocus();
+        return true;
+    case Qt::Key_F9:
+        calculadora();
+        return true;
+    case Qt::Key_F8:
+        limparIdentificacao();
+        return true;
+    case Qt::Key_F11:
+        m_session.salvarSoma();
+        return true;
     case Qt::Key_F12:
         if (!m_consulta) {
             m_session.carregarSoma();
             refreshList();
         }
         return true;
-    case Qt::Key_Escape: close(); return true;
-    default: break;
+    case Qt::Key_Escape:
+        close();
+        return true;
+    default:
+        break;
     }
     return false;
 }
 
-void frmFrente::onEntryChanged(const QString& text)
-{
+void frmFrente::onEntryChanged(const QString& text) {
     if (text.size() == 44)
         Leitura_codigo_barras();
 }
 
-void frmFrente::Leitura_codigo_barras()
-{
+void frmFrente::Leitura_codigo_barras() {
     if (m_consulta)
         return;
     const auto r = m_session.ler(m_entry->text());
@@ -368,8 +394,7 @@ void frmFrente::Leitura_codigo_barras()
     m_lastScan.start();
 }
 
-void frmFrente::enter()
-{
+void frmFrente::enter() {
     const QString text = m_entry->text().trimmed();
     QString digits = text;
     digits.remove(QRegularExpression(QStringLiteral("[ .\\-]")));
@@ -378,7 +403,7 @@ void frmFrente::enter()
         if (r.clearField || r.accepted)
             m_entry->clear();
         if (r.networkChecked)
-        m_rede->setVisible(r.showNetworkLabel);
+            m_rede->setVisible(r.showNetworkLabel);
         refreshList();
         m_lastScan.start();
         return;
@@ -395,8 +420,7 @@ void frmFrente::enter()
     m_entry->setFocus();
 }
 
-void frmFrente::tender()
-{
+void frmFrente::tender() {
     const auto r = m_session.tender(m_entry->text());
     if (r.state == ChangeResult::State::AmountInvalid) {
         m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor informado não é um número!!"));
@@ -407,8 +431,7 @@ void frmFrente::tender()
     refreshList();
 }
 
-void frmFrente::addTypedItem()
-{
+void frmFrente::addTypedItem() {
     if (m_consulta)
         return;
     if (m_kinds->currentIndex() < 0) {
@@ -416,7 +439,8 @@ void frmFrente::addTypedItem()
         m_kinds->setFocus();
         return;
     }
-    if (m_session.adicionarDigitado(m_kinds->currentData().toInt(), m_kinds->currentText(), m_valor->text())) {
+    if (m_session.adicionarDigitado(m_kinds->currentData().toInt(), m_kinds->currentText(),
+                                    m_valor->text())) {
         m_valor->clear();
         m_kinds->setCurrentIndex(-1);
         refreshList();
@@ -424,18 +448,17 @@ void frmFrente::addTypedItem()
     }
 }
 
-void frmFrente::removeLast()
-{
+void frmFrente::removeLast() {
     if (m_session.list().removeLast()) {
         m_session.resetPayment();
         refreshList();
     }
 }
 
-void frmFrente::removeByNumber()
-{
+void frmFrente::removeByNumber() {
     const auto answer = m_ctx.dialogs.input(QStringLiteral("Excluir Item"),
-                                            QStringLiteral("Informe o número do item a excluir?"), false, QString());
+                                            QStringLiteral("Informe o número do item a excluir?"),
+                                            false, QString());
     if (!answer)
         return;
     const auto r = m_session.list().removeByNumber(*answer);
@@ -447,8 +470,7 @@ void frmFrente::removeByNumber()
     refreshList();
 }
 
-void frmFrente::limparSoma()
-{
+void frmFrente::limparSoma() {
     if (m_session.list().isEmpty())
         return;
     if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja realmente limpar a soma?")))
@@ -458,8 +480,7 @@ void frmFrente::limparSoma()
     refreshList();
 }
 
-void frmFrente::limparIdentificacao()
-{
+void frmFrente::limparIdentificacao() {
     m_entry->clear();
     m_valor->clear();
     m_kinds->setCurrentIndex(-1);
@@ -467,8 +488,7 @@ void frmFrente::limparIdentificacao()
     m_entry->setFocus();
 }
 
-void frmFrente::encerrar()
-{
+void frmFrente::encerrar() {
     if (m_consulta)
         return;
     if (!m_session.day().aberto()) {
@@ -479,8 +499,7 @@ void frmFrente::encerrar()
     refreshStatus();
 }
 
-void frmFrente::reabrir()
-{
+void frmFrente::reabrir() {
     if (m_consulta)
         return;
     if (m_session.day().aberto()) {
@@ -491,18 +510,16 @@ void frmFrente::reabrir()
     refreshStatus();
 }
 
-void frmFrente::typedLine()
-{
+void frmFrente::typedLine() {
     if (m_consulta)
         return;
     frmLdg dlg(m_ctx.dialogs, this);
     if (dlg.exec() == QDialog::Accepted)
-        m_entry->setText(dlg.barcode());  // 44 digits: read exactly as a scanned code
+        m_entry->setText(dlg.barcode()); // 44 digits: read exactly as a scanned code
     m_entry->setFocus();
 }
 
-void frmFrente::avulso()
-{
+void frmFrente::avulso() {
     if (m_consulta)
         return;
     frmAvulso dlg(m_ctx, this);
@@ -513,32 +530,31 @@ void frmFrente::avulso()
     m_entry->setFocus();
 }
 
-void frmFrente::juros()
-{
+void frmFrente::juros() {
     frmJuros dlg(m_ctx, this);
     dlg.exec();
     m_entry->setFocus();
 }
 
-void frmFrente::calculadora()
-{
+void frmFrente::calculadora() {
     CalculatorDialog dlg(this);
-    connect(&dlg, &CalculatorDialog::resultado, this, [this](const QString& v) { m_valor->setText(v); });
+    connect(&dlg, &CalculatorDialog::resultado, this,
+            [this](const QString& v) { m_valor->setText(v); });
     dlg.exec();
     m_entry->setFocus();
 }
 
-void frmFrente::feriados()
-{
+void frmFrente::feriados() {
     frmFeriados dlg(m_ctx, this);
     dlg.exec();
     m_entry->setFocus();
 }
 
-void frmFrente::closeEvent(QCloseEvent* event)
-{
+void frmFrente::closeEvent(QCloseEvent* event) {
     if (!m_session.list().isEmpty() &&
-        !m_ctx.dialogs.ask(kAviso, QStringLiteral("Há itens na soma que não foram gravados. Deseja sair assim mesmo?"))) {
+        !m_ctx.dialogs.ask(
+            kAviso,
+            QStringLiteral("Há itens na soma que não foram gravados. Deseja sair assim mesmo?"))) {
         event->ignore();
         return;
     }

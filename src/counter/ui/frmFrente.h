@@ -64,17 +64,17 @@ private:
     QElapsedTimer m_lastScan;
     int m_scannerEnterMs = 150;
 
-    QLineEdit* m_entry = nullptr;      // txtValorCodBarra
-    QComboBox* m_kinds = nullptr;      // cmbTipoGuia
-    QLineEdit* m_valor = nullptr;      // mskvalor
-    QTreeWidget* m_soma = nullptr;     // lstSoma
-    QTreeWidget* m_lancado = nullptr;  // lstLancado
+    QLineEdit* m_entry = nullptr;     // txtValorCodBarra
+    QComboBox* m_kinds = nullptr;     // cmbTipoGuia
+    QLineEdit* m_valor = nullptr;     // mskvalor
+    QTreeWidget* m_soma = nullptr;    // lstSoma
+    QTreeWidget* m_lancado = nullptr; // lstLancado
     QLabel* m_lancadoTitle = nullptr;
-    QLabel* m_total = nullptr;         // lbltotalConta
-    QLabel* m_troco = nullptr;         // lblTroco
-    QLabel* m_status = nullptr;        // lblStatus
-    QLabel* m_rede = nullptr;          // lblStatusRede
-    QLabel* m_user = nullptr;          // lbluser
-    QLabel* m_dia = nullptr;           // lblDia
-    QLabel* m_hora = nullptr;          // lblHora
+    QLabel* m_total = nullptr;  // lbltotalConta
+    QLabel* m_troco = nullptr;  // lblTroco
+    QLabel* m_status = nullptr; // lblStatus
+    QLabel* m_rede = nullptr;   // lblStatusRede
+    QLabel* m_user = nullptr;   // lbluser
+    QLabel* m_dia = nullptr;    // lblDia
+    QLabel* m_hora = nullptr;   // lblHora
 };

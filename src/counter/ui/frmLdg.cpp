@@ -9,8 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-frmLdg::frmLdg(DialogPort& dialogs, QWidget* parent) : QDialog(parent), m_dialogs(dialogs)
-{
+frmLdg::frmLdg(DialogPort& dialogs, QWidget* parent) : QDialog(parent), m_dialogs(dialogs) {
     setObjectName(QStringLiteral("frmLdg"));
     setWindowTitle(QStringLiteral("Linha Digitável"));
     m_line = new QLineEdit(this);
@@ -31,13 +30,13 @@ frmLdg::frmLdg(DialogPort& dialogs, QWidget* parent) : QDialog(parent), m_dialog
     buttons->addWidget(okButton);
     buttons->addWidget(cancel);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(new QLabel(QStringLiteral("Digite ou cole a linha digitável (47 ou 48 números):"), this));
+    layout->addWidget(
+        new QLabel(QStringLiteral("Digite ou cole a linha digitável (47 ou 48 números):"), this));
     layout->addWidget(m_line);
     layout->addLayout(buttons);
 }
 
-void frmLdg::ok()
-{
+void frmLdg::ok() {
     const TypedLine::Result r = TypedLine::toBarcode(m_line->text());
     if (!r.ok()) {
         m_dialogs.critical(QStringLiteral("Aviso"), r.erro);

@@ -9,13 +9,14 @@
 class tst_feriados_screen : public QObject {
     Q_OBJECT
 private slots:
-    void recordDeleteAndClear()
-    {
+    void recordDeleteAndClear() {
         TestApp app;
         frmFeriados form(app.ctx());
         auto* list = form.findChild<QTreeWidget*>(QStringLiteral("lwFeriados"));
         auto* date = form.findChild<QDateEdit*>(QStringLiteral("dtpData"));
-        auto click = [&](const char* name) { form.findChild<QPushButton*>(QLatin1String(name))->click(); };
+        auto click = [&](const char* name) {
+            form.findChild<QPushButton*>(QLatin1String(name))->click();
+        };
 
         date->setDate(QDate(2026, 12, 25));
         click("cmdGravar");
@@ -23,14 +24,14 @@ private slots:
         click("cmdGravar");
         QCOMPARE(list->topLevelItemCount(), 2);
         QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("20/11/2026"));
-        QVERIFY(list->topLevelItem(0)->text(0).size() == 4);  // "0002"
+        QVERIFY(list->topLevelItem(0)->text(0).size() == 4); // "0002"
         click("cmdGravar");
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Data já lançada!!!"));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Exclamation);
         QCOMPARE(app.count(QStringLiteral("Feriados")), 2);
 
         app.dialogs().pushAnswer(DialogAnswer::Yes);
-        click("cmdExcluir");  // nothing chosen
+        click("cmdExcluir"); // nothing chosen
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Informe um item !!!"));
         list->setCurrentItem(list->topLevelItem(1));
         app.dialogs().pushAnswer(DialogAnswer::No);
@@ -39,13 +40,15 @@ private slots:
         app.dialogs().pushAnswer(DialogAnswer::Yes);
         list->setCurrentItem(list->topLevelItem(1));
         click("cmdExcluir");
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Confirma exclusão do item selecionado?"));
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("Confirma exclusão do item selecionado?"));
         QCOMPARE(list->topLevelItemCount(), 1);
         QCOMPARE(list->topLevelItem(0)->text(1), QStringLiteral("20/11/2026"));
 
         app.dialogs().pushAnswer(DialogAnswer::Yes);
         click("cmdLimpar");
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Confirma exclusão de todos os feriados?"));
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("Confirma exclusão de todos os feriados?"));
         QCOMPARE(list->topLevelItemCount(), 0);
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
     }

@@ -11,27 +11,33 @@
 class tst_date_screen : public QObject {
     Q_OBJECT
 private slots:
-    void dateRules_data()
-    {
+    void dateRules_data() {
         QTest::addColumn<QString>("senha");
         QTest::addColumn<QDate>("date");
         QTest::addColumn<bool>("consultar");
         QTest::addColumn<bool>("ok");
         QTest::addColumn<QStringList>("messages");
         const QDate today(2026, 11, 23);
-        QTest::newRow("wrong password") << "nao" << today << false << false << QStringList{QStringLiteral("Senha Inválida!!")};
-        QTest::newRow("future date") << "ana" << today.addDays(1) << false << false
-                                     << QStringList{QStringLiteral("A data atual não pode ser menor que esta selecionada!!")};
+        QTest::newRow("wrong password")
+            << "nao" << today << false << false << QStringList{QStringLiteral("Senha Inválida!!")};
+        QTest::newRow("future date")
+            << "ana" << today.addDays(1) << false << false
+            << QStringList{
+                   QStringLiteral("A data atual não pode ser menor que esta selecionada!!")};
         QTest::newRow("open today") << "ana" << today << false << true << QStringList{};
-        QTest::newRow("open another day") << "ana" << today.addDays(-3) << false << true
-                                          << QStringList{QStringLiteral("Data do Computador diferente da data de abertura do caixa!! Verifique."),
-                                                         QStringLiteral("O caixa será aberto com a data selecionada.")};
-        QTest::newRow("consult day without movement") << "ana" << today.addDays(-1) << true << false
-                                                      << QStringList{QStringLiteral("Não foi encontrado nenhum movimento com essa data!!")};
-        QTest::newRow("consult day with movement") << "ana" << today.addDays(-2) << true << true << QStringList{};
+        QTest::newRow("open another day")
+            << "ana" << today.addDays(-3) << false << true
+            << QStringList{
+                   QStringLiteral(
+                       "Data do Computador diferente da data de abertura do caixa!! Verifique."),
+                   QStringLiteral("O caixa será aberto com a data selecionada.")};
+        QTest::newRow("consult day without movement")
+            << "ana" << today.addDays(-1) << true << false
+            << QStringList{QStringLiteral("Não foi encontrado nenhum movimento com essa data!!")};
+        QTest::newRow("consult day with movement")
+            << "ana" << today.addDays(-2) << true << true << QStringList{};
     }
-    void dateRules()
-    {
+    void dateRules() {
         QFETCH(QString, senha);
         QFETCH(QDate, date);
         QFETCH(bool, consultar);
@@ -48,15 +54,21 @@ private slots:
         QSignalSpy spy(&screen, &frmData::prosseguir);
         screen.findChild<QLineEdit*>(QStringLiteral("txtsenha"))->setText(senha);
         screen.findChild<QDateEdit*>(QStringLiteral("dtpData"))->setDate(date);
-        screen.findChild<QPushButton*>(consultar ? QStringLiteral("cmdConsultar") : QStringLiteral("cmdAbrirCaixa"))->click();
+        screen
+            .findChild<QPushButton*>(consultar ? QStringLiteral("cmdConsultar")
+                                               : QStringLiteral("cmdAbrirCaixa"))
+            ->click();
         QCOMPARE(app.dialogs().texts(), messages);
         QCOMPARE(spy.count(), ok ? 1 : 0);
         if (ok)
             QCOMPARE(app.ctx().workingDate, date);
         if (!messages.isEmpty() && !ok)
-            QCOMPARE(app.dialogs().last().icon, senha == QLatin1String("nao") || date > QDate(2026, 11, 23)
-                                                    ? DialogIcon::Critical : DialogIcon::Exclamation);
-    }};
+            QCOMPARE(app.dialogs().last().icon,
+                     senha == QLatin1String("nao") || date > QDate(2026, 11, 23)
+                         ? DialogIcon::Critical
+                         : DialogIcon::Exclamation);
+    }
+};
 
 QTEST_MAIN(tst_date_screen)
 #include "tst_date_screen.moc"

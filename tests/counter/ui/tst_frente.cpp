@@ -10,7 +10,7 @@
 #include <QLineEdit>
 #include <QTreeWidget>
 
-constexpr int kScannerPause = 200;  // longer than the scanner's own Enter
+constexpr int kScannerPause = 200; // longer than the scanner's own Enter
 
 class tst_frente : public QObject {
     Q_OBJECT
@@ -19,11 +19,11 @@ class tst_frente : public QObject {
         TestApp app;
         CounterSession session{app.ctx(), nullptr};
         std::unique_ptr<frmFrente> form;
-        Screen()
-        {
-            QVERIFY(app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
-                                                       "VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N'), "
-                                                       "(8, 'AV2', 'CERTIDAO', 'A', 'N', 'N'), (100, 'DIN', 'DINHEIRO', 'S', 'N', 'N')")));
+        Screen() {
+            QVERIFY(app.db().SQLExecute(QStringLiteral(
+                "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
+                "VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N'), "
+                "(8, 'AV2', 'CERTIDAO', 'A', 'N', 'N'), (100, 'DIN', 'DINHEIRO', 'S', 'N', 'N')")));
             app.ctx().workingDate = QDate(2026, 11, 23);
             app.ctx().userName = QStringLiteral("ANA");
             QVERIFY(session.day().abrir());
@@ -32,10 +32,11 @@ class tst_frente : public QObject {
             form->show();
             QVERIFY(QTest::qWaitForWindowExposed(form.get()));
         }
-        template <class T> T* w(const char* name) { return form->findChild<T*>(QLatin1String(name)); }
+        template <class T> T* w(const char* name) {
+            return form->findChild<T*>(QLatin1String(name));
+        }
         void key(int k) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(k)); }
-        void typeItem(int kindRow, const QString& valor)
-        {
+        void typeItem(int kindRow, const QString& valor) {
             key(Qt::Key_Plus);
             auto* kinds = w<QComboBox>("cmbTipoGuia");
             kinds->hidePopup();
@@ -47,8 +48,7 @@ class tst_frente : public QObject {
     };
 
 private slots:
-    void kindListOffersEntryKindsOnly()
-    {
+    void kindListOffersEntryKindsOnly() {
         Screen s;
         auto* kinds = s.w<QComboBox>("cmbTipoGuia");
         QCOMPARE(kinds->count(), 2);
@@ -59,8 +59,7 @@ private slots:
         QVERIFY(s.w<QLabel>("lblHora")->text().startsWith(QStringLiteral("Agora: 10:00:00")));
     }
 
-    void typedItemsChangeAndEnter()
-    {
+    void typedItemsChangeAndEnter() {
         Screen s;
         s.typeItem(1, QStringLiteral("12,50"));
         s.typeItem(0, QStringLiteral("7,50"));
@@ -74,7 +73,7 @@ private slots:
         QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("15"));
         s.key(Qt::Key_Minus);
         QCOMPARE(s.w<QLabel>("lblTroco")->text(), QStringLiteral("Deve: R$ 5,00"));
-        s.key(Qt::Key_Return);  // still owes: nothing recorded
+        s.key(Qt::Key_Return); // still owes: nothing recorded
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
 
         QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("50,00"));
@@ -93,8 +92,7 @@ private slots:
         QCOMPARE(s.w<QLabel>("lblLancado")->text(), QStringLiteral("Caixa dia: 23 - 11 - 2026"));
     }
 
-    void emptyValueAndTwoCommasAreRefused()
-    {
+    void emptyValueAndTwoCommasAreRefused() {
         Screen s;
         s.typeItem(0, QString());
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Um valor deve ser informado!!"));
@@ -103,13 +101,13 @@ private slots:
         s.w<QLineEdit>("txtValorCodBarra")->setFocus();
         QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("1,0,0"));
         s.key(Qt::Key_Minus);
-        QCOMPARE(s.app.dialogs().last().text, QStringLiteral("O valor informado não é um número!!"));
-        s.key(Qt::Key_Escape);  // an empty list leaves without asking
+        QCOMPARE(s.app.dialogs().last().text,
+                 QStringLiteral("O valor informado não é um número!!"));
+        s.key(Qt::Key_Escape); // an empty list leaves without asking
         QVERIFY(!s.form->isVisible());
     }
 
-    void removeKeysAndRefusals()
-    {
+    void removeKeysAndRefusals() {
         Screen s;
         for (const char* v : {"1,00", "2,00", "3,00"})
             s.typeItem(0, QString::fromLatin1(v));
@@ -121,12 +119,13 @@ private slots:
             s.app.dialogs().pushInput(QString::fromLatin1(answer));
             s.form->findChild<QAction*>(QStringLiteral("mnuRemove"))->trigger();
         }
-        QCOMPARE(s.app.dialogs().texts(), (QStringList{QStringLiteral("Informe o número do item a excluir?"),
-                                                       QStringLiteral("Nenhum valor informado!!!"),
-                                                       QStringLiteral("Informe o número do item a excluir?"),
-                                                       QStringLiteral("O valor informado não é um número!!"),
-                                                       QStringLiteral("Informe o número do item a excluir?"),
-                                                       QStringLiteral("O Valor informado não corresponde!!!")}));
+        QCOMPARE(s.app.dialogs().texts(),
+                 (QStringList{QStringLiteral("Informe o número do item a excluir?"),
+                              QStringLiteral("Nenhum valor informado!!!"),
+                              QStringLiteral("Informe o número do item a excluir?"),
+                              QStringLiteral("O valor informado não é um número!!"),
+                              QStringLiteral("Informe o número do item a excluir?"),
+                              QStringLiteral("O Valor informado não corresponde!!!")}));
         s.app.dialogs().pushInput(QStringLiteral("1"));
         s.form->findChild<QAction*>(QStringLiteral("mnuRemove"))->trigger();
         QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItem(0)->text(2), QStringLiteral("2,00"));
@@ -136,27 +135,26 @@ private slots:
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Deseja realmente limpar a soma?"));
         QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 1);
         s.app.dialogs().pushAnswer(DialogAnswer::No);
-        s.key(Qt::Key_Escape);  // items not recorded: asks, and stays
+        s.key(Qt::Key_Escape); // items not recorded: asks, and stays
         QVERIFY(s.form->isVisible());
         s.app.dialogs().pushAnswer(DialogAnswer::Yes);
         s.key(Qt::Key_F3);
         QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);
     }
 
-    void closeAndReopenByKeys()
-    {
+    void closeAndReopenByKeys() {
         Screen s;
         s.app.dialogs().defaultAnswer = DialogAnswer::Yes;
         s.key(Qt::Key_F4);
         QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA ENCERRADO"));
         s.typeItem(0, QStringLiteral("1,00"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);  // nothing added after closing
+        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(),
+                 0); // nothing added after closing
         s.key(Qt::Key_F5);
         QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
     }
 
-    void scanningAtTheCounter()
-    {
+    void scanningAtTheCounter() {
         Screen s;
         QVERIFY(DemoData::seed(s.app.ctx(), nullptr, nullptr));
         s.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
@@ -164,11 +162,11 @@ private slots:
         auto* soma = s.w<QTreeWidget>("lstSoma");
         const QString onTime = QStringLiteral("81660000003124004262026113058888888888888888");
         const QString overdue = QStringLiteral("81830000012345604272026011000000000000000000");
-        s.form->setScannerEnterWindow(60000);  // however slow this machine is
+        s.form->setScannerEnterWindow(60000); // however slow this machine is
         QTest::keyClicks(entry, onTime);
         QCOMPARE(soma->topLevelItemCount(), 1);
         QVERIFY(entry->text().isEmpty());
-        s.key(Qt::Key_Return);  // the scanner's own Enter right after the code
+        s.key(Qt::Key_Return); // the scanner's own Enter right after the code
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
         s.form->setScannerEnterWindow(kScannerPause / 2);
 
@@ -199,8 +197,7 @@ private slots:
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 3);
     }
 
-    void consultationIsReadOnly()
-    {
+    void consultationIsReadOnly() {
         TestApp app;
         app.ctx().workingDate = QDate(2026, 11, 20);
         CounterSession session(app.ctx(), nullptr);
@@ -212,7 +209,9 @@ private slots:
         QTest::keyClick(&form, Qt::Key_F4);
         QVERIFY(app.dialogs().shown().isEmpty());
         QVERIFY(session.day().aberto());
-        QVERIFY(form.findChild<QLabel*>(QStringLiteral("lblStatus"))->text().startsWith(QStringLiteral("CONSULTA")));
+        QVERIFY(form.findChild<QLabel*>(QStringLiteral("lblStatus"))
+                    ->text()
+                    .startsWith(QStringLiteral("CONSULTA")));
     }
 };
 

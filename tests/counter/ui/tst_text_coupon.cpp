@@ -7,8 +7,7 @@
 class tst_text_coupon : public QObject {
     Q_OBJECT
 private slots:
-    void withoutPrinterTheCouponIsAPdf()
-    {
+    void withoutPrinterTheCouponIsAPdf() {
         TestApp app;
         QVERIFY(TextCouponPrinter::imprimir(app.ctx(), {QStringLiteral("TOTAL PAGO: 100,00")}));
         QVERIFY(!QDir(app.path(QStringLiteral("Cupons")))
