@@ -1,31 +1,41 @@
 # Wrappers around CMake. `make run` and `make test` do the whole set-up on a fresh machine.
 BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
+LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
-.PHONY: all deps build test run bench screens clean
+.PHONY: all deps configure build test run bench screens format clean
 
 all: build
 
 deps:
 	@bash scripts/install-deps.sh
 
-build: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+configure: deps
+	@cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTOLVANE_WERROR=ON $(LAUNCHER) >/dev/null
+
+build: configure
 	cmake --build $(BUILD) -j$(JOBS)
 
+# Everything, then every test (format check included).
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j$(JOBS)
 
-run: build
+# Only the program: tests and benchmarks are not built for a run.
+run: configure
+	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
 	$(BUILD)/tolvane --pasta demo
 
 bench: build
-	@for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b" || true; done
+	@set -e; for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
 
-screens: build
+screens: configure
+	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@mkdir -p $(BUILD)/screens
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tolvane telas $(BUILD)/screens
+
+format:
+	git ls-files -co --exclude-standard -- '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
 	rm -rf $(BUILD)

@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
-# Installs what Tolvane needs to build, run and test on Debian. Idempotent: only missing
-# packages are installed, and each one is named before it is.
+# Installs what Tolvane needs to build, run and test on Debian. Idempotent: it asks dpkg which
+# packages are really installed and, when nothing is missing, touches nothing and needs neither
+# root nor the network. Each missing package is named before it is installed.
 set -euo pipefail
 
 PKGS=(
   build-essential cmake pkg-config
-  qt6-base-dev qt6-base-dev-tools libqt6serialport6-dev
+  qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
   libqt6sql6-sqlite libqt6sql6-psql libqt6opengl6-dev
-  libgl-dev
+  libgl-dev libssl-dev
   postgresql postgresql-client
   libbenchmark-dev
+  clang-format
   fonts-dejavu-core
 )
 
@@ -27,7 +29,13 @@ fi
 
 echo "install-deps: installing ${missing[*]}"
 SUDO=""
-if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+if [ "$(id -u)" -ne 0 ]; then
+  if ! command -v sudo >/dev/null; then
+    echo "install-deps: missing ${missing[*]}; run this script as root to install them" >&2
+    exit 1
+  fi
+  SUDO="sudo"
+fi
 export DEBIAN_FRONTEND=noninteractive
 $SUDO apt-get update -qq
 $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -117,7 +117,7 @@ int runScreens(int argc, char** argv) {
     frmFrente four(session, false);
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
 
-    failures += !saveOverdueScreens(ctx, out);
+    failures += saveOverdueScreens(ctx, out);
 
     session.list().clear();
     session.resetPayment();
