@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "NationalHolidays.h"
 #include "PasswordHash.h"
+#include "Transaction.h"
 #include "clsUsuarios.h"
 
 #include <QRandomGenerator>
@@ -51,10 +52,10 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
     auto fail = [&](const QString& what) {
         if (error)
             *error = what;
-        db.RollbackTrans();
         return false;
     };
-    if (!db.BeginTrans())
+    Transaction tx(db);
+    if (!tx.ok())
         return fail(
             QStringLiteral("Não foi possível iniciar a gravação dos dados de demonstração."));
     for (const Kind& k : kKinds) {
@@ -98,7 +99,7 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
         if (adminPassword)
             *adminPassword = password;
     }
-    if (!db.CommitTrans())
+    if (!tx.commit())
         return fail(QStringLiteral("Erro ao gravar os dados de demonstração."));
     return true;
 }

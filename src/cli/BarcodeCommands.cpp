@@ -4,6 +4,7 @@
 #include "BarcodeReader.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliSupport.h"
 #include "Clock.h"
 #include "DateUtil.h"
 #include "HolidayCalendar.h"
@@ -227,12 +228,7 @@ void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObje
                                          [&cal](const QDate& x) { return cal.E_feriado(x); });
     if (!enc || !enc->vencida)
         return;
-    o.insert(QStringLiteral("vencida"), true);
-    o.insert(QStringLiteral("dias"), enc->dias);
-    o.insert(QStringLiteral("meses"), enc->meses);
-    o.insert(QStringLiteral("acrescimo_juros"), enc->juros.format());
-    o.insert(QStringLiteral("acrescimo_multa"), enc->multa.format());
-    o.insert(QStringLiteral("total"), enc->total.format());
+    CliSupport::addEncargos(o, *enc);
 }
 
 int ler(CliEnv& e) {
@@ -240,7 +236,7 @@ int ler(CliEnv& e) {
         e.err << "Uso: tolvane ler CODIGO [--data DD/MM/AAAA] [--json]\n";
         return ExitUsage;
     }
-    const auto chosen = workingDateOption(e);
+    const auto chosen = CliSupport::workingDate(e);
     if (!chosen)
         return ExitUsage;
     const QDate day = *chosen;

@@ -3,10 +3,10 @@
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliSupport.h"
 #include "DateUtil.h"
 #include "HolidayCalendar.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
@@ -46,15 +46,10 @@ int encargos(CliEnv& e) {
         e.err << "Atraso grande demais para calcular (mais de 32767 meses).\n";
         return ExitRefused;
     }
-    const QJsonObject o{{QStringLiteral("vencimento"), DateUtil::br(r->vencimento)},
-                        {QStringLiteral("vencida"), r->vencida},
-                        {QStringLiteral("dias"), r->dias},
-                        {QStringLiteral("meses"), r->meses},
-                        {QStringLiteral("acrescimo_juros"), r->juros.format()},
-                        {QStringLiteral("acrescimo_multa"), r->multa.format()},
-                        {QStringLiteral("total"), r->total.format()}};
+    QJsonObject o{{QStringLiteral("vencimento"), DateUtil::br(r->vencimento)}};
+    CliSupport::addEncargos(o, *r);
     if (e.json) {
-        e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n";
+        CliSupport::printJson(e, o);
         return ExitOk;
     }
     e.out << QStringLiteral(

@@ -19,6 +19,7 @@ QList<CliCommand> allCommands() {
     QList<CliCommand> c;
     registerAppCommands(c);
     registerCounterCommands(c);
+    registerCounterReceiveCommand(c);
     registerBarcodeCommands(c);
     registerPrinterCommands(c);
     registerChargesCommands(c);
@@ -48,16 +49,6 @@ QString readLine() {
 }
 
 } // namespace
-
-std::optional<QDate> workingDateOption(CliEnv& e) {
-    if (!e.args.has(QStringLiteral("data")))
-        return e.ctx.clock.today();
-    const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
-    if (!d)
-        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n")
-                     .arg(e.args.value(QStringLiteral("data")));
-    return d;
-}
 
 bool Cli::wantsCli(const QStringList& args) {
     for (int i = 0; i < args.size(); ++i) {

@@ -24,10 +24,6 @@ struct CliEnv {
 
 enum CliExit { ExitOk = 0, ExitRefused = 1, ExitUsage = 2 };
 
-// The working date of a command: --data DD/MM/AAAA, else today. nullopt (message on stderr)
-// when the text is not a date.
-std::optional<QDate> workingDateOption(CliEnv& e);
-
 struct CliCommand {
     QStringList words; // "usuario", "gravar"
     QString synopsis;  // shown by --help
@@ -40,6 +36,7 @@ struct CliCommand {
 // Each subsystem adds its commands here (see Cli.cpp).
 void registerAppCommands(QList<CliCommand>& commands);
 void registerCounterCommands(QList<CliCommand>& commands);
+void registerCounterReceiveCommand(QList<CliCommand>& commands);
 void registerBarcodeCommands(QList<CliCommand>& commands);
 void registerPrinterCommands(QList<CliCommand>& commands);
 void registerChargesCommands(QList<CliCommand>& commands);

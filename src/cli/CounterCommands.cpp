@@ -3,53 +3,24 @@
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliPrinterScope.h"
+#include "CliSupport.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DateScreenLogic.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
-#include "Login.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
-// Logs the operator in and fixes the working date (--data, default today). Answers an exit
-// code, or -1 to go on.
-int counterLogin(CliEnv& e) {
-    const auto chosen = workingDateOption(e);
-    if (!chosen)
-        return ExitUsage;
-    const QDate day = *chosen;
-    const QString senha = e.readStdinLine();
-    if (!Login::Valida_senha(e.ctx, senha)) {
-        e.err << Login::kSenhaInvalida << "\n";
-        return ExitRefused;
-    }
-    if (day > e.ctx.clock.today()) {
-        e.err << "A data atual não pode ser menor que esta selecionada!!\n";
-        return ExitRefused;
-    }
-    e.ctx.workingDate = day;
-    return -1;
-}
-
 namespace {
-
-void printJson(CliEnv& e, const QJsonObject& o) {
-    e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n";
-}
 
 // The existing movement of the working date, or a refusal.
 int existing(CliEnv& e, CounterSession& s) {
-    if (int rc = counterLogin(e); rc >= 0)
+    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
-    if (!s.day().consultar()) {
-        e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
-        return ExitRefused;
-    }
-    return -1;
+    return s.day().consultar() ? -1 : int(ExitRefused);
 }
 
 QJsonObject situacao(CounterSession& s) {
@@ -68,13 +39,8 @@ QJsonObject situacao(CounterSession& s) {
 int abrir(CliEnv& e) {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
-    if (int rc = counterLogin(e); rc >= 0)
+    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::AbrirCaixa); rc >= 0)
         return rc;
-    if (e.ctx.workingDate != e.ctx.clock.today())
-        e.ctx.dialogs.warn(
-            QStringLiteral("Aviso"),
-            QStringLiteral(
-                "Data do Computador diferente da data de abertura do caixa!! Verifique."));
     const bool existed = s.day().consultar();
     if (!s.day().abrir())
         return ExitRefused;
@@ -83,7 +49,7 @@ int abrir(CliEnv& e) {
                      .arg(s.day().movimento().MOV)
                      .arg(DateUtil::br(s.day().movimento().MDATA), s.day().movimento().STATUS);
     if (e.json)
-        printJson(e, situacao(s));
+        CliSupport::printJson(e, situacao(s));
     return ExitOk;
 }
 
@@ -99,7 +65,7 @@ int encerrar(CliEnv& e) {
     if (s.day().encerrar() != CashDay::Result::Done)
         return ExitRefused;
     if (e.json)
-        printJson(e, situacao(s));
+        CliSupport::printJson(e, situacao(s));
     return ExitOk;
 }
 
@@ -115,7 +81,7 @@ int reabrir(CliEnv& e) {
     if (s.day().reabrir() != CashDay::Result::Done)
         return ExitRefused;
     if (e.json)
-        printJson(e, situacao(s));
+        CliSupport::printJson(e, situacao(s));
     return ExitOk;
 }
 
@@ -125,7 +91,7 @@ int mostrarSituacao(CliEnv& e) {
         return rc;
     const QJsonObject o = situacao(s);
     if (e.json) {
-        printJson(e, o);
+        CliSupport::printJson(e, o);
         return ExitOk;
     }
     for (auto it = o.begin(); it != o.end(); ++it)
@@ -150,13 +116,11 @@ int recebimentos(CliEnv& e) {
                          .arg(l.descricao, l.valor.format());
     }
     if (e.json)
-        e.out << QJsonDocument(list).toJson(QJsonDocument::Compact) << "\n";
+        CliSupport::printJson(e, list);
     return ExitOk;
 }
 
 } // namespace
-
-int runCaixaReceber(CliEnv& e); // CounterReceiveCommand.cpp
 
 void registerCounterCommands(QList<CliCommand>& c) {
     const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
@@ -192,12 +156,4 @@ void registerCounterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               recebimentos});
-    c.append(
-        {{QStringLiteral("caixa"), QStringLiteral("receber")},
-         QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
-         QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
-                        "leitura do caixa)"),
-         {QStringLiteral("recusar-vencidas")},
-         CliCommand::Db::Existing,
-         runCaixaReceber});
 }

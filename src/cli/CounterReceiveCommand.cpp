@@ -4,6 +4,7 @@
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliPrinterScope.h"
+#include "CliSupport.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
@@ -11,7 +12,6 @@
 #include "ScriptedDialogPort.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QTextStream>
@@ -24,20 +24,7 @@ QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r)
             {QStringLiteral("mensagens"), QJsonArray::fromStringList(r.mensagens)}};
 }
 
-} // namespace
-
-void addEncargos(QJsonObject& o, const Encargos& e) {
-    o.insert(QStringLiteral("vencida"), e.vencida);
-    o.insert(QStringLiteral("dias"), e.dias);
-    o.insert(QStringLiteral("meses"), e.meses);
-    o.insert(QStringLiteral("acrescimo_juros"), e.juros.format());
-    o.insert(QStringLiteral("acrescimo_multa"), e.multa.format());
-    o.insert(QStringLiteral("total"), e.total.format());
-}
-
-int counterLogin(CliEnv& e); // CounterCommands.cpp
-
-int runCaixaReceber(CliEnv& e) {
+int receber(CliEnv& e) {
     if (e.args.positional.isEmpty() && !e.args.has(QStringLiteral("avulso"))) {
         e.err << "Informe ao menos um código.\nUso: tolvane caixa receber [--data DD/MM/AAAA] "
                  "[--pago VALOR] CODIGO...\n";
@@ -49,7 +36,7 @@ int runCaixaReceber(CliEnv& e) {
         e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
         return ExitUsage;
     }
-    if (int rc = counterLogin(e); rc >= 0)
+    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
         scripted && e.args.has(QStringLiteral("recusar-vencidas")))
@@ -101,7 +88,7 @@ int runCaixaReceber(CliEnv& e) {
                           {QStringLiteral("idcod"), r.item.tipo},
                           {QStringLiteral("valor"), r.item.valor.format()}};
             if (r.item.encargos && r.item.encargos->vencida)
-                addEncargos(g, *r.item.encargos);
+                CliSupport::addEncargos(g, *r.item.encargos);
             gravados.append(g);
         }
     }
@@ -111,7 +98,7 @@ int runCaixaReceber(CliEnv& e) {
     if (e.args.has(QStringLiteral("pago")))
         out.insert(QStringLiteral("troco"), (*Money::parse(pago) - total).format());
     if (e.json) {
-        e.out << QJsonDocument(out).toJson(QJsonDocument::Compact) << "\n";
+        CliSupport::printJson(e, out);
     } else {
         for (const auto& g : gravados)
             e.out << QStringLiteral("%1\t%2\t%3\n")
@@ -125,4 +112,18 @@ int runCaixaReceber(CliEnv& e) {
                 << QStringLiteral("Troco: %1\n").arg(out.value(QStringLiteral("troco")).toString());
     }
     return gravados.isEmpty() ? ExitRefused : ExitOk;
+}
+
+} // namespace
+
+void registerCounterReceiveCommand(QList<CliCommand>& c) {
+    const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
+    c.append(
+        {{QStringLiteral("caixa"), QStringLiteral("receber")},
+         QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
+         QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
+                        "leitura do caixa)"),
+         {QStringLiteral("recusar-vencidas")},
+         CliCommand::Db::Existing,
+         receber});
 }

@@ -1,8 +1,6 @@
 #include "IniFile.h"
 
-#include <QFile>
-#include <QSaveFile>
-#include <QStringDecoder>
+#include "TextFile.h"
 
 namespace {
 
@@ -36,40 +34,9 @@ QString valueOf(const QString& line) {
 
 } // namespace
 
-QStringList IniFile::readLines(const QString& path) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = f.readAll();
-    // Written as ISO-8859-1; a file someone saved as UTF-8 is still read right.
-    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    QString text = utf8.decode(bytes);
-    if (utf8.hasError())
-        text = QString::fromLatin1(bytes);
-    if (text.startsWith(QChar(0xFEFF)))
-        text.remove(0, 1);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
-}
-
-bool IniFile::writeLines(const QString& path, const QStringList& lines) {
-    QSaveFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    QByteArray out;
-    for (const QString& l : lines)
-        out += l.toLatin1() + "\r\n";
-    f.write(out);
-    return f.commit();
-}
-
 QString IniFile::read(const QString& section, const QString& key, const QString& path) {
     bool inSection = false;
-    for (const QString& line : readLines(path)) {
+    for (const QString& line : TextFile::readLines(path)) {
         if (isSection(line)) {
             inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
             continue;
@@ -83,7 +50,7 @@ QString IniFile::read(const QString& section, const QString& key, const QString&
 
 bool IniFile::write(const QString& section, const QString& key, const QString& value,
                     const QString& path) {
-    QStringList lines = readLines(path);
+    QStringList lines = TextFile::readLines(path);
     const QString newLine = key + QLatin1Char('=') + value;
     int sectionStart = -1;
     int lastInSection = -1;
@@ -99,7 +66,7 @@ bool IniFile::write(const QString& section, const QString& key, const QString& v
             continue;
         if (keyOf(lines[i]).compare(key, Qt::CaseInsensitive) == 0 && !keyOf(lines[i]).isEmpty()) {
             lines[i] = newLine;
-            return writeLines(path, lines);
+            return TextFile::writeAll(path, lines);
         }
         if (!lines[i].trimmed().isEmpty())
             lastInSection = i;
@@ -109,5 +76,5 @@ bool IniFile::write(const QString& section, const QString& key, const QString& v
     } else {
         lines.insert(lastInSection + 1, newLine);
     }
-    return writeLines(path, lines);
+    return TextFile::writeAll(path, lines);
 }

@@ -6,7 +6,7 @@
 // Reader and writer with the semantics of the Windows profile functions: section and key
 // matched case-insensitively, a missing file or key reads as empty text, values cut at 254
 // characters, writes edit the file in place keeping every other line. Files are ISO-8859-1
-// with CRLF line ends.
+// with CRLF line ends, and a write replaces the whole file at once (TextFile::writeAll).
 class IniFile {
 public:
     static constexpr int kMaxValue = 254;

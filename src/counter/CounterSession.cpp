@@ -6,8 +6,8 @@
 #include "DailyControlFile.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
-#include "IniFile.h"
 #include "OverdueHandler.h"
+#include "TextFile.h"
 #include "TypedLine.h"
 #include "clsRecebimentos.h"
 
@@ -95,7 +95,7 @@ QString CounterSession::sumFilePath() const {
 bool CounterSession::salvarSoma() {
     const QString p = sumFilePath();
     QFile::remove(p);
-    if (!IniFile::writeLines(p, m_list.toLines())) {
+    if (!TextFile::writeAll(p, m_list.toLines())) {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
         return false;
     }
@@ -104,7 +104,7 @@ bool CounterSession::salvarSoma() {
 }
 
 bool CounterSession::carregarSoma() {
-    const QStringList lines = IniFile::readLines(sumFilePath());
+    const QStringList lines = TextFile::readLines(sumFilePath());
     CustomerList loaded;
     if (lines.isEmpty() || !CustomerList::fromLines(lines, loaded) || loaded.isEmpty()) {
         m_ctx.dialogs.info(kAviso, QStringLiteral("Não há dados!!"));

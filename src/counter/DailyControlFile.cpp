@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "DateUtil.h"
 #include "PaymentRecorder.h"
+#include "TextFile.h"
 #include "clsMovimento.h"
 
 #include <QDir>
@@ -24,13 +25,7 @@ QString DailyControlFile::path(const AppContext& ctx, const QDate& day) {
 bool DailyControlFile::append(const QString& path, const QStringList& lines) {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         return false;
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append))
-        return false;
-    QByteArray bytes;
-    for (const QString& l : lines)
-        bytes += l.toLatin1() + "\r\n";
-    return f.write(bytes) == bytes.size() && f.flush();
+    return TextFile::append(path, lines);
 }
 
 bool DailyControlFile::writeHeader(const AppContext& ctx, const clsMovimento& mov) {

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "Transaction.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
@@ -21,7 +22,8 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         return std::nullopt;
     }
     QList<RecordedReceipt> out;
-    bool ok = ctx.db.BeginTrans();
+    Transaction tx(ctx.db);
+    bool ok = tx.ok();
     clsRecebimentos max(ctx.db);
     max.AUTENTICA = 0; // the first receipt of a movement is 1
     if (ok)
@@ -44,8 +46,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         if (ok)
             out.append({r.IDRECEBE, r.AUTENTICA, item});
     }
-    if (!ok || !ctx.db.CommitTrans()) {
-        ctx.db.RollbackTrans();
+    if (!ok || !tx.commit()) {
         ctx.dialogs.critical(QStringLiteral("Aviso"), kFalhou);
         return std::nullopt;
     }

@@ -1,6 +1,7 @@
 #include "MovementNumbering.h"
 
 #include "DialogPort.h"
+#include "Transaction.h"
 #include "clsContador.h"
 #include "clsDataAccess.h"
 #include "clsMovimento.h"
@@ -30,20 +31,15 @@ std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPor
 
 bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
                                 clsMovimento& out) {
-    if (!db.BeginTrans())
+    Transaction tx(db);
+    if (!tx.ok())
         return false;
     const auto number = nextNumber(db, dialogs, day.year());
-    if (!number) {
-        db.RollbackTrans();
+    if (!number)
         return false;
-    }
     out.MDATA = day;
     out.MOV = *number;
     out.STATUS = QStringLiteral("ABERTO");
     out.VALOR_ARRECADADO = out.ENTRADA = out.SAIDA = out.SUPRIMENTO = Money();
-    if (!out.SQLInsert(0) || !db.CommitTrans()) {
-        db.RollbackTrans();
-        return false;
-    }
-    return true;
+    return out.SQLInsert(0) && tx.commit();
 }

@@ -1,6 +1,7 @@
 #include "clsDataAccess.h"
 
 #include "ErrorLog.h"
+#include "Transaction.h"
 
 #include <QAtomicInt>
 #include <QSqlError>
@@ -44,7 +45,7 @@ void clsDataAccess::close() {
             db.close();
     }
     QSqlDatabase::removeDatabase(m_connection);
-    m_txDepth = 0;
+    m_depth = 0;
 }
 
 bool clsDataAccess::open(const DbConfig& config) {
@@ -183,26 +184,21 @@ bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params) {
         logFailure(kLabelExecute, kNotOpenError, QStringLiteral("Banco de dados não está aberto."));
         return false;
     }
-    QSqlDatabase db = database();
-    const bool own = m_txDepth == 0;
-    if (own && !db.transaction()) {
-        logFailure(kLabelExecute, db.lastError().nativeErrorCode().toInt(), db.lastError().text());
+    Transaction tx(*this);
+    if (!tx.ok()) {
+        logFailure(kLabelExecute, 0, m_lastError);
         return false;
     }
-    QSqlQuery q(db);
+    QSqlQuery q(database());
     if (!run(q, sql, params)) {
         const qint32 code = q.lastError().nativeErrorCode().toInt();
         q.finish();
-        if (own)
-            db.rollback();
         logFailure(kLabelExecute, code, m_lastError);
         return false;
     }
     q.finish();
-    if (own && !db.commit()) {
-        const QString err = db.lastError().text();
-        db.rollback();
-        logFailure(kLabelExecute, db.lastError().nativeErrorCode().toInt(), err);
+    if (!tx.commit()) {
+        logFailure(kLabelExecute, 0, m_lastError);
         return false;
     }
     return true;
@@ -211,20 +207,15 @@ bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params) {
 bool clsDataAccess::SQLInsertIdentity(const QString& sql, const QVariantList& params,
                                       qint64& newId) {
     // Key and insert in one unit, so the identity read belongs to this insert.
-    if (!BeginTrans())
+    Transaction tx(*this);
+    if (!tx.ok() || !SQLExecute(sql, params))
         return false;
-    if (!SQLExecute(sql, params)) {
-        RollbackTrans();
-        return false;
-    }
     const QString idSql = m_config.backend == DbBackend::PostgreSQL
                               ? QStringLiteral("SELECT lastval()")
                               : QStringLiteral("SELECT last_insert_rowid()");
     const auto rs = SQLSelect_ReadOnly(idSql);
-    if (!CheckValidRecordset(rs) || !CommitTrans()) {
-        RollbackTrans();
+    if (!CheckValidRecordset(rs) || !tx.commit())
         return false;
-    }
     newId = variantToInt64(rs->value(0));
     return true;
 }
@@ -233,36 +224,54 @@ bool clsDataAccess::CheckValidRecordset(const std::optional<Recordset>& rs) {
     return rs.has_value() && rs->atRow();
 }
 
-bool clsDataAccess::BeginTrans() {
-    if (!isOpen())
-        return false;
-    if (m_txDepth == 0 && !database().transaction()) {
-        m_lastError = database().lastError().text();
-        return false;
-    }
-    ++m_txDepth;
-    return true;
-}
-
-bool clsDataAccess::CommitTrans() {
-    if (m_txDepth <= 0)
-        return false;
-    if (--m_txDepth > 0)
+bool clsDataAccess::execRaw(const QString& sql) {
+    QSqlQuery q(database());
+    if (q.exec(sql))
         return true;
-    QSqlDatabase db = database();
-    if (!db.commit()) {
-        m_lastError = db.lastError().text();
-        db.rollback();
+    m_lastError = q.lastError().text();
+    return false;
+}
+
+bool clsDataAccess::beginScope(bool write, QString& savepoint) {
+    if (!isOpen()) {
+        m_lastError = QStringLiteral("Banco de dados não está aberto.");
         return false;
     }
+    if (m_depth > 0) {
+        savepoint = QStringLiteral("sp%1").arg(++m_savepointSerial);
+        if (!execRaw(QStringLiteral("SAVEPOINT ") + savepoint))
+            return false;
+        ++m_depth;
+        return true;
+    }
+    savepoint.clear();
+    // On SQLite a writer takes the write lock before its first read, so the busy time-out
+    // applies to the wait and nothing it read can change before it writes.
+    const bool sqlite = m_config.backend == DbBackend::SQLite;
+    if (!execRaw(sqlite && write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN")))
+        return false;
+    m_depth = 1;
     return true;
 }
 
-void clsDataAccess::RollbackTrans() {
-    if (m_txDepth <= 0)
-        return;
-    m_txDepth = 0;
-    database().rollback();
+bool clsDataAccess::endScope(const QString& savepoint, bool commit) {
+    if (m_depth <= 0)
+        return false;
+    bool ok = true;
+    if (!savepoint.isEmpty()) {
+        if (!commit)
+            ok = execRaw(QStringLiteral("ROLLBACK TO SAVEPOINT ") + savepoint);
+        ok = execRaw(QStringLiteral("RELEASE SAVEPOINT ") + savepoint) && ok;
+        --m_depth;
+        return ok && commit;
+    }
+    m_depth = 0;
+    if (commit && execRaw(QStringLiteral("COMMIT")))
+        return true;
+    const QString err = m_lastError;
+    execRaw(QStringLiteral("ROLLBACK"));
+    m_lastError = err;
+    return false;
 }
 
 void clsDataAccess::syncIdentity(const QString& table, const QString& column) {

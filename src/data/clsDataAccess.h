@@ -34,17 +34,11 @@ public:
     // result[field][row]; empty when there are no rows or the statement failed.
     QVector<QVector<QVariant>> SQLSelectAllArray(const QString& sql,
                                                  const QVariantList& params = {});
-    // Its own transaction, unless the caller holds one (BeginTrans).
+    // Its own transaction, unless the caller holds one (a Transaction scope).
     bool SQLExecute(const QString& sql, const QVariantList& params = {});
     // SQLExecute of an insert, then the new key of the counter-keyed table into newId.
     bool SQLInsertIdentity(const QString& sql, const QVariantList& params, qint64& newId);
     static bool CheckValidRecordset(const std::optional<Recordset>& rs);
-
-    // A transaction that spans several statements (one customer's payment). Nested calls count.
-    bool BeginTrans();
-    bool CommitTrans();
-    void RollbackTrans();
-    bool inTransaction() const { return m_txDepth > 0; }
 
     // True, with the failure logged under `label`, when a text value holds a single quote.
     bool refusesText(const QVariantList& values, const QString& label);
@@ -60,6 +54,12 @@ public:
     static const QString kLabelArray;
 
 private:
+    friend class Transaction;
+    // The scopes of Transaction: depth 0 begins the transaction, deeper ones are savepoints.
+    bool beginScope(bool write, QString& savepoint);
+    bool endScope(const QString& savepoint, bool commit);
+    bool execRaw(const QString& sql);
+
     bool run(QSqlQuery& q, const QString& sql, const QVariantList& params);
     void logFailure(const QString& label, qint32 number, const QString& description);
 
@@ -67,5 +67,6 @@ private:
     DbConfig m_config;
     QString m_connection;
     QString m_lastError;
-    int m_txDepth = 0;
+    int m_depth = 0;
+    int m_savepointSerial = 0;
 };

@@ -4,6 +4,7 @@
 #include "PasswordHash.h"
 #include "Schema.h"
 #include "TestApp.h"
+#include "Transaction.h"
 #include "clsContador.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -171,6 +172,46 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("INTEGRA = 1")), 2);
         QVERIFY(back.SQLDelete());
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 1);
+    }
+
+    // A failing statement inside a payment rolls back only itself: the outer transaction stays
+    // open, so what the payment does next is still undone by the payment's own rollback.
+    void nestedScopeNeverEndsTheOuter_data() {
+        QTest::addColumn<bool>("commitOuter");
+        QTest::newRow("outer rolled back") << false;
+        QTest::newRow("outer committed") << true;
+    }
+    void nestedScopeNeverEndsTheOuter() {
+        QFETCH(bool, commitOuter);
+        TEST_BACKEND();
+        auto insert = [&](const char* code) {
+            clsRecebimentos r(app.db());
+            r.IDMOVIMENTO = 1;
+            r.TIPO = 1;
+            r.CODBARRA = QString::fromLatin1(code);
+            return r.SQLInsert();
+        };
+        {
+            Transaction outer(app.db());
+            QVERIFY(outer.ok());
+            QVERIFY(insert("A"));
+            app.db().faultHook = [](const QString& sql) {
+                return sql.startsWith(QLatin1String("INSERT INTO Recebimentos"));
+            };
+            QVERIFY(!insert("FALHA"));
+            app.db().faultHook = nullptr;
+            {
+                Transaction inner(app.db());
+                QVERIFY(insert("DESFEITO"));
+            } // rolled back by its destructor
+            QVERIFY(insert("B"));
+            if (commitOuter)
+                QVERIFY(outer.commit());
+        }
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), commitOuter ? 2 : 0);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"),
+                           QStringLiteral("CODBARRA IN ('FALHA', 'DESFEITO')")),
+                 0);
     }
 
     void quoteIsRefusedLoggedAndWrittenNowhere() {

@@ -1,0 +1,55 @@
+#include "CliSupport.h"
+
+#include "AdminGuard.h"
+#include "AppContext.h"
+#include "CliArgs.h"
+#include "Clock.h"
+#include "DateUtil.h"
+
+#include <QJsonDocument>
+#include <QTextStream>
+
+const QString CliSupport::kAdministradorRecusado =
+    QStringLiteral("Senha de administrador não aceita.");
+
+std::optional<QDate> CliSupport::workingDate(CliEnv& e) {
+    if (!e.args.has(QStringLiteral("data")))
+        return e.ctx.clock.today();
+    const auto d = DateUtil::parseBr(e.args.value(QStringLiteral("data")));
+    if (!d)
+        e.err << QStringLiteral("Data inválida: %1 (use DD/MM/AAAA).\n")
+                     .arg(e.args.value(QStringLiteral("data")));
+    return d;
+}
+
+int CliSupport::loginOperator(CliEnv& e, DateScreenLogic::Action action) {
+    const auto day = workingDate(e);
+    if (!day)
+        return ExitUsage;
+    const QString senha = e.readStdinLine();
+    return DateScreenLogic::proceed(e.ctx, senha, *day, action) ? -1 : int(ExitRefused);
+}
+
+int CliSupport::loginAdministrator(CliEnv& e) {
+    if (AdminGuard::isAdministrator(e.ctx, e.readStdinLine()))
+        return -1;
+    e.err << kAdministradorRecusado << "\n";
+    return ExitRefused;
+}
+
+void CliSupport::addEncargos(QJsonObject& o, const Encargos& e) {
+    o.insert(QStringLiteral("vencida"), e.vencida);
+    o.insert(QStringLiteral("dias"), e.dias);
+    o.insert(QStringLiteral("meses"), e.meses);
+    o.insert(QStringLiteral("acrescimo_juros"), e.juros.format());
+    o.insert(QStringLiteral("acrescimo_multa"), e.multa.format());
+    o.insert(QStringLiteral("total"), e.total.format());
+}
+
+void CliSupport::printJson(CliEnv& e, const QJsonObject& o) {
+    e.out << QJsonDocument(o).toJson(QJsonDocument::Compact) << "\n";
+}
+
+void CliSupport::printJson(CliEnv& e, const QJsonArray& a) {
+    e.out << QJsonDocument(a).toJson(QJsonDocument::Compact) << "\n";
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// The text files the program writes: ISO-8859-1 with CRLF line ends. A file written whole
+// appears under its final name only when complete (written under a temporary name, flushed to
+// disk, then renamed), so a crash or a full disk never leaves half a file there. Logs are
+// appended. Every failure says why in `error` (a full disk names the path).
+class TextFile {
+public:
+    static bool writeAll(const QString& path, const QStringList& lines, QString* error = nullptr);
+    static bool append(const QString& path, const QStringList& lines, QString* error = nullptr);
+    // Decoded lines without their ends; a file saved as UTF-8 is still read right. Empty when
+    // the file is missing or unreadable.
+    static QStringList readLines(const QString& path);
+    static QByteArray encode(const QStringList& lines);
+};
