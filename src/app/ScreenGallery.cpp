@@ -121,7 +121,6 @@ int runScreens(int argc, char** argv) {
 
     session.list().clear();
     session.resetPayment();
-    dialogs.defaultAnswer = DialogAnswer::Yes;
     session.day().encerrar();
     frmFrente closed(session, false);
     failures += !save(closed, out, QStringLiteral("frmFrente-encerrado"));

@@ -58,12 +58,11 @@ int encerrar(CliEnv& e) {
     CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
-    if (!s.day().aberto()) {
-        e.err << "O movimento já está encerrado.\n";
+    if (!s.day().podeEncerrar() || !s.day().encerrar())
         return ExitRefused;
-    }
-    if (s.day().encerrar() != CashDay::Result::Done)
-        return ExitRefused;
+    if (!e.args.has(QStringLiteral("sem-cupom")))
+        s.day().imprimirEncerramento();
+    e.ctx.dialogs.info(QStringLiteral("Aviso"), CashDay::kEncerrado);
     if (e.json)
         CliSupport::printJson(e, situacao(s));
     return ExitOk;
@@ -74,12 +73,10 @@ int reabrir(CliEnv& e) {
     CounterSession s(e.ctx, &p.printer);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
-    if (s.day().aberto()) {
-        e.err << "O movimento já está aberto.\n";
+    if (!s.day().podeReabrir() || !s.day().reabrir())
         return ExitRefused;
-    }
-    if (s.day().reabrir() != CashDay::Result::Done)
-        return ExitRefused;
+    if (!e.args.has(QStringLiteral("sem-cupom")))
+        s.day().imprimirReabertura();
     if (e.json)
         CliSupport::printJson(e, situacao(s));
     return ExitOk;
@@ -133,15 +130,17 @@ void registerCounterCommands(QList<CliCommand>& c) {
               abrir});
     c.append(
         {{QStringLiteral("caixa"), QStringLiteral("encerrar")},
-         QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--json]"),
-         QStringLiteral("encerra o movimento: soma recebimentos e lançamentos, situação FECHADO"),
-         {},
+         QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--sem-cupom] [--json]"),
+         QStringLiteral("encerra o movimento: soma recebimentos e lançamentos, situação FECHADO; "
+                        "imprime o encerramento na fita, salvo com --sem-cupom"),
+         {QStringLiteral("sem-cupom")},
          CliCommand::Db::Existing,
          encerrar});
     c.append({{QStringLiteral("caixa"), QStringLiteral("reabrir")},
-              QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--json]"),
-              QStringLiteral("reabre um movimento encerrado"),
-              {},
+              QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--sem-cupom] [--json]"),
+              QStringLiteral("reabre um movimento encerrado; imprime a reabertura na fita, salvo "
+                             "com --sem-cupom"),
+              {QStringLiteral("sem-cupom")},
               CliCommand::Db::Existing,
               reabrir});
     c.append({{QStringLiteral("caixa"), QStringLiteral("situacao")},

@@ -10,6 +10,16 @@ namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
+const QString CashDay::kPerguntaEncerrar =
+    QStringLiteral("Deseja encerrar a contabilização agora?");
+const QString CashDay::kPerguntaCupomEncerramento =
+    QStringLiteral("Deseja finalizar o cupom agora?");
+const QString CashDay::kEncerrado = QStringLiteral("Movimento encerrado.");
+const QString CashDay::kCancelado = QStringLiteral("Operação cancelada.");
+const QString CashDay::kPerguntaReabrir = QStringLiteral("Confirma a reabertura do movimento?");
+const QString CashDay::kPerguntaCupomReabertura =
+    QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?");
+
 CashDay::CashDay(AppContext& ctx, CounterPrinter* printer)
     : m_ctx(ctx), m_printer(printer), m_mov(ctx.db) {}
 
@@ -42,60 +52,65 @@ bool CashDay::abrir() {
     return true;
 }
 
-bool CashDay::sumDay(Money& arrecadado, Money& entrada, Money& saida) {
-    const auto cash = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral(
-            "SELECT SUM(ENTRADA) AS ENTRADA, SUM(SAIDA) AS SAIDA FROM Sangria WHERE SDATA = ?"),
-        {m_mov.MDATA});
-    const auto received = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT SUM(VALOR) AS SOMA FROM Recebimentos WHERE IDMOVIMENTO = ?"),
-        {m_mov.ID});
-    if (!cash || !received)
+bool CashDay::setStatus(const QString& status, bool withSums) {
+    clsMovimento mov = m_mov;
+    if (!mov.SQLSelect(m_mov.ID))
         return false;
-    entrada = cash->money(QStringLiteral("ENTRADA"));
-    saida = cash->money(QStringLiteral("SAIDA"));
-    arrecadado = received->money(QStringLiteral("SOMA"));
+    if (withSums) {
+        const auto sums = clsMovimento::somarDia(m_ctx.db, mov.ID, mov.MDATA);
+        if (!sums)
+            return false;
+        mov.VALOR_ARRECADADO = sums->arrecadado;
+        mov.ENTRADA = sums->entrada;
+        mov.SAIDA = sums->saida;
+    }
+    mov.STATUS = status;
+    if (!mov.SQLUpdateTotais())
+        return false;
+    m_mov = mov;
     return true;
 }
 
-CashDay::Result CashDay::encerrar() {
-    if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja encerrar a contabilização agora?"))) {
-        m_ctx.dialogs.info(kAviso, QStringLiteral("Operação cancelada."));
-        return Result::Cancelled;
-    }
-    clsMovimento mov = m_mov;
-    if (!mov.SQLSelect(m_mov.ID) || !sumDay(mov.VALOR_ARRECADADO, mov.ENTRADA, mov.SAIDA)) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao encerrar."));
-        return Result::Failed;
-    }
-    mov.STATUS = QStringLiteral("FECHADO");
-    if (!mov.SQLUpdateTotais()) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao encerrar."));
-        return Result::Failed;
-    }
-    m_mov = mov;
-    if (m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja finalizar o cupom agora?")) && m_printer &&
-        !m_printer->encerramento(m_mov))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
-    m_ctx.dialogs.info(kAviso, QStringLiteral("Movimento encerrado."));
-    return Result::Done;
+bool CashDay::podeEncerrar() {
+    if (aberto())
+        return true;
+    m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está encerrado."));
+    return false;
 }
 
-CashDay::Result CashDay::reabrir() {
-    if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Confirma a reabertura do movimento?")))
-        return Result::Cancelled;
-    clsMovimento mov = m_mov;
-    if (!mov.SQLSelect(m_mov.ID))
-        return Result::Failed;
-    mov.STATUS = QStringLiteral("ABERTO");
-    if (!mov.SQLUpdateTotais()) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao reabrir o movimento."));
-        return Result::Failed;
+bool CashDay::encerrar() {
+    if (!setStatus(QStringLiteral("FECHADO"), true)) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao encerrar."));
+        return false;
     }
-    m_mov = mov;
-    if (m_ctx.dialogs.ask(kAviso,
-                          QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")) &&
-        m_printer && !m_printer->reabertura(m_mov))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
-    return Result::Done;
+    return true;
+}
+
+bool CashDay::imprimirEncerramento() {
+    if (!m_printer || m_printer->encerramento(m_mov))
+        return true;
+    m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
+    return false;
+}
+
+bool CashDay::podeReabrir() {
+    if (!aberto())
+        return true;
+    m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está aberto."));
+    return false;
+}
+
+bool CashDay::reabrir() {
+    if (!setStatus(QStringLiteral("ABERTO"), false)) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao reabrir o movimento."));
+        return false;
+    }
+    return true;
+}
+
+bool CashDay::imprimirReabertura() {
+    if (!m_printer || m_printer->reabertura(m_mov))
+        return true;
+    m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
+    return false;
 }

@@ -8,16 +8,29 @@ class CounterPrinter;
 // The cash day of the working date: opening (or resuming), closing and reopening.
 class CashDay {
 public:
-    enum class Result { Done, Cancelled, Failed };
-
     CashDay(AppContext& ctx, CounterPrinter* printer);
 
     // Opens the working date's movement, or resumes the one it already has.
     bool abrir();
     // Loads the working date's movement without opening one.
     bool consultar();
-    Result encerrar();
-    Result reabrir();
+
+    // Closing and reopening. The callers ask the questions below first (the screen asks the
+    // operator, the command line takes its options) and the core does the work without asking.
+    // The guards show why the day cannot be closed or reopened.
+    bool podeEncerrar();
+    bool encerrar();             // sums the day into the movement and sets FECHADO
+    bool imprimirEncerramento(); // the closing block on the tape
+    bool podeReabrir();
+    bool reabrir();
+    bool imprimirReabertura();
+
+    static const QString kPerguntaEncerrar;          // "Deseja encerrar a contabilização agora?"
+    static const QString kPerguntaCupomEncerramento; // "Deseja finalizar o cupom agora?"
+    static const QString kEncerrado;                 // "Movimento encerrado."
+    static const QString kCancelado;                 // "Operação cancelada."
+    static const QString kPerguntaReabrir;           // "Confirma a reabertura do movimento?"
+    static const QString kPerguntaCupomReabertura;
 
     bool loaded() const { return m_mov.ID != 0; }
     bool aberto() const { return m_mov.STATUS == QLatin1String("ABERTO"); }
@@ -26,7 +39,7 @@ public:
     bool reload();
 
 private:
-    bool sumDay(Money& arrecadado, Money& entrada, Money& saida);
+    bool setStatus(const QString& status, bool withSums);
 
     AppContext& m_ctx;
     CounterPrinter* m_printer;

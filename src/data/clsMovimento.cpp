@@ -75,3 +75,18 @@ bool clsMovimento::SQLUpdateTotais() {
 bool clsMovimento::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
 }
+
+std::optional<clsMovimento::SomasDia> clsMovimento::somarDia(clsDataAccess& db, qint32 idMovimento,
+                                                             const QDate& dia) {
+    const auto cash = db.SQLSelect_ReadOnly(
+        QStringLiteral(
+            "SELECT SUM(ENTRADA) AS ENTRADA, SUM(SAIDA) AS SAIDA FROM Sangria WHERE SDATA = ?"),
+        {dia});
+    const auto received = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT SUM(VALOR) AS SOMA FROM Recebimentos WHERE IDMOVIMENTO = ?"),
+        {idMovimento});
+    if (!cash || !received)
+        return std::nullopt;
+    return SomasDia{received->money(QStringLiteral("SOMA")), cash->money(QStringLiteral("ENTRADA")),
+                    cash->money(QStringLiteral("SAIDA"))};
+}

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -27,6 +28,16 @@ public:
     bool SQLUpdate();                       // every column
     bool SQLUpdateTotais();                 // totals and status only: closing and reopening
     bool SQLDelete();
+
+    // The sums written into the movement at closing: the receipts of the movement and the cash
+    // entries dated on its day.
+    struct SomasDia {
+        Money arrecadado;
+        Money entrada;
+        Money saida;
+    };
+    static std::optional<SomasDia> somarDia(clsDataAccess& db, qint32 idMovimento,
+                                            const QDate& dia);
 
 private:
     bool load(const QString& where, const QVariant& key);

@@ -197,9 +197,7 @@ private slots:
         QVERIFY(!s.gravar());
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
 
-        app.dialogs().pushAnswer(DialogAnswer::Yes);
-        app.dialogs().pushAnswer(DialogAnswer::No);
-        QCOMPARE(s.day().encerrar(), CashDay::Result::Done);
+        QVERIFY(s.day().encerrar());
         s.tender(QStringLiteral("10,00"));
         QVERIFY(!s.gravar());
         QCOMPARE(app.dialogs().last().text, PaymentRecorder::kEncerrado);
@@ -231,18 +229,14 @@ private slots:
                            "(?, 'ENTRADA', ?, 1000000, 0), (?, 'SANGRIA', ?, 0, 20000)"),
             {day.movimento().ID, QDate(2026, 11, 20), day.movimento().ID, QDate(2026, 11, 20)}));
         app.dialogs().clear();
-        app.dialogs().pushAnswer(DialogAnswer::No);
-        QCOMPARE(day.encerrar(), CashDay::Result::Cancelled);
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Operação cancelada."));
-        QVERIFY(day.aberto());
-
-        app.dialogs().clear();
-        QCOMPARE(day.encerrar(), CashDay::Result::Done);
-        QCOMPARE(app.dialogs().texts(),
-                 (QStringList{QStringLiteral("Deseja encerrar a contabilização agora?"),
-                              QStringLiteral("Deseja finalizar o cupom agora?"),
-                              QStringLiteral("Movimento encerrado.")}));
+        QVERIFY(day.podeEncerrar());
+        QVERIFY(!day.podeReabrir());
+        QCOMPARE(app.dialogs().texts(), QStringList{QStringLiteral("O movimento já está aberto.")});
+        QVERIFY(day.encerrar());
+        QVERIFY(day.imprimirEncerramento());
         QCOMPARE(day.statusLabel(), QStringLiteral("CAIXA ENCERRADO"));
+        QVERIFY(!day.podeEncerrar());
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("O movimento já está encerrado."));
         clsMovimento m(app.db());
         QVERIFY(m.SQLSelect(day.movimento().ID));
         QCOMPARE(m.VALOR_ARRECADADO.format(), QStringLiteral("12,84"));
@@ -251,14 +245,8 @@ private slots:
         QCOMPARE(m.STATUS, QStringLiteral("FECHADO"));
         QCOMPARE(printer.calls.last(), QStringLiteral("encerramento 12,84"));
 
-        app.dialogs().clear();
-        app.dialogs().pushAnswer(DialogAnswer::Yes);
-        app.dialogs().pushAnswer(DialogAnswer::Yes);
-        QCOMPARE(day.reabrir(), CashDay::Result::Done);
-        QCOMPARE(
-            app.dialogs().texts(),
-            (QStringList{QStringLiteral("Confirma a reabertura do movimento?"),
-                         QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?")}));
+        QVERIFY(day.reabrir());
+        QVERIFY(day.imprimirReabertura());
         QVERIFY(m.SQLSelect(day.movimento().ID));
         QCOMPARE(m.STATUS, QStringLiteral("ABERTO"));
         QCOMPARE(printer.calls.last(), QStringLiteral("reabertura 1"));

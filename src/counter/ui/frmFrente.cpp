@@ -491,22 +491,29 @@ void frmFrente::limparIdentificacao() {
 void frmFrente::encerrar() {
     if (m_consulta)
         return;
-    if (!m_session.day().aberto()) {
-        m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está encerrado."));
+    CashDay& day = m_session.day();
+    if (!day.podeEncerrar())
+        return;
+    if (!m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaEncerrar)) {
+        m_ctx.dialogs.info(kAviso, CashDay::kCancelado);
         return;
     }
-    m_session.day().encerrar();
+    if (day.encerrar()) {
+        if (m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaCupomEncerramento))
+            day.imprimirEncerramento();
+        m_ctx.dialogs.info(kAviso, CashDay::kEncerrado);
+    }
     refreshStatus();
 }
 
 void frmFrente::reabrir() {
     if (m_consulta)
         return;
-    if (m_session.day().aberto()) {
-        m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está aberto."));
+    CashDay& day = m_session.day();
+    if (!day.podeReabrir() || !m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaReabrir))
         return;
-    }
-    m_session.day().reabrir();
+    if (day.reabrir() && m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaCupomReabertura))
+        day.imprimirReabertura();
     refreshStatus();
 }
 

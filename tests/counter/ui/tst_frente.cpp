@@ -48,6 +48,39 @@ class tst_frente : public QObject {
     };
 
 private slots:
+    // F4 and F5: the screen asks, the day closes and reopens, and each answer is respected.
+    void closingAndReopeningAskFirst() {
+        Screen s;
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        s.key(Qt::Key_F4);
+        QCOMPARE(s.app.dialogs().texts(),
+                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kCancelado}));
+        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+
+        s.app.dialogs().clear();
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        s.key(Qt::Key_F4);
+        QCOMPARE(s.app.dialogs().texts(),
+                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kPerguntaCupomEncerramento,
+                              CashDay::kEncerrado}));
+        QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Information);
+        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA ENCERRADO"));
+
+        s.app.dialogs().clear();
+        s.key(Qt::Key_F4);
+        QCOMPARE(s.app.dialogs().texts(),
+                 QStringList{QStringLiteral("O movimento já está encerrado.")});
+
+        s.app.dialogs().clear();
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        s.key(Qt::Key_F5);
+        QCOMPARE(s.app.dialogs().texts(),
+                 (QStringList{CashDay::kPerguntaReabrir, CashDay::kPerguntaCupomReabertura}));
+        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+    }
+
     void kindListOffersEntryKindsOnly() {
         Screen s;
         auto* kinds = s.w<QComboBox>("cmbTipoGuia");
