@@ -5,6 +5,8 @@
 #include "NationalHolidays.h"
 #include "PasswordHash.h"
 #include "Transaction.h"
+#include "clsCodBarra.h"
+#include "clsFeriado.h"
 #include "clsUsuarios.h"
 
 #include <QRandomGenerator>
@@ -59,35 +61,35 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
         return fail(
             QStringLiteral("Não foi possível iniciar a gravação dos dados de demonstração."));
     for (const Kind& k : kKinds) {
-        const auto rs = db.SQLSelect_ReadOnly(
-            QStringLiteral("SELECT IDCOD FROM CodBarra WHERE IDCOD = ?"), {k.idcod});
-        if (!rs)
-            return fail(QStringLiteral("Erro ao ler os tipos de guia."));
-        if (rs->recordCount() > 0)
+        clsCodBarra kind(db);
+        if (kind.SQLSelect(k.idcod))
             continue;
-        if (!db.SQLExecute(
-                QStringLiteral(
-                    "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
-                    "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-                {k.idcod, QString::fromUtf8(k.idtipo), QString::fromUtf8(k.descricao),
-                 QString::fromUtf8(k.padrao), QString::fromUtf8(k.juros),
-                 QString::fromUtf8(k.bloqueio), QString::fromUtf8(k.codbanco)}))
+        kind.IDCOD = static_cast<qint16>(k.idcod);
+        kind.IDTIPO = QString::fromUtf8(k.idtipo);
+        kind.DESCRICAO = QString::fromUtf8(k.descricao);
+        kind.PADRAO = QString::fromUtf8(k.padrao);
+        kind.Juros = QString::fromUtf8(k.juros);
+        kind.BLOQUEIO = QString::fromUtf8(k.bloqueio);
+        kind.CODBANCO = QString::fromUtf8(k.codbanco);
+        if (!kind.Gravar(1))
             return fail(QStringLiteral("Erro ao gravar os tipos de guia."));
     }
     for (const QDate& d : NationalHolidays::ofYear(ctx.clock.today().year())) {
-        const auto rs =
-            db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {d});
-        if (!rs)
+        const auto n = clsFeriado::contar(db, d);
+        if (!n)
             return fail(QStringLiteral("Erro ao ler os feriados."));
-        if (rs->recordCount() == 0 &&
-            !db.SQLExecute(QStringLiteral("INSERT INTO Feriados (FERIADO) VALUES (?)"), {d}))
+        clsFeriado f(db);
+        f.FERIADO = d;
+        if (*n == 0 && !f.Incluir())
             return fail(QStringLiteral("Erro ao gravar os feriados."));
     }
-    const auto admins =
-        db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Usuarios WHERE TIPO = 'ADM'"));
-    if (!admins)
+    const auto users = clsUsuarios::listar(db);
+    if (!users)
         return fail(QStringLiteral("Erro ao ler os usuários."));
-    if (admins->recordCount() == 0) {
+    const bool hasAdmin = std::any_of(users->begin(), users->end(), [](const clsUsuarios& u) {
+        return u.TIPO == QLatin1String("ADM");
+    });
+    if (!hasAdmin) {
         const QString password = newPassword();
         clsUsuarios u(db);
         u.NOME = QStringLiteral("ADMINISTRADOR");

@@ -110,10 +110,11 @@ int runScreens(int argc, char** argv) {
     // a one-off item, and the amount tendered.
     session.ler(QStringLiteral("81660000003124004262026113058888888888888888"));
     session.ler(QStringLiteral("00193165100000089151234500000000000000000000"));
-    session.ler(QStringLiteral("81830000012345604272026011000000000000000000"));
-    session.somaAvulso({7, QString(), QStringLiteral("15,00"), QStringLiteral("20261123"),
-                        QStringLiteral("1/1"), QString()});
-    session.tender(QStringLiteral("2.000,00"));
+    if (session.ler(QStringLiteral("81830000012345604272026011000000000000000000"))
+            .precisaConsentimento)
+        session.continuar(true);
+    session.somaAvulso({7, Money::fromReais(15), clock.today(), QStringLiteral("1/1"), QString()});
+    session.tender(Money::fromReais(2000));
     frmFrente four(session, false);
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
 

@@ -24,7 +24,7 @@ std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDa
     if (esquema == 1 || esquema == 2) {
         e.juros = Money::fromDoubleRounded(base * e.meses / 100.0);
         if (esquema == 1) {
-            float rate = float(e.dias * 0.33); // held in single precision, as always
+            float rate = float(e.dias * 0.33); // the day rate is held in single precision
             if (rate > 10.0f)
                 rate = 10.0f;
             e.multa = Money::fromDoubleRounded(base * double(rate) / 100.0);
@@ -36,16 +36,9 @@ std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDa
     return e;
 }
 
-QDate Acrescimos::proximoDiaUtil(const QDate& d, const IsHoliday& isHoliday) {
-    QDate n = d.addDays(1);
-    while (n.dayOfWeek() >= 6 || (isHoliday && isHoliday(n)))
-        n = n.addDays(1);
-    return n;
-}
-
 QDate Acrescimos::vencimentoEfetivo(const QDate& v, const QDate& w, const IsHoliday& isHoliday) {
-    if (v.dayOfWeek() >= 6 || (isHoliday && isHoliday(v))) {
-        const QDate n = proximoDiaUtil(v, isHoliday);
+    if (!HolidayCalendar::diaUtil(v, isHoliday)) {
+        const QDate n = HolidayCalendar::Proximo_dia_util(v, isHoliday);
         if (n == w)
             return n;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "HolidayCalendar.h"
 #include "Money.h"
 
 #include <QDate>
@@ -22,7 +23,7 @@ struct Encargos {
 
 class Acrescimos {
 public:
-    using IsHoliday = std::function<bool(const QDate&)>;
+    using IsHoliday = HolidayCalendar::IsHoliday;
 
     // Months of delay: whole months between the dates, plus one when the day of the month of
     // `r` is past that of `v`. nullopt when it does not fit 16 bits.
@@ -35,7 +36,6 @@ public:
     // A due date on a weekend or holiday is moved to the next business day only when that day is
     // the working date.
     static QDate vencimentoEfetivo(const QDate& v, const QDate& w, const IsHoliday& isHoliday);
-    static QDate proximoDiaUtil(const QDate& d, const IsHoliday& isHoliday);
 
     // Whole decision for one guide: shift, overdue or not, and the charges when `comJuros`.
     static std::optional<Encargos> avaliar(const QDate& v, const QDate& w, Money valor,

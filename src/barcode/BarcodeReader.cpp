@@ -2,9 +2,11 @@
 
 #include "AppContext.h"
 #include "CheckDigits.h"
-#include "DateUtil.h"
 #include "DialogPort.h"
 #include "DueFactor.h"
+#include "clsCodBarra.h"
+#include "clsRecebimentos.h"
+#include "clsRecebimentos1.h"
 
 #include <QNetworkInterface>
 
@@ -12,6 +14,18 @@ const QString BarcodeReader::kLabel = QStringLiteral("Função de Leitura Códig
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
+
+// Whole reais and centavos cut from the code; nullopt unless both are all digits.
+std::optional<Money> digitsValue(const QString& whole, const QString& cents) {
+    for (const QChar c : whole + cents)
+        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
+            return std::nullopt;
+    return Money::fromCents(whole.toLongLong() * 100 + cents.toLongLong());
+}
+
+bool isPadrao(const std::optional<GuideKind>& k, GuideKind::Padrao p) {
+    return k && k->padrao == p;
+}
 
 bool anyInterfaceUp() {
     for (const QNetworkInterface& i : QNetworkInterface::allInterfaces()) {
@@ -23,30 +37,6 @@ bool anyInterfaceUp() {
     return false;
 }
 } // namespace
-
-QString ReadingDecision::word(Outcome o) {
-    switch (o) {
-    case Outcome::Aceito:
-        return QStringLiteral("aceito");
-    case Outcome::Lancada:
-        return QStringLiteral("lancada");
-    case Outcome::Recebida:
-        return QStringLiteral("recebida");
-    case Outcome::Bloqueada:
-        return QStringLiteral("bloqueada");
-    case Outcome::Desconhecida:
-        return QStringLiteral("desconhecida");
-    case Outcome::Digito:
-        return QStringLiteral("digito");
-    case Outcome::NaoReconhecida:
-        return QStringLiteral("nao_reconhecida");
-    case Outcome::Ignorada:
-        return QStringLiteral("ignorada");
-    case Outcome::Erro:
-        return QStringLiteral("erro");
-    }
-    return {};
-}
 
 BarcodeReader::BarcodeReader(AppContext& ctx) : networkAlive(anyInterfaceUp), m_ctx(ctx) {}
 
@@ -64,32 +54,26 @@ void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what) {
     m_ctx.errors.report(kLabel, {13, what, QStringLiteral("Tolvane")});
 }
 
-QString BarcodeReader::Busca_padrao(const QString& idtipo) {
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT PADRAO, JUROS, BLOQUEIO FROM CodBarra WHERE IDTIPO = ?"), {idtipo});
-    if (!rs) {
+std::optional<GuideKind> BarcodeReader::Busca_padrao(const QString& idtipo) {
+    const auto kinds = clsCodBarra::porIdtipo(m_ctx.db, idtipo);
+    if (!kinds) {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na leitura do código de barras!!"));
-        return {};
+        return std::nullopt;
     }
-    if (rs->recordCount() != 1)
-        return {};
-    auto one = [&](const char* col) {
-        return rs->text(QLatin1String(col)).left(1).leftJustified(1, QLatin1Char(' '));
-    };
-    return one("PADRAO") + one("BLOQUEIO") + one("JUROS");
+    if (kinds->size() != 1)
+        return std::nullopt;
+    return kinds->first();
 }
 
 bool BarcodeReader::Conta_recebida(const QString& code) {
-    // Exactly one local row: a code recorded twice passes, as it always did.
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDRECEBE FROM Recebimentos WHERE CODBARRA = ?"), {code});
-    return rs && rs->recordCount() == 1;
+    // Exactly one local row: the reading's rule. The recorder itself never writes a code twice.
+    const auto n = clsRecebimentos::contarCodigo(m_ctx.db, code);
+    return n && *n == 1;
 }
 
 bool BarcodeReader::Conta_recebida_rede(const QString& code) {
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT ID FROM RECEBIMENTOS1 WHERE CODBARRA = ?"), {code});
-    return rs && rs->recordCount() > 0;
+    const auto n = clsRecebimentos1::contarCodigo(m_ctx.db, code);
+    return n && *n > 0;
 }
 
 bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes,
@@ -119,21 +103,13 @@ bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBa
 }
 
 bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d) {
-    // "PADRAO <> 'S'" binds to the last equality only, as it always did.
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral(
-            "SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDTIPO = ? OR IDTIPO = ? OR IDTIPO = ? "
-            "OR IDTIPO = ? AND PADRAO <> 'S' ORDER BY IDCOD"),
-        {code.mid(24, 3), code.mid(19, 5), code.mid(29, 5), code.mid(15, 4)});
-    if (!rs)
+    const auto kinds = clsCodBarra::candidatosLeitura(m_ctx.db, code.mid(24, 3), code.mid(19, 5),
+                                                      code.mid(29, 5), code.mid(15, 4));
+    if (!kinds || kinds->isEmpty())
         return false;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        d.kinds.append(
-            {int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
-    if (d.kinds.isEmpty())
-        return false;
-    d.idcod = d.kinds.first().first;
-    d.descricao = d.kinds.first().second;
+    d.kinds = *kinds;
+    d.idcod = d.kinds.first().idcod;
+    d.descricao = d.kinds.first().descricao;
     return true;
 }
 
@@ -149,14 +125,14 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         d.clearField = true;
         return d;
     }
-    if (Busca_padrao(code.mid(15, 4)).startsWith(QLatin1Char('F'))) {
+    if (isPadrao(Busca_padrao(code.mid(15, 4)), GuideKind::Padrao::Febraban)) {
         febraban(code, working, d);
         return d;
     }
     const QStringList slipKinds = {code.mid(19, 5), code.mid(29, 5)};
-    if (Busca_padrao(slipKinds[0]).startsWith(QLatin1Char('C')) ||
-        Busca_padrao(slipKinds[1]).startsWith(QLatin1Char('C'))) {
-        d.padrao = QStringLiteral("C");
+    if (isPadrao(Busca_padrao(slipKinds[0]), GuideKind::Padrao::Cnab) ||
+        isPadrao(Busca_padrao(slipKinds[1]), GuideKind::Padrao::Cnab)) {
+        d.route = ReadingDecision::Route::Cnab;
         bankSlip(code, working, slipKinds, d);
         return d;
     }
@@ -164,7 +140,7 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         d.outcome = ReadingDecision::Outcome::NaoReconhecida; // left in the field, nothing said
         return d;
     }
-    d.padrao = QStringLiteral("0000");
+    d.route = ReadingDecision::Route::Diversos;
     bankSlip(code, working, {code.mid(24, 3)}, d);
     return d;
 }
@@ -175,7 +151,8 @@ bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QS
         return false;
     bool block = false;
     for (const QString& k : kinds)
-        block = block || Busca_padrao(k).mid(1, 1) == QLatin1String("S");
+        if (const auto kind = Busca_padrao(k))
+            block = block || kind->bloqueio;
     if (block) {
         notice(d, QStringLiteral("frmBloqueia"), QStringLiteral("Bloqueia Conta"),
                {QStringLiteral("Não pode ser recebida!!!"),
@@ -192,7 +169,6 @@ bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QS
 }
 
 void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingDecision& d) {
-    d.padrao = QStringLiteral("F");
     const QString input = code.left(3) + code.mid(4);
     const QString digit =
         code.mid(2, 1).toInt() < 8 ? Modulo10_arrecadacao(input) : Modulo11_arrecadacao(input);
@@ -201,33 +177,33 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
         d.clearField = true;
         return;
     }
-    d.valorTexto = code.mid(5, 8) + QLatin1Char(',') + code.mid(13, 2);
-    d.vencimentoTexto =
-        code.mid(25, 2) + QLatin1Char('/') + code.mid(23, 2) + QLatin1Char('/') + code.mid(19, 4);
-    const auto due = DateUtil::parseBr(d.vencimentoTexto);
-    const auto valor = Money::parse(d.valorTexto);
-    if (!due || !valor) {
+    // The value field's first digit (position 5) is not part of the value.
+    const auto valor = digitsValue(code.mid(5, 8), code.mid(13, 2));
+    const QDate due(code.mid(19, 4).toInt(), code.mid(23, 2).toInt(), code.mid(25, 2).toInt());
+    if (!due.isValid() || !valor) {
         runtimeError(d,
                      QStringLiteral("Data de vencimento ou valor inválido no código de barras: %1")
                          .arg(code));
         return;
     }
-    d.vencimento = *due;
+    d.vencimento = due;
     d.valor = *valor;
     const QString kind = code.mid(15, 4);
     if (yearBlocked(d.vencimento, working, {kind}, d))
         return;
-    const bool juros = Busca_padrao(kind).endsWith(QLatin1Char('S')) ||
-                       (kind == QLatin1String("0425") && code.mid(43, 1) == QLatin1String("3"));
-    d.juros = juros ? QStringLiteral("SIM") : QStringLiteral("NÃO");
+    // Kind 0425 charges interest on the guides whose last digit is 3, whatever its JUROS.
+    const auto k = Busca_padrao(kind);
+    d.juros =
+        (k && k->juros) || (kind == QLatin1String("0425") && code.mid(43, 1) == QLatin1String("3"));
     d.route = ReadingDecision::Route::Febraban;
     d.outcome = ReadingDecision::Outcome::Aceito;
 }
 
 void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QStringList& kinds,
                              ReadingDecision& d) {
-    const bool cnab = d.padrao == QLatin1String("C");
-    if (cnab && Modulo11_boleto(code.left(4) + code.mid(5)) != code.mid(4, 1).toInt()) {
+    // "0000" slips carry no verified check digit.
+    if (d.route == ReadingDecision::Route::Cnab &&
+        Modulo11_boleto(code.left(4) + code.mid(5)) != code.mid(4, 1).toInt()) {
         d.mensagens << QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!");
         m_ctx.dialogs.critical(kAviso, QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!"));
         d.outcome = ReadingDecision::Outcome::Digito;
@@ -237,8 +213,7 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
     const auto rule = DueFactor::ruleFromSetting(
         m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
     const DueFactor::Result due = DueFactor::dueDate(code.mid(5, 4), working, rule);
-    d.valorTexto = code.mid(10, 7) + QLatin1Char(',') + code.mid(17, 2);
-    const auto valor = Money::parse(d.valorTexto);
+    const auto valor = digitsValue(code.mid(10, 7), code.mid(17, 2));
     if (due.status == DueFactor::Status::Invalid || due.status == DueFactor::Status::OutOfWindow ||
         !valor) {
         runtimeError(d,
@@ -250,14 +225,9 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
     d.valor = *valor;
     if (yearBlocked(d.vencimento, working, kinds, d))
         return;
-    if (cnab) {
-        bool juros = false;
+    if (d.route == ReadingDecision::Route::Cnab)
         for (const QString& k : kinds)
-            juros = juros || Busca_padrao(k).endsWith(QLatin1Char('S'));
-        d.juros = juros ? QStringLiteral("SIM") : QStringLiteral("NÃO");
-        d.route = ReadingDecision::Route::Cnab;
-    } else {
-        d.route = ReadingDecision::Route::Diversos;
-    }
+            if (const auto kind = Busca_padrao(k))
+                d.juros = d.juros || kind->juros;
     d.outcome = ReadingDecision::Outcome::Aceito;
 }

@@ -1,18 +1,20 @@
 #pragma once
 
+#include "GuideKind.h"
 #include "Money.h"
 
 #include <QDate>
-#include <QList>
-#include <QPair>
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <optional>
 
 class AppContext;
 
 // What the reading routine decided about one code, and the item it hands on.
 struct ReadingDecision {
+    // The reading's own outcomes, then the counter's (Recusada: overdue guide refused by the
+    // operator; Encerrado: the day is closed; Linha: a typed line that does not convert).
     enum class Outcome {
         Aceito,
         Lancada,
@@ -22,8 +24,12 @@ struct ReadingDecision {
         Digito,
         NaoReconhecida,
         Ignorada,
-        Erro
+        Erro,
+        Recusada,
+        Encerrado,
+        Linha
     };
+    // The item-adding operation the code goes to: Pagto_febraban, Pagto_cnab, Pagto_diversos.
     enum class Route { None, Febraban, Cnab, Diversos };
 
     Outcome outcome = Outcome::Ignorada;
@@ -31,22 +37,16 @@ struct ReadingDecision {
     bool clearField = false;
     bool clearKind = false;
     bool showNetworkLabel = false;
-    bool networkChecked = false;      // lblStatusRede is set (shown or hidden) only when true
-    QList<QPair<int, QString>> kinds; // the kind list as filled (IDCOD, DESCRICAO)
+    bool networkChecked = false; // lblStatusRede is set (shown or hidden) only when true
+    GuideKinds kinds;            // the kind list as filled
 
     // When accepted:
     Route route = Route::None;
     int idcod = 0;
     QString descricao;
-    QString padrao;          // "F", "C" or "0000"
-    QDate vencimento;        // invalid when the slip has no due date
-    QString vencimentoTexto; // Febraban: as built from the digits, "dd/MM/yyyy"
-    QString valorTexto;      // as built: "00001234,56"
+    QDate vencimento; // invalid when the slip has no due date
     Money valor;
-    QString juros; // "SIM" / "NÃO"; empty for "0000" slips
-
-    static QString word(Outcome o);
-    QString resultado() const { return word(outcome); }
+    bool juros = false; // the interest flag of Febraban guides and CNAB slips
 };
 
 // The reading routine of the counter: duplicate refusal, kind of guide, check digit, value and
@@ -61,9 +61,9 @@ public:
     ReadingDecision Leitura_codigo_barras(const QString& code, const QDate& workingDate,
                                           const QStringList& customerBarcodes);
 
-    // PADRAO, BLOQUEIO and JUROS of the one kind with this IDTIPO, one character each; empty
-    // when none or several match.
-    QString Busca_padrao(const QString& idtipo);
+    // The one kind with this IDTIPO; nullopt when none or several match, or when the read failed
+    // (then "Erro na leitura do código de barras!!" is shown).
+    std::optional<GuideKind> Busca_padrao(const QString& idtipo);
     bool Conta_recebida(const QString& code);
     bool Conta_recebida_rede(const QString& code);
     bool Rede_ativa() const { return networkAlive ? networkAlive() : false; }

@@ -1,21 +1,51 @@
 #include "HolidayCalendar.h"
 
-#include "clsDataAccess.h"
+#include "DateUtil.h"
+#include "DialogPort.h"
+
+const QString HolidayCalendar::kDataJaLancada = QStringLiteral("Data já lançada!!!");
 
 bool HolidayCalendar::E_feriado(const QDate& day) {
-    // A date entered twice is no holiday: the rule is exactly one row.
-    const auto rs =
-        m_db.SQLSelect_ReadOnly(QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {day});
-    return rs && rs->recordCount() == 1;
+    const auto n = clsFeriado::contar(m_db, day);
+    return n && *n == 1; // a failed read leaves only the weekends
+}
+
+HolidayCalendar::IsHoliday HolidayCalendar::isHoliday() {
+    return [this](const QDate& d) { return E_feriado(d); };
+}
+
+bool HolidayCalendar::diaUtil(const QDate& day, const IsHoliday& isHoliday) {
+    return !DateUtil::isWeekend(day) && !(isHoliday && isHoliday(day));
+}
+
+QDate HolidayCalendar::Proximo_dia_util(const QDate& day, const IsHoliday& isHoliday) {
+    QDate d = day.addDays(1);
+    while (!diaUtil(d, isHoliday))
+        d = d.addDays(1);
+    return d;
 }
 
 QDate HolidayCalendar::Proximo_dia_util(const QDate& day) {
-    QDate d = day;
-    int found = 0;
-    while (found < 1) {
-        d = d.addDays(1);
-        if (d.dayOfWeek() != Qt::Sunday && d.dayOfWeek() != Qt::Saturday && !E_feriado(d))
-            ++found;
+    return Proximo_dia_util(day, isHoliday());
+}
+
+std::optional<QList<clsFeriado>> HolidayCalendar::listar() {
+    return clsFeriado::listar(m_db);
+}
+
+bool HolidayCalendar::gravar(const QDate& day, DialogPort& dialogs, qint32* id) {
+    const auto n = clsFeriado::contar(m_db, day);
+    if (!n)
+        return false;
+    if (*n > 0) {
+        dialogs.warn(QStringLiteral("Aviso"), kDataJaLancada);
+        return false;
     }
-    return d;
+    clsFeriado f(m_db);
+    f.FERIADO = day;
+    if (!f.Incluir())
+        return false;
+    if (id)
+        *id = f.ID;
+    return true;
 }

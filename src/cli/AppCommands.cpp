@@ -2,6 +2,7 @@
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliSupport.h"
 #include "DemoData.h"
 #include "Login.h"
 #include "PasswordHash.h"
@@ -124,28 +125,24 @@ int usuarioGravar(CliEnv& e) {
 }
 
 int usuarioListar(CliEnv& e) {
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT ID, NOME, TIPO, ATIVO FROM Usuarios ORDER BY NOME"));
-    if (!rs)
+    const auto users = clsUsuarios::listar(e.ctx.db);
+    if (!users)
         return ExitRefused;
     QJsonArray list;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        if (e.json) {
-            list.append(
-                QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))},
-                            {QStringLiteral("nome"), r.text(QStringLiteral("NOME"))},
-                            {QStringLiteral("tipo"), r.text(QStringLiteral("TIPO"))},
-                            {QStringLiteral("ativo"), r.integer(QStringLiteral("ATIVO")) == 1}});
-        } else {
+    for (const clsUsuarios& u : *users) {
+        if (e.json)
+            list.append(QJsonObject{{QStringLiteral("id"), u.ID},
+                                    {QStringLiteral("nome"), u.NOME},
+                                    {QStringLiteral("tipo"), u.TIPO},
+                                    {QStringLiteral("ativo"), u.ATIVO == 1}});
+        else
             e.out << QStringLiteral("%1\t%2\t%3\t%4\n")
-                         .arg(r.integer(QStringLiteral("ID")))
-                         .arg(r.text(QStringLiteral("NOME")), r.text(QStringLiteral("TIPO")),
-                              r.integer(QStringLiteral("ATIVO")) == 1 ? QStringLiteral("ativo")
-                                                                      : QStringLiteral("inativo"));
-        }
+                         .arg(u.ID)
+                         .arg(u.NOME, u.TIPO,
+                              u.ATIVO == 1 ? QStringLiteral("ativo") : QStringLiteral("inativo"));
     }
     if (e.json)
-        e.out << QJsonDocument(list).toJson(QJsonDocument::Compact) << "\n";
+        CliSupport::printJson(e, list);
     return ExitOk;
 }
 

@@ -71,26 +71,23 @@ int tipoGravar(CliEnv& e) {
 }
 
 int tipoListar(CliEnv& e) {
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM "
-                       "CodBarra ORDER BY IDCOD"));
-    if (!rs)
+    const auto kinds = clsCodBarra::listar(e.ctx.db, clsCodBarra::Lista::Todas);
+    if (!kinds)
         return ExitRefused;
     QJsonArray list;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        const QStringList cols = {
-            QStringLiteral("%1").arg(r.integer(QStringLiteral("IDCOD")), 3, 10, QLatin1Char('0')),
-            r.text(QStringLiteral("IDTIPO")),
-            r.text(QStringLiteral("DESCRICAO")),
-            r.text(QStringLiteral("PADRAO")),
-            r.text(QStringLiteral("JUROS")),
-            r.text(QStringLiteral("BLOQUEIO")),
-            r.text(QStringLiteral("CODBANCO"))};
+    for (const GuideKind& k : *kinds) {
+        const QStringList cols = {QStringLiteral("%1").arg(k.idcod, 3, 10, QLatin1Char('0')),
+                                  k.idtipo,
+                                  k.descricao,
+                                  k.padraoLetra,
+                                  k.juros ? QStringLiteral("S") : QStringLiteral("N"),
+                                  k.bloqueio ? QStringLiteral("S") : QStringLiteral("N"),
+                                  k.codbanco};
         if (!e.json) {
             e.out << cols.join(QLatin1Char('\t')) << "\n";
             continue;
         }
-        list.append(QJsonObject{{QStringLiteral("idcod"), int(r.integer(QStringLiteral("IDCOD")))},
+        list.append(QJsonObject{{QStringLiteral("idcod"), k.idcod},
                                 {QStringLiteral("idtipo"), cols[1]},
                                 {QStringLiteral("descricao"), cols[2]},
                                 {QStringLiteral("padrao"), cols[3]},
@@ -131,37 +128,25 @@ int feriadoGravar(CliEnv& e) {
     const auto d = dateArg(e);
     if (!d)
         return ExitUsage;
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT ID FROM Feriados WHERE FERIADO = ?"), {*d});
-    if (!rs)
+    qint32 id = 0;
+    if (!HolidayCalendar(e.ctx.db).gravar(*d, e.ctx.dialogs, &id))
         return ExitRefused;
-    if (rs->recordCount() > 0) {
-        e.err << "Data já lançada!!!\n";
-        return ExitRefused;
-    }
-    clsFeriado f(e.ctx.db);
-    f.FERIADO = *d;
-    if (!f.Incluir())
-        return ExitRefused;
-    e.out << QStringLiteral("Feriado %1 gravado (id %2).\n").arg(DateUtil::br(*d)).arg(f.ID);
+    e.out << QStringLiteral("Feriado %1 gravado (id %2).\n").arg(DateUtil::br(*d)).arg(id);
     return ExitOk;
 }
 
 int feriadoListar(CliEnv& e) {
-    const auto rs = e.ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
-    if (!rs)
+    const auto holidays = HolidayCalendar(e.ctx.db).listar();
+    if (!holidays)
         return ExitRefused;
     QJsonArray list;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
-        const QString id =
-            QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0'));
-        const QString day = DateUtil::br(r.date(QStringLiteral("FERIADO")));
+    for (const clsFeriado& f : *holidays) {
+        const QString day = DateUtil::br(f.FERIADO);
         if (e.json)
-            list.append(QJsonObject{{QStringLiteral("id"), int(r.integer(QStringLiteral("ID")))},
-                                    {QStringLiteral("feriado"), day}});
+            list.append(
+                QJsonObject{{QStringLiteral("id"), f.ID}, {QStringLiteral("feriado"), day}});
         else
-            e.out << id << "\t" << day << "\n";
+            e.out << QStringLiteral("%1").arg(f.ID, 4, 10, QLatin1Char('0')) << "\t" << day << "\n";
     }
     if (e.json)
         printJson(e, list);
@@ -178,10 +163,7 @@ int feriadoExcluir(CliEnv& e) {
     }
     bool ok = false;
     f.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
-    const auto rs = ok ? e.ctx.db.SQLSelect_ReadOnly(
-                             QStringLiteral("SELECT ID FROM Feriados WHERE ID = ?"), {f.ID})
-                       : std::nullopt;
-    if (!rs || rs->recordCount() == 0) {
+    if (!ok || !f.SQLSelect(f.ID)) {
         e.err << "Informe um item !!!\n";
         return ok ? ExitRefused : ExitUsage;
     }
@@ -202,18 +184,18 @@ int diaUtil(CliEnv& e) {
 }
 
 QJsonObject decisionJson(const ReadingDecision& d) {
-    QJsonObject o{{QStringLiteral("resultado"), d.resultado()},
+    QJsonObject o{{QStringLiteral("resultado"), CliSupport::resultado(d.outcome)},
                   {QStringLiteral("mensagens"), QJsonArray::fromStringList(d.mensagens)}};
     if (d.outcome != ReadingDecision::Outcome::Aceito)
         return o;
-    o.insert(QStringLiteral("padrao"), d.padrao);
+    o.insert(QStringLiteral("padrao"), CliSupport::padrao(d.route));
     o.insert(QStringLiteral("idcod"), d.idcod);
     o.insert(QStringLiteral("descricao"), d.descricao);
     o.insert(QStringLiteral("valor"), d.valor.format());
     if (d.vencimento.isValid())
         o.insert(QStringLiteral("vencimento"), DateUtil::br(d.vencimento));
-    if (!d.juros.isEmpty())
-        o.insert(QStringLiteral("juros"), d.juros);
+    if (d.route != ReadingDecision::Route::Diversos)
+        o.insert(QStringLiteral("juros"), d.juros ? QStringLiteral("SIM") : QStringLiteral("NÃO"));
     return o;
 }
 
@@ -223,9 +205,8 @@ void addOverdue(CliEnv& e, const ReadingDecision& d, const QDate& day, QJsonObje
     if (d.route == ReadingDecision::Route::Diversos || !d.vencimento.isValid())
         return;
     HolidayCalendar cal(e.ctx.db);
-    const auto enc = Acrescimos::avaliar(d.vencimento, day, d.valor,
-                                         d.juros == QLatin1String("SIM"), e.ctx.settings.juros,
-                                         [&cal](const QDate& x) { return cal.E_feriado(x); });
+    const auto enc = Acrescimos::avaliar(d.vencimento, day, d.valor, d.juros, e.ctx.settings.juros,
+                                         cal.isHoliday());
     if (!enc || !enc->vencida)
         return;
     CliSupport::addEncargos(o, *enc);

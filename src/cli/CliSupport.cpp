@@ -53,3 +53,48 @@ void CliSupport::printJson(CliEnv& e, const QJsonObject& o) {
 void CliSupport::printJson(CliEnv& e, const QJsonArray& a) {
     e.out << QJsonDocument(a).toJson(QJsonDocument::Compact) << "\n";
 }
+
+QString CliSupport::resultado(ReadingDecision::Outcome o) {
+    using O = ReadingDecision::Outcome;
+    switch (o) {
+    case O::Aceito:
+        return QStringLiteral("aceito");
+    case O::Lancada:
+        return QStringLiteral("lancada");
+    case O::Recebida:
+        return QStringLiteral("recebida");
+    case O::Bloqueada:
+        return QStringLiteral("bloqueada");
+    case O::Desconhecida:
+        return QStringLiteral("desconhecida");
+    case O::Digito:
+        return QStringLiteral("digito");
+    case O::NaoReconhecida:
+        return QStringLiteral("nao_reconhecida");
+    case O::Ignorada:
+        return QStringLiteral("ignorada");
+    case O::Erro:
+        return QStringLiteral("erro");
+    case O::Recusada:
+        return QStringLiteral("recusada");
+    case O::Encerrado:
+        return QStringLiteral("encerrado");
+    case O::Linha:
+        return QStringLiteral("linha");
+    }
+    return {};
+}
+
+QString CliSupport::padrao(ReadingDecision::Route r) {
+    switch (r) {
+    case ReadingDecision::Route::Febraban:
+        return QStringLiteral("F");
+    case ReadingDecision::Route::Cnab:
+        return QStringLiteral("C");
+    case ReadingDecision::Route::Diversos:
+        return QStringLiteral("0000");
+    case ReadingDecision::Route::None:
+        break;
+    }
+    return {};
+}

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Acrescimos.h"
+#include "BarcodeReader.h"
 #include "CliCommand.h"
 #include "DateScreenLogic.h"
 
@@ -24,6 +25,11 @@ public:
 
     // The charges of an overdue guide, as `ler`, `encargos` and `caixa receber` print them.
     static void addEncargos(QJsonObject& o, const Encargos& e);
+
+    // The word of a reading's outcome in the JSON ("aceito", "recebida" ...).
+    static QString resultado(ReadingDecision::Outcome o);
+    // "F", "C" or "0000": the layout a code was read by.
+    static QString padrao(ReadingDecision::Route r);
 
     static void printJson(CliEnv& e, const QJsonObject& o);
     static void printJson(CliEnv& e, const QJsonArray& a);

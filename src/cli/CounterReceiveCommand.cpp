@@ -9,18 +9,16 @@
 #include "CounterSession.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
-#include "ScriptedDialogPort.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QTextStream>
 
 namespace {
 
 QJsonObject recusado(const QString& codigo, const CounterSession::ReadResult& r) {
     return {{QStringLiteral("codigo"), codigo},
-            {QStringLiteral("resultado"), r.resultado},
+            {QStringLiteral("resultado"), CliSupport::resultado(r.resultado)},
             {QStringLiteral("mensagens"), QJsonArray::fromStringList(r.mensagens)}};
 }
 
@@ -31,16 +29,20 @@ int receber(CliEnv& e) {
         return ExitUsage;
     }
     const QString pago = e.args.value(QStringLiteral("pago"));
-    if (e.args.has(QStringLiteral("pago")) &&
-        (pago.count(QLatin1Char(',')) > 1 || !Money::parse(pago))) {
+    const auto paid = Money::parse(pago);
+    if (e.args.has(QStringLiteral("pago")) && !paid) {
         e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
         return ExitUsage;
     }
     if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
-    if (auto* scripted = dynamic_cast<ScriptedDialogPort*>(&e.ctx.dialogs);
-        scripted && e.args.has(QStringLiteral("recusar-vencidas")))
-        scripted->defaultAnswer = DialogAnswer::No;
+    // The command states its answer to frmGuiavencida instead of asking it.
+    const bool consent = !e.args.has(QStringLiteral("recusar-vencidas"));
+    const auto settle = [&](CounterSession& session, CounterSession::ReadResult r) {
+        while (r.precisaConsentimento)
+            r = session.continuar(consent);
+        return r;
+    };
 
     CliPrinterScope printing(e.ctx);
     CounterSession s(e.ctx, &printing.printer);
@@ -60,25 +62,23 @@ int receber(CliEnv& e) {
         avulsos << item;
     }
     for (const QString& codigo : e.args.positional) {
-        const QString digits =
-            QString(codigo).remove(QRegularExpression(QStringLiteral("[ .\\-]")));
-        const auto r =
-            digits.size() == 47 || digits.size() == 48 ? s.lerLinha(codigo) : s.ler(codigo);
+        const auto r = settle(s, CounterSession::pareceLinhaDigitavel(codigo) ? s.lerLinha(codigo)
+                                                                              : s.ler(codigo));
         if (!r.accepted)
             recusados.append(recusado(codigo, r));
     }
     for (const OneOffItem& item : avulsos) {
-        const auto r = s.somaAvulso(item);
+        const auto r = settle(s, s.somaAvulso(item));
         if (!r.accepted)
-            recusados.append(
-                recusado(QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor), r));
+            recusados.append(recusado(
+                QStringLiteral("avulso:%1:%2").arg(item.idcod).arg(item.valor.format()), r));
     }
     QJsonObject out;
     const Money total = s.list().total();
     QJsonArray gravados;
     if (!s.list().isEmpty()) {
         if (e.args.has(QStringLiteral("pago")))
-            s.tender(pago);
+            s.tender(*paid);
         const auto rows = s.gravar();
         if (!rows)
             return ExitRefused;
@@ -96,7 +96,7 @@ int receber(CliEnv& e) {
     out.insert(QStringLiteral("recusados"), recusados);
     out.insert(QStringLiteral("total"), total.format());
     if (e.args.has(QStringLiteral("pago")))
-        out.insert(QStringLiteral("troco"), (*Money::parse(pago) - total).format());
+        out.insert(QStringLiteral("troco"), (*paid - total).format());
     if (e.json) {
         CliSupport::printJson(e, out);
     } else {

@@ -9,6 +9,7 @@
 #include "OverdueHandler.h"
 #include "TextFile.h"
 #include "TypedLine.h"
+#include "clsCodBarra.h"
 #include "clsRecebimentos.h"
 
 #include <QDir>
@@ -25,7 +26,7 @@ CounterSession::CounterSession(AppContext& ctx, CounterPrinter* printer)
 void CounterSession::resetPayment() {
     m_paymentLabel = kAPagar;
     m_change = ChangeResult();
-    m_tendered.clear();
+    m_tendered.reset();
 }
 
 bool CounterSession::append(const CustomerItem& item) {
@@ -42,12 +43,12 @@ bool CounterSession::append(const CustomerItem& item) {
     return true;
 }
 
-ChangeResult CounterSession::tender(const QString& text) {
-    ChangeResult r = computeChange(text, m_list);
+ChangeResult CounterSession::tender(Money paid) {
+    ChangeResult r = computeChange(paid, m_list);
     if (r.state == ChangeResult::State::AmountInvalid)
         return r;
     m_change = r;
-    m_tendered = text;
+    m_tendered = paid;
     m_paymentLabel = r.label;
     return r;
 }
@@ -71,11 +72,9 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
         return std::nullopt; // the list stays for another try
     if (m_printer) {
         m_printer->documentos(*rows);
-        if (m_ctx.settings.print_cupom == 1) {
-            const auto paid = Money::parse(m_tendered);
-            m_printer->cupom(*rows, (paid ? *paid : m_list.total()).format(),
+        if (m_ctx.settings.print_cupom == 1)
+            m_printer->cupom(*rows, m_tendered.value_or(m_list.total()).format(),
                              m_change.difference.format());
-        }
     }
     if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, *rows))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
@@ -116,21 +115,9 @@ bool CounterSession::carregarSoma() {
     return true;
 }
 
-QList<CounterSession::Lancado> CounterSession::lancados() {
-    QList<Lancado> out;
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
-                       "Recebimentos.VALOR "
-                       "FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = CodBarra.IDCOD AND "
-                       "Recebimentos.IDMOVIMENTO = ? ORDER BY Recebimentos.IDRECEBE DESC"),
-        {m_day.movimento().ID});
-    if (!rs)
-        return out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
-                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
-    return out;
+QList<clsRecebimentos::Lancado> CounterSession::lancados() {
+    return clsRecebimentos::listarDoMovimento(m_ctx.db, m_day.movimento().ID)
+        .value_or(QList<clsRecebimentos::Lancado>{});
 }
 
 QString CounterSession::lancadosHeading() const {
@@ -140,9 +127,10 @@ QString CounterSession::lancadosHeading() const {
 
 CounterSession::ReadResult CounterSession::ler(const QString& code) {
     ReadResult r;
+    m_pending.reset();
     if (!m_day.loaded() || !m_day.aberto()) {
         m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
-        r.resultado = QStringLiteral("encerrado");
+        r.resultado = Outcome::Encerrado;
         r.mensagens << PaymentRecorder::kEncerrado;
         return r;
     }
@@ -155,9 +143,9 @@ CounterSession::ReadResult CounterSession::ler(const QString& code) {
     r.clearKind = d.clearKind;
     r.showNetworkLabel = d.showNetworkLabel;
     r.networkChecked = d.networkChecked;
-    r.resultado = d.resultado();
+    r.resultado = d.outcome;
     r.mensagens = d.mensagens;
-    if (d.outcome != ReadingDecision::Outcome::Aceito)
+    if (d.outcome != Outcome::Aceito)
         return r;
     CustomerItem item;
     item.tipo = d.idcod;
@@ -165,21 +153,34 @@ CounterSession::ReadResult CounterSession::ler(const QString& code) {
     item.codbarra = code;
     switch (d.route) {
     case ReadingDecision::Route::Febraban:
-        r.accepted = Pagto_febraban(item, d.vencimentoTexto, d.valorTexto, d.juros, r);
+        r.accepted = Pagto_febraban(item, d.vencimento, d.valor, d.juros, r);
         break;
     case ReadingDecision::Route::Cnab:
-        r.accepted = Pagto_cnab(item, d.vencimento, d.valorTexto, d.juros, r);
+        r.accepted = Pagto_cnab(item, d.vencimento, d.valor, d.juros, r);
         break;
     case ReadingDecision::Route::Diversos:
-        r.accepted = Pagto_diversos(item, d.vencimento, d.valorTexto);
+        r.accepted = Pagto_diversos(item, d.vencimento, d.valor);
         break;
     case ReadingDecision::Route::None:
         break;
     }
+    if (r.precisaConsentimento)
+        return r;
     r.clearField = true;
-    if (!r.accepted && r.resultado == QLatin1String("aceito"))
-        r.resultado = QStringLiteral("erro");
+    if (!r.accepted && r.resultado == Outcome::Aceito)
+        r.resultado = Outcome::Erro;
     return r;
+}
+
+bool CounterSession::pareceLinhaDigitavel(const QString& text) {
+    int digits = 0;
+    for (const QChar c : text.trimmed()) {
+        if (c.isDigit())
+            ++digits;
+        else if (c != QLatin1Char('.') && c != QLatin1Char(' ') && c != QLatin1Char('-'))
+            return false;
+    }
+    return digits == 47 || digits == 48;
 }
 
 CounterSession::ReadResult CounterSession::lerLinha(const QString& line) {
@@ -187,135 +188,137 @@ CounterSession::ReadResult CounterSession::lerLinha(const QString& line) {
     if (!t.ok()) {
         m_ctx.dialogs.critical(kAviso, t.erro);
         ReadResult r;
-        r.resultado = QStringLiteral("linha");
+        r.resultado = Outcome::Linha;
         r.mensagens << t.erro;
         return r;
     }
     return ler(t.barcode);
 }
 
-bool CounterSession::Pagto_febraban(CustomerItem item, const QString& vencimento,
-                                    const QString& valor, const QString& juros, ReadResult& r) {
-    const auto due = DateUtil::parseBr(vencimento);
-    if (!due)
-        return false;
-    return addWithCharges(item, *due, valor, juros, r, QStringLiteral("Função Pagto_febraban"));
+bool CounterSession::Pagto_febraban(CustomerItem item, const QDate& vencimento, Money valor,
+                                    bool juros, ReadResult& r) {
+    return addWithCharges(item, vencimento, valor, juros, r,
+                          QStringLiteral("Função Pagto_febraban"));
 }
 
-bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
-                                const QString& juros, ReadResult& r) {
+bool CounterSession::Pagto_cnab(CustomerItem item, const QDate& vencimento, Money valor, bool juros,
+                                ReadResult& r) {
     if (!vencimento.isValid())
         return Pagto_diversos(item, vencimento, valor); // factor 0000: no due date, never overdue
     return addWithCharges(item, vencimento, valor, juros, r, QStringLiteral("Função Pagto_cnab"));
 }
 
-bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento,
-                                    const QString& valor) {
-    const auto v = Money::parse(valor);
-    if (!v)
-        return false;
-    item.valor = item.valorOriginal = *v;
-    item.vencimento = vencimento.isValid() ? DateUtil::br(vencimento) : QString();
+bool CounterSession::Pagto_diversos(CustomerItem item, const QDate& vencimento, Money valor) {
+    item.valor = item.valorOriginal = valor;
+    item.vencimento = vencimento;
     return append(item);
 }
 
-bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento,
-                                    const QString& valor, const QString& juros, ReadResult& r,
-                                    const QString& routine) {
-    const auto v = Money::parse(valor);
-    if (!v)
-        return false;
-    const auto o =
-        OverdueHandler::handle(m_ctx, vencimento, *v, juros == QLatin1String("SIM"), routine);
-    r.encargos = o.encargos;
-    if (o.refused) {
-        r.resultado = QStringLiteral("recusada");
-        r.clearKind = true;
-        r.mensagens << OverdueHandler::kLinhasGuia.join(QLatin1Char(' '));
+bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, Money valor,
+                                    bool juros, ReadResult& r, const QString& routine) {
+    Pending p{item, vencimento, valor, juros, routine};
+    QDate efetivo;
+    if (OverdueHandler::vencida(m_ctx, vencimento, &efetivo)) {
+        m_pending = p;
+        r.precisaConsentimento = true;
         return false;
     }
-    if (o.failed)
-        return false;
-    item.valorOriginal = *v;
-    item.valor = o.encargos.total;
-    item.juros = o.encargos.juros;
-    item.multa = o.encargos.multa;
-    item.encargos = o.encargos;
-    item.vencimento = DateUtil::br(vencimento);
+    Encargos e;
+    e.vencimento = efetivo;
+    e.valor = e.total = valor;
+    r.encargos = e;
+    item.valor = item.valorOriginal = valor;
+    item.encargos = e;
+    item.vencimento = vencimento;
     return append(item);
 }
 
-QList<QPair<int, QString>> CounterSession::kinds() {
-    QList<QPair<int, QString>> out;
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(QStringLiteral(
-        "SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 ORDER BY DESCRICAO"));
-    if (!rs)
-        return out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
-    return out;
+bool CounterSession::addCharged(const Pending& p, ReadResult& r) {
+    const auto charges = OverdueHandler::cobrar(m_ctx, p.vencimento, p.valor, p.juros, p.routine);
+    if (charges.failed)
+        return false;
+    r.encargos = charges.encargos;
+    CustomerItem item = p.item;
+    item.valorOriginal = p.valor;
+    item.valor = charges.encargos.total;
+    item.juros = charges.encargos.juros;
+    item.multa = charges.encargos.multa;
+    item.encargos = charges.encargos;
+    item.vencimento = p.vencimento;
+    return append(item);
 }
 
-bool CounterSession::adicionarDigitado(int idcod, const QString& descricao, const QString& valor) {
-    const auto v = Money::parse(valor);
-    if (valor.count(QLatin1Char(',')) > 1 || !v || v->isNegative() || v->isZero()) {
+CounterSession::ReadResult CounterSession::continuar(bool consentimento) {
+    ReadResult r;
+    if (!m_pending)
+        return r;
+    const Pending p = *m_pending;
+    m_pending.reset();
+    r.clearField = true;
+    if (!consentimento) {
+        r.resultado = Outcome::Recusada;
+        r.clearKind = true;
+        r.mensagens << OverdueHandler::kLinhasGuia.join(QLatin1Char(' '));
+        return r;
+    }
+    r.accepted = addCharged(p, r);
+    r.resultado = r.accepted ? Outcome::Aceito : Outcome::Erro;
+    return r;
+}
+
+GuideKinds CounterSession::kinds() {
+    return clsCodBarra::listar(m_ctx.db, clsCodBarra::Lista::Entrada).value_or(GuideKinds{});
+}
+
+bool CounterSession::adicionarDigitado(int idcod, const QString& descricao,
+                                       std::optional<Money> valor) {
+    if (!valor || valor->isNegative() || valor->isZero()) {
         m_ctx.dialogs.warn(kAviso, QStringLiteral("Um valor deve ser informado!!"));
         return false;
     }
     CustomerItem item;
     item.tipo = idcod;
     item.descricao = descricao;
-    item.valor = *v;
-    item.valorOriginal = *v;
+    item.valor = *valor;
+    item.valorOriginal = *valor;
     return append(item);
 }
 
 CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in) {
     ReadResult r;
+    m_pending.reset();
     const auto fail = [&](const QString& entry) {
-        const QString text = entry + QStringLiteral(" - Erro na Soma Avulso!!");
+        const QString text = OneOffItem::erroSoma(entry);
         m_ctx.dialogs.critical(kAviso, text);
-        r.resultado = QStringLiteral("erro");
+        r.resultado = Outcome::Erro;
         r.mensagens << text;
         return r;
     };
-    const auto valor = Money::parse(in.valor);
-    if (in.valor.count(QLatin1Char(',')) > 1 || !valor || valor->isNegative() || valor->isZero())
-        return fail(in.valor);
-    const auto kinds = OneOffItem::kinds(m_ctx.db);
-    const auto kind = std::find_if(kinds.begin(), kinds.end(),
-                                   [&](const auto& k) { return k.first == in.idcod; });
-    if (kind == kinds.end())
+    if (in.valor.isNegative() || in.valor.isZero())
+        return fail(in.valor.format());
+    clsCodBarra kind(m_ctx.db);
+    const auto offered = clsCodBarra::listar(m_ctx.db, clsCodBarra::Lista::Avulso);
+    const bool isOffered =
+        offered && std::any_of(offered->begin(), offered->end(),
+                               [&](const GuideKind& k) { return k.idcod == in.idcod; });
+    if (!isOffered || !kind.SQLSelect(in.idcod))
         return fail(QString::number(in.idcod));
-    // Rebuilt from "yyyyMMdd": day the last two characters, month the 5th and 6th, year the first
-    // four.
-    const QString ymd = in.vencimento;
-    const auto due = ymd.isEmpty()
-                         ? std::optional<QDate>(m_ctx.workingDate)
-                         : DateUtil::parseBr(ymd.right(2) + QLatin1Char('/') + ymd.mid(4, 2) +
-                                             QLatin1Char('/') + ymd.left(4));
-    if (!due)
-        return fail(ymd);
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT PADRAO, JUROS FROM CodBarra WHERE IDCOD = ?"), {in.idcod});
-    const bool juros =
-        rs && rs->recordCount() == 1 && rs->text(QStringLiteral("JUROS")) == QLatin1String("S");
+    const QDate due = in.vencimento.isValid() ? in.vencimento : m_ctx.workingDate;
     CustomerItem item;
     item.tipo = in.idcod;
-    item.descricao = kind->second;
+    item.descricao = kind.DESCRICAO;
     item.parcela = in.parcela;
     item.obs = in.obs;
     item.codbarra = clsRecebimentos::kSemCodigo;
-    if (!juros) {
-        item.valor = item.valorOriginal = *valor;
-        item.vencimento = DateUtil::br(*due);
+    if (!kind.kind().juros) {
+        item.valor = item.valorOriginal = in.valor;
+        item.vencimento = due;
         r.accepted = append(item);
-        r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
+        r.resultado = r.accepted ? Outcome::Aceito : Outcome::Erro;
         return r;
     }
-    r.accepted = addWithCharges(item, *due, valor->format(), QStringLiteral("SIM"), r,
-                                QStringLiteral("Função Soma_Avulso"));
-    if (r.resultado.isEmpty())
-        r.resultado = r.accepted ? QStringLiteral("aceito") : QStringLiteral("erro");
+    r.accepted = addWithCharges(item, due, in.valor, true, r, QStringLiteral("Função Soma_Avulso"));
+    if (!r.precisaConsentimento)
+        r.resultado = r.accepted ? Outcome::Aceito : Outcome::Erro;
     return r;
 }

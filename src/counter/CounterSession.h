@@ -1,14 +1,18 @@
 #pragma once
 
 #include "Acrescimos.h"
+#include "BarcodeReader.h"
 #include "CashDay.h"
 #include "CustomerList.h"
+#include "GuideKind.h"
 #include "OneOffItem.h"
 #include "PaymentRecorder.h"
+#include "clsRecebimentos.h"
 
 #include <QDate>
 #include <QString>
 #include <functional>
+#include <optional>
 
 class AppContext;
 class CounterPrinter;
@@ -24,37 +28,47 @@ public:
     CustomerList& list() { return m_list; }
     const CustomerList& list() const { return m_list; }
 
-    // A 44-character entry: the reading routine, then the item-adding operation it chose.
+    using Outcome = ReadingDecision::Outcome;
+
+    // What came of an entry: the reading's decision and the item-adding operation it chose.
     struct ReadResult {
+        Outcome resultado = Outcome::Ignorada;
         bool accepted = false;
         bool clearField = false;
         bool clearKind = false;
         bool showNetworkLabel = false;
         bool networkChecked = false;      // the network label is touched only when true
-        QString resultado;                // the outcome's word ("aceito", "recebida" ...)
         QStringList mensagens;            // what the operator was shown
         std::optional<Encargos> encargos; // the overdue decision of a guide with a due date
+        // An overdue guide waits for the operator's consent (frmGuiavencida): the caller asks
+        // and answers with continuar(). Nothing is added until then.
+        bool precisaConsentimento = false;
     };
+
+    // A 44-character entry: the reading routine, then the item-adding operation it chose.
     ReadResult ler(const QString& code);
     // A typed 47/48-digit line: converted and then read exactly like a scanned code. A wrong
     // check digit names the field.
     ReadResult lerLinha(const QString& line);
-
-    // Kinds offered by the counter's kind list: IDCOD and DESCRICAO.
-    QList<QPair<int, QString>> kinds();
-    // An item typed by kind and value (no barcode).
-    bool adicionarDigitado(int idcod, const QString& descricao, const QString& valor);
-
-    // The one-off sum: a kind and a typed value, charged like a guide when the kind charges
-    // interest. Errors show the typed entry followed by " - Erro na Soma Avulso!!".
+    // Whether the text is a typed line (47 or 48 digits once dots, spaces and dashes go).
+    static bool pareceLinhaDigitavel(const QString& text);
+    // The one-off sum: a kind and a value, charged like a guide when the kind charges interest.
     ReadResult somaAvulso(const OneOffItem& item);
+    // The operator's answer to frmGuiavencida for the item waiting on it.
+    ReadResult continuar(bool consentimento);
+    bool aguardandoConsentimento() const { return m_pending.has_value(); }
+
+    // Kinds offered by the counter's kind list.
+    GuideKinds kinds();
+    // An item typed by kind and value (no barcode).
+    bool adicionarDigitado(int idcod, const QString& descricao, std::optional<Money> valor);
 
     // The common append of every item-adding operation; false (message shown) when the item
     // cannot be added.
     bool append(const CustomerItem& item);
 
     // "-": the amount tendered. Remembers it for the coupon.
-    ChangeResult tender(const QString& text);
+    ChangeResult tender(Money paid);
     QString paymentLabel() const { return m_paymentLabel; }
     // Whether Enter may record in the payment label's current state.
     bool mayRecord() const;
@@ -67,14 +81,8 @@ public:
     bool salvarSoma();
     bool carregarSoma();
 
-    // Receipts of the movement, newest first: IDRECEBE, AUTENTICA, DESCRICAO, VALOR.
-    struct Lancado {
-        qint32 idrecebe;
-        qint16 autentica;
-        QString descricao;
-        Money valor;
-    };
-    QList<Lancado> lancados();
+    // Receipts of the movement, newest first.
+    QList<clsRecebimentos::Lancado> lancados();
     QString lancadosHeading() const; // "Caixa dia: dd - MM - yyyy"
 
     void resetPayment();
@@ -83,15 +91,23 @@ public:
     std::function<bool()> networkAlive;
 
     // The item-adding operations the reading routine hands a code to.
-    bool Pagto_febraban(CustomerItem item, const QString& vencimento, const QString& valor,
-                        const QString& juros, ReadResult& r);
-    bool Pagto_cnab(CustomerItem item, const QDate& vencimento, const QString& valor,
-                    const QString& juros, ReadResult& r);
-    bool Pagto_diversos(CustomerItem item, const QDate& vencimento, const QString& valor);
+    bool Pagto_febraban(CustomerItem item, const QDate& vencimento, Money valor, bool juros,
+                        ReadResult& r);
+    bool Pagto_cnab(CustomerItem item, const QDate& vencimento, Money valor, bool juros,
+                    ReadResult& r);
+    bool Pagto_diversos(CustomerItem item, const QDate& vencimento, Money valor);
 
 private:
-    bool addWithCharges(CustomerItem item, const QDate& vencimento, const QString& valor,
-                        const QString& juros, ReadResult& r, const QString& routine);
+    struct Pending {
+        CustomerItem item;
+        QDate vencimento;
+        Money valor;
+        bool juros = false;
+        QString routine;
+    };
+    bool addWithCharges(CustomerItem item, const QDate& vencimento, Money valor, bool juros,
+                        ReadResult& r, const QString& routine);
+    bool addCharged(const Pending& p, ReadResult& r);
     QString sumFilePath() const;
 
     AppContext& m_ctx;
@@ -100,5 +116,6 @@ private:
     CustomerList m_list;
     QString m_paymentLabel;
     ChangeResult m_change;
-    QString m_tendered;
+    std::optional<Money> m_tendered;
+    std::optional<Pending> m_pending;
 };

@@ -1,5 +1,6 @@
 #include "CustomerList.h"
 
+#include "DateUtil.h"
 #include "clsRecebimentos.h"
 
 QString CustomerItem::kindColumn() const {
@@ -72,7 +73,7 @@ QString CustomerList::text(int row, Column c) const {
     case Column::CodBarra:
         return it.codbarra;
     case Column::Vencimento:
-        return it.vencimento;
+        return it.vencimento.isValid() ? DateUtil::br(it.vencimento) : QString();
     case Column::Parcela:
         return it.parcela;
     case Column::Obs:
@@ -123,7 +124,12 @@ bool CustomerList::fromLines(const QStringList& lines, CustomerList& out) {
         it.descricao = cols[1].mid(3);
         it.valor = *valor;
         it.codbarra = cols[4];
-        it.vencimento = cols[5];
+        if (!cols[5].isEmpty()) {
+            const auto due = DateUtil::parseBr(cols[5]);
+            if (!due)
+                return false;
+            it.vencimento = *due;
+        }
         it.parcela = cols[6];
         it.obs = cols.mid(7).join(QLatin1Char(';'));
         list.append(it);
@@ -132,9 +138,9 @@ bool CustomerList::fromLines(const QStringList& lines, CustomerList& out) {
     return true;
 }
 
-ChangeResult computeChange(const QString& tendered, const CustomerList& list) {
+ChangeResult computeChange(Money paid, const CustomerList& list) {
     ChangeResult r;
-    if (tendered.count(QLatin1Char(',')) > 1) {
+    if (paid.isNegative()) {
         r.state = ChangeResult::State::AmountInvalid;
         return r;
     }
@@ -142,19 +148,14 @@ ChangeResult computeChange(const QString& tendered, const CustomerList& list) {
         r.label = QStringLiteral("Não tem ...");
         return r;
     }
-    const auto paid = Money::parse(tendered);
-    if (!paid || paid->isNegative()) {
-        r.state = ChangeResult::State::AmountInvalid;
-        return r;
-    }
     const Money total = list.total();
-    if (*paid > total) {
+    if (paid > total) {
         r.state = ChangeResult::State::Change;
-        r.difference = *paid - total;
+        r.difference = paid - total;
         r.label = QStringLiteral("Troco: ") + r.difference.formatCurrency();
-    } else if (*paid < total) {
+    } else if (paid < total) {
         r.state = ChangeResult::State::Owes;
-        r.difference = total - *paid;
+        r.difference = total - paid;
         r.label = QStringLiteral("Deve: ") + r.difference.formatCurrency();
     } else {
         // Exact amount: no change to give, said plainly.

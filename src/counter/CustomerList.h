@@ -3,6 +3,7 @@
 #include "Acrescimos.h"
 #include "Money.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -14,7 +15,7 @@ struct CustomerItem {
     QString descricao; // the kind's description
     Money valor;
     QString codbarra; // as read, or the 44 zeros
-    QString vencimento;
+    QDate vencimento; // invalid when the item has none
     QString parcela;
     QString obs;
     // Charges shown to the operator when the item was added (zero when none).
@@ -69,4 +70,4 @@ struct ChangeResult {
     Money difference;
     QString label; // what lblTroco shows
 };
-ChangeResult computeChange(const QString& tendered, const CustomerList& list);
+ChangeResult computeChange(Money tendered, const CustomerList& list);

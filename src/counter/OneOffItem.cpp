@@ -1,18 +1,11 @@
 #include "OneOffItem.h"
 
 #include "DateUtil.h"
-#include "clsDataAccess.h"
 
-QList<QPair<int, QString>> OneOffItem::kinds(clsDataAccess& db) {
-    QList<QPair<int, QString>> out;
-    const auto rs = db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE IDCOD < 100 AND PADRAO <> 'C' "
-                       "AND PADRAO <> 'F' ORDER BY DESCRICAO"));
-    if (!rs)
-        return out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({int(r.integer(QStringLiteral("IDCOD"))), r.text(QStringLiteral("DESCRICAO"))});
-    return out;
+const QString OneOffItem::kErroSoma = QStringLiteral(" - Erro na Soma Avulso!!");
+
+QString OneOffItem::erroSoma(const QString& entry) {
+    return entry + kErroSoma;
 }
 
 bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* error) {
@@ -26,7 +19,13 @@ bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* err
                          .arg(text);
         return false;
     }
-    out.valor = parts[1];
+    const auto valor = Money::parse(parts[1]);
+    if (!valor) {
+        if (error)
+            *error = erroSoma(parts[1]);
+        return false;
+    }
+    out.valor = *valor;
     if (parts.size() > 2 && !parts[2].isEmpty()) {
         const auto d = DateUtil::parseBr(parts[2]);
         if (!d) {
@@ -35,7 +34,7 @@ bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* err
                     QStringLiteral("Data inválida no avulso: %1 (use DD/MM/AAAA).").arg(parts[2]);
             return false;
         }
-        out.vencimento = d->toString(QStringLiteral("yyyyMMdd"));
+        out.vencimento = *d;
     }
     out.parcela = parts.value(3);
     out.obs = parts.mid(4).join(QLatin1Char(':'));

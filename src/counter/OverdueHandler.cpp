@@ -6,13 +6,10 @@
 #include "DialogPort.h"
 #include "HolidayCalendar.h"
 
+const QString OverdueHandler::kFormGuia = QStringLiteral("frmGuiavencida");
 const QString OverdueHandler::kCaptionGuia = QStringLiteral("Guia Vencida");
 const QStringList OverdueHandler::kLinhasGuia = {
     QStringLiteral("Guia com a data de vencimento vencida."), QStringLiteral("Deseja Continuar?")};
-
-Acrescimos::IsHoliday OverdueHandler::holidays(AppContext& ctx) {
-    return [&ctx](const QDate& d) { return HolidayCalendar(ctx.db).E_feriado(d); };
-}
 
 QStringList OverdueHandler::linhasAcrescimos(const Encargos& e, const QDate& today) {
     QStringList lines = {
@@ -26,23 +23,21 @@ QStringList OverdueHandler::linhasAcrescimos(const Encargos& e, const QDate& tod
     return lines;
 }
 
-OverdueHandler::Outcome OverdueHandler::handle(AppContext& ctx, const QDate& vencimento,
+bool OverdueHandler::vencida(AppContext& ctx, const QDate& vencimento, QDate* efetivo) {
+    HolidayCalendar calendar(ctx.db);
+    const QDate due =
+        Acrescimos::vencimentoEfetivo(vencimento, ctx.workingDate, calendar.isHoliday());
+    if (efetivo)
+        *efetivo = due;
+    return due < ctx.workingDate;
+}
+
+OverdueHandler::Charges OverdueHandler::cobrar(AppContext& ctx, const QDate& vencimento,
                                                Money valor, bool comJuros, const QString& routine) {
-    Outcome out;
-    const QDate w = ctx.workingDate;
-    const auto isHoliday = holidays(ctx);
-    const QDate due = Acrescimos::vencimentoEfetivo(vencimento, w, isHoliday);
-    out.encargos.vencimento = due;
-    out.encargos.valor = out.encargos.total = valor;
-    if (due >= w)
-        return out;
-    if (ctx.dialogs.notice(QStringLiteral("frmGuiavencida"), kCaptionGuia, kLinhasGuia,
-                           DialogButtons::YesNo) != DialogAnswer::Yes) {
-        out.refused = true;
-        return out;
-    }
-    const auto e = Acrescimos::avaliar(vencimento, w, valor, comJuros,
-                                       comJuros ? ctx.settings.juros : 0, isHoliday);
+    Charges out;
+    HolidayCalendar calendar(ctx.db);
+    const auto e = Acrescimos::avaliar(vencimento, ctx.workingDate, valor, comJuros,
+                                       comJuros ? ctx.settings.juros : 0, calendar.isHoliday());
     if (!e) {
         out.failed = true;
         ctx.errors.report(routine, {6, QStringLiteral("Estouro no cálculo dos meses de atraso."),

@@ -6,22 +6,24 @@
 
 class AppContext;
 
-// The overdue handling of a guide being added: the weekend and holiday shift, the operator's
-// consent on frmGuiavencida, and the charges shown on frmAcrescimos when the kind charges them.
+// The overdue handling of a guide being added, in two steps: `vencida` says whether the
+// operator must consent (frmGuiavencida, asked by the caller), and `cobrar` computes the charges
+// once consent is given, showing them on frmAcrescimos when the kind charges interest.
 class OverdueHandler {
 public:
-    struct Outcome {
-        bool refused = false; // the operator said no: nothing is added
-        bool failed = false;  // the charges could not be computed (logged)
+    struct Charges {
+        bool failed = false; // the charges could not be computed (logged)
         Encargos encargos;
     };
 
-    static Outcome handle(AppContext& ctx, const QDate& vencimento, Money valor, bool comJuros,
+    // The due date after the weekend and holiday shift; true when it is before the working date.
+    static bool vencida(AppContext& ctx, const QDate& vencimento, QDate* efetivo = nullptr);
+    static Charges cobrar(AppContext& ctx, const QDate& vencimento, Money valor, bool comJuros,
                           const QString& routine);
     // The lines of frmAcrescimos, in order; the days line only beyond 90 days against `today`.
     static QStringList linhasAcrescimos(const Encargos& e, const QDate& today);
-    static Acrescimos::IsHoliday holidays(AppContext& ctx);
 
-    static const QString kCaptionGuia;
+    static const QString kFormGuia;    // "frmGuiavencida"
+    static const QString kCaptionGuia; // "Guia Vencida"
     static const QStringList kLinhasGuia;
 };

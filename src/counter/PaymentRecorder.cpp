@@ -1,6 +1,7 @@
 #include "PaymentRecorder.h"
 
 #include "AppContext.h"
+#include "DateUtil.h"
 #include "DialogPort.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
@@ -34,10 +35,10 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         clsRecebimentos r(ctx.db);
         r.AUTENTICA = ++next;
         r.IDMOVIMENTO = static_cast<qint16>(mov.ID);
-        r.TIPO = static_cast<qint16>(item.kindColumn().left(2).toInt());
+        r.TIPO = static_cast<qint16>(item.tipo);
         r.VALOR = item.valor;
         r.CODBARRA = item.codbarra;
-        r.VENCIMENTO = item.vencimento;
+        r.VENCIMENTO = item.vencimento.isValid() ? DateUtil::br(item.vencimento) : QString();
         r.PARCELA = item.parcela;
         r.OBS = item.obs;
         r.INTEGRA = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "GuideKind.h"
+
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -21,6 +24,24 @@ public:
     // Mode 1 inserts, mode 2 updates every column but the key.
     bool Gravar(int mode);
     bool Excluir();
+    GuideKind kind() const;
+
+    // The lists of kinds the screens and the reading offer. nullopt when the read failed (logged).
+    enum class Lista {
+        Todas,   // the registry, by code
+        Entrada, // codes below 100, by description: the counter's and the corrections' list
+        Avulso,  // entry kinds that are neither bank slips nor Febraban guides
+        Especie, // kinds of money (PADRAO "S")
+    };
+    static std::optional<GuideKinds> listar(clsDataAccess& db, Lista lista);
+    // The kinds whose IDTIPO is one of the reading's four candidates (positions 25-27, 20-24,
+    // 30-34, 16-19). "PADRAO <> 'S'" binds to the last candidate only: kinds of the other three
+    // are listed whatever their standard.
+    static std::optional<GuideKinds> candidatosLeitura(clsDataAccess& db, const QString& a,
+                                                       const QString& b, const QString& c,
+                                                       const QString& d);
+    // Every kind with this IDTIPO.
+    static std::optional<GuideKinds> porIdtipo(clsDataAccess& db, const QString& idtipo);
 
 private:
     clsDataAccess* m_db;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QDate>
+#include <QList>
+#include <optional>
 
 class clsDataAccess;
 
@@ -12,9 +14,15 @@ public:
     qint32 ID = 0;
     QDate FERIADO;
 
+    bool SQLSelect(qint32 id);
     bool Incluir();
     // One true: the row ID; false: every holiday.
     bool Excluir(bool one);
+
+    // Every holiday, by date (the holiday screen and `feriado listar`).
+    static std::optional<QList<clsFeriado>> listar(clsDataAccess& db);
+    // How many rows hold this date (a date entered twice is possible only outside the program).
+    static std::optional<int> contar(clsDataAccess& db, const QDate& day);
 
 private:
     clsDataAccess* m_db;

@@ -75,3 +75,29 @@ bool clsRecebimentos::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
                             {IDRECEBE});
 }
+
+std::optional<int> clsRecebimentos::contarCodigo(clsDataAccess& db, const QString& codbarra) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT COUNT(*) AS N FROM Recebimentos WHERE CODBARRA = ?"), {codbarra});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return int(rs->integer(QStringLiteral("N")));
+}
+
+std::optional<QList<clsRecebimentos::Lancado>>
+clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
+                       "Recebimentos.VALOR FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = "
+                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? ORDER BY "
+                       "Recebimentos.IDRECEBE DESC"),
+        {idMovimento});
+    if (!rs)
+        return std::nullopt;
+    QList<Lancado> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
+                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
+    return out;
+}

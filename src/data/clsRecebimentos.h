@@ -2,7 +2,9 @@
 
 #include "Money.h"
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -34,6 +36,18 @@ public:
     bool SQLUpdateIntegra(qint32 idMovimento, int flag);
     bool SQLUpdateExport(qint32 idRecebe, int flag);
     bool SQLDelete();
+
+    // How many receipts carry this barcode.
+    static std::optional<int> contarCodigo(clsDataAccess& db, const QString& codbarra);
+
+    // The receipts of a movement with their kind's description, newest first (lstLancado).
+    struct Lancado {
+        qint32 idrecebe = 0;
+        qint16 autentica = 0;
+        QString descricao;
+        Money valor;
+    };
+    static std::optional<QList<Lancado>> listarDoMovimento(clsDataAccess& db, qint32 idMovimento);
 
 private:
     clsDataAccess* m_db; // a pointer so rows can be copied

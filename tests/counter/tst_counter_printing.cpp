@@ -42,7 +42,7 @@ private slots:
 
         QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
         QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        s.tender(QStringLiteral("500,00"));
+        s.tender(Money::fromReais(500));
         QVERIFY(s.gravar());
         QCOMPARE(emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
@@ -56,7 +56,6 @@ private slots:
         for (const QString& line : tape)
             QVERIFY2(line.size() <= 40, qPrintable(line));
 
-        app.dialogs().defaultAnswer = DialogAnswer::Yes;
         QVERIFY(s.day().encerrar());
         QVERIFY(s.day().imprimirEncerramento());
         QVERIFY(
@@ -79,7 +78,7 @@ private slots:
         CounterSession s(app.ctx(), &printer);
         QVERIFY(s.day().abrir());
         QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        s.tender(QStringLiteral("100,00"));
+        s.tender(Money::fromReais(100));
         QVERIFY(s.gravar());
         const QStringList files = QDir(app.path(QStringLiteral("Cupons"))).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);

@@ -18,6 +18,15 @@ struct Counter {
         QVERIFY(session.day().abrir());
         app.dialogs().clear();
     }
+    // The counter's read with the operator's answer to frmGuiavencida.
+    CounterSession::ReadResult read(const QString& code, bool consent = true) {
+        auto r = session.ler(code);
+        asked = r.precisaConsentimento;
+        while (r.precisaConsentimento)
+            r = session.continuar(consent);
+        return r;
+    }
+    bool asked = false;
 };
 } // namespace
 
@@ -26,23 +35,25 @@ class tst_overdue : public QObject {
 private slots:
     void refusalAddsNothing() {
         Counter c;
-        c.app.dialogs().pushAnswer(DialogAnswer::No);
-        const auto r = c.session.ler(kOverdue);
+        const auto pending = c.session.ler(kOverdue);
+        QVERIFY(pending.precisaConsentimento);
+        QVERIFY(!pending.clearField); // the code stays while the question is open
+        QVERIFY(c.session.list().isEmpty());
+        const auto r = c.session.continuar(false);
         QVERIFY(!r.accepted);
-        QCOMPARE(r.resultado, QStringLiteral("recusada"));
+        QCOMPARE(r.resultado, ReadingDecision::Outcome::Recusada);
         QVERIFY(r.clearField);
         QVERIFY(r.clearKind);
         QVERIFY(c.session.list().isEmpty());
-        QCOMPARE(c.app.dialogs().last().form, QStringLiteral("frmGuiavencida"));
-        QCOMPARE(c.app.dialogs().last().title, QStringLiteral("Guia Vencida"));
-        QCOMPARE(c.app.dialogs().last().text,
-                 QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
+        QVERIFY(!c.session.aguardandoConsentimento());
+        QVERIFY(c.app.dialogs().shown().isEmpty()); // the core asks nothing itself
     }
 
     void consentAddsTheCharges() {
         Counter c;
         c.app.clock().set(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
-        const auto r = c.session.ler(kOverdue);
+        const auto r = c.read(kOverdue);
+        QVERIFY(c.asked);
         QVERIFY(r.accepted);
         // 317 days: fine capped at 10%; 10 months and a day past: 11 months of 1%.
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.493,82"));
@@ -68,35 +79,40 @@ private slots:
         c.app.ctx().workingDate = QDate(2026, 11, 23);
         c.app.clock().set(QDateTime(QDate(2026, 4, 10),
                                     QTime(9, 0))); // the computer's date, not the working date
-        QVERIFY(c.session.ler(kOverdue).accepted);
+        QVERIFY(c.read(kOverdue).accepted);
         QCOMPARE(c.app.dialogs().last().text.split(QLatin1Char('\n')).size(),
                  4); // 90 days: no line
     }
 
     void schemeZeroStillAsksAndShows() {
         Counter c(0);
-        QVERIFY(c.session.ler(kOverdue).accepted);
+        QVERIFY(c.read(kOverdue).accepted);
+        QVERIFY(c.asked);
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.234,56"));
-        QCOMPARE(c.app.dialogs().shown().size(), 2);
+        QCOMPARE(c.app.dialogs().shown().size(), 1); // the charges notice, all zero
     }
 
     void noInterestKindIsFaceValueAfterConsent() {
         Counter c;
         // Kind 0425 charges no interest unless the code ends in 3; due 15/01/2026.
-        const auto r =
-            c.session.ler(QStringLiteral("81630000000500004252026011500000000000000000"));
+        const auto r = c.read(QStringLiteral("81630000000500004252026011500000000000000000"));
+        QVERIFY(c.asked);
         QVERIFY(r.accepted);
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("50,00"));
-        QCOMPARE(c.app.dialogs().texts().size(), 1); // consent only, no charges notice
+        QVERIFY(c.app.dialogs().texts().isEmpty()); // no charges notice
     }
 
     void oneOffItems() {
         Counter c;
         // Kind 7 charges interest, kind 8 does not; kinds 1 (F) and 4 (C) are not offered.
         auto add = [&](int kind, const char* valor, const char* venc) {
-            return c.session.somaAvulso({kind, QString(), QString::fromLatin1(valor),
-                                         QString::fromLatin1(venc), QStringLiteral("1/3"),
-                                         QStringLiteral("nota")});
+            auto r = c.session.somaAvulso(
+                {kind, *Money::parse(QString::fromLatin1(valor)),
+                 QDate::fromString(QString::fromLatin1(venc), QStringLiteral("yyyyMMdd")),
+                 QStringLiteral("1/3"), QStringLiteral("nota")});
+            while (r.precisaConsentimento)
+                r = c.session.continuar(true);
+            return r;
         };
         QVERIFY(
             add(8, "20,00", "20260101").accepted); // overdue, no interest: face value, no question
@@ -109,9 +125,13 @@ private slots:
             QCOMPARE(c.app.dialogs().last().text,
                      QString::number(kind) + QStringLiteral(" - Erro na Soma Avulso!!"));
         }
-        QVERIFY(!add(8, "1,0,0", "20261123").accepted);
-        QCOMPARE(c.app.dialogs().last().text, QStringLiteral("1,0,0 - Erro na Soma Avulso!!"));
+        QVERIFY(!add(8, "0,00", "20261123").accepted);
+        QCOMPARE(c.app.dialogs().last().text, QStringLiteral("0,00 - Erro na Soma Avulso!!"));
         QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Critical);
+        OneOffItem parsed;
+        QString error;
+        QVERIFY(!OneOffItem::fromArgument(QStringLiteral("8:1,0,0"), parsed, &error));
+        QCOMPARE(error, QStringLiteral("1,0,0 - Erro na Soma Avulso!!"));
         QCOMPARE(c.session.list().size(), 2);
         QCOMPARE(c.session.list().at(0).parcela, QStringLiteral("1/3"));
         const auto rows = c.session.gravar();

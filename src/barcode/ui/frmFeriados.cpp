@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "HolidayCalendar.h"
 #include "clsFeriado.h"
 
 #include <QApplication>
@@ -50,15 +51,13 @@ frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
 
 void frmFeriados::reload() {
     m_list->clear();
-    const auto rs = m_ctx.db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT ID, FERIADO FROM Feriados ORDER BY FERIADO, ID"));
-    if (!rs)
+    const auto holidays = HolidayCalendar(m_ctx.db).listar();
+    if (!holidays)
         return;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+    for (const clsFeriado& f : *holidays) {
         auto* item = new QTreeWidgetItem(
-            {QStringLiteral("%1").arg(r.integer(QStringLiteral("ID")), 4, 10, QLatin1Char('0')),
-             DateUtil::br(r.date(QStringLiteral("FERIADO")))});
-        item->setData(0, Qt::UserRole, int(r.integer(QStringLiteral("ID"))));
+            {QStringLiteral("%1").arg(f.ID, 4, 10, QLatin1Char('0')), DateUtil::br(f.FERIADO)});
+        item->setData(0, Qt::UserRole, f.ID);
         m_list->addTopLevelItem(item);
         if (m_list->topLevelItemCount() % 50 == 0)
             QApplication::processEvents(); // long calendars stay responsive
@@ -66,15 +65,7 @@ void frmFeriados::reload() {
 }
 
 void frmFeriados::gravar() {
-    const QString day = DateUtil::br(m_data->date());
-    for (int i = 0; i < m_list->topLevelItemCount(); ++i)
-        if (m_list->topLevelItem(i)->text(1) == day) {
-            m_ctx.dialogs.warn(kAviso, QStringLiteral("Data já lançada!!!"));
-            return;
-        }
-    clsFeriado f(m_ctx.db);
-    f.FERIADO = m_data->date();
-    if (f.Incluir())
+    if (HolidayCalendar(m_ctx.db).gravar(m_data->date(), m_ctx.dialogs))
         reload();
 }
 

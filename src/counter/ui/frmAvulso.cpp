@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DialogPort.h"
+#include "clsCodBarra.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -17,8 +18,9 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
     setWindowTitle(QStringLiteral("Recebimento Avulso"));
     m_tipo = new QComboBox(this);
     m_tipo->setObjectName(QStringLiteral("cmbTipo"));
-    for (const auto& [id, desc] : OneOffItem::kinds(ctx.db))
-        m_tipo->addItem(desc, id);
+    for (const GuideKind& k :
+         clsCodBarra::listar(ctx.db, clsCodBarra::Lista::Avulso).value_or(GuideKinds{}))
+        m_tipo->addItem(k.descricao, k.idcod);
     m_valor = new QLineEdit(this);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
     m_valor->setPlaceholderText(QStringLiteral("0,00"));
@@ -60,10 +62,15 @@ void frmAvulso::ok() {
         m_valor->setFocus();
         return;
     }
+    const auto valor = Money::parse(m_valor->text());
+    if (!valor) {
+        m_ctx.dialogs.critical(QStringLiteral("Aviso"), OneOffItem::erroSoma(m_valor->text()));
+        m_valor->setFocus();
+        return;
+    }
     m_item.idcod = m_tipo->currentData().toInt();
-    m_item.descricao = m_tipo->currentText();
-    m_item.valor = m_valor->text().trimmed();
-    m_item.vencimento = m_vencimento->date().toString(QStringLiteral("yyyyMMdd"));
+    m_item.valor = *valor;
+    m_item.vencimento = m_vencimento->date();
     m_item.parcela = m_parcela->text().trimmed();
     m_item.obs = m_obs->text().trimmed();
     accept();

@@ -5,6 +5,7 @@
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
+#include "OverdueHandler.h"
 #include "frmAvulso.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
@@ -21,7 +22,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -249,8 +249,8 @@ void frmFrente::tick() {
 
 bool frmFrente::fillKinds() {
     m_kinds->clear();
-    for (const auto& [id, desc] : m_session.kinds())
-        m_kinds->addItem(desc, id);
+    for (const GuideKind& k : m_session.kinds())
+        m_kinds->addItem(k.descricao, k.idcod);
     m_kinds->setCurrentIndex(-1);
     return m_kinds->count() > 0;
 }
@@ -381,30 +381,38 @@ void frmFrente::onEntryChanged(const QString& text) {
 void frmFrente::Leitura_codigo_barras() {
     if (m_consulta)
         return;
-    const auto r = m_session.ler(m_entry->text());
-    if (r.networkChecked)
-        m_rede->setVisible(r.showNetworkLabel);
-    if (r.clearField)
-        m_entry->clear();
-    if (r.clearKind)
-        m_kinds->setCurrentIndex(-1);
+    showRead(settle(m_session.ler(m_entry->text())));
     m_valor->clear();
-    refreshList();
     m_entry->setFocus();
     m_lastScan.start();
 }
 
+CounterSession::ReadResult frmFrente::settle(CounterSession::ReadResult r) {
+    // An overdue guide waits for the operator's consent before anything is added.
+    while (r.precisaConsentimento) {
+        const bool yes =
+            m_ctx.dialogs.notice(OverdueHandler::kFormGuia, OverdueHandler::kCaptionGuia,
+                                 OverdueHandler::kLinhasGuia,
+                                 DialogButtons::YesNo) == DialogAnswer::Yes;
+        r = m_session.continuar(yes);
+    }
+    return r;
+}
+
+void frmFrente::showRead(const CounterSession::ReadResult& r) {
+    if (r.networkChecked)
+        m_rede->setVisible(r.showNetworkLabel);
+    if (r.clearField || r.accepted)
+        m_entry->clear();
+    if (r.clearKind)
+        m_kinds->setCurrentIndex(-1);
+    refreshList();
+}
+
 void frmFrente::enter() {
     const QString text = m_entry->text().trimmed();
-    QString digits = text;
-    digits.remove(QRegularExpression(QStringLiteral("[ .\\-]")));
-    if ((digits.size() == 47 || digits.size() == 48) && !m_consulta) {
-        const auto r = m_session.lerLinha(text);
-        if (r.clearField || r.accepted)
-            m_entry->clear();
-        if (r.networkChecked)
-            m_rede->setVisible(r.showNetworkLabel);
-        refreshList();
+    if (CounterSession::pareceLinhaDigitavel(text) && !m_consulta) {
+        showRead(settle(m_session.lerLinha(text)));
         m_lastScan.start();
         return;
     }
@@ -421,8 +429,10 @@ void frmFrente::enter() {
 }
 
 void frmFrente::tender() {
-    const auto r = m_session.tender(m_entry->text());
-    if (r.state == ChangeResult::State::AmountInvalid) {
+    // "-" on an empty screen only says there is nothing to pay.
+    const bool bare = m_entry->text().trimmed().isEmpty() && m_session.list().isEmpty();
+    const auto paid = bare ? std::optional<Money>(Money()) : Money::parse(m_entry->text());
+    if (!paid || m_session.tender(*paid).state == ChangeResult::State::AmountInvalid) {
         m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor informado não é um número!!"));
         m_entry->selectAll();
         return;
@@ -440,7 +450,7 @@ void frmFrente::addTypedItem() {
         return;
     }
     if (m_session.adicionarDigitado(m_kinds->currentData().toInt(), m_kinds->currentText(),
-                                    m_valor->text())) {
+                                    Money::parse(m_valor->text()))) {
         m_valor->clear();
         m_kinds->setCurrentIndex(-1);
         refreshList();
@@ -531,7 +541,7 @@ void frmFrente::avulso() {
         return;
     frmAvulso dlg(m_ctx, this);
     if (dlg.exec() == QDialog::Accepted) {
-        m_session.somaAvulso(dlg.item());
+        settle(m_session.somaAvulso(dlg.item()));
         refreshList();
     }
     m_entry->setFocus();

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "CounterSession.h"
+
 #include <QElapsedTimer>
 #include <QMainWindow>
 
 class AppContext;
-class CounterSession;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -42,6 +43,8 @@ private:
     bool handleKey(int key);
     void onEntryChanged(const QString& text);
     void Leitura_codigo_barras();
+    CounterSession::ReadResult settle(CounterSession::ReadResult r);
+    void showRead(const CounterSession::ReadResult& r);
     void enter();
     void tender();
     void addTypedItem();

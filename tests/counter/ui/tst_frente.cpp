@@ -1,6 +1,7 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "OverdueHandler.h"
 #include "TestApp.h"
 #include "frmFrente.h"
 
@@ -48,6 +49,35 @@ class tst_frente : public QObject {
     };
 
 private slots:
+    // An overdue guide: the screen asks frmGuiavencida; No adds nothing, Yes adds it charged.
+    void overdueGuideAsksBeforeAdding() {
+        Screen s;
+        QVERIFY(s.app.db().SQLExecute(
+            QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
+                           "BLOQUEIO) VALUES (3, '0427', 'ISSQN', 'F', 'S', 'N')")));
+        s.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
+        s.app.ctx().reloadSettings();
+        const QString overdue = QStringLiteral("81830000012345604272026011000000000000000000");
+        auto* entry = s.w<QLineEdit>("txtValorCodBarra");
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        entry->setText(overdue);
+        const auto asked = s.app.dialogs().shown().first();
+        QCOMPARE(asked.form, OverdueHandler::kFormGuia);
+        QCOMPARE(asked.title, QStringLiteral("Guia Vencida"));
+        QCOMPARE(asked.text,
+                 QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
+        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);
+        QVERIFY(entry->text().isEmpty());
+
+        s.app.dialogs().clear();
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        entry->setText(overdue);
+        QCOMPARE(s.app.dialogs().shown().size(), 2);
+        QCOMPARE(s.app.dialogs().last().form, QStringLiteral("frmAcrescimos"));
+        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 1);
+        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("R$ 1.493,82"));
+    }
+
     // F4 and F5: the screen asks, the day closes and reopens, and each answer is respected.
     void closingAndReopeningAskFirst() {
         Screen s;
