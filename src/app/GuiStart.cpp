@@ -22,7 +22,6 @@ namespace {
 class GuiRun : public QObject {
 public:
     explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service) {
-        ctx.printer = &m_service;
         m_printer.textCoupon = [&ctx](const QStringList& lines) {
             return TextCouponPrinter::imprimir(ctx, lines);
         };

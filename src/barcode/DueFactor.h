@@ -7,7 +7,8 @@
 // The due date of a bank slip from its four-digit due factor. Febraban restarts the factor at
 // 1000 every 9000 days (03/07/2000, then 22/02/2025, ...); the cycle meant is the one that puts
 // the date between 3000 days before and 5500 days after the working date. Factor 0000 means the
-// slip has no due date. The old fixed-base rule (07/10/1997 + factor) is kept as "legado".
+// slip has no due date. The fixed-base rule (07/10/1997 + factor, no cycles) is the setting
+// "legado".
 class DueFactor {
 public:
     enum class Rule { Febraban, Legado };

@@ -1,14 +1,5 @@
 #include "InterestCalculator.h"
 
-namespace {
-std::optional<double> rate(const QString& text) {
-    const auto m = Money::parse(text);
-    if (!m || m->isNegative() || text.count(QLatin1Char(',')) > 1)
-        return std::nullopt;
-    return m->toDouble();
-}
-} // namespace
-
 InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
     Result r;
     if (in.opcao < 1 || in.opcao > 3) {
@@ -19,14 +10,15 @@ InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
         r.erro = QStringLiteral("A data de vencimento não pode ser inferior a data atual!!!");
         return r;
     }
-    const auto prestacao = Money::parse(in.prestacao);
-    if (in.prestacao.trimmed().isEmpty() || in.prestacao.count(QLatin1Char(',')) > 1 ||
-        !prestacao || prestacao->isNegative() || prestacao->isZero()) {
+    const auto& prestacao = in.prestacao;
+    if (!prestacao || prestacao->isNegative() || prestacao->isZero()) {
         r.erro = QStringLiteral("Valor da prestação deve ser informada!!!");
         return r;
     }
-    const auto taxa = rate(in.taxa);
-    if (in.taxa.trimmed().isEmpty() || !taxa) {
+    const std::optional<double> taxa = in.taxa && !in.taxa->isNegative()
+                                           ? std::optional<double>(in.taxa->toDouble())
+                                           : std::nullopt;
+    if (!taxa) {
         r.erro = QStringLiteral("Valor do juros deve ser informado!!!");
         return r;
     }

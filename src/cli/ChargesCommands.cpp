@@ -21,8 +21,7 @@ int encargos(CliEnv& e) {
     }
     const QString valorTexto = e.args.value(QStringLiteral("valor")).trimmed();
     const auto valor = Money::parse(valorTexto);
-    if (valorTexto.isEmpty() || valorTexto.count(QLatin1Char(',')) > 1 || !valor ||
-        valor->isNegative()) {
+    if (!valor || valor->isNegative()) {
         e.err << QStringLiteral("Valor inválido: \"%1\" (use 1.234,56, sem sinal).\n")
                      .arg(valorTexto);
         return ExitUsage;

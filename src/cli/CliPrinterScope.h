@@ -10,7 +10,6 @@ struct CliPrinterScope {
     PrinterService service;
     AuthCounterPrinter printer;
     explicit CliPrinterScope(AppContext& ctx) : service(ctx), printer(ctx, service) {
-        ctx.printer = &service;
         service.abrirPorta();
     }
     ~CliPrinterScope() { service.fecharPorta(true); }

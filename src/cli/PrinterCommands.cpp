@@ -37,7 +37,7 @@ int fita(CliEnv& e) {
         return rc;
     const int before = shownCount(e);
     p.abrirPorta();
-    p.ImprimeAutenticadora(QStringLiteral("2"), p.modelo(), e.args.positional.first());
+    p.ImprimeAutenticadora(PrinterOperation::Imprimir, p.modelo(), e.args.positional.first());
     p.fecharPorta(true);
     return afterPrinting(e, before);
 }
@@ -61,28 +61,28 @@ int autenticar(CliEnv& e) {
         return rc;
     const int before = shownCount(e);
     p.abrirPorta();
-    p.ImprimeAutenticadora(QStringLiteral("1"), p.modelo(), e.args.positional.first());
+    p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), e.args.positional.first());
     p.fecharPorta(true);
     return afterPrinting(e, before);
 }
 
 int status(CliEnv& e) {
     PrinterService p(e.ctx);
-    if (p.modelo() == QLatin1String("txt")) {
+    if (p.modelo() == PrinterModel::Txt) {
         e.out << "Modelo txt: não há autenticadora para consultar.\n";
         return ExitOk;
     }
     const PrinterStatus s = p.status();
     if (!s.answered) {
         e.err << QStringLiteral("A impressora não respondeu (%1, porta %2).\n")
-                     .arg(p.modelo(), e.ctx.settings.porta);
+                     .arg(e.ctx.settings.impressora, e.ctx.settings.porta);
         return ExitRefused;
     }
     auto yes = [](bool b) { return b ? QStringLiteral("sim") : QStringLiteral("não"); };
     e.out << QStringLiteral(
                  "modelo: %1\nporta: %2\nligada: %3\nsem papel: %4\ndocumento: %5\nbyte: 0x%6\n")
-                 .arg(p.modelo(), e.ctx.settings.porta, yes(s.online), yes(s.paperOut),
-                      yes(s.document))
+                 .arg(e.ctx.settings.impressora, e.ctx.settings.porta, yes(s.online),
+                      yes(s.paperOut), yes(s.document))
                  .arg(s.raw, 2, 16, QLatin1Char('0'));
     return ExitOk;
 }

@@ -42,7 +42,7 @@ std::optional<Money> Money::parse(const QString& input) {
     }
     if (whole.isEmpty())
         whole = QStringLiteral("0");
-    if (frac.size() > 4 || (comma >= 0 && frac.isEmpty() && whole.isEmpty()))
+    if (frac.size() > 4 || (comma >= 0 && frac.isEmpty()))
         return std::nullopt;
     for (QChar c : whole + frac)
         if (!c.isDigit() || c.unicode() > 127)

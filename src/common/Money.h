@@ -19,14 +19,14 @@ public:
     static constexpr Money fromReais(qint64 reais) { return Money(reais * kUnitsPerReal); }
     static Money fromDoubleRounded(double reais);
 
-    // "1.234,56", "1234,56", "12,5", "0,00", "-3,10", "R$ 10,00". At most one comma, at most
-    // four decimals; dots only as thousands separators. Anything else is not a value.
+    // "1.234,56", "1234,56", "12,5", ",5", "0,00", "-3,10", "R$ 10,00". At most one comma with
+    // one to four decimals after it; dots only as thousands separators. Anything else ("", ",",
+    // "12,", "1,0,0", "dez") is not a value.
     static std::optional<Money> parse(const QString& text);
 
     constexpr qint64 units() const { return m_units; }
     qint64 centsRounded() const; // half away from zero
     double toDouble() const { return double(m_units) / kUnitsPerReal; }
-    Money roundedToCents() const { return fromCents(centsRounded()); }
     bool isZero() const { return m_units == 0; }
     bool isNegative() const { return m_units < 0; }
 

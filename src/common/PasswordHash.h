@@ -4,7 +4,7 @@
 
 // Salted PBKDF2-SHA256 of the case-folded password, stored as
 // "pbkdf2-sha256$<iterations>$<salt base64>$<hash base64>". Folding keeps the login
-// case-insensitive as it always was.
+// case-insensitive.
 class PasswordHash {
 public:
     // Login compares against every operator (exactly one must match), so the cost is paid once

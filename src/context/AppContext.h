@@ -9,11 +9,10 @@
 
 class Clock;
 class DialogPort;
-class PrinterService;
 
 // The process-wide state of one run, built at start-up and handed by reference to services and
-// screens: settings, the data access object, the operator, the working date, the dialog port
-// and the printer.
+// screens: settings, the data access object, the operator, the working date and the dialog
+// port.
 class AppContext {
 public:
     AppContext(QString folder, DialogPort& dialogs, const Clock& clock);
@@ -31,7 +30,6 @@ public:
     QString userName;
     QString userType;
     QDate workingDate;
-    PrinterService* printer = nullptr; // owned elsewhere; null when none is set up
 
     QString iniPath() const;
     QString filePath(const QString& name) const;

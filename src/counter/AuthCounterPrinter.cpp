@@ -27,7 +27,7 @@ QString AuthCounterPrinter::mensagem() const {
 
 void AuthCounterPrinter::tape(const QString& lines) {
     for (const QString& l : lines.split(QLatin1Char('\n')))
-        m_printer.ImprimeAutenticadora(QStringLiteral("2"), m_printer.modelo(), l);
+        m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), l);
 }
 
 bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
@@ -76,11 +76,12 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
         a.NOME_GUIA = clsAutenticadora::pad(r.item.descricao, 10);
         a.VALOR_TOTAL = a.VALOR_DOC;
         if (a.AutenticaBoleto())
-            m_printer.ImprimeAutenticadora(QStringLiteral("1"), m_printer.modelo(), a.BOLETO);
+            m_printer.ImprimeAutenticadora(PrinterOperation::Autenticar, m_printer.modelo(),
+                                           a.BOLETO);
         else
             ok = false;
         if (a.AutenticaFita())
-            m_printer.ImprimeAutenticadora(QStringLiteral("2"), m_printer.modelo(), a.FITA);
+            m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), a.FITA);
         else
             ok = false;
     }
@@ -110,7 +111,7 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
           << QStringLiteral("DATA/HORA: ") +
                  m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
           << clsAutenticadora::pad(m_ctx.settings.mensagem.trimmed(), 40);
-    if (m_printer.modelo() == QLatin1String("txt"))
+    if (m_printer.modelo() == PrinterModel::Txt)
         return textCoupon ? textCoupon(lines) : couponFile(lines);
     tape(lines.join(QLatin1Char('\n')));
     return true;

@@ -9,7 +9,7 @@ class AppContext;
 class PrinterService;
 
 // The counter's printing on the authenticating printer: lines composed by clsAutenticadora to
-// 40 columns, stamps ("1") and tape lines ("2") through ImprimeAutenticadora.
+// 40 columns, stamps and tape lines through ImprimeAutenticadora.
 class AuthCounterPrinter : public CounterPrinter {
 public:
     AuthCounterPrinter(AppContext& ctx, PrinterService& printer) : m_ctx(ctx), m_printer(printer) {}

@@ -10,17 +10,15 @@
 #include <QVector>
 
 // A disconnected, read-only result: every row is in memory, fields are read by name
-// (case-insensitively, as the program always did) at the current row.
+// (case-insensitively, as the columns are named in several spellings) at the current row.
 class Recordset {
 public:
     Recordset() = default;
     Recordset(QStringList fields, QVector<QVector<QVariant>> rows);
 
     int recordCount() const { return m_rows.size(); }
-    bool BOF() const { return m_rows.isEmpty() || m_pos < 0; }
     bool EOF_() const { return m_rows.isEmpty() || m_pos >= m_rows.size(); }
-    bool atRow() const { return !BOF() && !EOF_(); }
-    void moveFirst() { m_pos = 0; }
+    bool atRow() const { return !EOF_(); }
     void moveNext() { ++m_pos; }
     int position() const { return m_pos; }
 

@@ -16,7 +16,7 @@ const QString clsDataAccess::kLabelArray =
 
 namespace {
 QAtomicInt g_connectionSerial;
-constexpr qint32 kQuoteError = 3075; // the syntax error such a text always caused
+constexpr qint32 kQuoteError = 3075; // reported as a syntax error in the statement
 constexpr qint32 kNotOpenError = 3704;
 } // namespace
 

@@ -11,8 +11,8 @@
 class ErrorLog;
 
 // The one data access object. Every statement uses bound values; a text value holding a single
-// quote is refused here, logged under the routine's label and written nowhere, which is how the
-// program always behaved with such texts.
+// quote is refused here, logged under the routine's label and written nowhere, so such a text
+// fails the same way whatever statement carries it.
 class clsDataAccess {
 public:
     explicit clsDataAccess(ErrorLog& log);

@@ -45,8 +45,19 @@ QString PrinterService::option(const char* key, const QString& fallback) const {
     return v.isEmpty() ? fallback : v;
 }
 
-QString PrinterService::modelo() const {
-    return m_ctx.settings.impressora.trimmed().toLower();
+PrinterModel PrinterService::modelFrom(const QString& setting) {
+    const QString m = setting.trimmed().toLower();
+    if (m == QLatin1String("bematech"))
+        return PrinterModel::Bematech;
+    if (m == QLatin1String("quattro"))
+        return PrinterModel::Quattro;
+    if (m == QLatin1String("txt"))
+        return PrinterModel::Txt;
+    return PrinterModel::Desconhecido;
+}
+
+PrinterModel PrinterService::modelo() const {
+    return modelFrom(m_ctx.settings.impressora);
 }
 
 bool PrinterService::habilitada() const {
@@ -84,7 +95,7 @@ BematechProtocol& PrinterService::bematech() {
 }
 
 void PrinterService::abrirPorta() {
-    if (!habilitada() || modelo() != QLatin1String("bematech"))
+    if (!habilitada() || modelo() != PrinterModel::Bematech)
         return; // "txt" prints nothing here; the second model opens per call
     BematechProtocol& b = bematech();
     if (b.IniciaPorta(transport()) > 0) {
@@ -96,7 +107,7 @@ void PrinterService::abrirPorta() {
 }
 
 void PrinterService::fecharPorta(bool counterScreen) {
-    if (!habilitada() || modelo() != QLatin1String("bematech"))
+    if (!habilitada() || modelo() != PrinterModel::Bematech)
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0)
@@ -105,7 +116,7 @@ void PrinterService::fecharPorta(bool counterScreen) {
 }
 
 PrinterStatus PrinterService::status() {
-    if (modelo() == QLatin1String("quattro")) {
+    if (modelo() == PrinterModel::Quattro) {
         QuattroProtocol q(
             transport(),
             PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
@@ -125,19 +136,17 @@ PrinterStatus PrinterService::status() {
     return b.Status();
 }
 
-void PrinterService::ImprimeAutenticadora(const QString& operacao, const QString& modelo,
+void PrinterService::ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo,
                                           const QString& texto) {
-    if (operacao != QLatin1String("1") && operacao != QLatin1String("2"))
+    if (operacao == PrinterOperation::Nenhuma || !habilitada())
         return;
-    if (!habilitada())
-        return;
-    const QString m = modelo.trimmed().toLower();
-    const bool quattro = m == QLatin1String("quattro");
-    if (operacao == QLatin1String("1"))
+    const bool quattro = modelo == PrinterModel::Quattro;
+    // Every model but the second stamps through the first model's protocol.
+    if (operacao == PrinterOperation::Autenticar)
         quattro ? authenticateQuattro(texto) : authenticateBematech(texto);
     else if (quattro)
         printQuattro(texto);
-    else if (m == QLatin1String("bematech"))
+    else if (modelo == PrinterModel::Bematech)
         printBematech(texto);
 }
 
@@ -163,7 +172,7 @@ void PrinterService::printBematech(const QString& texto) {
 
 void PrinterService::authenticateQuattro(const QString& texto) {
     const int port = portaQuattro(m_ctx.settings.porta);
-    if (port == 1 || port == 2 || port == 3) {
+    if (port == 1 || port == 2) { // a serial port
         m_ctx.dialogs.info(kAviso, kSoParalela);
         return;
     }

@@ -9,8 +9,13 @@
 class AppContext;
 
 // The authenticating printer as the screens use it: the port kept open while a printing screen
-// is shown (first model), and ImprimeAutenticadora for stamps ("1") and tape lines ("2").
+// is shown (first model), and ImprimeAutenticadora for stamps and tape lines.
 // Nothing is printed unless [Print] modo is 1. Every failure ends in the program's message.
+// The authenticating printer models of [Print] impressora ("bematech", "quattro", "txt").
+enum class PrinterModel { Bematech, Quattro, Txt, Desconhecido };
+// What ImprimeAutenticadora does: nothing, stamp a document, or print a tape line.
+enum class PrinterOperation { Nenhuma, Autenticar, Imprimir };
+
 class PrinterService {
 public:
     explicit PrinterService(AppContext& ctx);
@@ -18,9 +23,10 @@ public:
 
     void abrirPorta();                    // on showing a printing screen
     void fecharPorta(bool counterScreen); // on closing it; the two screens word it differently
-    void ImprimeAutenticadora(const QString& operacao, const QString& modelo, const QString& texto);
+    void ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo, const QString& texto);
     // The configured model, for callers that pass it on.
-    QString modelo() const;
+    PrinterModel modelo() const;
+    static PrinterModel modelFrom(const QString& setting);
     bool habilitada() const;
     PrinterStatus status();
 

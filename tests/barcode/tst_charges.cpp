@@ -191,8 +191,8 @@ private slots:
         QFETCH(QString, taxa);
         QFETCH(QString, erro);
         QFETCH(QString, total);
-        const auto r =
-            InterestCalculator::calcular({opcao, dmy("10/04/2026"), venc, prestacao, taxa});
+        const auto r = InterestCalculator::calcular(
+            {opcao, dmy("10/04/2026"), venc, Money::parse(prestacao), Money::parse(taxa)});
         QCOMPARE(r.erro, erro);
         if (erro.isEmpty())
             QCOMPARE(r.total.format(), total);

@@ -26,6 +26,9 @@ private slots:
         QTest::newRow("five decimals") << "1,23456" << false << qint64(0);
         QTest::newRow("dot as decimal") << "12.5" << false << qint64(0);
         QTest::newRow("only sign") << "-" << false << qint64(0);
+        QTest::newRow("only comma") << "," << false << qint64(0);
+        QTest::newRow("comma without decimals") << "12," << false << qint64(0);
+        QTest::newRow("decimals without whole") << ",5" << true << qint64(5000);
         QTest::newRow("arabic-indic digits")
             << QString::fromUtf8("\u0661,00") << false << qint64(0);
     }

@@ -59,6 +59,21 @@ struct Bench {
 class tst_printer : public QObject {
     Q_OBJECT
 private slots:
+    void modelSetting_data() {
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<int>("model");
+        QTest::newRow("first model") << " Bematech " << int(PrinterModel::Bematech);
+        QTest::newRow("second model") << "quattro" << int(PrinterModel::Quattro);
+        QTest::newRow("text") << "TXT" << int(PrinterModel::Txt);
+        QTest::newRow("commented value") << "bematech ; comment" << int(PrinterModel::Desconhecido);
+        QTest::newRow("empty") << "" << int(PrinterModel::Desconhecido);
+    }
+    void modelSetting() {
+        QFETCH(QString, setting);
+        QFETCH(int, model);
+        QCOMPARE(int(PrinterService::modelFrom(setting)), model);
+    }
+
     void composers() {
         clsAutenticadora a = filled();
         QVERIFY(a.AutenticaBoleto());
@@ -133,7 +148,7 @@ private slots:
     void tapeLineBytes() {
         Bench b;
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("TAXA ÁGUA"));
         const QByteArray expected = kEscBemaMode + kInit + kCondensedOff + kItalicOff +
                                     kUnderlineOff + kExpandedOff + kBoldOff +
@@ -184,7 +199,7 @@ private slots:
             b.emulator.setSilent(true);
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("PMX A 0007 23/11/2026  1.234,56R"));
         QCOMPARE(b.emulator.documents().size(), stamped);
         if (stamped)
@@ -204,7 +219,7 @@ private slots:
     void textFailureIsInformation() {
         Bench b;
         b.emulator.setOffline(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
         QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information);
@@ -213,15 +228,15 @@ private slots:
     void enableSwitchAndOtherModels() {
         Bench b;
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QVERIFY(b.emulator.received().isEmpty());
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        b.service.ImprimeAutenticadora(QStringLiteral("0"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Nenhuma, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("txt"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Txt,
                                        QStringLiteral("X"));
         QVERIFY(b.emulator.received().isEmpty());
         QVERIFY(b.app.dialogs().shown().isEmpty());
@@ -244,7 +259,7 @@ private slots:
         QCOMPARE(PrinterService::portaQuattro(porta), number);
         Bench b(QStringLiteral("quattro"), porta);
         b.emulator.setDocument(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
                                        QStringLiteral("PMX 1 0001"));
         if (refused) {
             QCOMPARE(b.app.dialogs().last().text, PrinterService::kSoParalela);
@@ -264,7 +279,7 @@ private slots:
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         QElapsedTimer t;
         t.start();
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
                                        QStringLiteral("X"));
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(!b.emulator.inAuthMode());
@@ -280,9 +295,9 @@ private slots:
         b.emulator.documentAfter(100);
         b.service.documentTimeoutMs = 3000;
         b.service.abrirPorta();
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("FITA TCP"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("CARIMBO TCP"));
         b.service.fecharPorta(true);
         // The emulator reads on its own thread: the last bytes may still be on their way.
@@ -301,9 +316,9 @@ private slots:
         b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), link->porta());
         b.emulator.setDocument(true);
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("quattro"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Quattro,
                                        QStringLiteral("FITA SERIAL"));
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("quattro"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
                                        QStringLiteral("CARIMBO SERIAL"));
         QTRY_COMPARE(b.emulator.tape(), QStringList{QStringLiteral("FITA SERIAL")});
         QTRY_COMPARE(b.emulator.documents(), QStringList{QStringLiteral("CARIMBO SERIAL")});
@@ -319,7 +334,7 @@ private slots:
         t.start();
         b.service.abrirPorta();
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAbrirFalhou);
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
         b.service.fecharPorta(true);
@@ -328,7 +343,7 @@ private slots:
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/nao-existe"));
-        b.service.ImprimeAutenticadora(QStringLiteral("2"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
     }
@@ -338,7 +353,7 @@ private slots:
         b.emulator.setDocument(true);
         b.service.abrirPorta();
         b.last->failWrites = true;
-        b.service.ImprimeAutenticadora(QStringLiteral("1"), QStringLiteral("bematech"),
+        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
     }

@@ -90,8 +90,8 @@ void frmJuros::calcular() {
             in.opcao = i + 1;
     in.hoje = m_hoje->date();
     in.vencimento = m_vencimento->date();
-    in.prestacao = m_prestacao->text();
-    in.taxa = m_taxa->text();
+    in.prestacao = Money::parse(m_prestacao->text());
+    in.taxa = Money::parse(m_taxa->text());
     const auto r = InterestCalculator::calcular(in);
     if (!r.ok()) {
         m_ctx.dialogs.critical(QStringLiteral("Aviso"), r.erro);
