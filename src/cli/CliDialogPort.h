@@ -8,7 +8,9 @@ class QTextStream;
 // put the texts in their JSON) and echoes messages to standard error as they happen.
 class CliDialogPort : public ScriptedDialogPort {
 public:
-    explicit CliDialogPort(QTextStream& err) : m_err(err) {}
+    // A command states its answers in its options; a question that still reaches it is
+    // answered with the safe No.
+    explicit CliDialogPort(QTextStream& err) : m_err(err) { defaultAnswer = DialogAnswer::No; }
     bool echo = true;
 
     DialogAnswer message(const QString& title, const QString& text, DialogIcon icon,
