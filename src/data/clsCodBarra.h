@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -21,6 +23,10 @@ public:
     // Mode 1 inserts, mode 2 updates every column but the key.
     bool Gravar(int mode);
     bool Excluir();
+
+    // The kinds of one standard ("C" bank slips, "F" Febraban guides ...) by description.
+    static std::optional<QList<clsCodBarra>> listarPorPadrao(clsDataAccess& db,
+                                                             const QString& padrao);
 
 private:
     clsDataAccess* m_db;
