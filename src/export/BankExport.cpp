@@ -100,9 +100,10 @@ void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString&
         return;
     }
     ++r.falhas;
+    if (r.erros.contains(failure))
+        return;
     ctx.dialogs.critical(kAviso, failure);
-    if (!r.erros.contains(failure))
-        r.erros << failure;
+    r.erros << failure;
 }
 
 void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {

@@ -65,8 +65,9 @@ public:
     // The first 44 characters are a readable code: 44 digits, and not an item without barcode.
     static bool codigoValido(const QString& codbarra);
 
-    // A record built (appended with its CRLF) or not: the message is shown and kept once in the
-    // result; the run goes on and will write nothing.
+    // A record built (appended with its CRLF) or not. The message of a failing kind of record
+    // is shown once per run (a wrong setting fails every receipt's record alike) and kept in
+    // the result; the run goes on and will write nothing.
     static void registro(AppContext& ctx, Result& r, bool built, const QString& record,
                          const QString& failure, QByteArray& into);
     // A failure that ends the run: shown and kept in the result.

@@ -122,6 +122,14 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
         BankExport::falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
         return r;
     }
+    if (rows->size() > kMaximoRecebimentos) {
+        BankExport::falha(ctx, r,
+                          QStringLiteral("O arquivo CNAB comporta até %1 recebimentos por lote; "
+                                         "há %2 neste movimento.")
+                              .arg(kMaximoRecebimentos)
+                              .arg(rows->size()));
+        return r;
+    }
     clsGeraCnab g;
     preencheArquivo(ctx, kind, rq.movimento, agora, g);
     Records records;

@@ -18,6 +18,8 @@ class clsRecebimentos;
 class CnabExport {
 public:
     static BankExport::Result gerar(AppContext& ctx, const BankExport::Request& rq);
+    // NSREGISTRO has five digits and each receipt takes two of them (segments T and U).
+    static constexpr int kMaximoRecebimentos = 49999;
 
     // "Cnab" + the kind's first four characters + "yyyyMMddHHmm" + ".RET".
     static QString nomeArquivo(const QString& descricao, const QDateTime& agora);

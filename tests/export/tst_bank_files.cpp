@@ -10,6 +10,7 @@
 #include "FebrabanExport.h"
 #include "TestApp.h"
 #include "TestCodes.h"
+#include "Transaction.h"
 #include "clsRecebimentos.h"
 #include "clsSequenciaArquivo.h"
 
@@ -299,8 +300,12 @@ private slots:
         QVERIFY(!r.ok);
         QCOMPARE(r.erros, erros);
         QCOMPARE(r.registros, 0);
-        if (erros.contains(QStringLiteral("Erro ao gerar Detalhe T")))
-            QCOMPARE(c.shown(QStringLiteral("Erro ao gerar Detalhe T")), 2);
+        // Shown once per kind of record, whatever the number of receipts.
+        for (const QString& e : erros)
+            QCOMPARE(c.shown(e), 1);
+        QCOMPARE(r.falhas, erros.size() +
+                               (erros.contains(QStringLiteral("Erro ao gerar Detalhe T")) ? 1 : 0) +
+                               (erros.contains(QStringLiteral("Erro ao gerar Detalhe U")) ? 1 : 0));
         QCOMPARE(c.app.dialogs().last().title, QStringLiteral("Aviso"));
         QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Critical);
         QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
@@ -552,6 +557,29 @@ private slots:
         QFile::setPermissions(c.app.path(QStringLiteral("somente-leitura")),
                               QFileDevice::ReadOwner | QFileDevice::WriteOwner |
                                   QFileDevice::ExeOwner);
+    }
+
+    // Segment numbers have five digits: a batch holds 49 999 receipts, and more are refused
+    // before any record is built.
+    void cnabBatchLimit() {
+        Counter c;
+        {
+            Transaction tx(c.app.db());
+            for (int i = 0; i < CnabExport::kMaximoRecebimentos + 1; ++i)
+                QVERIFY(c.app.db().SQLExecute(
+                    QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, "
+                                   "TIPO, VALOR) VALUES (1, ?, ?, 4, 10000)"),
+                    {QString(44, QLatin1Char('1')), c.mov}));
+            QVERIFY(tx.commit());
+        }
+        c.app.dialogs().clear();
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(!r.ok);
+        QCOMPARE(r.erros, QStringList{QStringLiteral("O arquivo CNAB comporta até 49999 "
+                                                     "recebimentos por lote; há 50000 neste "
+                                                     "movimento.")});
+        QCOMPARE(c.app.dialogs().texts().size(), 1);
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
     }
 
     void kindOfTheWrongStandard() {
