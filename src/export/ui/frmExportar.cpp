@@ -36,7 +36,7 @@ frmExportar::frmExportar(AppContext& ctx, qint32 idMovimento, const QDate& movim
                    DateUtil::br(movimento));
     buildUi();
     fillTypes();
-    resize(980, 560);
+    resize(1200, 560);
 }
 
 QPushButton* frmExportar::button(const char* name, const QString& text,
