@@ -247,25 +247,6 @@ private slots:
         f.COD_BARRA.append(QLatin1Char('8'));
         QVERIFY(!f.Gera_content());
     }
-
-    void failureMessages() {
-        using R = clsGeraCnab::Registro;
-        QCOMPARE(clsGeraCnab::mensagemErro(R::HeaderArquivo),
-                 QStringLiteral("Erro ao gerar header do CNAB -> 0"));
-        QCOMPARE(clsGeraCnab::mensagemErro(R::HeaderLote),
-                 QStringLiteral("Erro ao gerar header do lote CNAB -> 1"));
-        QCOMPARE(clsGeraCnab::mensagemErro(R::DetalheT), QStringLiteral("Erro ao gerar Detalhe T"));
-        QCOMPARE(clsGeraCnab::mensagemErro(R::DetalheU), QStringLiteral("Erro ao gerar Detalhe U"));
-        QCOMPARE(clsGeraCnab::mensagemErro(R::TrailerLote),
-                 QStringLiteral("Erro ao gerar Trailer de Lote"));
-        QCOMPARE(clsGeraCnab::mensagemErro(R::TrailerArquivo),
-                 QStringLiteral("Erro ao gerar Trailer de Arquivo"));
-        using F = clsGeraFebraban::Registro;
-        QCOMPARE(clsGeraFebraban::mensagemErro(F::Header), QStringLiteral("Erro ao gerar header"));
-        QCOMPARE(clsGeraFebraban::mensagemErro(F::Content),
-                 QStringLiteral("Erro ao gerar content"));
-        QCOMPARE(clsGeraFebraban::mensagemErro(F::Footer), QStringLiteral("Erro ao gerar footer"));
-    }
 };
 
 QTEST_MAIN(tst_bank_records)

@@ -7,13 +7,17 @@
 #include "TestCodes.h"
 #include "clsRecebimentos.h"
 #include "frmExportar.h"
+#include "frmFrente.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace {
@@ -228,6 +232,31 @@ private slots:
         QVERIFY(s.app.dialogs().texts().first().startsWith(QStringLiteral("A pasta do arquivo")));
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Erro ao gravar arquivo!!"));
         QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Critical);
+    }
+
+    // The counter's menu opens the screen on the counter's own movement.
+    void openedFromTheCounter() {
+        Screen s;
+        CounterSession session(s.app.ctx(), nullptr);
+        QVERIFY(session.day().consultar());
+        frmFrente counter(session, false);
+        QAction* entry = counter.findChild<QAction*>(QStringLiteral("mnuExpCebi"));
+        QVERIFY(entry);
+        int listed = -1;
+        QTimer::singleShot(0, [&] {
+            auto* form = qobject_cast<frmExportar*>(QApplication::activeModalWidget());
+            if (!form)
+                return;
+            form->findChild<QComboBox*>(QStringLiteral("cmbSel"))->setCurrentIndex(1);
+            auto* tipo = form->findChild<QComboBox*>(QStringLiteral("cmbTipo"));
+            tipo->setCurrentIndex(tipo->findText(QStringLiteral("TAXAS DIVERSAS")));
+            form->findChild<QPushButton*>(QStringLiteral("cmdPesquisar"))->click();
+            listed = form->findChild<QTreeWidget*>(QStringLiteral("lstRecebimentos"))
+                         ->topLevelItemCount();
+            form->findChild<QPushButton*>(QStringLiteral("cmdSair"))->click();
+        });
+        entry->trigger();
+        QCOMPARE(listed, 3);
     }
 };
 
