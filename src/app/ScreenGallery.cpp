@@ -1,19 +1,23 @@
 #include "ScreenGallery.h"
 
 #include "AppContext.h"
+#include "CheckDigits.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "ExportMarks.h"
 #include "IniFile.h"
 #include "OverdueHandler.h"
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
+#include "clsRecebimentos.h"
 #include "clsUsuarios.h"
 #include "frmAcrescimos.h"
 #include "frmAvulso.h"
 #include "frmData.h"
+#include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
@@ -28,6 +32,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QTreeWidget>
 
 namespace {
 
@@ -69,6 +74,37 @@ int saveOverdueScreens(AppContext& ctx, const QString& out) {
         ->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
     failures += !save(ldg, out, QStringLiteral("frmLdg"));
     return failures;
+}
+
+// A water-bill slip (kind 12345) of bank 001 with its own nosso número.
+QString waterSlip(int factor, qint64 cents, int n) {
+    const QString body = QStringLiteral("0019") + QString::number(factor) +
+                         QString::number(cents).rightJustified(10, QLatin1Char('0')) +
+                         QStringLiteral("12345000") +
+                         QString::number(n).rightJustified(17, QLatin1Char('0'));
+    return body.left(4) + QString::number(Modulo11_boleto(body)) + body.mid(4);
+}
+
+// The export screen with both lists filled: five slips received, two of them rejected, and
+// one more checked on the confirmed list.
+int saveExportScreen(AppContext& ctx, CounterSession& session, const QString& out) {
+    session.list().clear();
+    session.resetPayment();
+    for (int i = 1; i <= 6; ++i)
+        session.ler(waterSlip(1640 + i, 2350 * i + 99, 7000 + i));
+    session.gravar();
+    const qint32 mov = session.day().movimento().ID;
+    const auto rows = clsRecebimentos::listarExportacao(ctx.db, mov, 4, 0);
+    if (rows && rows->size() >= 6)
+        ExportMarks::gravarIds(ctx, mov, {rows->at(1).IDRECEBE, rows->at(4).IDRECEBE}, 1);
+    frmExportar form(ctx, mov, session.day().movimento().MDATA);
+    form.findChild<QLineEdit*>(QStringLiteral("txtcodbanco"))->setText(QStringLiteral("001"));
+    form.findChild<QPushButton*>(QStringLiteral("cmdPesquisar"))->click();
+    form.findChild<QPushButton*>(QStringLiteral("cmdRejeitados"))->click();
+    auto* confirmados = form.findChild<QTreeWidget*>(QStringLiteral("lstRecebimentos"));
+    if (confirmados->topLevelItemCount() > 2)
+        confirmados->topLevelItem(2)->setCheckState(0, Qt::Checked);
+    return save(form, out, QStringLiteral("frmExportar")) ? 0 : 1;
 }
 
 } // namespace
@@ -119,6 +155,7 @@ int runScreens(int argc, char** argv) {
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
 
     failures += saveOverdueScreens(ctx, out);
+    failures += saveExportScreen(ctx, session, out);
 
     session.list().clear();
     session.resetPayment();

@@ -69,8 +69,15 @@ QStringList migration1(DbBackend b) {
     return s;
 }
 
+// The bank files' sequence numbers, one row per bank.
+QStringList migrationSequenciaArquivo(DbBackend b) {
+    return {QStringLiteral("CREATE TABLE SequenciaArquivo (BANCO %1 PRIMARY KEY, NSA INTEGER NOT "
+                           "NULL DEFAULT 0)")
+                .arg(typesFor(b).text)};
+}
+
 using Migration = QStringList (*)(DbBackend);
-const Migration kMigrations[] = {migration1};
+const Migration kMigrations[] = {migration1, migrationSequenciaArquivo};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);
@@ -94,7 +101,7 @@ const QStringList& Schema::tableNames() {
         QStringLiteral("RECEBIMENTOS1"), QStringLiteral("CodBarra"),
         QStringLiteral("Sangria"),       QStringLiteral("Itens"),
         QStringLiteral("ConfCaixa"),     QStringLiteral("Suprimentos"),
-        QStringLiteral("Feriados")};
+        QStringLiteral("Feriados"),      QStringLiteral("SequenciaArquivo")};
     return names;
 }
 

@@ -102,3 +102,26 @@ bool clsCodBarra::Gravar(int mode) {
 bool clsCodBarra::Excluir() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM CodBarra WHERE IDCOD = ?"), {int(IDCOD)});
 }
+
+std::optional<QList<clsCodBarra>> clsCodBarra::listarPorPadrao(clsDataAccess& db,
+                                                               const QString& padrao) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM "
+                       "CodBarra WHERE PADRAO = ? ORDER BY DESCRICAO, IDCOD"),
+        {padrao});
+    if (!rs)
+        return std::nullopt;
+    QList<clsCodBarra> kinds;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsCodBarra k(db);
+        k.IDCOD = static_cast<qint16>(r.integer(QStringLiteral("IDCOD")));
+        k.IDTIPO = r.text(QStringLiteral("IDTIPO"));
+        k.DESCRICAO = r.text(QStringLiteral("DESCRICAO"));
+        k.PADRAO = r.text(QStringLiteral("PADRAO"));
+        k.Juros = r.text(QStringLiteral("JUROS"));
+        k.BLOQUEIO = r.text(QStringLiteral("BLOQUEIO"));
+        k.CODBANCO = r.text(QStringLiteral("CODBANCO"));
+        kinds.append(k);
+    }
+    return kinds;
+}

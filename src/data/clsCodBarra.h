@@ -2,6 +2,7 @@
 
 #include "GuideKind.h"
 
+#include <QList>
 #include <QString>
 #include <optional>
 
@@ -42,6 +43,10 @@ public:
                                                        const QString& d);
     // Every kind with this IDTIPO.
     static std::optional<GuideKinds> porIdtipo(clsDataAccess& db, const QString& idtipo);
+
+    // The kinds of one standard ("C" bank slips, "F" Febraban guides ...) by description.
+    static std::optional<QList<clsCodBarra>> listarPorPadrao(clsDataAccess& db,
+                                                             const QString& padrao);
 
 private:
     clsDataAccess* m_db;

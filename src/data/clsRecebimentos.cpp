@@ -1,5 +1,6 @@
 #include "clsRecebimentos.h"
 
+#include "Transaction.h"
 #include "clsDataAccess.h"
 
 const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
@@ -100,4 +101,42 @@ clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento) {
                     static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
                     r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
     return out;
+}
+
+std::optional<QList<clsRecebimentos>>
+clsRecebimentos::listarExportacao(clsDataAccess& db, qint32 idMovimento, int tipo, int exportFlag) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, Recebimentos.VALOR, "
+                       "Recebimentos.CODBARRA, Recebimentos.EXPORT FROM Recebimentos, CodBarra "
+                       "WHERE Recebimentos.TIPO = CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? "
+                       "AND Recebimentos.TIPO = ? AND Recebimentos.EXPORT = ? "
+                       "ORDER BY Recebimentos.AUTENTICA, Recebimentos.IDRECEBE"),
+        {idMovimento, tipo, exportFlag});
+    if (!rs)
+        return std::nullopt;
+    QList<clsRecebimentos> rows;
+    rows.reserve(rs->recordCount());
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsRecebimentos row(db);
+        row.IDRECEBE = static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE")));
+        row.AUTENTICA = static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA")));
+        row.VALOR = r.money(QStringLiteral("VALOR"));
+        row.CODBARRA = r.text(QStringLiteral("CODBARRA"));
+        row.EXPORT = static_cast<qint16>(r.integer(QStringLiteral("EXPORT")));
+        row.IDMOVIMENTO = static_cast<qint16>(idMovimento);
+        row.TIPO = static_cast<qint16>(tipo);
+        rows.append(row);
+    }
+    return rows;
+}
+
+bool clsRecebimentos::SQLUpdateExport(clsDataAccess& db, const QList<QPair<qint32, int>>& marks) {
+    Transaction tx(db);
+    if (!tx.ok())
+        return false;
+    for (const auto& [id, flag] : marks)
+        if (!db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
+                           {flag, id}))
+            return false;
+    return tx.commit();
 }

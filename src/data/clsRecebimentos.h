@@ -3,6 +3,7 @@
 #include "Money.h"
 
 #include <QList>
+#include <QPair>
 #include <QString>
 #include <optional>
 
@@ -48,6 +49,13 @@ public:
         Money valor;
     };
     static std::optional<QList<Lancado>> listarDoMovimento(clsDataAccess& db, qint32 idMovimento);
+    // Receipts of one movement and kind with the given EXPORT mark, in authentication order:
+    // the lists of the export screen and the receipts of a bank file. Rows carry IDRECEBE,
+    // AUTENTICA, VALOR, CODBARRA and EXPORT. nullopt when the query failed.
+    static std::optional<QList<clsRecebimentos>>
+    listarExportacao(clsDataAccess& db, qint32 idMovimento, int tipo, int exportFlag);
+    // EXPORT of several receipts (IDRECEBE, mark), all in one transaction or none.
+    static bool SQLUpdateExport(clsDataAccess& db, const QList<QPair<qint32, int>>& marks);
 
 private:
     clsDataAccess* m_db; // a pointer so rows can be copied

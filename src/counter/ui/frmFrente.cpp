@@ -7,6 +7,7 @@
 #include "DialogPort.h"
 #include "OverdueHandler.h"
 #include "frmAvulso.h"
+#include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
@@ -239,6 +240,12 @@ void frmFrente::buildMenus() {
     add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"),
         &frmFrente::calculadora);
     add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
+    add(tools, QStringLiteral("mnuExpCebi"), QStringLiteral("Arquivos Bancários..."), [this] {
+        frmExportar dlg(m_ctx, m_session.day().movimento().ID, m_session.day().movimento().MDATA,
+                        this);
+        dlg.exec();
+        m_entry->setFocus();
+    });
 }
 
 void frmFrente::tick() {

@@ -1,0 +1,123 @@
+#include "BankExport.h"
+
+#include "AppContext.h"
+#include "CheckDigits.h"
+#include "DialogPort.h"
+#include "clsCodBarra.h"
+#include "clsRecebimentos.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFileInfo>
+#include <QThread>
+
+namespace {
+const QString kAviso = QStringLiteral("Aviso");
+}
+
+const QString BankExport::kCodigoBancoNaoInformado =
+    QStringLiteral("Código do banco não informado!!");
+
+QString BankExport::padrao(Arquivo a) {
+    return a == Arquivo::Cnab ? QStringLiteral("C") : QStringLiteral("F");
+}
+
+bool BankExport::codigoBancoValido(const QString& codigo) {
+    return codigo.size() == 3 && isAllDigits(codigo);
+}
+
+int BankExport::pausaTela(const AppContext& ctx) {
+    bool ok = false;
+    const int ms =
+        ctx.option(QStringLiteral("Export"), QStringLiteral("pausa_registro")).toInt(&ok);
+    return ok && ms >= 0 ? qMin(ms, 60000) : kPausaPadrao;
+}
+
+bool BankExport::cnabNaTela(const AppContext& ctx) {
+    return ctx.option(QStringLiteral("Export"), QStringLiteral("cnab")) == QLatin1String("1");
+}
+
+bool BankExport::tipo(AppContext& ctx, int idcod, Arquivo a, clsCodBarra& kind, Result& r) {
+    if (!kind.SQLSelect(idcod)) {
+        falha(ctx, r, QStringLiteral("Tipo de código de barras %1 não encontrado.").arg(idcod));
+        return false;
+    }
+    if (kind.PADRAO.compare(padrao(a), Qt::CaseInsensitive) != 0) {
+        falha(ctx, r,
+              QStringLiteral("O tipo %1 (%2) não é de %3.")
+                  .arg(idcod)
+                  .arg(kind.DESCRICAO, a == Arquivo::Cnab
+                                           ? QStringLiteral("boleto bancário, padrão C")
+                                           : QStringLiteral("guia Febraban, padrão F")));
+        return false;
+    }
+    return true;
+}
+
+std::optional<QString> BankExport::pasta(AppContext& ctx, const QString& configured,
+                                         const QString& key, Result& r) {
+    QString folder = QDir::fromNativeSeparators(configured.trimmed());
+    if (folder.isEmpty())
+        folder = ctx.folder;
+    else if (QDir::isRelativePath(folder))
+        folder = QDir(ctx.folder).filePath(folder);
+    if (!QFileInfo(folder).isDir()) {
+        falha(ctx, r,
+              QStringLiteral("A pasta do arquivo não existe: %1 (Config.ini, [Export] %2).")
+                  .arg(QDir::toNativeSeparators(folder), key));
+        return std::nullopt;
+    }
+    return folder;
+}
+
+QString BankExport::parteDoNome(const QString& text) {
+    QString s = text;
+    for (QChar& c : s)
+        if (QStringLiteral("\\/:*?\"<>|").contains(c) || c.unicode() < 32)
+            c = QLatin1Char('_');
+    return s;
+}
+
+QString BankExport::ajusta(const QString& text, int width) {
+    return text.left(width).leftJustified(width, QLatin1Char(' '));
+}
+
+QString BankExport::numero(qint64 n, int width) {
+    return QString::number(n).rightJustified(width, QLatin1Char('0'));
+}
+
+bool BankExport::codigoValido(const QString& codbarra) {
+    return codbarra.size() == 44 && isAllDigits(codbarra) &&
+           codbarra != clsRecebimentos::kSemCodigo;
+}
+
+void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString& record,
+                          const QString& failure, QByteArray& into) {
+    if (built) {
+        into += record.toLatin1();
+        into += "\r\n";
+        return;
+    }
+    ++r.falhas;
+    if (r.erros.contains(failure))
+        return;
+    ctx.dialogs.critical(kAviso, failure);
+    r.erros << failure;
+}
+
+void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {
+    ctx.dialogs.critical(kAviso, text);
+    r.erros << text;
+    r.ok = false;
+}
+
+void BankExport::pausa(int ms) {
+    if (ms <= 0)
+        return;
+    const QDeadlineTimer deadline(ms);
+    while (!deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        QThread::msleep(quint64(qBound(qint64(0), deadline.remainingTime(), qint64(10))));
+    }
+}

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "Money.h"
+
+#include <QByteArray>
+#include <QDate>
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+class AppContext;
+class clsCodBarra;
+
+// What the two bank-file runs (CNAB 240 return file and Febraban 150 file) share: what they are
+// asked, what they answer, and the rules of their settings, folders and records.
+class BankExport {
+public:
+    enum class Arquivo { Cnab, Febraban };
+
+    struct Request {
+        qint32 idMovimento = 0;
+        QDate movimento;  // the movement's date: file date, payment date, due-factor cycle
+        int idcod = 0;    // the kind (CodBarra.IDCOD) of the receipts
+        QString codBanco; // Febraban: the bank code typed by the operator
+        int pausaMs = 0;  // pause between receipts: the screen's setting; commands never pause
+        std::function<void(int feitos, int total)> progresso;
+    };
+
+    struct Result {
+        bool ok = false;
+        QString arquivo;   // the file's final name, known as soon as the run starts
+        int registros = 0; // records this run wrote
+        Money total;       // sum of the receipts written
+        QStringList erros; // each failing record's message once, then any file error
+        int falhas = 0;    // records that could not be built
+        int nsa = 0;       // CNAB: the file's sequence number
+    };
+
+    static QString padrao(Arquivo a); // the kinds' PADRAO: "C" or "F"
+
+    // The bank code of the Febraban file: exactly three digits.
+    static bool codigoBancoValido(const QString& codigo);
+    static const QString kCodigoBancoNaoInformado; // "Código do banco não informado!!"
+
+    // The screen's settings: [Export] pausa_registro in ms (800 when missing; 0 turns it off)
+    // and [Export] cnab=1, which lets the screen's export button write the CNAB file.
+    static int pausaTela(const AppContext& ctx);
+    static bool cnabNaTela(const AppContext& ctx);
+    static constexpr int kPausaPadrao = 800;
+
+    // --- pieces of the runs ---
+
+    // The kind of the request, which must belong to the file's standard; else a message.
+    static bool tipo(AppContext& ctx, int idcod, Arquivo a, clsCodBarra& kind, Result& r);
+    // The configured folder (relative to the program's folder; empty = the program's folder).
+    // A folder that does not exist is refused with a message naming the key.
+    static std::optional<QString> pasta(AppContext& ctx, const QString& configured,
+                                        const QString& key, Result& r);
+    // A piece of text for a file name: characters no file name may hold become '_'.
+    static QString parteDoNome(const QString& text);
+    // Cut to `width` or filled with blanks to it.
+    static QString ajusta(const QString& text, int width);
+    static QString numero(qint64 n, int width); // zero-filled
+    // The first 44 characters are a readable code: 44 digits, and not an item without barcode.
+    static bool codigoValido(const QString& codbarra);
+
+    // A record built (appended with its CRLF) or not. The message of a failing kind of record
+    // is shown once per run (a wrong setting fails every receipt's record alike) and kept in
+    // the result; the run goes on and will write nothing.
+    static void registro(AppContext& ctx, Result& r, bool built, const QString& record,
+                         const QString& failure, QByteArray& into);
+    // A failure that ends the run: shown and kept in the result.
+    static void falha(AppContext& ctx, Result& r, const QString& text);
+    static void pausa(int ms); // keeps the screen alive while it waits
+};

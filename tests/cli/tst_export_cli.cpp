@@ -1,0 +1,243 @@
+// The bank files from the command line, as a back office uses it: receipts taken with
+// `caixa receber` on a demo folder with a filled [Export] section, marks changed by id, and both
+// files read back record by record.
+#include "BankFileReader.h"
+#include "IniFile.h"
+#include "TestCodes.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+using BR = BankFileReader;
+
+struct Run {
+    int code;
+    QString out;
+    QString err;
+    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
+    QJsonArray array() const { return QJsonDocument::fromJson(out.toUtf8()).array(); }
+};
+
+const QString kData = QStringLiteral("23/11/2026");
+
+class Folder {
+public:
+    Folder() {
+        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        password = r.out.section(QStringLiteral("): "), 1)
+                       .section(QLatin1Char('\n'), 0, 0)
+                       .trimmed()
+                       .toUtf8();
+        const QString ini = path(QStringLiteral("Config.ini"));
+        for (const auto& [k, v] : QList<QPair<const char*, QString>>{
+                 {"Path3", path(QStringLiteral("Export"))},
+                 {"caminho_febraban", path(QStringLiteral("Febraban"))},
+                 {"cod_banco_cnab", QStringLiteral("104")},
+                 {"nome_banco", QStringLiteral("BANCO DA PRACA")},
+                 {"cedente_agua", QStringLiteral("112233")},
+                 {"cedente_iptu", QStringLiteral("445566")},
+                 {"agencia", QStringLiteral("321")},
+                 {"dv", QStringLiteral("X")},
+                 {"cnpj", QStringLiteral("98765432000110")},
+                 {"guiche", QStringLiteral("C")}})
+            IniFile::write(QStringLiteral("Export"), QLatin1String(k), v, ini);
+        QDir().mkpath(path(QStringLiteral("Export")));
+        QDir().mkpath(path(QStringLiteral("Febraban")));
+    }
+    Run run(const QStringList& args, const QByteArray& input = {}) const {
+        QProcess p;
+        p.start(qEnvironmentVariable("TOLVANE_EXE"),
+                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
+        p.write(input);
+        p.closeWriteChannel();
+        p.waitForFinished(60000);
+        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+                QString::fromUtf8(p.readAllStandardError())};
+    }
+    // A cashier's command on the test day.
+    Run cashier(QStringList args) const {
+        args << QStringLiteral("--data") << kData;
+        return run(args, password + "\n");
+    }
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    QByteArray password;
+
+private:
+    QTemporaryDir m_dir;
+};
+
+QStringList ids(const QJsonArray& a) {
+    QStringList out;
+    for (const auto& v : a)
+        out << QString::number(v.toObject().value(QStringLiteral("idrecebe")).toInt());
+    return out;
+}
+} // namespace
+
+class tst_export_cli : public QObject {
+    Q_OBJECT
+private slots:
+    void bothFilesFromReceivedCodes() {
+        Folder f;
+        const QString slipA =
+            TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
+                            QStringLiteral("24"));
+        const QString slipB =
+            TestCodes::slip(1660, 2000, QStringLiteral("12345"), QStringLiteral("222444666666666"),
+                            QStringLiteral("57"));
+        const QString guideA =
+            TestCodes::guide(QStringLiteral("0425"), 45678, QStringLiteral("20261201"),
+                             QString(17, QLatin1Char('3')));
+        const QString guideB = TestCodes::guide(
+            QStringLiteral("0425"), 100, QStringLiteral("20261202"), QString(17, QLatin1Char('4')));
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        const Run rec = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), slipA,
+                                   guideA, slipB, guideB, QStringLiteral("--json")});
+        QCOMPARE(rec.code, 0);
+        QCOMPARE(rec.json().value(QStringLiteral("gravados")).toArray().size(), 4);
+
+        Run r =
+            f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
+                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--json")});
+        QCOMPARE(r.code, 0);
+        const QJsonArray guides = r.array();
+        QCOMPARE(guides.size(), 2);
+        const QJsonObject first = guides.at(0).toObject();
+        QCOMPARE(first.value(QStringLiteral("autentica")).toInt(), 2);
+        QCOMPARE(first.value(QStringLiteral("valor")).toString(), QStringLiteral("456,78"));
+        QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), guideA);
+        QCOMPARE(first.value(QStringLiteral("export")).toInt(), 0);
+
+        // The second guide leaves the file, comes back, and leaves again.
+        const QString second = ids(guides).at(1);
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
+                            QStringLiteral("--id"), second})
+                     .code,
+                 0);
+        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
+                       QStringLiteral("--tipo"), QStringLiteral("1"),
+                       QStringLiteral("--rejeitados"), QStringLiteral("--json")});
+        QCOMPARE(ids(r.array()), QStringList{second});
+        QCOMPARE(r.array().at(0).toObject().value(QStringLiteral("export")).toInt(), 1);
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("confirmar"),
+                            QStringLiteral("--id"), second})
+                     .code,
+                 0);
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
+                            QStringLiteral("--id"), second, QStringLiteral("999")})
+                     .code,
+                 1);
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
+                            QStringLiteral("--id"), second})
+                     .code,
+                 0);
+
+        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
+                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--banco"),
+                       QStringLiteral("033"), QStringLiteral("--json")});
+        QCOMPARE(r.code, 0);
+        QJsonObject o = r.json();
+        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 3);
+        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("456,78"));
+        QCOMPARE(o.value(QStringLiteral("erros")).toArray().size(), 0);
+        QString file = o.value(QStringLiteral("arquivo")).toString();
+        QVERIFY2(QFileInfo(file).fileName().startsWith(QStringLiteral("FebCXCIPTU_033_")),
+                 qPrintable(file));
+        QStringList lines = BR::records(file);
+        QCOMPARE(lines.size(), 3);
+        QCOMPARE(BR::differences(
+                     lines[0],
+                     BR::febHeader({QStringLiteral("033"), QStringLiteral("BANCO DA PRACA      "),
+                                    QStringLiteral("20261123"), QStringLiteral("261123")}),
+                     150),
+                 QString());
+        QCOMPARE(BR::differences(lines[1],
+                                 BR::febDetalhe(QStringLiteral("20261123"), guideA,
+                                                QStringLiteral("000000045678"), 1),
+                                 150),
+                 QString());
+        QCOMPARE(
+            BR::differences(lines[2], BR::febTrailer(3, QStringLiteral("00000000000045678")), 150),
+            QString());
+
+        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
+                       QStringLiteral("4"), QStringLiteral("--json")});
+        QCOMPARE(r.code, 0);
+        o = r.json();
+        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 8);
+        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("109,15"));
+        file = o.value(QStringLiteral("arquivo")).toString();
+        QVERIFY(QFileInfo(file).fileName().startsWith(QStringLiteral("CnabAGUA")));
+        QCOMPARE(QFileInfo(file).absolutePath(), f.path(QStringLiteral("Export")));
+        lines = BR::records(file);
+        QCOMPARE(lines.size(), 8);
+        const BR::Cnab e{QStringLiteral("104"),
+                         QStringLiteral("98765432000110"),
+                         QStringLiteral("00321"),
+                         QStringLiteral("X"),
+                         QStringLiteral("112233"),
+                         QStringLiteral("PREFEITURA MUNICIPAL          "),
+                         QStringLiteral("BANCO DA PRACA                "),
+                         QStringLiteral("23112026"),
+                         lines[0].mid(151, 6), // the time of the run
+                         QStringLiteral("000001")};
+        QCOMPARE(BR::differences(lines[0], BR::cnabHeaderArquivo(e), 240), QString());
+        QCOMPARE(BR::differences(lines[1], BR::cnabHeaderLote(e), 240), QString());
+        const BR::Boleto a{QStringLiteral("24"),          QStringLiteral("111333555555555"),
+                           QStringLiteral("05122026"),    QStringLiteral("000000000008915"),
+                           QString(15, QLatin1Char('0')), QStringLiteral("000000000008915")};
+        const BR::Boleto b{QStringLiteral("57"),          QStringLiteral("222444666666666"),
+                           QStringLiteral("14122026"),    QStringLiteral("000000000002000"),
+                           QString(15, QLatin1Char('0')), QStringLiteral("000000000002000")};
+        QCOMPARE(BR::differences(lines[2], BR::cnabSegmentoT(e, 1, a), 240), QString());
+        QCOMPARE(BR::differences(lines[3], BR::cnabSegmentoU(e, 2, a), 240), QString());
+        QCOMPARE(BR::differences(lines[4], BR::cnabSegmentoT(e, 3, b), 240), QString());
+        QCOMPARE(BR::differences(lines[5], BR::cnabSegmentoU(e, 4, b), 240), QString());
+        QCOMPARE(BR::differences(lines[6], BR::cnabTrailerLote(e, 6), 240), QString());
+        QCOMPARE(BR::differences(lines[7], BR::cnabTrailerArquivo(e, 8), 240), QString());
+    }
+
+    void refusals() {
+        Folder f;
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        for (const QString& bad :
+             {QStringLiteral("12"), QStringLiteral("1234"), QStringLiteral("1a2")}) {
+            const Run r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
+                                     QStringLiteral("--tipo"), QStringLiteral("1"),
+                                     QStringLiteral("--banco"), bad});
+            QCOMPARE(r.code, 1);
+            QVERIFY(r.err.contains(QStringLiteral("Código do banco não informado!!")));
+        }
+        // Without --banco the kind's own code is used: the demo's IPTU has four digits.
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
+                            QStringLiteral("--tipo"), QStringLiteral("1")})
+                     .code,
+                 1);
+        IniFile::write(QStringLiteral("Export"), QStringLiteral("cnpj"),
+                       QStringLiteral("1234567800011"), f.path(QStringLiteral("Config.ini")));
+        Run r =
+            f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
+                       QStringLiteral("4"), QStringLiteral("--json")});
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.json().value(QStringLiteral("erros")).toArray().size(), 2);
+        QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar header do CNAB -> 0")));
+        QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}),
+                 QStringList());
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab")}).code, 2);
+        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar")}).code, 2);
+        QCOMPARE(f.run({QStringLiteral("exportar"), QStringLiteral("listar"),
+                        QStringLiteral("--tipo"), QStringLiteral("1")},
+                       "errada\n")
+                     .code,
+                 1);
+    }
+};
+
+QTEST_MAIN(tst_export_cli)
+#include "tst_export_cli.moc"

@@ -1,0 +1,655 @@
+// The bank-file runs over receipts recorded by the counter: every record read back by the
+// tests' own layout tables, counts and totals, file names, the settings, bad codes and bad
+// settings, folders, appending in the same minute and the temporary files.
+#include "BankFileReader.h"
+#include "BankFileWriter.h"
+#include "CnabExport.h"
+#include "CounterSession.h"
+#include "DemoData.h"
+#include "ExportMarks.h"
+#include "FebrabanExport.h"
+#include "TestApp.h"
+#include "TestCodes.h"
+#include "Transaction.h"
+#include "clsRecebimentos.h"
+#include "clsSequenciaArquivo.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+using BR = BankFileReader;
+const QDate kDia(2026, 11, 23);
+const int kAgua = 4;     // CNAB kind "AGUA E ESGOTO", IDTIPO 12345
+const int kMelhoria = 5; // CNAB kind "CONTRIBUICAO DE MELHORIA", IDTIPO 54321
+const int kTaxas = 2;    // Febraban kind "TAXAS DIVERSAS", IDTIPO 0426
+const int kIssqn = 3;    // Febraban kind "ISSQN", IDTIPO 0427
+
+// A counter on the test day with the demo kinds and a filled [Export] section.
+struct Counter {
+    TestApp app;
+    qint32 mov = 0;
+
+    Counter() {
+        QVERIFY(app.ok());
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Export")));
+        QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Febraban")));
+        const QList<QPair<const char*, const char*>> options = {
+            {"Path3", "Export/"},       {"caminho_febraban", "Febraban"},
+            {"cod_banco_cnab", "104"},  {"nome_banco", "CAIXA ECONOMICA FEDERAL DO BRASIL"},
+            {"cedente_agua", "123456"}, {"cedente_iptu", "654321"},
+            {"agencia", "1234"},        {"dv", "7"},
+            {"cnpj", "12345678000199"}, {"guiche", "B"}};
+        for (const auto& [k, v] : options)
+            app.setOption(QStringLiteral("Export"), QLatin1String(k), QLatin1String(v));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("pref"),
+                      QStringLiteral("PREFEITURA MUNICIPAL DE VILA NOVA"));
+        app.ctx().workingDate = kDia;
+        app.ctx().userName = QStringLiteral("CAIXA");
+        CounterSession s(app.ctx(), nullptr);
+        QVERIFY(s.day().abrir());
+        mov = s.day().movimento().ID;
+    }
+
+    // One customer at the counter, as `caixa receber` records it.
+    bool receive(const QStringList& codes) {
+        CounterSession s(app.ctx(), nullptr);
+        if (!s.day().consultar())
+            return false;
+        for (const QString& c : codes) {
+            auto r = s.ler(c);
+            while (r.precisaConsentimento)
+                r = s.continuar(true); // the operator consents to the overdue slip
+            if (!r.accepted)
+                return false;
+        }
+        return s.gravar().has_value();
+    }
+    // A receipt written as it is stored, for codes the counter would not read.
+    qint32 insert(int tipo, const QString& code, const char* valor, int exportFlag = 0) {
+        clsRecebimentos r(app.db());
+        r.AUTENTICA = 90 + app.count(QStringLiteral("Recebimentos"));
+        r.CODBARRA = code;
+        r.IDMOVIMENTO = qint16(mov);
+        r.TIPO = qint16(tipo);
+        r.VALOR = *Money::parse(QString::fromLatin1(valor));
+        if (!r.SQLInsert())
+            return 0;
+        if (r.EXPORT != exportFlag)
+            r.SQLUpdateExport(r.IDRECEBE, exportFlag);
+        return r.IDRECEBE;
+    }
+    QList<clsRecebimentos> confirmed(int tipo) {
+        return clsRecebimentos::listarExportacao(app.db(), mov, tipo, 0)
+            .value_or(QList<clsRecebimentos>());
+    }
+    BankExport::Result cnab(int tipo) {
+        BankExport::Request rq;
+        rq.idMovimento = mov;
+        rq.movimento = kDia;
+        rq.idcod = tipo;
+        return CnabExport::gerar(app.ctx(), rq);
+    }
+    BankExport::Result febraban(int tipo, const QString& banco) {
+        BankExport::Request rq;
+        rq.idMovimento = mov;
+        rq.movimento = kDia;
+        rq.idcod = tipo;
+        rq.codBanco = banco;
+        return FebrabanExport::gerar(app.ctx(), rq);
+    }
+    QStringList files(const QString& sub) {
+        return QDir(app.path(sub)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    }
+    QString exportMarks() {
+        QString s;
+        const auto rs = app.db().SQLSelect_ReadOnly(
+            QStringLiteral("SELECT EXPORT FROM Recebimentos ORDER BY IDRECEBE"));
+        for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+            s += QString::number(r.integer(QStringLiteral("EXPORT")));
+        return s;
+    }
+    int shown(const QString& text) { return int(app.dialogs().texts().count(text)); }
+};
+
+BR::Cnab cnabExpected(const QString& convenio, const QString& nsa) {
+    return {QStringLiteral("104"),
+            QStringLiteral("12345678000199"),
+            QStringLiteral("01234"),
+            QStringLiteral("7"),
+            convenio,
+            QStringLiteral("PREFEITURA MUNICIPAL DE VILA N"),
+            QStringLiteral("CAIXA ECONOMICA FEDERAL DO BRA"),
+            QStringLiteral("23112026"),
+            QStringLiteral("100000"),
+            nsa};
+}
+
+QString cents(const Money& m, int width) {
+    return QString::number(m.units() / 100).rightJustified(width, QLatin1Char('0'));
+}
+
+} // namespace
+
+class tst_bank_files : public QObject {
+    Q_OBJECT
+private slots:
+    void cnabFileOfTheCounter() {
+        Counter c;
+        c.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
+        const QString onTime =
+            TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
+                            QStringLiteral("24"));
+        const QString late =
+            TestCodes::slip(1600, 15000, QStringLiteral("12345"), QStringLiteral("700800900000001"),
+                            QStringLiteral("13"));
+        const QString noDue =
+            TestCodes::slip(0, 4321, QStringLiteral("12345"), QStringLiteral("000000000000077"),
+                            QStringLiteral("99"));
+        const QString rejected =
+            TestCodes::slip(1651, 1000, QStringLiteral("12345"), QStringLiteral("999999999999999"),
+                            QStringLiteral("55"));
+        const QString guide =
+            TestCodes::guide(QStringLiteral("0426"), 31240, QStringLiteral("20261130"),
+                             QStringLiteral("58888888888888888"));
+        QVERIFY(c.receive({onTime, late, guide}));
+        QVERIFY(c.receive({noDue, rejected}));
+        const auto rows = c.confirmed(kAgua);
+        QCOMPARE(rows.size(), 4);
+        QVERIFY(ExportMarks::gravarIds(c.app.ctx(), c.mov, {rows[3].IDRECEBE}, 1));
+        QCOMPARE(rows[1].CODBARRA, late);
+        QVERIFY2(rows[1].VALOR > Money::fromCents(15000), "the overdue slip carries charges");
+        const QString marks = c.exportMarks();
+
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY2(r.ok, qPrintable(r.erros.join(QLatin1Char('|'))));
+        QCOMPARE(r.arquivo, c.app.path(QStringLiteral("Export/CnabAGUA202611231000.RET")));
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")),
+                 QStringList{QStringLiteral("CnabAGUA202611231000.RET")});
+        QCOMPARE(r.registros, 10);
+        QCOMPARE(r.total, rows[0].VALOR + rows[1].VALOR + rows[2].VALOR);
+        QCOMPARE(r.nsa, 1);
+        QCOMPARE(c.exportMarks(), marks);
+
+        const QStringList rec = BR::records(r.arquivo);
+        QCOMPARE(rec.size(), 10);
+        const BR::Cnab e = cnabExpected(QStringLiteral("123456"), QStringLiteral("000001"));
+        QCOMPARE(BR::differences(rec[0], BR::cnabHeaderArquivo(e), 240), QString());
+        QCOMPARE(BR::differences(rec[1], BR::cnabHeaderLote(e), 240), QString());
+        const QList<BR::Boleto> slips = {
+            {QStringLiteral("24"), QStringLiteral("111333555555555"), QStringLiteral("05122026"),
+             QStringLiteral("000000000008915"), cents(rows[0].VALOR - Money::fromCents(8915), 15),
+             cents(rows[0].VALOR, 15)},
+            {QStringLiteral("13"), QStringLiteral("700800900000001"), QStringLiteral("15102026"),
+             QStringLiteral("000000000015000"), cents(rows[1].VALOR - Money::fromCents(15000), 15),
+             cents(rows[1].VALOR, 15)},
+            {QStringLiteral("99"), QStringLiteral("000000000000077"), QStringLiteral("00000000"),
+             QStringLiteral("000000000004321"), QString(15, QLatin1Char('0')),
+             cents(rows[2].VALOR, 15)}};
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(
+                BR::differences(rec[2 + 2 * i], BR::cnabSegmentoT(e, 1 + 2 * i, slips[i]), 240),
+                QString());
+            QCOMPARE(
+                BR::differences(rec[3 + 2 * i], BR::cnabSegmentoU(e, 2 + 2 * i, slips[i]), 240),
+                QString());
+        }
+        QVERIFY(slips[1].juros != QString(15, QLatin1Char('0')));
+        QCOMPARE(BR::differences(rec[8], BR::cnabTrailerLote(e, 8), 240), QString());
+        QCOMPARE(BR::differences(rec[9], BR::cnabTrailerArquivo(e, 10), 240), QString());
+    }
+
+    void febrabanFileOfTheCounter() {
+        Counter c;
+        const QStringList guides = {
+            TestCodes::guide(QStringLiteral("0426"), 31240, QStringLiteral("20261130"),
+                             QStringLiteral("58888888888888888")),
+            TestCodes::guide(QStringLiteral("0426"), 123456789, QStringLiteral("20261215"),
+                             QStringLiteral("00000000000000001")),
+            TestCodes::guide(QStringLiteral("0426"), 5, QStringLiteral("20261231"),
+                             QStringLiteral("00000000000000002"))};
+        QVERIFY(c.receive({guides[0], guides[1]}));
+        QVERIFY(c.receive(
+            {guides[2], TestCodes::guide(QStringLiteral("0427"), 700, QStringLiteral("20261201"),
+                                         QStringLiteral("00000000000000003"))}));
+        const BankExport::Result r = c.febraban(kTaxas, QStringLiteral("237"));
+        QVERIFY2(r.ok, qPrintable(r.erros.join(QLatin1Char('|'))));
+        QCOMPARE(QFileInfo(r.arquivo).fileName(),
+                 QStringLiteral("FebCXBTAXA_237_202611231000.RET"));
+        QCOMPARE(QFileInfo(r.arquivo).absolutePath(), c.app.path(QStringLiteral("Febraban")));
+        QCOMPARE(r.registros, 5);
+        QCOMPARE(r.total, *Money::parse(QStringLiteral("1.234.880,34")));
+        const QStringList rec = BR::records(r.arquivo);
+        QCOMPARE(rec.size(), 5);
+        QCOMPARE(BR::differences(
+                     rec[0],
+                     BR::febHeader({QStringLiteral("237"), QStringLiteral("CAIXA ECONOMICA FEDE"),
+                                    QStringLiteral("20261123"), QStringLiteral("261123")}),
+                     150),
+                 QString());
+        const QStringList values = {QStringLiteral("000000031240"), QStringLiteral("000123456789"),
+                                    QStringLiteral("000000000005")};
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(BR::differences(
+                         rec[1 + i],
+                         BR::febDetalhe(QStringLiteral("20261123"), guides[i], values[i], i + 1),
+                         150),
+                     QString());
+        QCOMPARE(
+            BR::differences(rec[4], BR::febTrailer(5, QStringLiteral("00000000123488034")), 150),
+            QString());
+    }
+
+    void emptyLists() {
+        Counter c;
+        const BankExport::Result cnab = c.cnab(kMelhoria);
+        QVERIFY(cnab.ok);
+        QCOMPARE(QFileInfo(cnab.arquivo).fileName(), QStringLiteral("CnabCONT202611231000.RET"));
+        QStringList rec = BR::records(cnab.arquivo);
+        QCOMPARE(rec.size(), 4);
+        const BR::Cnab e = cnabExpected(QStringLiteral("654321"), QStringLiteral("000001"));
+        QCOMPARE(BR::differences(rec[0], BR::cnabHeaderArquivo(e), 240), QString());
+        QCOMPARE(BR::differences(rec[1], BR::cnabHeaderLote(e), 240), QString());
+        QCOMPARE(BR::differences(rec[2], BR::cnabTrailerLote(e, 2), 240), QString());
+        QCOMPARE(BR::differences(rec[3], BR::cnabTrailerArquivo(e, 4), 240), QString());
+
+        const BankExport::Result feb = c.febraban(kIssqn, QStringLiteral("001"));
+        QVERIFY(feb.ok);
+        QCOMPARE(feb.registros, 2);
+        rec = BR::records(feb.arquivo);
+        QCOMPARE(rec.size(), 2);
+        QCOMPARE(BR::differences(rec[1], BR::febTrailer(2, QString(17, QLatin1Char('0'))), 150),
+                 QString());
+    }
+
+    // A setting of the wrong width fails the records that carry it: messages, no file, marks
+    // and the file sequence untouched.
+    void wrongSettings_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QStringList>("erros");
+        const QString ha = QStringLiteral("Erro ao gerar header do CNAB -> 0");
+        const QString hl = QStringLiteral("Erro ao gerar header do lote CNAB -> 1");
+        const QString t = QStringLiteral("Erro ao gerar Detalhe T");
+        const QString u = QStringLiteral("Erro ao gerar Detalhe U");
+        const QString tl = QStringLiteral("Erro ao gerar Trailer de Lote");
+        const QString ta = QStringLiteral("Erro ao gerar Trailer de Arquivo");
+        QTest::newRow("4-digit cedente_agua") << "cedente_agua"
+                                              << "1234" << QStringList{ha, hl, t};
+        QTest::newRow("13-digit cnpj") << "cnpj"
+                                       << "1234567800019" << QStringList{ha, hl};
+        QTest::newRow("2-digit bank") << "cod_banco_cnab"
+                                      << "04" << QStringList{ha, hl, t, u, tl, ta};
+        QTest::newRow("6-digit agencia") << "agencia"
+                                         << "123456" << QStringList{ha, hl, t};
+        QTest::newRow("no dv") << "dv"
+                               << "" << QStringList{ha, hl};
+    }
+    void wrongSettings() {
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        QFETCH(QStringList, erros);
+        Counter c;
+        QVERIFY(
+            c.receive({TestCodes::slip(1651, 8915, QStringLiteral("12345"),
+                                       QStringLiteral("111333555555555"), QStringLiteral("24")),
+                       TestCodes::slip(1652, 100, QStringLiteral("12345"),
+                                       QStringLiteral("111333555555556"), QStringLiteral("24"))}));
+        const QString marks = c.exportMarks();
+        c.app.setOption(QStringLiteral("Export"), key, value);
+        c.app.dialogs().clear();
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(!r.ok);
+        QCOMPARE(r.erros, erros);
+        QCOMPARE(r.registros, 0);
+        // Shown once per kind of record, whatever the number of receipts.
+        for (const QString& e : erros)
+            QCOMPARE(c.shown(e), 1);
+        QCOMPARE(r.falhas, erros.size() +
+                               (erros.contains(QStringLiteral("Erro ao gerar Detalhe T")) ? 1 : 0) +
+                               (erros.contains(QStringLiteral("Erro ao gerar Detalhe U")) ? 1 : 0));
+        QCOMPARE(c.app.dialogs().last().title, QStringLiteral("Aviso"));
+        QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Critical);
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
+        QCOMPARE(c.exportMarks(), marks);
+        QCOMPARE(clsSequenciaArquivo::ultimo(c.app.db(), QStringLiteral("104")).value_or(-1), 0);
+    }
+
+    // Codes the bank cannot take: the records they feed fail and no file is written.
+    void badCodes_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QStringList>("cnabErros");
+        QTest::addColumn<bool>("febrabanFails");
+        const QString t = QStringLiteral("Erro ao gerar Detalhe T");
+        const QString u = QStringLiteral("Erro ao gerar Detalhe U");
+        QTest::newRow("item without barcode")
+            << QString(44, QLatin1Char('0')) << QStringList{t, u} << true;
+        QTest::newRow("43 digits") << QString(43, QLatin1Char('1')) << QStringList{t, u} << true;
+        QTest::newRow("letters") << QStringLiteral("0019X165100000089151234500000000000000000000")
+                                 << QStringList{t, u} << true;
+        // 7400 is after every window's end in the first cycle and before its start in the
+        // second, seen from 23/11/2026.
+        QTest::newRow("factor outside every window")
+            << TestCodes::slip(7400, 500, QStringLiteral("12345"),
+                               QStringLiteral("111333555555555"), QStringLiteral("24"))
+            << QStringList{t} << false;
+        QTest::newRow("factor 0500")
+            << TestCodes::slip(500, 500, QStringLiteral("12345"), QStringLiteral("111333555555555"),
+                               QStringLiteral("24"))
+            << QStringList{t} << false;
+    }
+    void badCodes() {
+        QFETCH(QString, code);
+        QFETCH(QStringList, cnabErros);
+        QFETCH(bool, febrabanFails);
+        Counter c;
+        QVERIFY(
+            c.receive({TestCodes::slip(1651, 8915, QStringLiteral("12345"),
+                                       QStringLiteral("111333555555555"), QStringLiteral("24"))}));
+        QVERIFY(c.insert(kAgua, code, "10,00") > 0);
+        QVERIFY(c.insert(kTaxas, code, "10,00") > 0);
+        QCOMPARE(c.confirmed(kAgua).size(), 2); // the 44 zeros confirmed by hand too
+        const QString marks = c.exportMarks();
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(!r.ok);
+        QCOMPARE(r.erros, cnabErros);
+        const BankExport::Result f = c.febraban(kTaxas, QStringLiteral("001"));
+        QCOMPARE(f.ok, !febrabanFails);
+        if (febrabanFails)
+            QCOMPARE(f.erros, QStringList{QStringLiteral("Erro ao gerar content")});
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
+        QCOMPARE(c.files(QStringLiteral("Febraban")).size(), febrabanFails ? 0 : 1);
+        QCOMPARE(c.exportMarks(), marks);
+    }
+
+    // The due date comes from the same rule as the reading of codes.
+    void dueDateRule_data() {
+        QTest::addColumn<int>("factor");
+        QTest::addColumn<QString>("rule");
+        QTest::addColumn<QString>("vencimento");
+        QTest::newRow("second cycle") << 1651 << ""
+                                      << "05122026";
+        QTest::newRow("first factor of the second cycle") << 1000 << ""
+                                                          << "22022025";
+        QTest::newRow("late first cycle") << 9999 << ""
+                                          << "21022025";
+        QTest::newRow("no due date") << 0 << ""
+                                     << "00000000";
+        QTest::newRow("fixed base") << 1651 << "legado"
+                                    << "15042002";
+        QTest::newRow("fixed base, factor 0") << 0 << "legado"
+                                              << "07101997";
+    }
+    void dueDateRule() {
+        QFETCH(int, factor);
+        QFETCH(QString, rule);
+        QFETCH(QString, vencimento);
+        Counter c;
+        c.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento"), rule);
+        QVERIFY(c.insert(kAgua,
+                         TestCodes::slip(factor, 500, QStringLiteral("12345"),
+                                         QStringLiteral("111333555555555"), QStringLiteral("24")),
+                         "5,00") > 0);
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(r.ok);
+        QCOMPARE(BR::records(r.arquivo).value(2).mid(73, 8), vencimento);
+    }
+
+    void rejectedReceiptsStayOut() {
+        Counter c;
+        const qint32 in =
+            c.insert(kTaxas,
+                     TestCodes::guide(QStringLiteral("0426"), 100, QStringLiteral("20261130"),
+                                      QString(17, QLatin1Char('1'))),
+                     "1,00");
+        const qint32 out =
+            c.insert(kTaxas,
+                     TestCodes::guide(QStringLiteral("0426"), 200, QStringLiteral("20261130"),
+                                      QString(17, QLatin1Char('2'))),
+                     "2,00", 1);
+        QVERIFY(in > 0 && out > 0);
+        const BankExport::Result r = c.febraban(kTaxas, QStringLiteral("001"));
+        QVERIFY(r.ok);
+        const QStringList rec = BR::records(r.arquivo);
+        QCOMPARE(rec.size(), 3);
+        QVERIFY(rec[1].contains(QString(17, QLatin1Char('1'))));
+        QCOMPARE(r.total, Money::fromCents(100));
+    }
+
+    void bankCode_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("valid");
+        QTest::newRow("three digits") << "341" << true;
+        QTest::newRow("two") << "34" << false;
+        QTest::newRow("four") << "3410" << false;
+        QTest::newRow("letter") << "34A" << false;
+        QTest::newRow("blank") << " 34" << false;
+        QTest::newRow("empty") << "" << false;
+    }
+    void bankCode() {
+        QFETCH(QString, code);
+        QFETCH(bool, valid);
+        QCOMPARE(BankExport::codigoBancoValido(code), valid);
+        Counter c;
+        const BankExport::Result r = c.febraban(kTaxas, code);
+        QCOMPARE(r.ok, valid);
+        QCOMPARE(c.files(QStringLiteral("Febraban")).size(), valid ? 1 : 0);
+        if (!valid)
+            QCOMPARE(c.app.dialogs().last().text,
+                     QStringLiteral("Código do banco não informado!!"));
+    }
+
+    // Two runs in the same minute make one file of two whole runs; the next minute starts a new
+    // file; the CNAB sequence number grows per bank and a failed run keeps what was written.
+    void sameMinuteAppendsAndSequence() {
+        Counter c;
+        QVERIFY(c.insert(kAgua,
+                         TestCodes::slip(1651, 500, QStringLiteral("12345"),
+                                         QStringLiteral("111333555555555"), QStringLiteral("24")),
+                         "5,00") > 0);
+        const BankExport::Result a = c.cnab(kAgua);
+        const BankExport::Result b = c.cnab(kAgua);
+        QVERIFY(a.ok && b.ok);
+        QCOMPARE(a.arquivo, b.arquivo);
+        QStringList rec = BR::records(a.arquivo);
+        QCOMPARE(rec.size(), 12);
+        QCOMPARE(rec[0].mid(157, 6), QStringLiteral("000001"));
+        QCOMPARE(rec[6].mid(157, 6), QStringLiteral("000002"));
+        QCOMPARE(rec[7].mid(185, 6), QStringLiteral("000002"));
+        const QByteArray before = [&] {
+            QFile f(a.arquivo);
+            return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+        }();
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("cedente_agua"),
+                        QStringLiteral("12345"));
+        QVERIFY(!c.cnab(kAgua).ok);
+        QFile f(a.arquivo);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QCOMPARE(f.readAll(), before);
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("cedente_agua"),
+                        QStringLiteral("123456"));
+        c.app.clock().set(QDateTime(kDia, QTime(10, 1, 5)));
+        const BankExport::Result next = c.cnab(kAgua);
+        QVERIFY(next.ok);
+        QCOMPARE(QFileInfo(next.arquivo).fileName(), QStringLiteral("CnabAGUA202611231001.RET"));
+        QCOMPARE(next.nsa, 3);
+        QCOMPARE(BR::records(next.arquivo).value(0).mid(151, 6), QStringLiteral("100105"));
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("cod_banco_cnab"),
+                        QStringLiteral("001"));
+        QCOMPARE(c.cnab(kAgua).nsa, 1);
+
+        QVERIFY(c.febraban(kTaxas, QStringLiteral("001")).ok);
+        const BankExport::Result f2 = c.febraban(kTaxas, QStringLiteral("001"));
+        QCOMPARE(BR::records(f2.arquivo).size(), 4);
+        QCOMPARE(
+            c.febraban(kTaxas, QStringLiteral("002")).arquivo.contains(QStringLiteral("_002_")),
+            true);
+        QCOMPARE(c.files(QStringLiteral("Febraban")).size(), 2);
+    }
+
+    // What a run that died left behind is removed by the next run of the same file kind.
+    void temporaryFilesOfDeadRuns() {
+        Counter c;
+        const QString staleCnab = c.app.path(QStringLiteral("Export/CnabAGUA202611230930.RET.tmp"));
+        const QString staleFeb =
+            c.app.path(QStringLiteral("Febraban/FebCXBTAXA_001_202611230930.RET.tmp"));
+        for (const QString& p : {staleCnab, staleFeb}) {
+            QFile f(p);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write("half a run");
+        }
+        QVERIFY(c.cnab(kAgua).ok);
+        QVERIFY(!QFile::exists(staleCnab));
+        QVERIFY(QFile::exists(staleFeb));
+        QVERIFY(c.febraban(kTaxas, QStringLiteral("001")).ok);
+        QVERIFY(!QFile::exists(staleFeb));
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral(".tmp")), QStringList());
+    }
+
+    void writerKeepsFinalNameWhole() {
+        QTemporaryDir dir;
+        const QString final = dir.filePath(QStringLiteral("CnabX.RET"));
+        {
+            BankFileWriter w(final, dir.filePath(QStringLiteral("lock")),
+                             QStringLiteral("Cnab*.RET.tmp"));
+            QString error;
+            QVERIFY(w.begin(&error));
+            QVERIFY(QFile::exists(BankFileWriter::temporaryPath(final)));
+            QVERIFY(!QFile::exists(final));
+            BankFileWriter other(final, dir.filePath(QStringLiteral("lock")),
+                                 QStringLiteral("Cnab*.RET.tmp"));
+            QVERIFY(!other.begin(&error)); // one run at a time
+            QVERIFY(error.contains(QStringLiteral("em andamento")));
+        } // abandoned without commit
+        QVERIFY(!QFile::exists(BankFileWriter::temporaryPath(final)));
+        QVERIFY(!QFile::exists(final));
+        BankFileWriter w(final, dir.filePath(QStringLiteral("lock")),
+                         QStringLiteral("Cnab*.RET.tmp"));
+        QString error;
+        QVERIFY(w.begin(&error));
+        QVERIFY(w.commit({"ab\r\n", "cd\r\n"}, &error));
+        QFile f(final);
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        QCOMPARE(f.readAll(), QByteArray("ab\r\ncd\r\n"));
+    }
+
+    void missingOrReadOnlyFolder() {
+        Counter c;
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("Path3"),
+                        QStringLiteral("naoexiste/"));
+        BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(!r.ok);
+        QVERIFY(r.erros.value(0).startsWith(QStringLiteral("A pasta do arquivo não existe: ")));
+        QVERIFY(r.erros.value(0).contains(QStringLiteral("Path3")));
+        QVERIFY(!QDir(c.app.path(QStringLiteral("naoexiste"))).exists());
+
+        QString readOnly = c.app.path(QStringLiteral("somente-leitura"));
+        QVERIFY(QDir().mkpath(readOnly));
+        QFile::setPermissions(readOnly, QFileDevice::ReadOwner | QFileDevice::ExeOwner);
+        if (QFile probe(readOnly + QStringLiteral("/probe")); probe.open(QIODevice::WriteOnly)) {
+            probe.remove(); // the superuser writes anywhere: use a folder the kernel keeps
+            readOnly = QStringLiteral("/proc/self");
+        }
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("caminho_febraban"), readOnly);
+        r = c.febraban(kTaxas, QStringLiteral("001"));
+        QVERIFY(!r.ok);
+        QVERIFY2(r.erros.value(0).startsWith(QStringLiteral("Não foi possível gravar ")),
+                 qPrintable(r.erros.value(0)));
+        QCOMPARE(QDir(readOnly).entryList({QStringLiteral("Feb*")}), QStringList());
+        QFile::setPermissions(c.app.path(QStringLiteral("somente-leitura")),
+                              QFileDevice::ReadOwner | QFileDevice::WriteOwner |
+                                  QFileDevice::ExeOwner);
+    }
+
+    // Segment numbers have five digits: a batch holds 49 999 receipts, and more are refused
+    // before any record is built.
+    void cnabBatchLimit() {
+        Counter c;
+        {
+            Transaction tx(c.app.db());
+            for (int i = 0; i < CnabExport::kMaximoRecebimentos + 1; ++i)
+                QVERIFY(c.app.db().SQLExecute(
+                    QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, "
+                                   "TIPO, VALOR) VALUES (1, ?, ?, 4, 10000)"),
+                    {QString(44, QLatin1Char('1')), c.mov}));
+            QVERIFY(tx.commit());
+        }
+        c.app.dialogs().clear();
+        const BankExport::Result r = c.cnab(kAgua);
+        QVERIFY(!r.ok);
+        QCOMPARE(r.erros, QStringList{QStringLiteral("O arquivo CNAB comporta até 49999 "
+                                                     "recebimentos por lote; há 50000 neste "
+                                                     "movimento.")});
+        QCOMPARE(c.app.dialogs().texts().size(), 1);
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
+    }
+
+    void kindOfTheWrongStandard() {
+        Counter c;
+        BankExport::Result r = c.cnab(kTaxas);
+        QVERIFY(!r.ok);
+        QVERIFY(r.erros.value(0).contains(QStringLiteral("padrão C")));
+        r = c.febraban(kAgua, QStringLiteral("001"));
+        QVERIFY(!r.ok);
+        r = c.febraban(77, QStringLiteral("001"));
+        QVERIFY(r.erros.value(0).contains(QStringLiteral("não encontrado")));
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")), QStringList());
+        QCOMPARE(c.files(QStringLiteral("Febraban")), QStringList());
+    }
+
+    void namesAndSettings() {
+        const QDateTime t(QDate(2026, 1, 2), QTime(3, 4, 59));
+        QCOMPARE(CnabExport::nomeArquivo(QStringLiteral("IPTU PREDIAL"), t),
+                 QStringLiteral("CnabIPTU202601020304.RET"));
+        QCOMPARE(CnabExport::nomeArquivo(QStringLiteral("A/B:C"), t),
+                 QStringLiteral("CnabA_B_202601020304.RET"));
+        QCOMPARE(FebrabanExport::nomeArquivo(QStringLiteral("3"), QStringLiteral("ISS"),
+                                             QStringLiteral("001"), t),
+                 QStringLiteral("FebCX3ISS_001_202601020304.RET"));
+        Counter c;
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"),
+                        QStringLiteral(" 2/A "));
+        QCOMPARE(FebrabanExport::estacao(c.app.ctx()), QStringLiteral("2A"));
+        QCOMPARE(CnabExport::jurosMulta(Money::fromCents(1000), Money::fromCents(1200)), Money());
+        QCOMPARE(CnabExport::jurosMulta(Money::fromCents(1200), Money::fromCents(1200)), Money());
+        QCOMPARE(CnabExport::jurosMulta(Money::fromCents(1250), Money::fromCents(1200)),
+                 Money::fromCents(50));
+        QCOMPARE(BankExport::pausaTela(c.app.ctx()), 800);
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("pausa_registro"),
+                        QStringLiteral("0"));
+        QCOMPARE(BankExport::pausaTela(c.app.ctx()), 0);
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("pausa_registro"),
+                        QStringLiteral("rapido"));
+        QCOMPARE(BankExport::pausaTela(c.app.ctx()), 800);
+        QVERIFY(!BankExport::cnabNaTela(c.app.ctx()));
+        c.app.setOption(QStringLiteral("Export"), QStringLiteral("cnab"), QStringLiteral("1"));
+        QVERIFY(BankExport::cnabNaTela(c.app.ctx()));
+    }
+
+    void progressPerReceipt() {
+        Counter c;
+        for (int i = 0; i < 3; ++i)
+            QVERIFY(c.insert(kTaxas,
+                             TestCodes::guide(QStringLiteral("0426"), 100 + i,
+                                              QStringLiteral("20261130"),
+                                              QString(17, QLatin1Char('1' + i))),
+                             "1,00") > 0);
+        BankExport::Request rq;
+        rq.idMovimento = c.mov;
+        rq.movimento = kDia;
+        rq.idcod = kTaxas;
+        rq.codBanco = QStringLiteral("001");
+        QStringList seen;
+        rq.progresso = [&](int feitos, int total) {
+            seen << QStringLiteral("%1/%2").arg(feitos).arg(total);
+        };
+        QVERIFY(FebrabanExport::gerar(c.app.ctx(), rq).ok);
+        QCOMPARE(seen, (QStringList{QStringLiteral("1/3"), QStringLiteral("2/3"),
+                                    QStringLiteral("3/3")}));
+    }
+};
+
+QTEST_MAIN(tst_bank_files)
+#include "tst_bank_files.moc"
