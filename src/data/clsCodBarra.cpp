@@ -2,6 +2,18 @@
 
 #include "clsDataAccess.h"
 
+namespace {
+void fill(clsCodBarra& k, const Recordset& r) {
+    k.IDCOD = static_cast<qint16>(r.integer(QStringLiteral("IDCOD")));
+    k.IDTIPO = r.text(QStringLiteral("IDTIPO"));
+    k.DESCRICAO = r.text(QStringLiteral("DESCRICAO"));
+    k.PADRAO = r.text(QStringLiteral("PADRAO"));
+    k.Juros = r.text(QStringLiteral("JUROS"));
+    k.BLOQUEIO = r.text(QStringLiteral("BLOQUEIO"));
+    k.CODBANCO = r.text(QStringLiteral("CODBANCO"));
+}
+} // namespace
+
 bool clsCodBarra::SQLSelect(int idcod) {
     const auto rs =
         m_db->SQLSelect_ReadOnly(QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
@@ -9,14 +21,23 @@ bool clsCodBarra::SQLSelect(int idcod) {
                                  {idcod});
     if (!clsDataAccess::CheckValidRecordset(rs) || rs->recordCount() != 1)
         return false;
-    IDCOD = static_cast<qint16>(rs->integer(QStringLiteral("IDCOD")));
-    IDTIPO = rs->text(QStringLiteral("IDTIPO"));
-    DESCRICAO = rs->text(QStringLiteral("DESCRICAO"));
-    PADRAO = rs->text(QStringLiteral("PADRAO"));
-    Juros = rs->text(QStringLiteral("JUROS"));
-    BLOQUEIO = rs->text(QStringLiteral("BLOQUEIO"));
-    CODBANCO = rs->text(QStringLiteral("CODBANCO"));
+    fill(*this, *rs);
     return true;
+}
+
+std::optional<QList<clsCodBarra>> clsCodBarra::listar(clsDataAccess& db) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM "
+                       "CodBarra ORDER BY IDCOD"));
+    if (!rs)
+        return std::nullopt;
+    QList<clsCodBarra> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsCodBarra k(db);
+        fill(k, r);
+        out.append(k);
+    }
+    return out;
 }
 
 bool clsCodBarra::Gravar(int mode) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -21,6 +23,9 @@ public:
     // Mode 1 inserts, mode 2 updates every column but the key.
     bool Gravar(int mode);
     bool Excluir();
+
+    // Every kind ordered by code (the registry screen's list); nullopt when the read failed.
+    static std::optional<QList<clsCodBarra>> listar(clsDataAccess& db);
 
 private:
     clsDataAccess* m_db;
