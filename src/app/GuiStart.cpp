@@ -7,8 +7,10 @@
 #include "CounterSession.h"
 #include "PrinterService.h"
 #include "QtDialogPort.h"
+#include "SkinLook.h"
 #include "Startup.h"
 #include "TextCouponPrinter.h"
+#include "UpdateOffer.h"
 #include "frmData.h"
 #include "frmFrente.h"
 
@@ -89,6 +91,9 @@ int runGui(int argc, char** argv) {
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
     Startup::run(ctx);
+    SkinLook::apply(ctx);
+    if (UpdateOffer::run(ctx))
+        return 0; // the updater replaces the program; it starts again afterwards
 
     GuiRun run(ctx);
     run.showDate();

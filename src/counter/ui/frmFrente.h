@@ -2,10 +2,13 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <functional>
+#include <memory>
 
 class AppContext;
 class CounterSession;
 class QComboBox;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -56,6 +59,9 @@ private:
     void juros();
     void calculadora();
     void feriados();
+    // An administration screen; with a guard title, only after the administrator's password.
+    void openAdmin(const QString& guardTitle,
+                   const std::function<std::unique_ptr<QDialog>()>& make);
     bool fillKinds();
 
     CounterSession& m_session;
