@@ -7,8 +7,10 @@
 #include "CounterSession.h"
 #include "PrinterService.h"
 #include "QtDialogPort.h"
+#include "SkinLook.h"
 #include "Startup.h"
 #include "TextCouponPrinter.h"
+#include "UpdateOffer.h"
 #include "frmData.h"
 #include "frmFrente.h"
 
@@ -22,6 +24,7 @@ namespace {
 class GuiRun : public QObject {
 public:
     explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service) {
+        ctx.printer = &m_service;
         m_printer.textCoupon = [&ctx](const QStringList& lines) {
             return TextCouponPrinter::imprimir(ctx, lines);
         };
@@ -88,6 +91,9 @@ int runGui(int argc, char** argv) {
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
     Startup::run(ctx);
+    SkinLook::apply(ctx);
+    if (UpdateOffer::run(ctx))
+        return 0; // the updater replaces the program; it starts again afterwards
 
     GuiRun run(ctx);
     run.showDate();

@@ -11,25 +11,36 @@
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
 #include "ScriptedDialogPort.h"
+#include "Skin.h"
 #include "Startup.h"
+#include "UserAccounts.h"
 #include "clsRecebimentos.h"
 #include "clsUsuarios.h"
 #include "frmAcrescimos.h"
+#include "frmAtualiza.h"
+#include "frmAutenticar.h"
 #include "frmAvulso.h"
+#include "frmCodBarra.h"
 #include "frmData.h"
 #include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
+#include "frmOpcoes.h"
+#include "frmSkin.h"
+#include "frmUsuarios.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
 #include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTextStream>
 #include <QTreeWidget>
@@ -107,6 +118,110 @@ int saveExportScreen(AppContext& ctx, CounterSession& session, const QString& ou
     return save(form, out, QStringLiteral("frmExportar")) ? 0 : 1;
 }
 
+// A town hall's settings, with the folders in place, for the options screens.
+void writeSettings(AppContext& ctx) {
+    for (const char* f : {"Integracao", "Estornos", "Export", "Febraban", "Atualizacoes"})
+        QDir(ctx.folder).mkpath(QLatin1String(f));
+    const QString e = QStringLiteral("Export"), m = QStringLiteral("Mensagem"),
+                  p = QStringLiteral("Print");
+    const QString dir = QDir::toNativeSeparators(ctx.folder) + QDir::separator();
+    IniFile::write(
+        QList<IniFile::Entry>{
+            {e, QStringLiteral("Path1"), dir + QStringLiteral("Integracao/")},
+            {e, QStringLiteral("Path2"), dir + QStringLiteral("Estornos/")},
+            {e, QStringLiteral("Path3"), dir + QStringLiteral("Export/")},
+            {e, QStringLiteral("caminho_remove_item"),
+             dir + QStringLiteral("Export/Remove_item.txt")},
+            {e, QStringLiteral("caminho_soma"), dir + QStringLiteral("Export/Soma.txt")},
+            {e, QStringLiteral("caminho_febraban"), dir + QStringLiteral("Febraban/")},
+            {e, QStringLiteral("nome_banco"), QStringLiteral("BANCO DO BRASIL")},
+            {e, QStringLiteral("cnpj"), QStringLiteral("46523015000135")},
+            {e, QStringLiteral("rede"), QStringLiteral("1")},
+            {e, QStringLiteral("cod_banco_cnab"), QStringLiteral("001")},
+            {e, QStringLiteral("agencia"), QStringLiteral("1234")},
+            {e, QStringLiteral("dv"), QStringLiteral("5")},
+            {e, QStringLiteral("cedente_agua"), QStringLiteral("778899")},
+            {e, QStringLiteral("cedente_iptu"), QStringLiteral("112233")},
+            {e, QStringLiteral("guiche"), QStringLiteral("A")},
+            {e, QStringLiteral("tecla_mais"), QStringLiteral("1")},
+            {m, QStringLiteral("pref"), QStringLiteral("PREFEITURA MUNICIPAL DE SAO JOSE")},
+            {m, QStringLiteral("mensagem"), QStringLiteral("OBRIGADO PELA PREFERENCIA")},
+            {m, QStringLiteral("cabecalho"), QStringLiteral("PMX")},
+            {QStringLiteral("Reserva"), QStringLiteral("soma"), QStringLiteral("1")},
+            {p, QStringLiteral("porta"), QStringLiteral("LPT1")},
+            {p, QStringLiteral("impressora"), QStringLiteral("bematech")},
+            {p, QStringLiteral("print_cupom"), QStringLiteral("1")},
+            {p, QStringLiteral("cabecalho"), QStringLiteral("1")},
+            {p, QStringLiteral("impressora_padrao"), QStringLiteral("Termica-Caixa")},
+            {QStringLiteral("Opcoes"), QStringLiteral("Atualiza"),
+             dir + QStringLiteral("Atualizacoes/")}},
+        ctx.iniPath());
+    ctx.reloadSettings();
+}
+
+// The administration screens, filled as a town hall would have them.
+int saveAdminScreens(AppContext& ctx, const QString& out) {
+    int failures = 0;
+    writeSettings(ctx);
+    UserAccounts::gravar(ctx, {std::nullopt, QStringLiteral("MARIA DA SILVA"),
+                               QStringLiteral("maria2026"), QStringLiteral("USER"), true});
+    UserAccounts::gravar(ctx, {std::nullopt, QStringLiteral("JOAO PEREIRA"),
+                               QStringLiteral("joao2026"), QStringLiteral("USER"), false});
+
+    frmCodBarra kinds(ctx);
+    failures += !save(kinds, out, QStringLiteral("frmCodBarra"));
+    auto* list = kinds.findChild<QTreeWidget*>(QStringLiteral("ListView1"));
+    list->setCurrentItem(list->topLevelItem(3));
+    kinds.findChild<QPushButton*>(QStringLiteral("Command1_0"))->click();
+    failures += !save(kinds, out, QStringLiteral("frmCodBarra-cadastro"));
+
+    frmUsuarios users(ctx);
+    failures += !save(users, out, QStringLiteral("frmUsuarios"));
+    auto* ulist = users.findChild<QTreeWidget*>(QStringLiteral("ListView1"));
+    ulist->setCurrentItem(ulist->topLevelItem(1));
+    users.findChild<QPushButton*>(QStringLiteral("cmdEditar"))->click();
+    failures += !save(users, out, QStringLiteral("frmUsuarios-cadastro"));
+
+    frmOpcoes options(ctx);
+    options.setInstalledPrinters(
+        {QStringLiteral("Termica-Caixa"), QStringLiteral("Laser-Tesouraria")});
+    auto* tabs = options.findChild<QTabWidget*>(QStringLiteral("SSTab1"));
+    auto* inner = options.findChild<QTabWidget*>(QStringLiteral("SSTab2"));
+    const QStringList pages = {QStringLiteral("Diretorios"), QStringLiteral("Parametros"),
+                               QStringLiteral("Mensagem"), QStringLiteral("Contabil"),
+                               QStringLiteral("Impressao")};
+    for (int i = 0; i < pages.size(); ++i) {
+        tabs->setCurrentIndex(i < 2 ? 0 : i - 1);
+        inner->setCurrentIndex(i < 2 ? i : 0);
+        failures += !save(options, out, QStringLiteral("frmOpcoes-") + pages[i]);
+    }
+
+    frmSkin skin(ctx);
+    auto* skins = skin.findChild<QComboBox*>(QStringLiteral("cmbSkins"));
+    skins->setCurrentIndex(2);
+    skin.findChild<QLineEdit*>(QStringLiteral("Text1"))->setText(skins->currentData().toString());
+    failures += !save(skin, out, QStringLiteral("frmSkin"));
+    frmAtualiza update(ctx);
+    failures += !save(update, out, QStringLiteral("frmAtualiza"));
+    frmAutenticar stamp(ctx);
+    stamp.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("150,00"));
+    failures += !save(stamp, out, QStringLiteral("frmAutenticar"));
+    return failures;
+}
+
+// The counter under each skin that ships.
+int saveSkins(QWidget& counter, const QString& out) {
+    int failures = 0;
+    auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
+    for (const auto& [name, path] : Skin::shipped()) {
+        app->setStyleSheet(Skin::read(path).value_or(QString()));
+        failures +=
+            !save(counter, out, QStringLiteral("skin-") + QFileInfo(path).completeBaseName());
+    }
+    app->setStyleSheet(QString());
+    return failures;
+}
+
 } // namespace
 
 int runScreens(int argc, char** argv) {
@@ -156,6 +271,8 @@ int runScreens(int argc, char** argv) {
 
     failures += saveOverdueScreens(ctx, out);
     failures += saveExportScreen(ctx, session, out);
+    failures += saveSkins(four, out);
+    failures += saveAdminScreens(ctx, out);
 
     session.list().clear();
     session.resetPayment();

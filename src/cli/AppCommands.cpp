@@ -5,10 +5,10 @@
 #include "CliSupport.h"
 #include "DemoData.h"
 #include "Login.h"
-#include "PasswordHash.h"
+#include "Options.h"
 #include "Schema.h"
 #include "Startup.h"
-#include "clsUsuarios.h"
+#include "UserAccounts.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,6 +23,13 @@ static void initResources() {
 }
 
 namespace {
+
+const QString kSenhaCurta =
+    QStringLiteral("A senha deve ter pelo menos %1 caracteres.").arg(UserAccounts::kMinPassword);
+const QString kSenhaUsada = QStringLiteral("Senha já usada por outro operador");
+const QString kUltimoAdministrador =
+    QStringLiteral("Este é o único administrador: sem ele nenhuma entrada de administrador "
+                   "poderá ser aberta.");
 
 int iniciar(CliEnv& e) {
     const QString folder = e.ctx.folder;
@@ -49,7 +56,14 @@ int iniciar(CliEnv& e) {
                          .arg(QDir::toNativeSeparators(e.ctx.iniPath()));
             return ExitRefused;
         }
+        dst.close();
         e.out << QStringLiteral("Config.ini criado.\n");
+        // The folders the template names, so the options screen finds them in place.
+        for (const char* key : {"Path1", "Path3", "caminho_febraban"}) {
+            const QString f = e.ctx.option(QStringLiteral("Export"), QLatin1String(key)).trimmed();
+            if (!f.isEmpty())
+                QDir().mkpath(Options::resolve(e.ctx, f));
+        }
     }
     e.ctx.reloadSettings();
     QString detail;
@@ -76,52 +90,79 @@ int iniciar(CliEnv& e) {
 }
 
 int usuarioGravar(CliEnv& e) {
-    const QString nome = e.args.value(QStringLiteral("nome")).trimmed();
-    const QString tipo = e.args.value(QStringLiteral("tipo")).trimmed();
-    if (nome.isEmpty() || tipo.isEmpty()) {
+    UserAccounts::Input in;
+    in.nome = e.args.value(QStringLiteral("nome"));
+    in.tipo = e.args.value(QStringLiteral("tipo"));
+    in.ativo = !e.args.has(QStringLiteral("inativo"));
+    if (e.args.has(QStringLiteral("id"))) {
+        bool ok = false;
+        in.id = e.args.value(QStringLiteral("id")).toInt(&ok);
+        if (!ok)
+            in.id = -1; // no operator has it: answered as not found
+    }
+    if (in.nome.trimmed().isEmpty() || in.tipo.trimmed().isEmpty()) {
         e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
         return ExitUsage;
     }
-    if (tipo.compare(QLatin1String("ADM"), Qt::CaseInsensitive) != 0 &&
-        tipo.compare(QLatin1String("USER"), Qt::CaseInsensitive) != 0) {
-        e.err << QStringLiteral("Tipo de usuário inválido: %1 (use ADM ou USER).\n").arg(tipo);
+    in.senha = e.readStdinLine();
+    const UserAccounts::Result r = UserAccounts::gravar(e.ctx, in);
+    switch (r.outcome) {
+    case UserAccounts::Outcome::Saved:
+        break;
+    case UserAccounts::Outcome::MissingField:
+        e.err << (r.field == UserAccounts::Field::SENHA
+                      ? "A senha não pode ficar em branco.\n"
+                      : "Todos os campos obrigatórios devem ser preenchidos!!\n");
+        return r.field == UserAccounts::Field::SENHA ? ExitRefused : ExitUsage;
+    case UserAccounts::Outcome::InvalidType:
+        e.err << QStringLiteral("Tipo de usuário inválido: %1 (use ADM ou USER).\n")
+                     .arg(in.tipo.trimmed());
         return ExitUsage;
-    }
-    const QString senha = e.readStdinLine().trimmed();
-    const bool update = e.args.has(QStringLiteral("id"));
-    clsUsuarios u(e.ctx.db);
-    if (update) {
-        bool ok = false;
-        u.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
-        if (!ok || !u.SQLSelect(u.ID)) {
-            e.err << QStringLiteral("Usuário %1 não encontrado.\n")
-                         .arg(e.args.value(QStringLiteral("id")));
-            return ExitRefused;
-        }
-    } else if (senha.isEmpty()) {
-        e.err << "A senha não pode ficar em branco.\n";
+    case UserAccounts::Outcome::NotFound:
+        e.err << QStringLiteral("Usuário %1 não encontrado.\n")
+                     .arg(e.args.value(QStringLiteral("id")));
         return ExitRefused;
-    }
-    // The typed password goes through the same quote refusal as every text the program writes.
-    if (e.ctx.db.refusesText({nome, senha}, clsDataAccess::kLabelExecute)) {
-        e.err << "Erro ao gravar o usuário.\n";
+    case UserAccounts::Outcome::ShortPassword:
+        e.err << kSenhaCurta << "\n";
         return ExitRefused;
-    }
-    u.NOME = nome;
-    u.TIPO = tipo;
-    u.ATIVO = e.args.has(QStringLiteral("inativo")) ? 0 : 1;
-    u.SENHA = senha.isEmpty() ? QString() : PasswordHash::hash(senha);
-    if (!u.SQLInsert(update ? 2 : 1)) {
+    case UserAccounts::Outcome::PasswordInUse:
+        e.err << kSenhaUsada << "\n";
+        return ExitRefused;
+    case UserAccounts::Outcome::QuoteRefused:
+    case UserAccounts::Outcome::WriteFailed:
         e.err << "Erro ao gravar o usuário.\n";
         return ExitRefused;
     }
     if (e.json)
-        e.out << QJsonDocument(QJsonObject{{QStringLiteral("id"), u.ID}})
+        e.out << QJsonDocument(QJsonObject{{QStringLiteral("id"), r.id}})
                      .toJson(QJsonDocument::Compact)
               << "\n";
     else
-        e.out << QStringLiteral("Usuário %1 gravado (id %2).\n").arg(u.NOME).arg(u.ID);
+        e.out << QStringLiteral("Usuário %1 gravado (id %2).\n").arg(in.nome.trimmed()).arg(r.id);
     return ExitOk;
+}
+
+int usuarioExcluir(CliEnv& e) {
+    bool ok = false;
+    const qint32 id = e.args.value(QStringLiteral("id")).toInt(&ok);
+    const auto r = ok ? UserAccounts::excluir(e.ctx, id, e.args.has(QStringLiteral("ultimo-adm")))
+                      : UserAccounts::DeleteOutcome::NotFound;
+    switch (r) {
+    case UserAccounts::DeleteOutcome::Deleted:
+        e.out << QStringLiteral("Usuário %1 excluído.\n").arg(id);
+        return ExitOk;
+    case UserAccounts::DeleteOutcome::NotFound:
+        e.err << "Informe um item !!!\n";
+        return ExitRefused;
+    case UserAccounts::DeleteOutcome::LastAdministrator:
+        e.err << kUltimoAdministrador << "\n"
+              << "Para excluir assim mesmo, repita com --ultimo-adm.\n";
+        return ExitRefused;
+    case UserAccounts::DeleteOutcome::Failed:
+        break;
+    }
+    e.err << "Erro ao excluir\n";
+    return ExitRefused;
 }
 
 int usuarioListar(CliEnv& e) {
@@ -190,6 +231,12 @@ void registerAppCommands(QList<CliCommand>& c) {
               {QStringLiteral("inativo")},
               CliCommand::Db::Existing,
               usuarioGravar});
+    c.append({{QStringLiteral("usuario"), QStringLiteral("excluir")},
+              QStringLiteral("usuario excluir --id ID [--ultimo-adm]"),
+              QStringLiteral("exclui um operador; o único administrador só com --ultimo-adm"),
+              {QStringLiteral("ultimo-adm")},
+              CliCommand::Db::Existing,
+              usuarioExcluir});
     c.append({{QStringLiteral("usuario"), QStringLiteral("listar")},
               QStringLiteral("usuario listar [--json]"),
               QStringLiteral("lista id, nome, tipo e situação dos operadores (nunca senhas)"),

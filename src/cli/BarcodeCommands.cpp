@@ -8,8 +8,8 @@
 #include "Clock.h"
 #include "DateUtil.h"
 #include "HolidayCalendar.h"
+#include "KindRegistry.h"
 #include "TypedLine.h"
-#include "clsCodBarra.h"
 #include "clsFeriado.h"
 
 #include <QFile>
@@ -26,68 +26,64 @@ void printJson(CliEnv& e, const QJsonValue& v) {
           << "\n";
 }
 
-bool flagSN(const QString& v) {
-    return v == QLatin1String("S") || v == QLatin1String("N");
-}
-
 int tipoGravar(CliEnv& e) {
-    clsCodBarra k(e.ctx.db);
     bool ok = false;
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
-    const QString juros = e.args.value(QStringLiteral("juros")).trimmed().toUpper();
-    const QString bloqueio = e.args.value(QStringLiteral("bloqueio")).trimmed().toUpper();
-    k.IDTIPO = e.args.value(QStringLiteral("idtipo")).trimmed();
-    k.DESCRICAO = e.args.value(QStringLiteral("descricao")).trimmed();
-    k.PADRAO = e.args.value(QStringLiteral("padrao")).trimmed().toUpper();
-    if (!ok || k.IDTIPO.isEmpty() || k.DESCRICAO.isEmpty() || k.PADRAO.isEmpty() ||
-        juros.isEmpty() || bloqueio.isEmpty()) {
+    KindRegistry::Input in;
+    if (ok)
+        in.idcod = id;
+    in.idtipo = e.args.value(QStringLiteral("idtipo"));
+    in.descricao = e.args.value(QStringLiteral("descricao"));
+    in.padrao = e.args.value(QStringLiteral("padrao"));
+    in.juros = e.args.value(QStringLiteral("juros"));
+    in.bloqueio = e.args.value(QStringLiteral("bloqueio"));
+    in.codbanco = e.args.value(QStringLiteral("codbanco"));
+    const bool alterar = e.args.has(QStringLiteral("alterar"));
+    const auto r = KindRegistry::gravar(
+        e.ctx.db, in, alterar ? KindRegistry::Mode::Update : KindRegistry::Mode::Insert);
+    const QString code = KindRegistry::codeText(id);
+    switch (r.outcome) {
+    case KindRegistry::Outcome::Saved:
+        e.out << QStringLiteral("Tipo %1 gravado.\n").arg(code);
+        return ExitOk;
+    case KindRegistry::Outcome::MissingField:
         e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
         return ExitUsage;
-    }
-    if (id < 1 || id > 999 || k.PADRAO.size() != 1 || !flagSN(juros) || !flagSN(bloqueio)) {
+    case KindRegistry::Outcome::CodeOutOfRange:
+    case KindRegistry::Outcome::InvalidFlags:
         e.err << "Código de 1 a 999, padrão de uma letra, juros e bloqueio S ou N.\n";
         return ExitUsage;
-    }
-    k.IDCOD = static_cast<qint16>(id);
-    k.Juros = juros;
-    k.BLOQUEIO = bloqueio;
-    k.CODBANCO = e.args.value(QStringLiteral("codbanco")).trimmed();
-    const bool alterar = e.args.has(QStringLiteral("alterar"));
-    if (alterar && !clsCodBarra(e.ctx.db).SQLSelect(id)) {
-        e.err << QStringLiteral("Tipo %1 não encontrado.\n").arg(id, 3, 10, QLatin1Char('0'));
+    case KindRegistry::Outcome::NotFound:
+        e.err << QStringLiteral("Tipo %1 não encontrado.\n").arg(code);
         return ExitRefused;
-    }
-    if (!alterar && clsCodBarra(e.ctx.db).SQLSelect(id)) {
-        e.err << QStringLiteral("O código %1 já existe (use --alterar).\n")
-                     .arg(id, 3, 10, QLatin1Char('0'));
+    case KindRegistry::Outcome::CodeInUse:
+        e.err << QStringLiteral("O código %1 já existe (use --alterar).\n").arg(code);
         return ExitRefused;
+    case KindRegistry::Outcome::WriteFailed:
+        break;
     }
-    if (!k.Gravar(alterar ? 2 : 1)) {
-        e.err << "Erro ao gravar o tipo.\n";
-        return ExitRefused;
-    }
-    e.out << QStringLiteral("Tipo %1 gravado.\n").arg(id, 3, 10, QLatin1Char('0'));
-    return ExitOk;
+    e.err << "Erro ao gravar o tipo.\n";
+    return ExitRefused;
 }
 
 int tipoListar(CliEnv& e) {
-    const auto kinds = clsCodBarra::listar(e.ctx.db, clsCodBarra::Lista::Todas);
+    const auto kinds = clsCodBarra::listar(e.ctx.db);
     if (!kinds)
         return ExitRefused;
     QJsonArray list;
-    for (const GuideKind& k : *kinds) {
-        const QStringList cols = {QStringLiteral("%1").arg(k.idcod, 3, 10, QLatin1Char('0')),
-                                  k.idtipo,
-                                  k.descricao,
-                                  k.padraoLetra,
-                                  k.juros ? QStringLiteral("S") : QStringLiteral("N"),
-                                  k.bloqueio ? QStringLiteral("S") : QStringLiteral("N"),
-                                  k.codbanco};
+    for (const clsCodBarra& k : *kinds) {
+        const QStringList cols = {QStringLiteral("%1").arg(k.IDCOD, 3, 10, QLatin1Char('0')),
+                                  k.IDTIPO,
+                                  k.DESCRICAO,
+                                  k.PADRAO,
+                                  k.Juros,
+                                  k.BLOQUEIO,
+                                  k.CODBANCO};
         if (!e.json) {
             e.out << cols.join(QLatin1Char('\t')) << "\n";
             continue;
         }
-        list.append(QJsonObject{{QStringLiteral("idcod"), k.idcod},
+        list.append(QJsonObject{{QStringLiteral("idcod"), int(k.IDCOD)},
                                 {QStringLiteral("idtipo"), cols[1]},
                                 {QStringLiteral("descricao"), cols[2]},
                                 {QStringLiteral("padrao"), cols[3]},
@@ -103,16 +99,16 @@ int tipoListar(CliEnv& e) {
 int tipoExcluir(CliEnv& e) {
     bool ok = false;
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
-    clsCodBarra k(e.ctx.db);
-    if (!ok || !k.SQLSelect(id)) {
+    const auto r = ok ? KindRegistry::excluir(e.ctx.db, id) : KindRegistry::DeleteOutcome::NotFound;
+    if (r == KindRegistry::DeleteOutcome::NotFound) {
         e.err << "Informe um item !!!\n";
         return ExitRefused;
     }
-    if (!k.Excluir()) {
+    if (r == KindRegistry::DeleteOutcome::Failed) {
         e.err << "Erro ao excluir\n";
         return ExitRefused;
     }
-    e.out << QStringLiteral("Tipo %1 excluído.\n").arg(id, 3, 10, QLatin1Char('0'));
+    e.out << QStringLiteral("Tipo %1 excluído.\n").arg(KindRegistry::codeText(id));
     return ExitOk;
 }
 

@@ -24,6 +24,7 @@ QList<CliCommand> allCommands() {
     registerPrinterCommands(c);
     registerChargesCommands(c);
     registerExportCommands(c);
+    registerAdminCommands(c);
     return c;
 }
 

@@ -41,3 +41,4 @@ void registerBarcodeCommands(QList<CliCommand>& commands);
 void registerPrinterCommands(QList<CliCommand>& commands);
 void registerChargesCommands(QList<CliCommand>& commands);
 void registerExportCommands(QList<CliCommand>& commands);
+void registerAdminCommands(QList<CliCommand>& commands);

@@ -20,6 +20,8 @@ public:
     ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder);
 
     void report(const QString& location, const ErrorInfo& error);
+    // Only the Log.ini record, for failures the program recovers from by itself.
+    bool append(const QString& location, const ErrorInfo& error);
 
     QString logPath() const;
     static QString messageText(const QString& location, const ErrorInfo& error);

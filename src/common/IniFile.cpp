@@ -50,31 +50,46 @@ QString IniFile::read(const QString& section, const QString& key, const QString&
 
 bool IniFile::write(const QString& section, const QString& key, const QString& value,
                     const QString& path) {
-    QStringList lines = TextFile::readLines(path);
-    const QString newLine = key + QLatin1Char('=') + value;
+    return write(QList<Entry>{{section, key, value}}, path);
+}
+
+namespace {
+
+// Sets one key in the file's lines: replaced where it stands, else added at the end of its
+// section (or of a new section).
+void setIn(QStringList& lines, const IniFile::Entry& e) {
+    const QString newLine = e.key + QLatin1Char('=') + e.value;
     int sectionStart = -1;
     int lastInSection = -1;
     for (int i = 0; i < lines.size(); ++i) {
         if (isSection(lines[i])) {
             if (sectionStart >= 0)
                 break;
-            if (sectionName(lines[i]).compare(section, Qt::CaseInsensitive) == 0)
+            if (sectionName(lines[i]).compare(e.section, Qt::CaseInsensitive) == 0)
                 sectionStart = lastInSection = i;
             continue;
         }
         if (sectionStart < 0)
             continue;
-        if (keyOf(lines[i]).compare(key, Qt::CaseInsensitive) == 0 && !keyOf(lines[i]).isEmpty()) {
+        if (keyOf(lines[i]).compare(e.key, Qt::CaseInsensitive) == 0 &&
+            !keyOf(lines[i]).isEmpty()) {
             lines[i] = newLine;
-            return TextFile::writeAll(path, lines);
+            return;
         }
         if (!lines[i].trimmed().isEmpty())
             lastInSection = i;
     }
-    if (sectionStart < 0) {
-        lines << QLatin1Char('[') + section + QLatin1Char(']') << newLine;
-    } else {
+    if (sectionStart < 0)
+        lines << QLatin1Char('[') + e.section + QLatin1Char(']') << newLine;
+    else
         lines.insert(lastInSection + 1, newLine);
-    }
+}
+
+} // namespace
+
+bool IniFile::write(const QList<Entry>& entries, const QString& path) {
+    QStringList lines = TextFile::readLines(path);
+    for (const Entry& e : entries)
+        setIn(lines, e);
     return TextFile::writeAll(path, lines);
 }

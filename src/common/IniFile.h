@@ -17,6 +17,14 @@ public:
     static bool write(const QString& section, const QString& key, const QString& value,
                       const QString& path);
 
+    // Several keys in one replacement of the file: all of them are written or none.
+    struct Entry {
+        QString section;
+        QString key;
+        QString value;
+    };
+    static bool write(const QList<Entry>& entries, const QString& path);
+
     static QStringList readLines(const QString& path); // decoded, without line ends
     static bool writeLines(const QString& path, const QStringList& lines);
 };

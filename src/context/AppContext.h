@@ -9,6 +9,7 @@
 
 class Clock;
 class DialogPort;
+class PrinterService;
 
 // The process-wide state of one run, built at start-up and handed by reference to services and
 // screens: settings, the data access object, the operator, the working date and the dialog
@@ -30,6 +31,9 @@ public:
     QString userName;
     QString userType;
     QDate workingDate;
+    // The authenticating printer the counter keeps open, for the screens that stamp while it is
+    // up; null when none is open.
+    PrinterService* printer = nullptr;
 
     QString iniPath() const;
     QString filePath(const QString& name) const;

@@ -29,6 +29,15 @@ std::optional<GuideKinds> kinds(clsDataAccess& db, const QString& where,
         out.append(kindAt(r));
     return out;
 }
+void fill(clsCodBarra& k, const Recordset& r) {
+    k.IDCOD = static_cast<qint16>(r.integer(QStringLiteral("IDCOD")));
+    k.IDTIPO = r.text(QStringLiteral("IDTIPO"));
+    k.DESCRICAO = r.text(QStringLiteral("DESCRICAO"));
+    k.PADRAO = r.text(QStringLiteral("PADRAO"));
+    k.Juros = r.text(QStringLiteral("JUROS"));
+    k.BLOQUEIO = r.text(QStringLiteral("BLOQUEIO"));
+    k.CODBANCO = r.text(QStringLiteral("CODBANCO"));
+}
 } // namespace
 
 GuideKind clsCodBarra::kind() const {
@@ -46,8 +55,6 @@ GuideKind clsCodBarra::kind() const {
 
 std::optional<GuideKinds> clsCodBarra::listar(clsDataAccess& db, Lista lista) {
     switch (lista) {
-    case Lista::Todas:
-        return kinds(db, QStringLiteral("ORDER BY IDCOD"));
     case Lista::Entrada:
         return kinds(db, QStringLiteral("WHERE IDCOD < 100 ORDER BY DESCRICAO, IDCOD"));
     case Lista::Avulso:
@@ -76,14 +83,21 @@ bool clsCodBarra::SQLSelect(int idcod) {
     const auto rs = m_db->SQLSelect_ReadOnly(kSelect + QStringLiteral("WHERE IDCOD = ?"), {idcod});
     if (!clsDataAccess::CheckValidRecordset(rs) || rs->recordCount() != 1)
         return false;
-    IDCOD = static_cast<qint16>(rs->integer(QStringLiteral("IDCOD")));
-    IDTIPO = rs->text(QStringLiteral("IDTIPO"));
-    DESCRICAO = rs->text(QStringLiteral("DESCRICAO"));
-    PADRAO = rs->text(QStringLiteral("PADRAO"));
-    Juros = rs->text(QStringLiteral("JUROS"));
-    BLOQUEIO = rs->text(QStringLiteral("BLOQUEIO"));
-    CODBANCO = rs->text(QStringLiteral("CODBANCO"));
+    fill(*this, *rs);
     return true;
+}
+
+std::optional<QList<clsCodBarra>> clsCodBarra::listar(clsDataAccess& db) {
+    const auto rs = db.SQLSelect_ReadOnly(kSelect + QStringLiteral("ORDER BY IDCOD"));
+    if (!rs)
+        return std::nullopt;
+    QList<clsCodBarra> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsCodBarra k(db);
+        fill(k, r);
+        out.append(k);
+    }
+    return out;
 }
 
 bool clsCodBarra::Gravar(int mode) {

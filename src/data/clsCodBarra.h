@@ -29,7 +29,6 @@ public:
 
     // The lists of kinds the screens and the reading offer. nullopt when the read failed (logged).
     enum class Lista {
-        Todas,   // the registry, by code
         Entrada, // codes below 100, by description: the counter's and the corrections' list
         Avulso,  // entry kinds that are neither bank slips nor Febraban guides
         Especie, // kinds of money (PADRAO "S")
@@ -47,6 +46,9 @@ public:
     // The kinds of one standard ("C" bank slips, "F" Febraban guides ...) by description.
     static std::optional<QList<clsCodBarra>> listarPorPadrao(clsDataAccess& db,
                                                              const QString& padrao);
+
+    // Every kind ordered by code (the registry screen's list); nullopt when the read failed.
+    static std::optional<QList<clsCodBarra>> listar(clsDataAccess& db);
 
 private:
     clsDataAccess* m_db;

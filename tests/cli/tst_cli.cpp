@@ -108,27 +108,34 @@ private slots:
         };
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Ana"), QStringLiteral("--tipo"),
                          QStringLiteral("USER")},
-                        "ana1")
+                        "ana123")
                      .code,
                  0);
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Bia"), QStringLiteral("--tipo"),
                          QStringLiteral("USER")},
-                        "mesma")
+                        "mesma1")
                      .code,
                  0);
-        QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Caio"), QStringLiteral("--tipo"),
-                         QStringLiteral("ADM")},
-                        "mesma")
-                     .code,
-                 0);
+        // The login admits exactly one operator per password, so a second one is refused.
+        const Run same = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
+                                 QStringLiteral("--tipo"), QStringLiteral("ADM")},
+                                "MESMA1");
+        QCOMPARE(same.code, 1);
+        QCOMPARE(same.err.trimmed(), QStringLiteral("Senha já usada por outro operador"));
+        const Run shortOne = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
+                                     QStringLiteral("--tipo"), QStringLiteral("ADM")},
+                                    "caio5");
+        QCOMPARE(shortOne.code, 1);
+        QCOMPARE(shortOne.err.trimmed(),
+                 QStringLiteral("A senha deve ter pelo menos 6 caracteres."));
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Davi"), QStringLiteral("--tipo"),
                          QStringLiteral("ADM"), QStringLiteral("--inativo")},
-                        "davi")
+                        "davi12")
                      .code,
                  0);
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Edu"), QStringLiteral("--tipo"),
                          QStringLiteral("adm")},
-                        "edu")
+                        "edu123")
                      .code,
                  0);
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Fe"), QStringLiteral("--tipo"),
@@ -138,7 +145,7 @@ private slots:
                  1);
         Run quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"),
                             QStringLiteral("--tipo"), QStringLiteral("USER")},
-                           "d'oeste");
+                           "d'oeste1");
         QCOMPARE(quote.code, 1);
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Hugo"), QStringLiteral("--tipo"),
                          QStringLiteral("CHEFE")},
@@ -149,7 +156,7 @@ private slots:
         const Run list = tolvane(
             f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
         const QJsonArray users = QJsonDocument::fromJson(list.out.toUtf8()).array();
-        QCOMPARE(users.size(), 5);
+        QCOMPARE(users.size(), 4);
         QVERIFY(!list.out.contains(QStringLiteral("senha"), Qt::CaseInsensitive));
         QVERIFY(!list.out.contains(QStringLiteral("pbkdf2")));
 
@@ -158,9 +165,9 @@ private slots:
             int code;
             const char* out;
         };
-        const Case cases[] = {{"ANA1", 0, "Ana\tUSER"},
-                              {"mesma", 1, ""},
-                              {"davi", 1, ""},
+        const Case cases[] = {{"ANA123", 0, "Ana\tUSER"},
+                              {"mesma1", 0, "Bia\tUSER"},
+                              {"davi12", 1, ""},
                               {"", 1, ""},
                               {"   ", 1, ""}};
         for (const Case& c : cases) {
@@ -171,8 +178,10 @@ private slots:
             else
                 QVERIFY(r.err.contains(QStringLiteral("Senha Inválida!!")));
         }
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "davi\n").code, 0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "edu\n").code, 1);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "davi12\n").code,
+                 0);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "edu123\n").code,
+                 1);
 
         // Changing an operator without a password keeps the old one.
         const int anaId = users.at(0).toObject().value(QStringLiteral("id")).toInt();
@@ -182,7 +191,7 @@ private slots:
                    "")
                 .code,
             0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana1\n").out.trimmed(),
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana123\n").out.trimmed(),
                  QStringLiteral("Ana Maria\tUSER"));
     }
 

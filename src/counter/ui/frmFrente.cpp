@@ -1,16 +1,23 @@
 #include "frmFrente.h"
 
+#include "AdminGuard.h"
 #include "AppContext.h"
 #include "CalculatorDialog.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
 #include "OverdueHandler.h"
+#include "frmAtualiza.h"
+#include "frmAutenticar.h"
 #include "frmAvulso.h"
+#include "frmCodBarra.h"
 #include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
+#include "frmOpcoes.h"
+#include "frmSkin.h"
+#include "frmUsuarios.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -246,6 +253,37 @@ void frmFrente::buildMenus() {
         dlg.exec();
         m_entry->setFocus();
     });
+    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."),
+        [this] { openAdmin({}, [this] { return std::make_unique<frmAutenticar>(m_ctx, this); }); });
+    QMenu* admin = menuBar()->addMenu(QStringLiteral("&Administração"));
+    admin->setObjectName(QStringLiteral("mnuAdministracao"));
+    add(admin, QStringLiteral("mnuItens"), QStringLiteral("Tipos de Guia..."), [this] {
+        openAdmin(QStringLiteral("Tipos de Guia"),
+                  [this] { return std::make_unique<frmCodBarra>(m_ctx, this); });
+    });
+    add(admin, QStringLiteral("mnuuser"), QStringLiteral("Usuários..."), [this] {
+        openAdmin(QStringLiteral("Usuários"),
+                  [this] { return std::make_unique<frmUsuarios>(m_ctx, this); });
+    });
+    add(admin, QStringLiteral("mnuParam"), QStringLiteral("Opções..."), [this] {
+        openAdmin(QStringLiteral("Opções"),
+                  [this] { return std::make_unique<frmOpcoes>(m_ctx, this); });
+    });
+    admin->addSeparator();
+    add(admin, QStringLiteral("mnuAltSkin"), QStringLiteral("Aparência..."),
+        [this] { openAdmin({}, [this] { return std::make_unique<frmSkin>(m_ctx, this); }); });
+    add(admin, QStringLiteral("mnuAtualiza"), QStringLiteral("Atualização..."),
+        [this] { openAdmin({}, [this] { return std::make_unique<frmAtualiza>(m_ctx, this); }); });
+}
+
+void frmFrente::openAdmin(const QString& guardTitle,
+                          const std::function<std::unique_ptr<QDialog>()>& make) {
+    if (!guardTitle.isEmpty() && !AdminGuard::ask(m_ctx, guardTitle))
+        return; // a wrong password opens nothing, silently
+    make()->exec();
+    fillKinds(); // kinds and settings may have changed
+    refreshAll();
+    m_entry->setFocus();
 }
 
 void frmFrente::tick() {

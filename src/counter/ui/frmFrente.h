@@ -4,9 +4,12 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <functional>
+#include <memory>
 
 class AppContext;
 class QComboBox;
+class QDialog;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -59,6 +62,9 @@ private:
     void juros();
     void calculadora();
     void feriados();
+    // An administration screen; with a guard title, only after the administrator's password.
+    void openAdmin(const QString& guardTitle,
+                   const std::function<std::unique_ptr<QDialog>()>& make);
     bool fillKinds();
 
     CounterSession& m_session;

@@ -1,0 +1,246 @@
+#include "Options.h"
+
+#include "AppContext.h"
+#include "Skin.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryFile>
+
+namespace {
+
+using K = OptionCatalog::Kind;
+using E = Options::Error;
+
+bool isFlag(const QString& v) {
+    return v == QLatin1String("0") || v == QLatin1String("1");
+}
+
+bool allDigits(const QString& v) {
+    return std::all_of(v.begin(), v.end(),
+                       [](QChar c) { return c.isDigit() && c.unicode() < 128; });
+}
+
+// Whether the program can create files in the folder (permissions alone do not tell on every
+// file system, so a file is really created).
+bool writable(const QString& folder) {
+    QTemporaryFile probe(QDir(folder).filePath(QStringLiteral(".tolvane-XXXXXX")));
+    return probe.open();
+}
+
+E folderError(const QString& path) {
+    const QFileInfo fi(path);
+    if (!fi.exists() || !fi.isDir())
+        return E::FolderMissing;
+    return writable(path) ? E::None : E::FolderNotWritable;
+}
+
+E textError(const QString& v) {
+    if (v.size() > IniFile::kMaxValue)
+        return E::TooLong;
+    if (v.contains(QLatin1Char('\n')) || v.contains(QLatin1Char('\r')))
+        return E::LineBreak;
+    if (std::any_of(v.begin(), v.end(), [](QChar c) { return c.unicode() > 0xFF; }))
+        return E::NotLatin1;
+    return E::None;
+}
+
+E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
+    switch (kind) {
+    case K::Text:
+    case K::UpdateFolder:
+        return E::None;
+    case K::Flag:
+        return isFlag(v) ? E::None : E::Flag;
+    case K::Folder:
+        return v.isEmpty() ? E::None : folderError(Options::resolve(ctx, v));
+    case K::File: {
+        if (v.isEmpty())
+            return E::None;
+        const E e = folderError(QFileInfo(Options::resolve(ctx, v)).absolutePath());
+        return e == E::FolderMissing ? E::FileFolderMissing : e;
+    }
+    case K::Guiche:
+        return v.size() == 1 && v[0].isLetterOrNumber() ? E::None : E::Guiche;
+    case K::Cabecalho:
+        return v.size() == 3 ? E::None : E::Cabecalho;
+    case K::Juros:
+        return v == QLatin1String("1") || v == QLatin1String("2") ? E::None : E::Juros;
+    case K::Modelo:
+        return v == QLatin1String("bematech") || v == QLatin1String("quattro") ||
+                       v == QLatin1String("txt")
+                   ? E::None
+                   : E::Modelo;
+    case K::Digits:
+        return allDigits(v) ? E::None : E::Digits;
+    case K::Number: {
+        bool ok = v.isEmpty();
+        if (!ok)
+            v.toInt(&ok);
+        return ok ? E::None : E::Number;
+    }
+    case K::Skin:
+        if (v.isEmpty())
+            return E::None;
+        return Skin::read(Options::resolve(ctx, v), detail) ? E::None : E::Skin;
+    case K::Fixed:
+        return E::Fixed;
+    }
+    return E::None;
+}
+
+} // namespace
+
+Options::Values Options::load(const QString& iniPath) {
+    Values out;
+    for (const OptionCatalog::Key& k : OptionCatalog::all())
+        out.append({k.section, k.key, IniFile::read(k.section, k.key, iniPath)});
+    return out;
+}
+
+QString Options::value(const Values& values, const QString& section, const QString& key) {
+    for (const IniFile::Entry& e : values)
+        if (e.section.compare(section, Qt::CaseInsensitive) == 0 &&
+            e.key.compare(key, Qt::CaseInsensitive) == 0)
+            return e.value;
+    return {};
+}
+
+QString Options::withSeparator(const QString& folder) {
+    if (folder.isEmpty() || folder.endsWith(QLatin1Char('/')) || folder.endsWith(QLatin1Char('\\')))
+        return folder;
+    return folder + QDir::separator();
+}
+
+QString Options::stored(OptionCatalog::Kind kind, const QString& value) {
+    const QString v = value.trimmed();
+    switch (kind) {
+    case K::Folder:
+    case K::UpdateFolder:
+        return withSeparator(v);
+    case K::Guiche:
+        return v.toUpper();
+    case K::Modelo:
+        return v.toLower();
+    default:
+        return v;
+    }
+}
+
+QString Options::resolve(const AppContext& ctx, const QString& path) {
+    const QString p = QDir::fromNativeSeparators(path.trimmed());
+    if (p.startsWith(QLatin1Char(':')) || !QDir::isRelativePath(p))
+        return p;
+    return QDir(ctx.folder).filePath(p);
+}
+
+QString Options::headerSwitch(bool on, const QString& current) {
+    if (!on)
+        return QStringLiteral("0");
+    return headerSwitchOn(current) && current.trimmed() != QLatin1String("1") ? current.trimmed()
+                                                                              : QStringLiteral("1");
+}
+
+bool Options::headerSwitchOn(const QString& current) {
+    const QString v = current.trimmed();
+    return !v.isEmpty() && v != QLatin1String("0");
+}
+
+std::optional<Options::Problem> Options::check(const AppContext& ctx, const Values& values) {
+    for (const IniFile::Entry& e : values) {
+        const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
+        Problem p{E::None, e.section, e.key, e.value, {}};
+        if (!k)
+            p.error = E::UnknownKey;
+        else if ((p.error = textError(e.value)) == E::None)
+            p.error = kindError(ctx, k->kind, stored(k->kind, e.value), &p.detail);
+        if (p.error != E::None) {
+            if (k) {
+                p.section = k->section;
+                p.key = k->key;
+            }
+            return p;
+        }
+    }
+    return std::nullopt;
+}
+
+Options::Result Options::gravar(AppContext& ctx, const Values& values) {
+    Result r;
+    r.problem = check(ctx, values);
+    if (r.problem)
+        return r;
+    Values out;
+    QString path3;
+    bool hasPath3 = false;
+    for (const IniFile::Entry& e : values) {
+        const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
+        out.append({k->section, k->key, stored(k->kind, e.value)});
+        if (k->section == QLatin1String("Export") && k->key == QLatin1String("Path3")) {
+            hasPath3 = true;
+            path3 = out.last().value;
+        }
+    }
+    // The cash count reads the receipts' folder under its own key.
+    if (hasPath3) {
+        out.erase(std::remove_if(out.begin(), out.end(),
+                                 [](const IniFile::Entry& e) {
+                                     return e.section == QLatin1String("Reserva") &&
+                                            e.key == QLatin1String("itens");
+                                 }),
+                  out.end());
+        out.append({QStringLiteral("Reserva"), QStringLiteral("itens"), path3});
+    }
+    r.written = IniFile::write(out, ctx.iniPath());
+    if (r.written)
+        ctx.reloadSettings();
+    return r;
+}
+
+QString Options::message(const Problem& p) {
+    const QString where = p.section + QLatin1Char('/') + p.key;
+    switch (p.error) {
+    case E::None:
+        return {};
+    case E::UnknownKey:
+        return QStringLiteral("Configuração desconhecida: %1.").arg(where);
+    case E::Fixed:
+        return QStringLiteral("%1 não é alterada pelas opções.").arg(where);
+    case E::TooLong:
+        return QStringLiteral("O valor de %1 passa de %2 caracteres.")
+            .arg(where)
+            .arg(IniFile::kMaxValue);
+    case E::NotLatin1:
+        return QStringLiteral("O valor de %1 tem caracteres que o Config.ini não guarda.")
+            .arg(where);
+    case E::LineBreak:
+        return QStringLiteral("O valor de %1 não pode ter quebra de linha.").arg(where);
+    case E::Guiche:
+        return QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo).");
+    case E::Cabecalho:
+        return QStringLiteral("O cabeçalho da autenticação deve ter 3 posições.");
+    case E::FolderMissing:
+        return QStringLiteral("A pasta %1 não existe.")
+            .arg(QDir::toNativeSeparators(p.value.trimmed()));
+    case E::FolderNotWritable:
+        return QStringLiteral("A pasta %1 não permite gravação.")
+            .arg(QDir::toNativeSeparators(p.value.trimmed()));
+    case E::FileFolderMissing:
+        return QStringLiteral("A pasta do arquivo %1 não existe.")
+            .arg(QDir::toNativeSeparators(p.value.trimmed()));
+    case E::Juros:
+        return QStringLiteral("A opção de juros deve ser 1 ou 2.");
+    case E::Modelo:
+        return QStringLiteral("O modelo da autenticadora deve ser bematech, quattro ou txt.");
+    case E::Flag:
+        return QStringLiteral("%1 deve ser 0 ou 1.").arg(where);
+    case E::Digits:
+        return QStringLiteral("%1 deve ter só algarismos.").arg(where);
+    case E::Number:
+        return QStringLiteral("%1 deve ser um número inteiro.").arg(where);
+    case E::Skin:
+        return QStringLiteral("O arquivo %1 não é uma aparência válida: %2")
+            .arg(QDir::toNativeSeparators(p.value.trimmed()), p.detail);
+    }
+    return {};
+}

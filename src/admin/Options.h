@@ -1,0 +1,71 @@
+#pragma once
+
+#include "IniFile.h"
+#include "OptionCatalog.h"
+
+#include <QList>
+#include <QString>
+#include <optional>
+
+class AppContext;
+
+// Saving the settings: each value checked by the rule of its key, then every key written in one
+// replacement of Config.ini (keys and comments of others kept), then the settings loaded again.
+// The options screen saves all its keys; `opcoes gravar` only those it is given.
+class Options {
+public:
+    using Values = QList<IniFile::Entry>;
+
+    enum class Error {
+        None,
+        UnknownKey,
+        Fixed,
+        TooLong,
+        NotLatin1,
+        LineBreak,
+        Guiche,
+        Cabecalho,
+        FolderMissing,
+        FolderNotWritable,
+        FileFolderMissing,
+        Juros,
+        Modelo,
+        Flag,
+        Digits,
+        Number,
+        Skin
+    };
+    struct Problem {
+        Error error = Error::None;
+        QString section;
+        QString key;
+        QString value;
+        QString detail; // what the skin check found
+    };
+    struct Result {
+        std::optional<Problem> problem;
+        bool written = false;
+        bool ok() const { return !problem && written; }
+    };
+
+    // The stored value of every key of the catalogue, in its order.
+    static Values load(const QString& iniPath);
+    static QString value(const Values& values, const QString& section, const QString& key);
+
+    // The first value that breaks its key's rule; values are taken as they would be stored.
+    static std::optional<Problem> check(const AppContext& ctx, const Values& values);
+    static Result gravar(AppContext& ctx, const Values& values);
+
+    // What is stored for a value: trimmed, folders with a trailing separator, the letter of the
+    // counter and the printer model in their cases.
+    static QString stored(OptionCatalog::Kind kind, const QString& value);
+    // A relative path is taken inside the program's folder.
+    static QString resolve(const AppContext& ctx, const QString& path);
+    static QString withSeparator(const QString& folder);
+    // [Print] cabecalho as the check box leaves it: off "0"; on keeps a header text already
+    // there, else "1".
+    static QString headerSwitch(bool on, const QString& current);
+    static bool headerSwitchOn(const QString& current);
+
+    static QString message(const Problem& p);
+};

@@ -1,0 +1,17 @@
+#include "UpdateOffer.h"
+
+#include "AppContext.h"
+#include "DialogPort.h"
+#include "UpdateCheck.h"
+
+bool UpdateOffer::run(AppContext& ctx, int waitMs) {
+    const UpdateCheck::Result r =
+        UpdateCheck::checkWithin(UpdateCheck::folder(ctx), UpdateCheck::runningVersion(), waitMs);
+    if (!r.newer() || !ctx.dialogs.ask(QStringLiteral("Aviso"), UpdateCheck::kQuestion))
+        return false;
+    QString error;
+    if (UpdateCheck::startUpdater(ctx, &error))
+        return true;
+    ctx.dialogs.critical(QStringLiteral("Aviso"), error);
+    return false;
+}

@@ -1,0 +1,247 @@
+#include "frmUsuarios.h"
+
+#include "AppContext.h"
+#include "DialogPort.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+const QString kAviso = QStringLiteral("Aviso");
+}
+
+const QString frmUsuarios::kAutNum = QStringLiteral("Aut.Num.");
+const QString frmUsuarios::kUltimoAdministrador = QStringLiteral(
+    "Este é o único administrador: sem ele nenhuma entrada de administrador poderá ser aberta. "
+    "Deseja excluir assim mesmo?");
+
+frmUsuarios::frmUsuarios(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
+    setObjectName(QStringLiteral("frmUsuarios"));
+    setWindowTitle(QStringLiteral("Cadastro de Usuários"));
+    auto* menu = new QMenuBar(this);
+    auto* excluirAction = new QAction(QStringLiteral("&Excluir"), this);
+    excluirAction->setObjectName(QStringLiteral("mnuexcluir"));
+    connect(excluirAction, &QAction::triggered, this, &frmUsuarios::excluir);
+    menu->addMenu(QStringLiteral("&Usuário"))->addAction(excluirAction);
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("SSTab1"));
+    m_tabs->addTab(buildList(), QStringLiteral("Consulta"));
+    m_tabs->addTab(buildForm(), QStringLiteral("Cadastro"));
+    findChild<QToolButton*>(QStringLiteral("cmdExcluir"))->setDefaultAction(excluirAction);
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(menu);
+    layout->addWidget(m_tabs);
+    resize(560, 440);
+    Lista_users();
+}
+
+QWidget* frmUsuarios::buildList() {
+    auto* page = new QWidget(this);
+    m_list = new QTreeWidget(page);
+    m_list->setObjectName(QStringLiteral("ListView1"));
+    m_list->setRootIsDecorated(false);
+    m_list->setAlternatingRowColors(true);
+    m_list->setHeaderLabels({QStringLiteral("Nome"), QStringLiteral("Tipo"),
+                             QStringLiteral("Ativo"), QStringLiteral("Código")});
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    connect(m_list, &QTreeWidget::itemDoubleClicked, this, &frmUsuarios::editar);
+    auto button = [page](const char* name, const QString& text) {
+        auto* b = new QPushButton(text, page);
+        b->setObjectName(QLatin1String(name));
+        return b;
+    };
+    auto* editar = button("cmdEditar", QStringLiteral("&Alterar"));
+    connect(editar, &QPushButton::clicked, this, &frmUsuarios::editar);
+    auto* novo = button("cmdNovo", QStringLiteral("&Novo"));
+    connect(novo, &QPushButton::clicked, this, &frmUsuarios::novo);
+    auto* del = new QToolButton(page);
+    del->setObjectName(QStringLiteral("cmdExcluir"));
+    auto* row = new QHBoxLayout;
+    row->addWidget(editar);
+    row->addWidget(novo);
+    row->addWidget(del);
+    row->addStretch();
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_list, 1);
+    layout->addLayout(row);
+    return page;
+}
+
+QWidget* frmUsuarios::buildForm() {
+    auto* page = new QWidget(this);
+    m_ordem = new QLineEdit(kAutNum, page);
+    m_ordem->setObjectName(QStringLiteral("txtordem"));
+    m_ordem->setReadOnly(true); // the database gives the key
+    m_ordem->setMaximumWidth(100);
+    m_nome = new QLineEdit(page);
+    m_nome->setObjectName(QStringLiteral("txtnome"));
+    m_nome->setMaxLength(50);
+    m_senha = new QLineEdit(page);
+    m_senha->setObjectName(QStringLiteral("txtsenha"));
+    m_senha->setEchoMode(QLineEdit::Password);
+    m_senha->setMaxLength(30);
+    m_tipo = new QComboBox(page);
+    m_tipo->setObjectName(QStringLiteral("Combo"));
+    m_tipo->addItems({QStringLiteral("USER"), QStringLiteral("ADM")});
+    m_ativo = new QCheckBox(QStringLiteral("Ativo"), page);
+    m_ativo->setObjectName(QStringLiteral("Check"));
+    m_ativo->setChecked(true);
+    auto* form = new QFormLayout;
+    form->addRow(QStringLiteral("Código:"), m_ordem);
+    form->addRow(QStringLiteral("Nome:"), m_nome);
+    form->addRow(QStringLiteral("Senha:"), m_senha);
+    form->addRow(QStringLiteral("Tipo:"), m_tipo);
+    form->addRow(QString(), m_ativo);
+    auto* save = new QPushButton(QStringLiteral("&Gravar"), page);
+    save->setObjectName(QStringLiteral("Command2"));
+    connect(save, &QPushButton::clicked, this, &frmUsuarios::gravar);
+    auto* cancel = new QPushButton(QStringLiteral("&Cancelar"), page);
+    cancel->setObjectName(QStringLiteral("cmdCancelar"));
+    connect(cancel, &QPushButton::clicked, this, [this] { m_tabs->setCurrentIndex(0); });
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(save);
+    row->addWidget(cancel);
+    auto* layout = new QVBoxLayout(page);
+    layout->addLayout(form);
+    layout->addStretch();
+    layout->addLayout(row);
+    return page;
+}
+
+void frmUsuarios::Lista_users() {
+    m_list->clear();
+    const auto all = UserAccounts::listar(m_ctx);
+    if (!all)
+        return; // the read failure is already in Log.ini
+    for (const clsUsuarios& u : *all) {
+        auto* item = new QTreeWidgetItem(
+            {u.NOME, u.TIPO, u.ATIVO == 1 ? QStringLiteral("Sim") : QStringLiteral("Não"),
+             QString::number(u.ID)});
+        item->setData(0, Qt::UserRole, u.ID);
+        m_list->addTopLevelItem(item);
+    }
+}
+
+void frmUsuarios::editar() {
+    QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        return;
+    }
+    clsUsuarios u(m_ctx.db);
+    if (!u.SQLSelect(item->data(0, Qt::UserRole).toInt()))
+        return;
+    m_ordem->setText(QString::number(u.ID));
+    m_nome->setText(u.NOME);
+    m_senha->clear();
+    m_senha->setPlaceholderText(QStringLiteral("em branco mantém a senha atual"));
+    m_tipo->setCurrentIndex(m_tipo->findText(u.TIPO));
+    m_ativo->setChecked(u.ATIVO == 1);
+    m_tabs->setCurrentIndex(1);
+    m_nome->setFocus();
+}
+
+void frmUsuarios::novo() {
+    m_ordem->setText(kAutNum);
+    m_nome->clear();
+    m_senha->clear();
+    m_senha->setPlaceholderText(QString());
+    m_tipo->setCurrentIndex(0);
+    m_ativo->setChecked(true);
+    m_tabs->setCurrentIndex(1);
+    m_nome->setFocus();
+}
+
+bool frmUsuarios::refused(const UserAccounts::Result& r) {
+    QLineEdit* focus = r.field == UserAccounts::Field::NOME ? m_nome : m_senha;
+    switch (r.outcome) {
+    case UserAccounts::Outcome::Saved:
+        return false;
+    case UserAccounts::Outcome::MissingField:
+    case UserAccounts::Outcome::InvalidType:
+        m_ctx.dialogs.warn(kAviso,
+                           QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
+        break;
+    case UserAccounts::Outcome::ShortPassword:
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("A senha deve ter pelo menos %1 caracteres!!")
+                                       .arg(UserAccounts::kMinPassword));
+        break;
+    case UserAccounts::Outcome::PasswordInUse:
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Senha já usada por outro operador"));
+        break;
+    case UserAccounts::Outcome::NotFound:
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Usuário não encontrado!!"));
+        break;
+    case UserAccounts::Outcome::QuoteRefused:
+    case UserAccounts::Outcome::WriteFailed:
+        break; // shown and logged where it failed
+    }
+    focus->setFocus();
+    return true;
+}
+
+void frmUsuarios::gravar() {
+    UserAccounts::Input in;
+    if (m_ordem->text() != kAutNum)
+        in.id = m_ordem->text().toInt();
+    in.nome = m_nome->text();
+    in.senha = m_senha->text();
+    in.tipo = m_tipo->currentText();
+    in.ativo = m_ativo->isChecked();
+    if (refused(UserAccounts::check(m_ctx, in)))
+        return;
+    if (!in.senha.trimmed().isEmpty()) {
+        const auto again =
+            m_ctx.dialogs.input(kAviso, QStringLiteral("Confirme a senha!!"), true, QString());
+        if (!again || again->trimmed().isEmpty())
+            return;
+        if (again->trimmed() != in.senha.trimmed()) {
+            m_ctx.dialogs.warn(kAviso, QStringLiteral("Senha não confere!!"));
+            m_senha->setFocus();
+            return;
+        }
+    }
+    const UserAccounts::Result r = UserAccounts::gravar(m_ctx, in);
+    if (refused(r))
+        return;
+    m_ordem->setText(QString::number(r.id));
+    m_senha->clear();
+    Lista_users();
+    m_tabs->setCurrentIndex(0);
+}
+
+void frmUsuarios::excluir() {
+    QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        return;
+    }
+    if (!m_ctx.dialogs.ask(kAviso, item->text(0) + QStringLiteral(" - ") +
+                                       QStringLiteral("Confirma exclusão deste item?")))
+        return;
+    const qint32 id = item->data(0, Qt::UserRole).toInt();
+    auto r = UserAccounts::excluir(m_ctx, id, false);
+    if (r == UserAccounts::DeleteOutcome::LastAdministrator) {
+        if (m_ctx.dialogs.message(kAviso, kUltimoAdministrador, DialogIcon::Exclamation,
+                                  DialogButtons::YesNo) != DialogAnswer::Yes)
+            return;
+        r = UserAccounts::excluir(m_ctx, id, true);
+    }
+    if (r != UserAccounts::DeleteOutcome::Deleted) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
+        return;
+    }
+    Lista_users();
+}

@@ -1,0 +1,317 @@
+#include "frmCodBarra.h"
+
+#include "AppContext.h"
+#include "DialogPort.h"
+#include "clsCodBarra.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QTabWidget>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QString kAviso = QStringLiteral("Aviso");
+
+QLabel* help(const QString& text, QWidget* parent) {
+    auto* l = new QLabel(text, parent);
+    l->setWordWrap(true);
+    QFont f = l->font();
+    f.setPointSizeF(f.pointSizeF() * 0.9);
+    f.setItalic(true);
+    l->setFont(f);
+    return l;
+}
+
+QComboBox* combo(const char* name, const QStringList& items, QWidget* parent) {
+    auto* c = new QComboBox(parent);
+    c->setObjectName(QLatin1String(name));
+    c->addItems(items);
+    c->setCurrentIndex(-1);
+    return c;
+}
+
+} // namespace
+
+frmCodBarra::frmCodBarra(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
+    setObjectName(QStringLiteral("frmCodBarra"));
+    setWindowTitle(QStringLiteral("Cadastro de Tipos de Guia"));
+    auto* menu = new QMenuBar(this);
+    auto* excluirAction = new QAction(QStringLiteral("&Excluir"), this);
+    excluirAction->setObjectName(QStringLiteral("mnuexcluir"));
+    connect(excluirAction, &QAction::triggered, this, &frmCodBarra::excluir);
+    menu->addMenu(QStringLiteral("&Item"))->addAction(excluirAction);
+
+    m_tabs = new QTabWidget(this);
+    m_tabs->setObjectName(QStringLiteral("SSTab1"));
+    m_tabs->addTab(buildList(), QStringLiteral("Consulta"));
+    m_tabs->addTab(buildForm(), QStringLiteral("Cadastro"));
+    auto* layout = new QVBoxLayout(this);
+    layout->setMenuBar(menu);
+    layout->addWidget(m_tabs);
+    auto* del = findChild<QToolButton*>(QStringLiteral("cmdExcluir"));
+    del->setDefaultAction(excluirAction);
+    resize(760, 560);
+    Lista_codigos();
+}
+
+QWidget* frmCodBarra::buildList() {
+    auto* page = new QWidget(this);
+    m_list = new QTreeWidget(page);
+    m_list->setObjectName(QStringLiteral("ListView1"));
+    m_list->setRootIsDecorated(false);
+    m_list->setAlternatingRowColors(true);
+    m_list->setHeaderLabels({QStringLiteral("COD."), QStringLiteral("Tipo"),
+                             QStringLiteral("Descrição"), QStringLiteral("Padrão"),
+                             QStringLiteral("Juros"), QStringLiteral("Bloqueio"),
+                             QStringLiteral("Cod. Banco")});
+    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    connect(m_list, &QTreeWidget::itemDoubleClicked, this, &frmCodBarra::editar);
+    auto* editar = new QPushButton(QStringLiteral("&Alterar"), page);
+    editar->setObjectName(QStringLiteral("Command1_0"));
+    connect(editar, &QPushButton::clicked, this, &frmCodBarra::editar);
+    auto* novo = new QPushButton(QStringLiteral("&Novo"), page);
+    novo->setObjectName(QStringLiteral("Command1_1"));
+    connect(novo, &QPushButton::clicked, this, &frmCodBarra::novo);
+    auto* del = new QToolButton(page);
+    del->setObjectName(QStringLiteral("cmdExcluir"));
+    del->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    auto* row = new QHBoxLayout;
+    row->addWidget(editar);
+    row->addWidget(novo);
+    row->addWidget(del);
+    row->addStretch();
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(m_list, 1);
+    layout->addLayout(row);
+    return page;
+}
+
+QWidget* frmCodBarra::buildForm() {
+    auto* page = new QWidget(this);
+    auto* frame = new QGroupBox(QStringLiteral("Tipo de guia"), page);
+    frame->setObjectName(QStringLiteral("Frame"));
+    auto edit = [frame](const char* name, int maxLength) {
+        auto* e = new QLineEdit(frame);
+        e->setObjectName(QLatin1String(name));
+        e->setMaxLength(maxLength);
+        return e;
+    };
+    m_ordem = edit("txtordem", 3);
+    m_ordem->setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d{0,3}")), m_ordem));
+    m_ordem->setMaximumWidth(80);
+    m_tipo = edit("txtTipo", 10);
+    m_tipo->setMaximumWidth(120);
+    m_descricao = edit("txtdescricao", 60);
+    m_padrao =
+        combo("cmbPadrao", {QStringLiteral("F"), QStringLiteral("C"), QStringLiteral("S")}, frame);
+    m_padrao->setEditable(true); // other letters for items read without a standard
+    m_padrao->lineEdit()->setMaxLength(1);
+    m_juros = combo("cmbJuros", {QStringLiteral("S"), QStringLiteral("N")}, frame);
+    m_bloqueio = combo("cmbBloqueio", {QStringLiteral("S"), QStringLiteral("N")}, frame);
+    m_codbanco = edit("txtcodbanco", 20);
+    m_codbanco->setMaximumWidth(160);
+
+    auto* grid = new QGridLayout(frame);
+    int r = 0;
+    auto add = [&](const QString& caption, QWidget* w, const QStringList& helps) {
+        auto* l = new QLabel(caption, frame);
+        l->setBuddy(w);
+        grid->addWidget(l, r, 0, Qt::AlignTop);
+        grid->addWidget(w, r, 1, Qt::AlignTop);
+        auto* h = new QVBoxLayout;
+        for (const QString& t : helps)
+            h->addWidget(help(t, frame));
+        grid->addLayout(h, r, 2);
+        ++r;
+    };
+    add(QStringLiteral("COD.:"), m_ordem,
+        {QStringLiteral(
+            "Use númeração de 1 a 99 para itens de entrada e 100 a 999 para itens de saída")});
+    add(QStringLiteral("Tipo:"), m_tipo,
+        {QStringLiteral(
+             "Febrabam - posição inicial 16 com 4 caracteres (leitura do código de barras)"),
+         QStringLiteral(
+             "CNAB SIGCB - posição inicial 20 com 5 caracteres (leitura do código de barras)"),
+         QStringLiteral(
+             "CNAB SICOB - posição inicial 30 com 5 caracteres (leitura do código de barras)")});
+    add(QStringLiteral("Descrição:"), m_descricao, {});
+    add(QStringLiteral("Padrão:"), m_padrao,
+        {QStringLiteral(
+            "Refere-se ao tipo de código de barras usado. Itens de saída usa-se \"S\"")});
+    add(QStringLiteral("Juros:"), m_juros,
+        {QStringLiteral("\"S\" cobra juros e \"N\" não cobra juros")});
+    add(QStringLiteral("Bloqueio:"), m_bloqueio,
+        {QStringLiteral("\"S\" bloqueia e \"N\" não bloqueia (contas de um ano para outro)")});
+    add(QStringLiteral("Cod. Banco:"), m_codbanco,
+        {QStringLiteral("Número do agente arrecadador atribuído pelo sistema de arrecadação "
+                        "(usado nos arquivos do banco)")});
+    grid->setColumnStretch(2, 1);
+
+    auto* save = new QPushButton(QStringLiteral("&Gravar e Concluir"), page);
+    save->setObjectName(QStringLiteral("Command2"));
+    connect(save, &QPushButton::clicked, this, &frmCodBarra::gravar);
+    auto* cancel = new QPushButton(QStringLiteral("&Cancelar"), page);
+    cancel->setObjectName(QStringLiteral("cmdCancelar"));
+    connect(cancel, &QPushButton::clicked, this, [this] {
+        limpar();
+        m_tabs->setCurrentIndex(0);
+    });
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(save);
+    row->addWidget(cancel);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(frame);
+    layout->addStretch();
+    layout->addLayout(row);
+    return page;
+}
+
+void frmCodBarra::Lista_codigos() {
+    m_list->clear();
+    const auto kinds = clsCodBarra::listar(m_ctx.db);
+    if (!kinds)
+        return; // the read failure is already in Log.ini
+    for (const clsCodBarra& k : *kinds) {
+        auto* item = new QTreeWidgetItem({KindRegistry::codeText(k.IDCOD), k.IDTIPO, k.DESCRICAO,
+                                          k.PADRAO, k.Juros, k.BLOQUEIO, k.CODBANCO});
+        item->setData(0, Qt::UserRole, int(k.IDCOD));
+        m_list->addTopLevelItem(item);
+    }
+}
+
+void frmCodBarra::limpar() {
+    for (QLineEdit* e : {m_ordem, m_tipo, m_descricao, m_codbanco})
+        e->clear();
+    for (QComboBox* c : {m_padrao, m_juros, m_bloqueio})
+        c->setCurrentIndex(-1);
+    m_padrao->setEditText(QString());
+    m_ordem->setReadOnly(false);
+    m_mode = KindRegistry::Mode::Insert;
+}
+
+void frmCodBarra::editar() {
+    QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        return;
+    }
+    clsCodBarra k(m_ctx.db);
+    if (!k.SQLSelect(item->data(0, Qt::UserRole).toInt()))
+        return;
+    limpar();
+    m_ordem->setText(QString::number(k.IDCOD));
+    m_ordem->setReadOnly(true); // an update never changes the key
+    m_tipo->setText(k.IDTIPO);
+    m_descricao->setText(k.DESCRICAO);
+    m_padrao->setEditText(k.PADRAO);
+    m_juros->setCurrentIndex(m_juros->findText(k.Juros));
+    m_bloqueio->setCurrentIndex(m_bloqueio->findText(k.BLOQUEIO));
+    m_codbanco->setText(k.CODBANCO);
+    m_mode = KindRegistry::Mode::Update;
+    m_tabs->setCurrentIndex(1);
+    m_tipo->setFocus();
+}
+
+void frmCodBarra::novo() {
+    limpar();
+    m_tabs->setCurrentIndex(1);
+    m_ordem->setFocus();
+}
+
+QWidget* frmCodBarra::widgetFor(KindRegistry::Field field) const {
+    switch (field) {
+    case KindRegistry::Field::IDCOD:
+        return m_ordem;
+    case KindRegistry::Field::IDTIPO:
+        return m_tipo;
+    case KindRegistry::Field::DESCRICAO:
+        return m_descricao;
+    case KindRegistry::Field::PADRAO:
+        return m_padrao;
+    case KindRegistry::Field::JUROS:
+        return m_juros;
+    case KindRegistry::Field::BLOQUEIO:
+        return m_bloqueio;
+    case KindRegistry::Field::None:
+        break;
+    }
+    return nullptr;
+}
+
+void frmCodBarra::gravar() {
+    KindRegistry::Input in;
+    bool ok = false;
+    const int code = m_ordem->text().trimmed().toInt(&ok);
+    if (ok)
+        in.idcod = code;
+    in.idtipo = m_tipo->text();
+    in.descricao = m_descricao->text();
+    in.padrao = m_padrao->currentText();
+    in.juros = m_juros->currentText();
+    in.bloqueio = m_bloqueio->currentText();
+    in.codbanco = m_codbanco->text();
+    const KindRegistry::Result r = KindRegistry::gravar(m_ctx.db, in, m_mode);
+    switch (r.outcome) {
+    case KindRegistry::Outcome::Saved:
+        limpar();
+        m_tabs->setCurrentIndex(0);
+        Lista_codigos();
+        return;
+    case KindRegistry::Outcome::MissingField:
+        m_ctx.dialogs.warn(kAviso,
+                           QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
+        break;
+    case KindRegistry::Outcome::CodeOutOfRange:
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Use númeração de 1 a 99 para itens de "
+                                                      "entrada e 100 a 999 para itens de saída"));
+        break;
+    case KindRegistry::Outcome::InvalidFlags:
+        m_ctx.dialogs.critical(
+            kAviso, QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
+        break;
+    case KindRegistry::Outcome::CodeInUse:
+        m_ctx.dialogs.critical(
+            kAviso,
+            QStringLiteral("O código %1 já está cadastrado!!").arg(KindRegistry::codeText(code)));
+        break;
+    case KindRegistry::Outcome::NotFound:
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("O código %1 não está mais cadastrado!!")
+                                           .arg(KindRegistry::codeText(code)));
+        break;
+    case KindRegistry::Outcome::WriteFailed:
+        break; // the data layer has shown and logged why
+    }
+    if (QWidget* w = widgetFor(r.field))
+        w->setFocus();
+}
+
+void frmCodBarra::excluir() {
+    QTreeWidgetItem* item = m_list->currentItem();
+    if (!item) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        return;
+    }
+    if (!m_ctx.dialogs.ask(kAviso, item->text(0) + QStringLiteral(" - ") +
+                                       QStringLiteral("Confirma exclusão deste item?")))
+        return;
+    if (KindRegistry::excluir(m_ctx.db, item->data(0, Qt::UserRole).toInt()) !=
+        KindRegistry::DeleteOutcome::Deleted) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
+        return;
+    }
+    Lista_codigos();
+}

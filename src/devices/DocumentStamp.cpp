@@ -1,0 +1,41 @@
+#include "DocumentStamp.h"
+
+#include "AppContext.h"
+#include "Clock.h"
+#include "DateUtil.h"
+#include "PrinterService.h"
+#include "clsAutenticadora.h"
+
+QString DocumentStamp::header(const QString& printCabecalho, const QString& mensagemCabecalho) {
+    const QString v = printCabecalho.trimmed();
+    if (v.isEmpty() || v == QLatin1String("0"))
+        return {};
+    return (v == QLatin1String("1") ? mensagemCabecalho.trimmed() : v).left(kHeaderWidth);
+}
+
+QString DocumentStamp::line(const QString& header, const QString& guiche, const QDate& date,
+                            Money valor) {
+    QString l;
+    if (!header.isEmpty())
+        l = header.left(kHeaderWidth) + QLatin1Char(' ');
+    return l + clsAutenticadora::pad(guiche.trimmed(), 1) + QLatin1Char(' ') + DateUtil::br(date) +
+           QStringLiteral("  ") + clsAutenticadora::right(valor.format(), kValueWidth) +
+           QLatin1Char('R');
+}
+
+DocumentStamp::Outcome DocumentStamp::stamp(AppContext& ctx, PrinterService& printer,
+                                            const std::optional<Money>& valor, QString* sent) {
+    if (!valor || valor->isNegative() || valor->isZero() || valor->format().size() > kValueWidth)
+        return Outcome::InvalidValue;
+    if (!printer.habilitada())
+        return Outcome::PrinterOff;
+    const QDate day = ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today();
+    const QString text =
+        line(header(ctx.option(QStringLiteral("Print"), QStringLiteral("cabecalho")),
+                    ctx.settings.cabecalho),
+             ctx.settings.guiche, day, *valor);
+    if (sent)
+        *sent = text;
+    printer.ImprimeAutenticadora(PrinterOperation::Autenticar, printer.modelo(), text);
+    return Outcome::Sent;
+}

@@ -1,0 +1,210 @@
+// The skin and update screens, the update question of the start, and stamping a loose
+// document on the authenticating printer.
+#include "IniFile.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "Skin.h"
+#include "SkinLook.h"
+#include "TestApp.h"
+#include "UpdateCheck.h"
+#include "UpdateOffer.h"
+#include "frmAtualiza.h"
+#include "frmAutenticar.h"
+#include "frmSkin.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+void write(const QString& path, const QByteArray& data) {
+    QFile f(path);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(data);
+}
+
+QString ini(TestApp& app, const char* section, const char* key) {
+    return IniFile::read(QLatin1String(section), QLatin1String(key), app.ctx().iniPath());
+}
+} // namespace
+
+class tst_look_and_updates : public QObject {
+    Q_OBJECT
+private slots:
+    void cleanup() { qApp->setStyleSheet(QString()); }
+
+    void aChosenSkinIsSavedAndAppliedAtOnce() {
+        TestApp app;
+        frmSkin form(app.ctx());
+        auto* path = form.findChild<QLineEdit*>(QStringLiteral("Text1"));
+        auto* shipped = form.findChild<QComboBox*>(QStringLiteral("cmbSkins"));
+        shipped->setCurrentIndex(2);
+        emit shipped->activated(2);
+        QCOMPARE(path->text(), QStringLiteral(":/skins/escuro.qss"));
+        form.findChild<QPushButton*>(QStringLiteral("cmdGravar"))->click();
+        QVERIFY(app.dialogs().shown().isEmpty());
+        QCOMPARE(ini(app, "Skin", "nome"), QStringLiteral(":/skins/escuro.qss"));
+        QCOMPARE(qApp->styleSheet(), *Skin::read(QStringLiteral(":/skins/escuro.qss")));
+    }
+
+    void aFileThatIsNotAStyleSheetIsRefused() {
+        TestApp app;
+        write(app.path(QStringLiteral("foto.skn")), QByteArray("\x89PNG\r\n\x1a\n\0\0", 10));
+        frmSkin form(app.ctx());
+        QString offered = app.path(QStringLiteral("foto.skn"));
+        form.chooseFile = [&offered](QWidget*, const QString&) { return offered; };
+        auto* path = form.findChild<QLineEdit*>(QStringLiteral("Text1"));
+        form.findChild<QPushButton*>(QStringLiteral("cmdCaminho"))->click();
+        QCOMPARE(path->text(), offered);
+        offered.clear(); // cancelled: the box keeps its text
+        form.findChild<QPushButton*>(QStringLiteral("cmdCaminho"))->click();
+        QCOMPARE(path->text(), app.path(QStringLiteral("foto.skn")));
+        form.findChild<QPushButton*>(QStringLiteral("cmdGravar"))->click();
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("O arquivo %1 não é uma aparência válida: não é um arquivo de "
+                                "texto")
+                     .arg(app.path(QStringLiteral("foto.skn"))));
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Exclamation);
+        QVERIFY(ini(app, "Skin", "nome").isEmpty());
+        QVERIFY(qApp->styleSheet().isEmpty());
+    }
+
+    void aSkinBrokenAfterwardsFallsBackAtTheStart() {
+        TestApp app;
+        write(app.path(QStringLiteral("minha.qss")), "QLabel { color: navy; ");
+        app.setOption(QStringLiteral("Skin"), QStringLiteral("nome"), QStringLiteral("minha.qss"));
+        SkinLook::apply(app.ctx());
+        QCOMPARE(qApp->styleSheet(), *Skin::read(Skin::defaultPath()));
+        QVERIFY(app.dialogs().shown().isEmpty());
+        QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));
+    }
+
+    void theUpdateFolderKeepsATrailingSeparator() {
+        TestApp app;
+        frmAtualiza form(app.ctx());
+        QString title;
+        form.chooseFolder = [&](QWidget*, const QString& t, const QString&) {
+            title = t;
+            return app.path(QStringLiteral("versoes"));
+        };
+        form.findChild<QPushButton*>(QStringLiteral("cmdAbrir"))->click();
+        QCOMPARE(title, QStringLiteral("Procura destino..."));
+        QCOMPARE(form.findChild<QLineEdit*>(QStringLiteral("txtCaminho"))->text(),
+                 app.path(QStringLiteral("versoes/")));
+        form.findChild<QPushButton*>(QStringLiteral("cmdGravar"))->click();
+        QCOMPARE(ini(app, "Opcoes", "Atualiza"), app.path(QStringLiteral("versoes/")));
+        frmAtualiza again(app.ctx());
+        QCOMPARE(again.findChild<QLineEdit*>(QStringLiteral("txtCaminho"))->text(),
+                 app.path(QStringLiteral("versoes/")));
+    }
+
+    void theQuestionOfTheStart_data() {
+        QTest::addColumn<QByteArray>("file"); // "-": no version file
+        QTest::addColumn<bool>("asked");
+        QTest::newRow("present and newer") << QByteArray("99.0.0\r\n") << true;
+        QTest::newRow("absent") << QByteArray("-") << false;
+        QTest::newRow("empty") << QByteArray("") << false;
+        QTest::newRow("older") << QByteArray("0.0.1") << false;
+        QTest::newRow("binary") << QByteArray("\0\0\0\x01", 4) << false;
+    }
+
+    void theQuestionOfTheStart() {
+        QFETCH(QByteArray, file);
+        QFETCH(bool, asked);
+        TestApp app;
+        QDir(app.folder()).mkpath(QStringLiteral("versoes"));
+        if (file != "-")
+            write(app.path(QStringLiteral("versoes/VersaoAtual.txt")), file);
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("Atualiza"),
+                      QStringLiteral("versoes/"));
+        app.dialogs().pushAnswer(DialogAnswer::No);
+        QVERIFY(!UpdateOffer::run(app.ctx(), 5000));
+        QCOMPARE(app.dialogs().shown().size(), asked ? 1 : 0);
+        if (asked) {
+            QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+            QCOMPARE(app.dialogs().last().text, UpdateCheck::kQuestion);
+            QCOMPARE(app.dialogs().last().icon, DialogIcon::Question);
+        }
+    }
+
+    void yesStartsTheUpdater() {
+        TestApp app;
+        QDir(app.folder()).mkpath(QStringLiteral("versoes"));
+        write(app.path(QStringLiteral("versoes/VersaoAtual.txt")), "99.0.0\n");
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("Atualiza"),
+                      QStringLiteral("versoes/"));
+        app.dialogs().pushAnswer(DialogAnswer::Yes);
+        QVERIFY(!UpdateOffer::run(app.ctx(), 5000)); // no updater in the folder
+        QVERIFY(app.dialogs().last().text.startsWith(QStringLiteral("Atualizador não encontrado")));
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+
+        const QString marker = app.path(QStringLiteral("rodou.txt"));
+        write(app.path(QStringLiteral("versoes/atualizador")),
+              "#!/bin/sh\ntouch \"" + marker.toUtf8() + "\"\n");
+        QFile::setPermissions(app.path(QStringLiteral("versoes/atualizador")),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        app.dialogs().pushAnswer(DialogAnswer::Yes);
+        QVERIFY(UpdateOffer::run(app.ctx(), 5000));
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(marker), 10000);
+    }
+
+    void aLooseDocumentIsStamped() {
+        TestApp app;
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("cabecalho"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
+                      QStringLiteral("PMX"));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("A"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        PrinterService service(app.ctx());
+        service.makeTransport = [&emulator] { return std::make_unique<MemoryTransport>(emulator); };
+        service.sleep = [](int) {};
+        service.documentTimeoutMs = 50;
+        app.ctx().printer = &service;
+        frmAutenticar form(app.ctx());
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblCabecalho"))->text(),
+                 QStringLiteral("PMX"));
+        auto* valor = form.findChild<QLineEdit*>(QStringLiteral("mskvalor"));
+        auto* go = form.findChild<QPushButton*>(QStringLiteral("cmdAutenticar"));
+
+        valor->setText(QStringLiteral("1,2,3"));
+        go->click();
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Informe o valor do documento!!"));
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Exclamation);
+
+        valor->setText(QStringLiteral("150,00"));
+        go->click(); // no document in place: the printer's own message
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Autenticação de Documentos"));
+        QCOMPARE(app.dialogs().last().text, PrinterService::kTempoExcedido);
+        QVERIFY(emulator.documents().isEmpty());
+
+        emulator.setDocument(true);
+        const int shown = app.dialogs().shown().size();
+        valor->setText(QStringLiteral("150,00"));
+        go->click();
+        QCOMPARE(app.dialogs().shown().size(), shown);
+        QCOMPARE(emulator.documents(),
+                 QStringList{QStringLiteral("PMX A 23/11/2026        150,00R")});
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblUltima"))->text(),
+                 QStringLiteral("PMX A 23/11/2026        150,00R"));
+        QVERIFY(valor->text().isEmpty());
+
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
+        valor->setText(QStringLiteral("10,00"));
+        go->click();
+        QVERIFY(app.dialogs().last().text.startsWith(
+            QStringLiteral("A autenticadora não está habilitada")));
+        QCOMPARE(emulator.documents().size(), 1);
+    }
+};
+
+QTEST_MAIN(tst_look_and_updates)
+#include "tst_look_and_updates.moc"

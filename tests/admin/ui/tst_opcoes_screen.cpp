@@ -1,0 +1,262 @@
+// The options screen: every tab and caption, the choosers, the key filters, saving to
+// Config.ini (what it does not own kept) and the refusals with the tab at fault shown.
+#include "IniFile.h"
+#include "TestApp.h"
+#include "TextFile.h"
+#include "frmOpcoes.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+
+namespace {
+struct Screen {
+    frmOpcoes form;
+    QStringList titles; // of the choosers, as asked
+    QString answer;     // what the chooser gives back
+    explicit Screen(AppContext& ctx) : form(ctx) {
+        auto chooser = [this](QWidget*, const QString& title, const QString&) {
+            titles << title;
+            return answer;
+        };
+        form.chooseFolder = chooser;
+        form.chooseFile = chooser;
+    }
+    template <class W> W* get(const char* name) { return form.findChild<W*>(QLatin1String(name)); }
+    QLineEdit* edit(const char* name) { return get<QLineEdit>(name); }
+    void click(const char* name) { get<QPushButton>(name)->click(); }
+};
+
+QString ini(TestApp& app, const char* section, const char* key) {
+    return IniFile::read(QLatin1String(section), QLatin1String(key), app.ctx().iniPath());
+}
+
+QByteArray bytes(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+} // namespace
+
+class tst_opcoes_screen : public QObject {
+    Q_OBJECT
+private slots:
+    void tabsAndCaptionsInOrder() {
+        TestApp app;
+        Screen s(app.ctx());
+        auto* tabs = s.get<QTabWidget>("SSTab1");
+        QStringList names;
+        for (int i = 0; i < tabs->count(); ++i)
+            names << tabs->tabText(i);
+        QCOMPARE(names, (QStringList{QStringLiteral("Exportação"), QStringLiteral("Mensagem"),
+                                     QStringLiteral("Contábil"), QStringLiteral("Impressão")}));
+        auto* inner = s.get<QTabWidget>("SSTab2");
+        QCOMPARE(inner->tabText(0), QStringLiteral("Diretórios"));
+        QCOMPARE(inner->tabText(1), QStringLiteral("Parâmetros"));
+        QStringList labels;
+        for (QLabel* l : s.form.findChildren<QLabel*>())
+            labels << l->text();
+        for (QAbstractButton* b : s.form.findChildren<QAbstractButton*>())
+            labels << b->text().remove(QLatin1Char('&'));
+        for (const char* t :
+             {"Caminho para pasta de exportação integração retaguarda .",
+              "Caminho para arquivo alteração e estorno de guias de recebimentos ",
+              "Caminho para pasta de itens de recebimento",
+              "Caminho para arquivo remove item (Remove_item.txt)",
+              "Caminho para arquivo soma (Soma.txt)",
+              "Caminho para Exportação Febraban",
+              "Nome do Banco no Arquivo",
+              "Nome Empresa",
+              "CNPJ",
+              "Habilitar Consulta de Arquivos",
+              "Mensagem",
+              "Guiche de Trabalho  (uma letra):",
+              "Cabeçalho - Autent. (deve ter 3 posições):",
+              "Somar Suprimento na conferência de caixa?",
+              "Multa de 1% ao mês+ 0,33% ao dia até o limite de 10%",
+              "Multa de 2% + 1% ao mês ou fração",
+              "Porta de Impressão",
+              "Bematech MP-20 MI (DLL)",
+              "Quattro AP40N (DLL)",
+              "TXT",
+              "TXT com a porta USB informe o IP deste computador",
+              "Impressora.....:",
+              "Autenticadora:",
+              "Impressoras Instaladas",
+              "Imprimir no cupom após autenticar o boleto?",
+              "Habilitar gravação de recebimentos em txt?",
+              "Habilitar impressão de cabeçalho em cupom?",
+              "Fixa",
+              "Gravar",
+              "Cancelar",
+              "Para uso de cabo USB paralelo, habilite a opção TXT  mude a porta para USB e "
+              "informe o IP do computador. Localize a Impressora instalada no Windows "
+              "compartilhe e mude a porta para USB001 - porta virtual para impressora genérica "
+              "instalada."})
+            QVERIFY2(labels.contains(QString::fromUtf8(t)), t);
+        QStringList ports;
+        for (int i = 0; i < s.get<QComboBox>("cmbPorta")->count(); ++i)
+            ports << s.get<QComboBox>("cmbPorta")->itemText(i);
+        QCOMPARE(ports, (QStringList{QStringLiteral("LPT1"), QStringLiteral("LPT2"),
+                                     QStringLiteral("COM1"), QStringLiteral("COM2"),
+                                     QStringLiteral("USB")}));
+    }
+
+    void keyFilters() {
+        TestApp app;
+        Screen s(app.ctx());
+        QTest::keyClicks(s.edit("txtguiche"), QStringLiteral("b7"));
+        QCOMPARE(s.edit("txtguiche")->text(), QStringLiteral("B"));
+        QTest::keyClicks(s.edit("txtcabecalho"), QStringLiteral("PMXY"));
+        QCOMPARE(s.edit("txtcabecalho")->text(), QStringLiteral("PMX"));
+        QTest::keyClicks(s.edit("txtcnpj"), QStringLiteral("12.a34"));
+        QCOMPARE(s.edit("txtcnpj")->text(), QStringLiteral("1234"));
+        QTest::keyClicks(s.edit("txtpref"), QStringLiteral("D'OESTE \"X\""));
+        QCOMPARE(s.edit("txtpref")->text(), QStringLiteral("DOESTE X"));
+    }
+
+    void savedAndReadBack() {
+        TestApp app;
+        QDir(app.folder()).mkpath(QStringLiteral("saida/febraban"));
+        const QString dir = app.path(QStringLiteral("saida"));
+        QStringList lines = TextFile::readLines(app.ctx().iniPath());
+        lines << QStringLiteral("; feito à mão") << QStringLiteral("[Print]")
+              << QStringLiteral("serial=19200,8,N,1") << QStringLiteral("cabecalho=PREF");
+        QVERIFY(TextFile::writeAll(app.ctx().iniPath(), lines));
+        Screen s(app.ctx());
+        s.form.setInstalledPrinters({QStringLiteral("Termica"), QStringLiteral("Laser")});
+        QVERIFY(s.get<QCheckBox>("chkCabecalho")->isChecked()); // a header text is "on"
+
+        s.answer = dir;
+        s.click("cmdCaminho1");
+        s.click("Command4");
+        s.answer = dir + QStringLiteral("/febraban");
+        s.click("cmdCaminhoFebraban");
+        s.answer = dir + QStringLiteral("/Soma.txt");
+        s.click("Command3");
+        QCOMPARE(s.titles, QStringList(4, QStringLiteral("Procura destino...")));
+        QCOMPARE(s.edit("txtcaminho1")->text(), dir + QLatin1Char('/'));
+        s.answer.clear(); // a cancelled chooser leaves the box as it was
+        s.click("cmdCaminho2");
+        QVERIFY(s.edit("txtcaminho_estorno")->text().isEmpty());
+
+        s.edit("txtguiche")->setText(QStringLiteral("C"));
+        s.edit("txtcabecalho")->setText(QStringLiteral("PMS"));
+        s.edit("txtpref")->setText(QStringLiteral("PREFEITURA DE SÃO JOSÉ"));
+        s.get<QCheckBox>("chkRede")->setChecked(true);
+        s.get<QRadioButton>("optMulta")->setChecked(true);
+        s.get<QRadioButton>("optQuatro")->setChecked(true);
+        s.get<QComboBox>("cmbPorta")->setCurrentText(QStringLiteral("COM2"));
+        s.get<QComboBox>("cmbImpressoras")->setCurrentIndex(2);
+        s.click("cmdEscolhe");
+        s.get<QComboBox>("cmbImpressoras")->setCurrentIndex(1);
+        s.click("Command5");
+        s.get<QCheckBox>("chkPrintCupom")->setChecked(true);
+        s.click("Command1");
+        QVERIFY(app.dialogs().shown().isEmpty());
+        QCOMPARE(s.form.result(), int(QDialog::Accepted));
+
+        QCOMPARE(ini(app, "Export", "Path1"), dir + QLatin1Char('/'));
+        QCOMPARE(ini(app, "Export", "Path3"), dir + QLatin1Char('/'));
+        QCOMPARE(ini(app, "Reserva", "itens"), dir + QLatin1Char('/'));
+        QCOMPARE(ini(app, "Export", "caminho_febraban"), dir + QStringLiteral("/febraban/"));
+        QCOMPARE(ini(app, "Export", "caminho_soma"), dir + QStringLiteral("/Soma.txt"));
+        QCOMPARE(ini(app, "Export", "guiche"), QStringLiteral("C"));
+        QCOMPARE(ini(app, "Export", "rede"), QStringLiteral("1"));
+        QCOMPARE(ini(app, "Mensagem", "cabecalho"), QStringLiteral("PMS"));
+        QCOMPARE(ini(app, "Mensagem", "pref"), QStringLiteral("PREFEITURA DE SÃO JOSÉ"));
+        QCOMPARE(ini(app, "Opcoes", "juros"), QStringLiteral("2"));
+        QCOMPARE(ini(app, "Print", "impressora"), QStringLiteral("quattro"));
+        QCOMPARE(ini(app, "Print", "porta"), QStringLiteral("COM2"));
+        QCOMPARE(ini(app, "Print", "impressora_padrao"), QStringLiteral("Laser"));
+        QCOMPARE(ini(app, "Print", "impressora_autenticadora"), QStringLiteral("Termica"));
+        QCOMPARE(ini(app, "Print", "print_cupom"), QStringLiteral("1"));
+        QCOMPARE(ini(app, "Print", "cabecalho"), QStringLiteral("PREF"));
+        QCOMPARE(ini(app, "Print", "serial"), QStringLiteral("19200,8,N,1"));
+        QVERIFY(bytes(app.ctx().iniPath()).contains("; feito \xe0 m\xe3o\r\n"));
+        // The settings in use were loaded again.
+        QCOMPARE(app.ctx().settings.guiche, QStringLiteral("C"));
+        QCOMPARE(app.ctx().settings.juros, qint16(2));
+        QCOMPARE(app.ctx().settings.impressora_padrao, QStringLiteral("Laser"));
+
+        Screen again(app.ctx()); // opens with what was saved
+        QCOMPARE(again.edit("txtguiche")->text(), QStringLiteral("C"));
+        QVERIFY(again.get<QRadioButton>("optMulta")->isChecked());
+        QVERIFY(again.get<QRadioButton>("optQuatro")->isChecked());
+        QCOMPARE(again.get<QLabel>("lblImpressoraNome")->text(), QStringLiteral("Laser"));
+        again.get<QRadioButton>("optDesc")->setChecked(true);
+        again.get<QCheckBox>("chkCabecalho")->setChecked(false);
+        again.click("Command1");
+        QCOMPARE(ini(app, "Opcoes", "juros"), QStringLiteral("1"));
+        QCOMPARE(ini(app, "Print", "cabecalho"), QStringLiteral("0"));
+    }
+
+    void refusals_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("tab");
+        QTest::newRow("counter empty")
+            << "txtguiche"
+            << ""
+            << "O guichê de trabalho deve ter uma letra (ou um algarismo)."
+            << "Mensagem";
+        QTest::newRow("header of two") << "txtcabecalho"
+                                       << "PM"
+                                       << "O cabeçalho da autenticação deve ter 3 posições."
+                                       << "Mensagem";
+        QTest::newRow("folder missing") << "txtcaminho_febraban"
+                                        << "/nao/existe"
+                                        << "A pasta /nao/existe não existe."
+                                        << "Exportação";
+        QTest::newRow("folder not writable") << "txtcaminho1"
+                                             << "/proc"
+                                             << "A pasta /proc não permite gravação."
+                                             << "Exportação";
+    }
+
+    void refusals() {
+        QFETCH(QString, box);
+        QFETCH(QString, value);
+        QFETCH(QString, message);
+        QFETCH(QString, tab);
+        TestApp app;
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("A"));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
+                      QStringLiteral("PMX"));
+        const QByteArray before = bytes(app.ctx().iniPath());
+        Screen s(app.ctx());
+        s.form.show();
+        s.get<QTabWidget>("SSTab1")->setCurrentIndex(3);
+        s.edit(box.toLatin1().constData())->setText(value);
+        s.click("Command1");
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+        QCOMPARE(app.dialogs().last().text, message);
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Exclamation);
+        auto* tabs = s.get<QTabWidget>("SSTab1");
+        QCOMPARE(tabs->tabText(tabs->currentIndex()), tab);
+        QVERIFY(s.form.focusWidget());
+        QCOMPARE(s.form.focusWidget()->objectName(), box);
+        QCOMPARE(bytes(app.ctx().iniPath()), before);
+        QVERIFY(s.form.isVisible());
+    }
+
+    void cancelWritesNothing() {
+        TestApp app;
+        const QByteArray before = bytes(app.ctx().iniPath());
+        Screen s(app.ctx());
+        s.edit("txtguiche")->setText(QStringLiteral("Z"));
+        s.click("Command2");
+        QCOMPARE(s.form.result(), int(QDialog::Rejected));
+        QCOMPARE(bytes(app.ctx().iniPath()), before);
+    }
+};
+
+QTEST_MAIN(tst_opcoes_screen)
+#include "tst_opcoes_screen.moc"
