@@ -2,7 +2,9 @@
 
 #include "Money.h"
 
+#include <QList>
 #include <QString>
+#include <optional>
 
 class clsDataAccess;
 
@@ -34,6 +36,11 @@ public:
     bool SQLUpdateIntegra(qint32 idMovimento, int flag);
     bool SQLUpdateExport(qint32 idRecebe, int flag);
     bool SQLDelete();
+
+    // The receipts of a movement whose kind exists in CodBarra, in the order they were
+    // recorded (IDRECEBE, AUTENTICA, VALOR, CODBARRA, EXPORT, TIPO): the integration file's.
+    static std::optional<QList<clsRecebimentos>> paraIntegracao(clsDataAccess& db,
+                                                                qint32 idMovimento);
 
 private:
     clsDataAccess* m_db; // a pointer so rows can be copied
