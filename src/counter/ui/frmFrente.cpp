@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CalculatorDialog.h"
+#include "CashDayMenu.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
@@ -239,6 +240,14 @@ void frmFrente::buildMenus() {
     add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"),
         &frmFrente::calculadora);
     add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
+    CashDayMenu::build(
+        menuBar(), m_ctx, [this] { return m_session.day().movimento(); },
+        [this] {
+            m_session.day().reload();
+            refreshAll();
+            m_entry->setFocus();
+        },
+        this);
 }
 
 void frmFrente::tick() {
