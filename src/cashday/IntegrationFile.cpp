@@ -37,7 +37,7 @@ public:
     Builder(const QString& guiche, const QDate& dia) : m_guiche(guiche) {
         m_g.DATA_RECEBIMENTO = dia.toString(QStringLiteral("ddMMyyyy"));
         // What every receipt record shares. Its counter field holds one character: the
-        // counter number's last digit.
+        // counter number's last digit ("0" when no number is configured).
         m_g.REG = QStringLiteral("R");
         m_g.DATA_CREDITO = m_g.DATA_RECEBIMENTO;
         m_g.GUICHE =

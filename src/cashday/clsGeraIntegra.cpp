@@ -21,7 +21,7 @@ constexpr G::Field kContent[] = {
     {2, 8, &G::DATA_CREDITO, F::AsIs, 0},
     {10, 1, nullptr, F::Fixed, ' '},
     {11, 5, &G::AUTENTICA, F::Zeros, 0},
-    {16, 1, &G::GUICHE, F::AsIs, 0},
+    {16, 1, &G::GUICHE, F::Zeros, 0},
     {17, 4, &G::TIPO, F::Zeros, 0},
     {21, 1, nullptr, F::Fixed, ' '},
     {22, 9, &G::ENTRADA, F::Zeros, 0},
