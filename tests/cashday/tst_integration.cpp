@@ -295,22 +295,33 @@ private slots:
         QCOMPARE(app.dialogs().texts(), QStringList{IntegrationFile::kSemRecebimentos});
     }
 
-    // A two-character counter does not fit the header: the header is left out and reported;
-    // the receipts carry the counter's last digit.
-    void twoCharacterCounter() {
+    // A counter number that does not fit the header's one character (or no number at all):
+    // the header is left out and reported; the receipts carry the last digit, or a zero.
+    void counterNumberThatDoesNotFit_data() {
+        QTest::addColumn<QString>("guiche");
+        QTest::addColumn<QString>("digito");
+        QTest::newRow("two characters") << "12"
+                                        << "2";
+        QTest::newRow("none") << ""
+                              << "0";
+    }
+    void counterNumberThatDoesNotFit() {
+        QFETCH(QString, guiche);
+        QFETCH(QString, digito);
         TEST_BACKEND();
         Day d(app);
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("12"));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), guiche);
         d.receipt(1, 1, "1,00", kBarcode);
         const auto r = d.run(Money::fromReais(1));
         QVERIFY(r.written);
         QCOMPARE(r.erros, QStringList{QStringLiteral("Header")});
         QCOMPARE(app.dialogs().texts(), QStringList{QStringLiteral("Erro ao gerar: Header")});
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
-        const QStringList lines =
-            linesOf(app.path(QStringLiteral("Integracao/12_202611231000.INT")));
+        QCOMPARE(r.arquivo, app.path(QStringLiteral("Integracao/%1_202611231000.INT").arg(guiche)));
+        const QStringList lines = linesOf(r.arquivo);
         QCOMPARE(lines.size(), 2);
-        QCOMPARE(read(lines[0])[QStringLiteral("guiche")], QStringLiteral("2"));
+        QCOMPARE(lines[0].size(), 200);
+        QCOMPARE(read(lines[0])[QStringLiteral("guiche")], digito);
         QCOMPARE(lines[1].at(0), QLatin1Char('Z'));
         QCOMPARE(read(lines[1])[QStringLiteral("cont")], QStringLiteral("000000001"));
     }
