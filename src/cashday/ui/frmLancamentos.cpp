@@ -6,6 +6,7 @@
 #include "IntegrationFile.h"
 
 #include <QAction>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDateEdit>
@@ -36,11 +37,11 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     m_data->setCalendarPopup(true);
     m_mov = new QLabel(this);
     m_mov->setObjectName(QStringLiteral("lblMov"));
-    m_dia = new QLabel(this);
-    m_dia->setObjectName(QStringLiteral("lblDia"));
-    QFont bold = m_dia->font();
+    m_lblDia = new QLabel(this);
+    m_lblDia->setObjectName(QStringLiteral("lblDia"));
+    QFont bold = m_lblDia->font();
     bold.setBold(true);
-    m_dia->setFont(bold);
+    m_lblDia->setFont(bold);
     m_arrecadacao = CountWidgets::amountField(this, "txtarrecadacao");
     m_sangria = CountWidgets::amountField(this, "txtsangria");
     m_suprimento = CountWidgets::amountField(this, "txtsuprimento");
@@ -87,7 +88,7 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* top = new QHBoxLayout;
-    top->addWidget(m_dia);
+    top->addWidget(m_lblDia);
     top->addStretch();
     top->addWidget(new QLabel(QStringLiteral("Movimento:"), this));
     top->addWidget(m_id);
@@ -134,11 +135,18 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     layout->addLayout(bottom);
     resize(900, 480);
 
-    connect(m_data, &QDateEdit::dateChanged, this, &frmLancamentos::abrir);
+    // Another day is opened once its date is complete, not at every digit typed.
+    auto other = [this] {
+        if (m_data->date() != m_dia)
+            abrir(m_data->date());
+    };
+    connect(m_data, &QDateEdit::editingFinished, this, other);
+    connect(m_data->calendarWidget(), &QCalendarWidget::clicked, this, other);
     abrir(dia);
 }
 
 void frmLancamentos::abrir(const QDate& dia) {
+    m_dia = dia;
     clsMovimento mov(m_ctx.db);
     const bool found = mov.SQLSelectByDate(dia);
     m_count = found ? std::make_unique<CashCount>(m_ctx, mov) : nullptr;
@@ -147,7 +155,8 @@ void frmLancamentos::abrir(const QDate& dia) {
         w->setEnabled(found);
     m_id->setText(found ? QString::number(mov.ID) : QString());
     m_mov->setText(found ? CountWidgets::key(mov.MOV) : QString());
-    m_dia->setText(QStringLiteral("Caixa dia: ") + dia.toString(QStringLiteral("dd - MM - yyyy")));
+    m_lblDia->setText(QStringLiteral("Caixa dia: ") +
+                      dia.toString(QStringLiteral("dd - MM - yyyy")));
     CountWidgets::fillEspecies(m_especie, m_ctx);
     if (!found) {
         m_lista->clear();

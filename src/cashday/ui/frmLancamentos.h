@@ -38,6 +38,7 @@ private:
 
     AppContext& m_ctx;
     std::unique_ptr<CashCount> m_count;
+    QDate m_dia; // the day on screen
     CashConference m_conf;
     int m_pausa;
     bool m_busy = false;
@@ -45,7 +46,7 @@ private:
     QLineEdit* m_id;          // txtid_tabela
     QDateEdit* m_data;        // dtpData
     QLabel* m_mov;            // lblMov
-    QLabel* m_dia;            // lblDia
+    QLabel* m_lblDia;         // lblDia
     QLineEdit* m_arrecadacao; // txtarrecadacao
     QLineEdit* m_sangria;     // txtsangria
     QLineEdit* m_suprimento;  // txtsuprimento

@@ -107,6 +107,8 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     m_valor->setMaximumWidth(160);
     m_incluir = new QPushButton(QStringLiteral("&Incluir Itens"), tab);
     m_incluir->setObjectName(QStringLiteral("cmdIncluirItens"));
+    m_incluir->setAutoDefault(false);
+    connect(m_descricao, &QLineEdit::returnPressed, m_incluir, &QPushButton::click);
     connect(m_incluir, &QPushButton::clicked, this, &frmSangria::incluirItens);
 
     auto* header = new QGridLayout;
@@ -144,6 +146,8 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     auto* add = button("cmdAdd", QStringLiteral("&Novo"), &frmSangria::novoItem);
     m_save = button("cmdSave", QStringLiteral("&Gravar"), &frmSangria::salvarItem);
     auto* del = button("cmdDel", QStringLiteral("E&xcluir"), &frmSangria::excluirItem);
+    // The keyboard way: Enter on the value stores the item.
+    connect(m_valorItem, &QLineEdit::returnPressed, m_save, &QPushButton::click);
     m_itens = list(m_itemFrame, "lstitens",
                    {QStringLiteral("Código"), QStringLiteral("Espécie"), QStringLiteral("Número"),
                     QStringLiteral("Valor")});

@@ -169,6 +169,8 @@ private slots:
         QVERIFY(!w<QPushButton>(&f, "Command5")->isEnabled());
         QVERIFY(!w<QPushButton>(&f, "Command1")->isEnabled());
         w<QDateEdit>(&f, "dtpData")->setDate(s.mov.MDATA);
+        QVERIFY(!f.loaded()); // not while the date is being typed
+        emit w<QDateEdit>(&f, "dtpData")->editingFinished();
         QVERIFY(f.loaded());
         QCOMPARE(text(&f, "txtarrecadacao"), QStringLiteral("1.000,00"));
     }

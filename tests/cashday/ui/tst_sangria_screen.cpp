@@ -182,6 +182,25 @@ private slots:
         QCOMPARE(s.app.count(QStringLiteral("Sangria")), 0);
     }
 
+    // A payment typed from the keyboard: Enter on the description stores the entry, Enter on
+    // the value stores the item.
+    void keyboardOnly() {
+        Setup s;
+        frmSangria f(s.app.ctx(), s.mov, EntryKind::PaymentOut);
+        f.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&f));
+        QTest::keyClicks(w<QLineEdit>(&f, "txtdescricao"), QStringLiteral("EMPENHO 5"));
+        QTest::keyClick(w<QLineEdit>(&f, "txtdescricao"), Qt::Key_Return);
+        QCOMPARE(QApplication::focusWidget(), w<QComboBox>(&f, "cmbEspecie"));
+        w<QComboBox>(&f, "cmbEspecie")->setCurrentIndex(0);
+        QTest::keyClicks(w<QLineEdit>(&f, "mskValorItem"), QStringLiteral("12,34"));
+        QTest::keyClick(w<QLineEdit>(&f, "mskValorItem"), Qt::Key_Return);
+        QCOMPARE(w<QLineEdit>(&f, "txtvalor")->text(), QStringLiteral("12,34"));
+        QCOMPARE(s.app.count(QStringLiteral("Itens")), 1);
+        QVERIFY(f.isVisible());
+        QVERIFY(s.app.dialogs().shown().isEmpty());
+    }
+
     void searchAndDeleteEntries() {
         Setup s;
         for (const char* d : {"EMPENHO 1", "MATERIAL DE LIMPEZA"}) {
