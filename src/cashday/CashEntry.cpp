@@ -206,6 +206,18 @@ std::optional<QList<clsSangria>> CashEntry::listar(AppContext& ctx, qint32 idMov
     return clsSangria::listar(ctx.db, idMovimento, EntryKinds::tipo(kind), pesquisa.trimmed());
 }
 
+int CashEntry::descartarVazios(AppContext& ctx, qint32 idMovimento) {
+    Transaction tx(ctx.db);
+    const auto closed = fechado(ctx, idMovimento);
+    const auto empty = clsSangria::vazios(ctx.db, idMovimento);
+    if (!tx.ok() || !closed || *closed || !empty)
+        return 0;
+    for (clsSangria s : *empty)
+        if (!s.SQLDelete(0))
+            return 0;
+    return tx.commit() ? int(empty->size()) : 0;
+}
+
 bool CashEntry::excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria) {
     Transaction tx(ctx.db);
     const auto closed = fechado(ctx, idMovimento);

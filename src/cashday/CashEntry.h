@@ -51,6 +51,9 @@ public:
     // The entries of the movement of one kind, newest first (the entry screen's list).
     static std::optional<QList<clsSangria>> listar(AppContext& ctx, qint32 idMovimento,
                                                    EntryKind kind, const QString& pesquisa = {});
+    // Deletes the empty entries a run that ended in the middle of one left in an open
+    // movement (a finished entry always has items). Answers how many went.
+    static int descartarVazios(AppContext& ctx, qint32 idMovimento);
     // Deletes a whole entry of an open movement; its items are left where they are.
     static bool excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria);
     // The entry `idSangria` of the movement, if it is one of its.

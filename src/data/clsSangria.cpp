@@ -82,6 +82,14 @@ std::optional<QList<clsSangria>> clsSangria::debitos(clsDataAccess& db, qint32 i
                   {idMovimento});
 }
 
+std::optional<QList<clsSangria>> clsSangria::vazios(clsDataAccess& db, qint32 idMovimento) {
+    return select(db,
+                  QStringLiteral("WHERE IDMOVIMENTO = ? AND ENTRADA = 0 AND SAIDA = 0 AND NOT "
+                                 "EXISTS (SELECT 1 FROM Itens WHERE Itens.IDSANGRIA = Sangria.ID) "
+                                 "ORDER BY ID"),
+                  {idMovimento});
+}
+
 std::optional<clsSangria::Somas> clsSangria::somarMovimento(clsDataAccess& db, qint32 idMovimento) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT SUM(ENTRADA) AS ENTRADA, SUM(SAIDA) AS SAIDA FROM Sangria "

@@ -40,6 +40,9 @@ public:
     // Withdrawals and payments out of a movement, in the order they were made.
     static std::optional<QList<clsSangria>> debitos(clsDataAccess& db, qint32 idMovimento);
 
+    // Entries of a movement with no amount and no items: left by a run that ended mid-entry.
+    static std::optional<QList<clsSangria>> vazios(clsDataAccess& db, qint32 idMovimento);
+
     struct Somas {
         Money entrada;
         Money saida;

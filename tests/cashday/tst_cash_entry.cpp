@@ -228,6 +228,30 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Sangria")), 1); // an entry with items stays
     }
 
+    // A run that ended in the middle of an entry left its empty header: the next opening of
+    // the entries removes it, and nothing else.
+    void emptyHeadersOfAnInterruptedRun() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        {
+            CashEntry full(app.ctx(), mov, EntryKind::PaymentOut);
+            QVERIFY(full.incluirItens(QStringLiteral("EMPENHO")));
+            QVERIFY(full.gravarItem(100, QString(), QStringLiteral("1,00")));
+            CashEntry left(app.ctx(), mov, EntryKind::Withdrawal);
+            QVERIFY(left.incluirItens(QString()));
+            CashEntry again(app.ctx(), mov, EntryKind::CashIn);
+            QVERIFY(again.incluirItens(QString()));
+        } // never left through sair()
+        QCOMPARE(app.count(QStringLiteral("Sangria")), 3);
+        setStatus(app, mov, "FECHADO");
+        QCOMPARE(CashEntry::descartarVazios(app.ctx(), mov), 0); // a closed day stays as it is
+        setStatus(app, mov, "ABERTO");
+        QCOMPARE(CashEntry::descartarVazios(app.ctx(), mov + 1), 0);
+        QCOMPARE(CashEntry::descartarVazios(app.ctx(), mov), 2);
+        QCOMPARE(app.count(QStringLiteral("Sangria")), 1);
+        QCOMPARE(app.count(QStringLiteral("Sangria"), QStringLiteral("TIPO = 'SAIDA'")), 1);
+    }
+
     void deletingEntries() {
         TEST_BACKEND();
         const qint32 mov = prepare(app);

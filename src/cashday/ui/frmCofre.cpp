@@ -37,7 +37,6 @@ frmCofre::frmCofre(AppContext& ctx, qint32 idMovimento, QWidget* parent)
     connect(apply, &QPushButton::clicked, this, &frmCofre::aplicar);
     auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
     close->setObjectName(QStringLiteral("cmdFechar"));
-    close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* direction = new QHBoxLayout;

@@ -59,11 +59,9 @@ frmLancaTemp::frmLancaTemp(AppContext& ctx, const clsMovimento& mov, QWidget* pa
     connect(add, &QPushButton::clicked, this, &frmLancaTemp::adicionar);
     auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
-    remove->setAutoDefault(false);
     connect(remove, &QPushButton::clicked, del, &QAction::trigger);
     auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
     close->setObjectName(QStringLiteral("cmdFechar"));
-    close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* figures = new QGridLayout;

@@ -73,18 +73,15 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     connect(m_incluir, &QPushButton::clicked, this, &frmLancamentos::adicionar);
     auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
-    remove->setAutoDefault(false);
     connect(remove, &QPushButton::clicked, m_excluir, &QAction::trigger);
     m_pbr = new QProgressBar(this);
     m_pbr->setObjectName(QStringLiteral("pbr"));
     m_pbr->setValue(0);
     m_gerar = new QPushButton(QStringLiteral("&Gerar Arquivo Remessa"), this);
     m_gerar->setObjectName(QStringLiteral("Command1"));
-    m_gerar->setAutoDefault(false);
     connect(m_gerar, &QPushButton::clicked, this, &frmLancamentos::gerar);
     auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
     close->setObjectName(QStringLiteral("cmdFechar"));
-    close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* top = new QHBoxLayout;

@@ -62,7 +62,6 @@ frmSangria::frmSangria(AppContext& ctx, qint32 idMovimento, EntryKind kind, QWid
     m_tabs->addTab(listTab, QStringLiteral("Lançamentos do dia"));
     auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
     close->setObjectName(QStringLiteral("cmdFechar"));
-    close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &frmSangria::reject);
     auto* bottom = new QHBoxLayout;
     bottom->addStretch();
@@ -75,6 +74,7 @@ frmSangria::frmSangria(AppContext& ctx, qint32 idMovimento, EntryKind kind, QWid
     clsMovimento mov(ctx.db);
     if (mov.SQLSelect(idMovimento))
         m_data->setDate(mov.MDATA);
+    CashEntry::descartarVazios(ctx, idMovimento);
     fillEspecies();
     resetEntry();
     Lista_Sangria();
@@ -107,7 +107,6 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     m_valor->setMaximumWidth(160);
     m_incluir = new QPushButton(QStringLiteral("&Incluir Itens"), tab);
     m_incluir->setObjectName(QStringLiteral("cmdIncluirItens"));
-    m_incluir->setAutoDefault(false);
     connect(m_descricao, &QLineEdit::returnPressed, m_incluir, &QPushButton::click);
     connect(m_incluir, &QPushButton::clicked, this, &frmSangria::incluirItens);
 
@@ -139,7 +138,6 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     auto button = [this](const char* name, const QString& text, void (frmSangria::*slot)()) {
         auto* b = new QPushButton(text, m_itemFrame);
         b->setObjectName(QLatin1String(name));
-        b->setAutoDefault(false);
         connect(b, &QPushButton::clicked, this, slot);
         return b;
     };
@@ -170,7 +168,6 @@ void frmSangria::buildEntryTab(QWidget* tab) {
 
     auto* finish = new QPushButton(QStringLiteral("&Concluir Lançamento"), tab);
     finish->setObjectName(QStringLiteral("Command1"));
-    finish->setAutoDefault(false);
     connect(finish, &QPushButton::clicked, this, &frmSangria::concluir);
     auto* finishRow = new QHBoxLayout;
     finishRow->addStretch();
@@ -186,7 +183,6 @@ void frmSangria::buildListTab(QWidget* tab) {
     m_pesquisa->setObjectName(QStringLiteral("txtpesquisa"));
     auto* search = new QPushButton(QStringLiteral("&Procurar"), tab);
     search->setObjectName(QStringLiteral("cmdProcura"));
-    search->setAutoDefault(false);
     connect(search, &QPushButton::clicked, this, &frmSangria::Lista_Sangria);
     m_lista = list(tab, "ListView1",
                    {QStringLiteral("Código"), QStringLiteral("Data"), QStringLiteral("Tipo"),
@@ -200,7 +196,6 @@ void frmSangria::buildListTab(QWidget* tab) {
     m_lista->setContextMenuPolicy(Qt::ActionsContextMenu);
     auto* remove = new QPushButton(QStringLiteral("&Excluir lançamento"), tab);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
-    remove->setAutoDefault(false);
     connect(remove, &QPushButton::clicked, m_excluir, &QAction::trigger);
     m_soma = new QLabel(tab);
     m_soma->setObjectName(QStringLiteral("lblSoma"));
@@ -226,7 +221,7 @@ void frmSangria::fillEspecies() {
     for (const auto& [id, desc] :
          clsItens::especies(m_ctx.db).value_or(QList<QPair<qint16, QString>>{}))
         m_especie->addItem(desc, int(id));
-    m_especie->setCurrentIndex(-1);
+    m_especie->setCurrentIndex(m_especie->count() > 0 ? 0 : -1); // cash, usually
 }
 
 void frmSangria::Lista_Sangria() {

@@ -173,13 +173,19 @@ private slots:
         QCOMPARE(
             s.app.dialogs().texts(),
             QStringList{QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!")});
-        QCOMPARE(QApplication::focusWidget(), w<QComboBox>(&f, "cmbEspecie"));
+        QCOMPARE(QApplication::focusWidget(), w<QLineEdit>(&f, "mskValorItem"));
         s.app.dialogs().clear();
         click(&f, "Command1"); // stored without items
         QCOMPARE(s.app.dialogs().texts(), QStringList{QStringLiteral("Informe um item !!!")});
         QCOMPARE(s.app.count(QStringLiteral("Sangria")), 1);
         f.reject(); // leaving it: the empty entry goes
         QCOMPARE(s.app.count(QStringLiteral("Sangria")), 0);
+
+        CashEntry(s.app.ctx(), s.mov, EntryKind::PaymentOut).incluirItens(QStringLiteral("X"));
+        QCOMPARE(s.app.count(QStringLiteral("Sangria")), 1); // as if the program had stopped
+        frmSangria next(s.app.ctx(), s.mov, EntryKind::PaymentOut);
+        QCOMPARE(s.app.count(QStringLiteral("Sangria")), 0);
+        QCOMPARE(w<QTreeWidget>(&next, "ListView1")->topLevelItemCount(), 0);
     }
 
     // A payment typed from the keyboard: Enter on the description stores the entry, Enter on
