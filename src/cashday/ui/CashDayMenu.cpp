@@ -25,20 +25,22 @@ void CashDayMenu::build(QMenuBar* bar, AppContext& ctx, std::function<clsMovimen
             refresh();
         });
     };
-    auto entries = [&ctx, movimento, parent](EntryKind kind) {
-        return [&ctx, movimento, parent, kind] {
-            if (EntryKinds::needsAdministrator(kind) &&
-                !AdminGuard::ask(ctx, EntryKinds::caption(kind)))
-                return;
-            frmSangria(ctx, movimento().ID, kind, parent).exec();
-        };
+    // The entry screen in the mode the menu names: "A" entries, "P" payments, "S" withdrawals.
+    auto entries = [&ctx, movimento, parent](const char* modo) {
+        const EntryKind kind = *frmSangria::kindForMode(QLatin1String(modo));
+        return std::pair{EntryKinds::caption(kind) + QStringLiteral("..."),
+                         std::function<void()>([&ctx, movimento, parent, kind] {
+                             if (EntryKinds::needsAdministrator(kind) &&
+                                 !AdminGuard::ask(ctx, EntryKinds::caption(kind)))
+                                 return;
+                             frmSangria(ctx, movimento().ID, kind, parent).exec();
+                         })};
     };
-    add("mnuLanca", EntryKinds::caption(EntryKind::CashIn) + QStringLiteral("..."),
-        entries(EntryKind::CashIn));
-    add("mnuPagtos", EntryKinds::caption(EntryKind::PaymentOut) + QStringLiteral("..."),
-        entries(EntryKind::PaymentOut));
-    add("mnuSangria", EntryKinds::caption(EntryKind::Withdrawal) + QStringLiteral("..."),
-        entries(EntryKind::Withdrawal));
+    for (const auto& [name, modo] :
+         {std::pair{"mnuLanca", "A"}, std::pair{"mnuPagtos", "P"}, std::pair{"mnuSangria", "S"}}) {
+        const auto [text, run] = entries(modo);
+        add(name, text, run);
+    }
     add("mnuSuprimentos", QStringLiteral("Suprimentos (Cofre)..."), [&ctx, movimento, parent] {
         const qint32 id = movimento().ID;
         if (CashSafe::podeMovimentar(ctx, id))
