@@ -1,6 +1,9 @@
 #include "ScreenGallery.h"
 
 #include "AppContext.h"
+#include "CashCount.h"
+#include "CashEntry.h"
+#include "CashSafe.h"
 #include "CheckDigits.h"
 #include "Clock.h"
 #include "CounterSession.h"
@@ -21,13 +24,17 @@
 #include "frmAutenticar.h"
 #include "frmAvulso.h"
 #include "frmCodBarra.h"
+#include "frmCofre.h"
 #include "frmData.h"
 #include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
+#include "frmLancaTemp.h"
+#include "frmLancamentos.h"
 #include "frmLdg.h"
 #include "frmOpcoes.h"
+#include "frmSangria.h"
 #include "frmSkin.h"
 #include "frmUsuarios.h"
 
@@ -222,6 +229,58 @@ int saveSkins(QWidget& counter, const QString& out) {
     return failures;
 }
 
+// The cash day while it is open: the opening float, a withdrawal of two items being recorded,
+// the day's withdrawals, the safe and the provisional count.
+int saveOpenDayScreens(AppContext& ctx, const clsMovimento& mov, const QString& out) {
+    int failures = 0;
+    CashEntry opening(ctx, mov.ID, EntryKind::CashIn);
+    opening.incluirItens(QString());
+    opening.gravarItem(100, QString(), QStringLiteral("200,00"));
+    CashEntry payment(ctx, mov.ID, EntryKind::PaymentOut);
+    payment.incluirItens(QStringLiteral("EMPENHO 0412/2026 - MATERIAL DE LIMPEZA"));
+    payment.gravarItem(102, QStringLiteral("NE 0412"), QStringLiteral("85,40"));
+
+    frmSangria sangria(ctx, mov.ID, EntryKind::Withdrawal);
+    sangria.findChild<QPushButton*>(QStringLiteral("cmdIncluirItens"))->click();
+    auto item = [&sangria](int row, const QString& numero, const QString& valor) {
+        sangria.findChild<QComboBox*>(QStringLiteral("cmbEspecie"))->setCurrentIndex(row);
+        sangria.findChild<QLineEdit*>(QStringLiteral("txtnumero"))->setText(numero);
+        sangria.findChild<QLineEdit*>(QStringLiteral("mskValorItem"))->setText(valor);
+        sangria.findChild<QPushButton*>(QStringLiteral("cmdSave"))->click();
+    };
+    item(0, QString(), QStringLiteral("100,00"));
+    item(1, QStringLiteral("123"), QStringLiteral("50,00"));
+    failures += !save(sangria, out, QStringLiteral("frmSangria-retirada"));
+    sangria.findChild<QTabWidget*>(QStringLiteral("SSTab1"))->setCurrentIndex(1);
+    failures += !save(sangria, out, QStringLiteral("frmSangria-lista"));
+
+    CashSafe::movimentar(ctx, mov.ID, CashSafe::Direction::In, QStringLiteral("1.500,00"));
+    frmCofre cofre(ctx, mov.ID);
+    cofre.findChild<QRadioButton*>(QStringLiteral("optSaida"))->setChecked(true);
+    cofre.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("50,00"));
+    failures += !save(cofre, out, QStringLiteral("frmCofre"));
+
+    frmLancaTemp temp(ctx, mov);
+    auto* especie = temp.findChild<QComboBox*>(QStringLiteral("Combo1"));
+    for (const auto& [row, valor] : {std::pair{0, "1.704,97"}, std::pair{1, "170,00"}}) {
+        especie->setCurrentIndex(row);
+        temp.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QLatin1String(valor));
+        temp.findChild<QPushButton*>(QStringLiteral("Command5"))->click();
+    }
+    failures += !save(temp, out, QStringLiteral("frmLancaTemp"));
+    return failures;
+}
+
+// The count of the closed day, ten reais short.
+int saveCountScreen(AppContext& ctx, const clsMovimento& mov, const QString& out) {
+    CashCount count(ctx, mov);
+    count.adicionar(100, QString(), QStringLiteral("1.694,97"));
+    count.adicionar(101, QStringLiteral("000123"), QStringLiteral("50,00"));
+    count.adicionar(101, QStringLiteral("004567"), QStringLiteral("120,00"));
+    frmLancamentos dlg(ctx, mov.MDATA);
+    return !save(dlg, out, QStringLiteral("frmLancamentos"));
+}
+
 } // namespace
 
 int runScreens(int argc, char** argv) {
@@ -274,9 +333,12 @@ int runScreens(int argc, char** argv) {
     failures += saveSkins(four, out);
     failures += saveAdminScreens(ctx, out);
 
+    session.gravar(); // the customer pays: the day has receipts
     session.list().clear();
     session.resetPayment();
+    failures += saveOpenDayScreens(ctx, session.day().movimento(), out);
     session.day().encerrar();
+    failures += saveCountScreen(ctx, session.day().movimento(), out);
     frmFrente closed(session, false);
     failures += !save(closed, out, QStringLiteral("frmFrente-encerrado"));
 

@@ -25,6 +25,7 @@ QList<CliCommand> allCommands() {
     registerChargesCommands(c);
     registerExportCommands(c);
     registerAdminCommands(c);
+    registerCashDayCommands(c);
     return c;
 }
 

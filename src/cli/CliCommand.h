@@ -42,3 +42,4 @@ void registerPrinterCommands(QList<CliCommand>& commands);
 void registerChargesCommands(QList<CliCommand>& commands);
 void registerExportCommands(QList<CliCommand>& commands);
 void registerAdminCommands(QList<CliCommand>& commands);
+void registerCashDayCommands(QList<CliCommand>& commands);

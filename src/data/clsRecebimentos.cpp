@@ -140,3 +140,28 @@ bool clsRecebimentos::SQLUpdateExport(clsDataAccess& db, const QList<QPair<qint3
             return false;
     return tx.commit();
 }
+std::optional<QList<clsRecebimentos>> clsRecebimentos::paraIntegracao(clsDataAccess& db,
+                                                                      qint32 idMovimento) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, Recebimentos.VALOR, "
+                       "Recebimentos.CODBARRA, Recebimentos.EXPORT, CodBarra.IDCOD FROM "
+                       "Recebimentos, CodBarra WHERE Recebimentos.TIPO = CodBarra.IDCOD AND "
+                       "Recebimentos.IDMOVIMENTO = ? ORDER BY Recebimentos.IDRECEBE"),
+        {idMovimento});
+    if (!rs)
+        return std::nullopt;
+    QList<clsRecebimentos> out;
+    out.reserve(rs->recordCount());
+    for (const QVector<QVariant>& row : rs->rows()) {
+        clsRecebimentos r(db);
+        r.IDRECEBE = static_cast<qint32>(variantToInt64(row[0]));
+        r.AUTENTICA = static_cast<qint16>(variantToInt64(row[1]));
+        r.VALOR = Money::fromUnits(variantToInt64(row[2]));
+        r.CODBARRA = row[3].toString();
+        r.EXPORT = static_cast<qint16>(variantToInt64(row[4]));
+        r.TIPO = static_cast<qint16>(variantToInt64(row[5]));
+        r.IDMOVIMENTO = static_cast<qint16>(idMovimento);
+        out.append(r);
+    }
+    return out;
+}

@@ -56,6 +56,10 @@ public:
     listarExportacao(clsDataAccess& db, qint32 idMovimento, int tipo, int exportFlag);
     // EXPORT of several receipts (IDRECEBE, mark), all in one transaction or none.
     static bool SQLUpdateExport(clsDataAccess& db, const QList<QPair<qint32, int>>& marks);
+    // The receipts of a movement whose kind exists in CodBarra, in the order they were
+    // recorded (IDRECEBE, AUTENTICA, VALOR, CODBARRA, EXPORT, TIPO): the integration file's.
+    static std::optional<QList<clsRecebimentos>> paraIntegracao(clsDataAccess& db,
+                                                                qint32 idMovimento);
 
 private:
     clsDataAccess* m_db; // a pointer so rows can be copied

@@ -3,6 +3,7 @@
 #include "AdminGuard.h"
 #include "AppContext.h"
 #include "CalculatorDialog.h"
+#include "CashDayMenu.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DialogPort.h"
@@ -274,6 +275,14 @@ void frmFrente::buildMenus() {
         [this] { openAdmin({}, [this] { return std::make_unique<frmSkin>(m_ctx, this); }); });
     add(admin, QStringLiteral("mnuAtualiza"), QStringLiteral("Atualização..."),
         [this] { openAdmin({}, [this] { return std::make_unique<frmAtualiza>(m_ctx, this); }); });
+    CashDayMenu::build(
+        menuBar(), m_ctx, [this] { return m_session.day().movimento(); },
+        [this] {
+            m_session.day().reload();
+            refreshAll();
+            m_entry->setFocus();
+        },
+        this);
 }
 
 void frmFrente::openAdmin(const QString& guardTitle,

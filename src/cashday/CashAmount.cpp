@@ -1,0 +1,11 @@
+#include "CashAmount.h"
+
+const QString CashAmount::kValorInvalido =
+    QStringLiteral("Você precisa informar um valor válido!!");
+
+std::optional<Money> CashAmount::parse(const QString& text) {
+    const auto v = Money::parse(text);
+    if (!v || v->isNegative() || v->isZero() || v->units() % Money::kUnitsPerCent != 0)
+        return std::nullopt;
+    return v;
+}

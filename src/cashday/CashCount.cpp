@@ -1,0 +1,116 @@
+#include "CashCount.h"
+
+#include "AppContext.h"
+#include "CashAmount.h"
+#include "CashEntry.h"
+#include "DialogPort.h"
+#include "clsItens.h"
+#include "clsSangria.h"
+
+#include <QRegularExpression>
+
+const QString CashCount::kTitulo = QStringLiteral("Aviso");
+const QString CashCount::kCliqueNoItem = QStringLiteral("Você deve clicar no item antes!!");
+const QString CashCount::kPerguntaExcluir = QStringLiteral("Confirma exclusão do Item: ");
+const QString CashCount::kAvisoTemporario =
+    QStringLiteral("Os lançamentos gerados nesta tela não servem para contabilização de "
+                   "encerramento de caixa.");
+
+CashCount::CashCount(AppContext& ctx, const clsMovimento& mov) : m_ctx(ctx), m_mov(mov) {}
+
+QList<QPair<qint16, QString>> CashCount::especies(AppContext& ctx) {
+    const auto all = clsItens::especies(ctx.db);
+    if (!all)
+        return {};
+    const QStringList codes =
+        ctx.option(QStringLiteral("Reserva"), QStringLiteral("itens"))
+            .split(QRegularExpression(QStringLiteral("[;,\\s]+")), Qt::SkipEmptyParts);
+    if (codes.isEmpty())
+        return *all;
+    QList<QPair<qint16, QString>> out;
+    for (const QString& c : codes)
+        for (const auto& k : *all)
+            if (c.toInt() == k.first && !out.contains(k))
+                out.append(k);
+    return out;
+}
+
+Money CashCount::suprimento(AppContext& ctx, const clsMovimento& mov) {
+    return ctx.settings.soma == 1 ? mov.SUPRIMENTO : Money();
+}
+
+std::optional<QList<clsConfCaixa>> CashCount::linhas() {
+    return clsConfCaixa::listar(m_ctx.db, m_mov.ID);
+}
+
+std::optional<CashConference> CashCount::conferir() {
+    const auto rows = linhas();
+    if (!rows)
+        return std::nullopt;
+    CashConference c;
+    c.arrecadacao = m_mov.VALOR_ARRECADADO;
+    c.lancamentos = m_mov.ENTRADA - m_mov.SAIDA;
+    c.suprimento = suprimento(m_ctx, m_mov);
+    for (const clsConfCaixa& l : *rows)
+        c.contado += l.VALOR;
+    c.linhas = int(rows->size());
+    return c;
+}
+
+std::optional<Money> CashCount::validar(AppContext& ctx, int especie, const QString& valor) {
+    if (especie <= 0 || valor.trimmed().isEmpty()) {
+        ctx.dialogs.warn(kTitulo, CashEntry::kCamposObrigatorios);
+        return std::nullopt;
+    }
+    const auto amount = CashAmount::parse(valor);
+    if (!amount) {
+        ctx.dialogs.warn(kTitulo, CashAmount::kValorInvalido);
+        return std::nullopt;
+    }
+    for (const auto& k : especies(ctx))
+        if (k.first == especie)
+            return amount;
+    ctx.dialogs.critical(kTitulo, CashEntry::kEspecieInvalida);
+    return std::nullopt;
+}
+
+bool CashCount::adicionar(int especie, const QString& numero, const QString& valor) {
+    const auto amount = validar(m_ctx, especie, valor);
+    if (!amount)
+        return false;
+    clsConfCaixa line(m_ctx.db);
+    line.IDMOVIMENTO = m_mov.ID;
+    line.ESPECIE = static_cast<qint16>(especie);
+    line.NUMERO = numero.trimmed();
+    line.VALOR = *amount;
+    return line.SQLInsert(0);
+}
+
+bool CashCount::excluir(qint32 idLinha) {
+    clsConfCaixa line(m_ctx.db);
+    if (idLinha <= 0 || !line.SQLSelect(idLinha) || line.IDMOVIMENTO != m_mov.ID) {
+        m_ctx.dialogs.critical(kTitulo, kCliqueNoItem);
+        return false;
+    }
+    if (!line.SQLDelete(idLinha)) {
+        m_ctx.dialogs.critical(kTitulo, CashEntry::kErroExcluir);
+        return false;
+    }
+    return true;
+}
+
+std::optional<CashConference> CashCount::provisoria(AppContext& ctx, const clsMovimento& mov,
+                                                    const QList<Money>& contados) {
+    const auto received = clsMovimento::somarDia(ctx.db, mov.ID, mov.MDATA);
+    const auto cash = clsSangria::somarMovimento(ctx.db, mov.ID);
+    if (!received || !cash)
+        return std::nullopt;
+    CashConference c;
+    c.arrecadacao = received->arrecadado;
+    c.lancamentos = cash->entrada - cash->saida;
+    c.suprimento = suprimento(ctx, mov);
+    for (const Money& m : contados)
+        c.contado += m;
+    c.linhas = int(contados.size());
+    return c;
+}

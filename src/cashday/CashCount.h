@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Money.h"
+#include "clsConfCaixa.h"
+#include "clsMovimento.h"
+
+#include <QList>
+#include <QPair>
+#include <optional>
+
+class AppContext;
+
+// What the day should hold against what was counted.
+struct CashConference {
+    Money arrecadacao; // receipts
+    Money lancamentos; // entries in minus payments and withdrawals
+    Money suprimento;  // supplies, when [Reserva] soma=1; zero otherwise
+    Money contado;     // the count
+    int linhas = 0;
+    // (counted + supplies) - (receipts + entries): zero when the till balances.
+    Money diferenca() const { return contado + suprimento - (arrecadacao + lancamentos); }
+    // The integration file's footer amount: what was counted plus the supplies.
+    Money confCaixa() const { return contado + suprimento; }
+};
+
+// The cash count of a movement. The till is counted after the day is closed, so count lines
+// can be added and deleted on a closed day as well as an open one.
+class CashCount {
+public:
+    CashCount(AppContext& ctx, const clsMovimento& mov);
+
+    static const QString kTitulo;          // "Aviso"
+    static const QString kCliqueNoItem;    // "Você deve clicar no item antes!!"
+    static const QString kPerguntaExcluir; // "Confirma exclusão do Item: "
+    static const QString kAvisoTemporario; // the provisional screen's notice
+
+    // The kinds of money offered for counting: those listed in [Reserva] itens (codes
+    // separated by ";", "," or blanks, in that order), or every kind of money when it is
+    // empty. Codes that are not kinds of money are left out.
+    static QList<QPair<qint16, QString>> especies(AppContext& ctx);
+
+    const clsMovimento& movimento() const { return m_mov; }
+    std::optional<QList<clsConfCaixa>> linhas();
+    // The movement's figures (written at closing) against the stored count.
+    std::optional<CashConference> conferir();
+    bool adicionar(int especie, const QString& numero, const QString& valor);
+    // The value of a count line of one of the offered kinds; nullopt (message shown) when
+    // the kind or the value is refused.
+    static std::optional<Money> validar(AppContext& ctx, int especie, const QString& valor);
+    bool excluir(qint32 idLinha);
+
+    // The same comparison for an open day, at any moment: receipts and entries summed now,
+    // `contados` kept by the caller only. Nothing is written.
+    static std::optional<CashConference> provisoria(AppContext& ctx, const clsMovimento& mov,
+                                                    const QList<Money>& contados);
+
+private:
+    static Money suprimento(AppContext& ctx, const clsMovimento& mov);
+
+    AppContext& m_ctx;
+    clsMovimento m_mov;
+};

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "EntryKind.h"
+#include "Money.h"
+#include "clsItens.h"
+#include "clsSangria.h"
+
+#include <QList>
+#include <optional>
+
+class AppContext;
+
+// One cash entry of a movement as the operator records it: the header is stored at once with
+// a zero amount, every item stored or deleted rewrites the header's amount as the sum of its
+// items in the same transaction, and a header still at zero when the operator leaves it is
+// deleted, so no empty entry survives. Nothing of a closed movement is added, changed or
+// deleted. Refusals are shown here; questions are the caller's.
+class CashEntry {
+public:
+    CashEntry(AppContext& ctx, qint32 idMovimento, EntryKind kind);
+
+    static const QString kTitulo;                    // "Aviso"
+    static const QString kMovimentoFechado;          // any change on a closed movement
+    static const QString kCamposObrigatorios;        // a required field left empty
+    static const QString kInformeItem;               // "Informe um item !!!"
+    static const QString kPerguntaExcluirItem;       // "Confirma exclusão do item selecionado?"
+    static const QString kPerguntaExcluirLancamento; // "Confirma exclusão deste item?"
+    static const QString kNaoPodeExcluir;            // deleting an entry of a closed movement
+    static const QString kErroExcluir;               // "Erro ao excluir"
+    static const QString kEspecieInvalida;           // an item whose kind is not money
+
+    EntryKind kind() const { return m_kind; }
+    bool stored() const { return m_header.ID != 0; }
+    const clsSangria& header() const { return m_header; }
+    const QList<clsItens>& itens() const { return m_itens; }
+    Money total() const;
+
+    // Continues a stored entry of this movement and kind.
+    bool carregar(qint32 idSangria);
+
+    // Stores the header with a zero amount (once). The description of opening entries and
+    // withdrawals is always their fixed one; a payment out needs one.
+    bool incluirItens(const QString& descricao);
+    bool gravarItem(int especie, const QString& numero, const QString& valor);
+    bool excluirItem(qint32 idItem);
+    // Finishing: a stored entry without items is refused; otherwise the next entry starts.
+    bool concluir();
+    // Leaving the entry: a header still at zero is deleted.
+    bool sair();
+
+    // The entries of the movement of one kind, newest first (the entry screen's list).
+    static std::optional<QList<clsSangria>> listar(AppContext& ctx, qint32 idMovimento,
+                                                   EntryKind kind, const QString& pesquisa = {});
+    // Deletes the empty entries a run that ended in the middle of one left in an open
+    // movement (a finished entry always has items). Answers how many went.
+    static int descartarVazios(AppContext& ctx, qint32 idMovimento);
+    // Deletes a whole entry of an open movement; its items are left where they are.
+    static bool excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria);
+    // The entry `idSangria` of the movement, if it is one of its.
+    static std::optional<clsSangria> lancamento(AppContext& ctx, qint32 idMovimento,
+                                                qint32 idSangria);
+    // The entry an item belongs to.
+    static std::optional<qint32> lancamentoDoItem(AppContext& ctx, qint32 idItem);
+    // nullopt when the movement cannot be read.
+    static std::optional<bool> fechado(AppContext& ctx, qint32 idMovimento);
+
+private:
+    bool refusedClosed(const QString& message);
+    bool reloadItems(QList<clsItens>& items);
+    bool rewriteHeader(const QList<clsItens>& items, clsSangria& header);
+
+    AppContext& m_ctx;
+    qint32 m_idMovimento;
+    EntryKind m_kind;
+    clsSangria m_header;
+    QList<clsItens> m_itens;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+
+// The three kinds of cash entry (Sangria.TIPO): money put into the till, payments out and
+// withdrawals to the safe.
+enum class EntryKind { CashIn, PaymentOut, Withdrawal };
+
+namespace EntryKinds {
+
+QString tipo(EntryKind k);                              // "ENTRADA", "SAIDA", "SANGRIA"
+std::optional<EntryKind> fromTipo(const QString& tipo); // case-insensitive
+QString caption(EntryKind k);                           // the entry screen's title
+// The fixed description of opening entries and withdrawals; empty for payments, whose
+// description the operator types.
+QString defaultDescription(EntryKind k);
+bool descriptionEditable(EntryKind k);
+// Entries and withdrawals are administrator-only; payments out are not.
+bool needsAdministrator(EntryKind k);
+
+} // namespace EntryKinds

@@ -1,0 +1,77 @@
+#include "clsItens.h"
+
+#include "clsDataAccess.h"
+
+bool clsItens::SQLInsert(int mode) {
+    const QVariantList values = {IDSANGRIA, int(ESPECIE), NUMERO, VALOR.units()};
+    if (mode == 1) {
+        qint64 newId = 0;
+        if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, "
+                                                    "NUMERO, VALOR) VALUES (?, ?, ?, ?)"),
+                                     values, newId))
+            return false;
+        ID = static_cast<qint32>(newId);
+        return true;
+    }
+    if (mode == 2)
+        return m_db->SQLExecute(QStringLiteral("UPDATE Itens SET IDSANGRIA = ?, ESPECIE = ?, "
+                                               "NUMERO = ?, VALOR = ? WHERE ID = ?"),
+                                values + QVariantList{ID});
+    return false;
+}
+
+bool clsItens::SQLDelete(qint32 id) {
+    if (id != 0)
+        ID = id;
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID});
+}
+
+bool clsItens::SQLSelect(qint32 id) {
+    const auto rs = m_db->SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, IDSANGRIA, ESPECIE, NUMERO, VALOR FROM Itens WHERE ID = ?"),
+        {id});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return false;
+    ID = static_cast<qint32>(rs->integer(QStringLiteral("ID")));
+    IDSANGRIA = static_cast<qint32>(rs->integer(QStringLiteral("IDSANGRIA")));
+    ESPECIE = static_cast<qint16>(rs->integer(QStringLiteral("ESPECIE")));
+    NUMERO = rs->text(QStringLiteral("NUMERO"));
+    VALOR = rs->money(QStringLiteral("VALOR"));
+    return true;
+}
+
+std::optional<QList<clsItens>> clsItens::listar(clsDataAccess& db, qint32 idSangria) {
+    // A left join, so an item whose kind was removed still shows and still counts.
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral(
+            "SELECT Itens.ID, Itens.IDSANGRIA, Itens.ESPECIE, Itens.NUMERO, "
+            "Itens.VALOR, CodBarra.DESCRICAO FROM Itens LEFT JOIN CodBarra ON "
+            "CodBarra.IDCOD = Itens.ESPECIE WHERE Itens.IDSANGRIA = ? ORDER BY Itens.ID"),
+        {idSangria});
+    if (!rs)
+        return std::nullopt;
+    QList<clsItens> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        clsItens i(db);
+        i.ID = static_cast<qint32>(r.integer(QStringLiteral("ID")));
+        i.IDSANGRIA = static_cast<qint32>(r.integer(QStringLiteral("IDSANGRIA")));
+        i.ESPECIE = static_cast<qint16>(r.integer(QStringLiteral("ESPECIE")));
+        i.NUMERO = r.text(QStringLiteral("NUMERO"));
+        i.VALOR = r.money(QStringLiteral("VALOR"));
+        i.especieDescricao = r.text(QStringLiteral("DESCRICAO"));
+        out.append(i);
+    }
+    return out;
+}
+
+std::optional<QList<QPair<qint16, QString>>> clsItens::especies(clsDataAccess& db) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE PADRAO = 'S' ORDER BY IDCOD"));
+    if (!rs)
+        return std::nullopt;
+    QList<QPair<qint16, QString>> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({static_cast<qint16>(r.integer(QStringLiteral("IDCOD"))),
+                    r.text(QStringLiteral("DESCRICAO"))});
+    return out;
+}

@@ -1,0 +1,263 @@
+// The safe (its balance in Config.ini and the day's supplies) and the cash count: the
+// difference, the supplies switch, the kinds offered, a closed day, and the provisional count.
+#include "CashAmount.h"
+#include "CashCount.h"
+#include "CashEntry.h"
+#include "CashSafe.h"
+#include "IniFile.h"
+#include "TestApp.h"
+#include "clsConfCaixa.h"
+#include "clsMovimento.h"
+#include "clsRecebimentos.h"
+#include "clsSangria.h"
+
+#include <QDir>
+
+namespace {
+
+qint32 prepare(TestApp& app, const char* status = "ABERTO") {
+    if (!app.db().SQLExecute(QStringLiteral(
+            "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO) VALUES (100, 'DIN', "
+            "'DINHEIRO', 'S'), (101, 'CHQ', 'CHEQUE', 'S'), (7, 'AV1', 'TAXA', 'A')")))
+        return 0;
+    clsMovimento m(app.db());
+    m.MDATA = QDate(2026, 11, 23);
+    m.MOV = 1;
+    m.STATUS = QLatin1String(status);
+    app.dialogs().clear();
+    return m.SQLInsert(0) ? m.ID : 0;
+}
+
+clsMovimento movement(TestApp& app, qint32 id) {
+    clsMovimento m(app.db());
+    m.SQLSelect(id);
+    return m;
+}
+
+} // namespace
+
+class tst_safe_count : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase_data() { addBackendRows(); }
+
+    void safeMoves_data() {
+        QTest::addColumn<QString>("inicial");
+        QTest::addColumn<bool>("saida");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<int>("outcome");
+        QTest::addColumn<QString>("saldo");
+        QTest::addColumn<QString>("suprimento");
+        QTest::addColumn<QString>("message");
+        using O = CashSafe::Outcome;
+        const QString ok = CashSafe::kGravado;
+        QTest::newRow("in, empty balance") << "" << false << "150,00" << int(O::Done) << "150,00"
+                                           << "150,00" << ok + "150,00";
+        QTest::newRow("in") << "1.000,00" << false << "0,50" << int(O::Done) << "1.000,50"
+                            << "0,50" << ok + "1.000,50";
+        QTest::newRow("out, the whole balance")
+            << "150,00" << true << "150,00" << int(O::Done) << "0,00"
+            << "-150,00" << ok + "0,00";
+        QTest::newRow("out, one cent more")
+            << "150,00" << true << "150,01" << int(O::AboveBalance) << "150,00"
+            << "0,00" << CashSafe::kAcimaDoSaldo;
+        QTest::newRow("empty value") << "10,00" << false << "" << int(O::InvalidValue) << "10,00"
+                                     << "0,00" << CashAmount::kValorInvalido;
+        QTest::newRow("letters") << "10,00" << false << "dez" << int(O::InvalidValue) << "10,00"
+                                 << "0,00" << CashAmount::kValorInvalido;
+        QTest::newRow("two commas") << "10,00" << true << "1,0,0" << int(O::InvalidValue) << "10,00"
+                                    << "0,00" << CashAmount::kValorInvalido;
+        QTest::newRow("negative") << "10,00" << false << "-1,00" << int(O::InvalidValue) << "10,00"
+                                  << "0,00" << CashAmount::kValorInvalido;
+    }
+    void safeMoves() {
+        QFETCH(QString, inicial);
+        QFETCH(bool, saida);
+        QFETCH(QString, valor);
+        QFETCH(int, outcome);
+        QFETCH(QString, saldo);
+        QFETCH(QString, suprimento);
+        QFETCH(QString, message);
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), inicial);
+        const auto r = CashSafe::movimentar(
+            app.ctx(), mov, saida ? CashSafe::Direction::Out : CashSafe::Direction::In, valor);
+        QCOMPARE(int(r.outcome), outcome);
+        QCOMPARE(r.saldo.format(), saldo);
+        QCOMPARE(
+            IniFile::read(QStringLiteral("Reserva"), QStringLiteral("cofre"), app.ctx().iniPath()),
+            outcome == int(CashSafe::Outcome::Done) ? saldo : inicial);
+        QCOMPARE(movement(app, mov).SUPRIMENTO.format(), suprimento);
+        QCOMPARE(app.dialogs().texts(), QStringList{message});
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+        const DialogIcon icon = outcome == int(CashSafe::Outcome::Done) ? DialogIcon::Information
+                                : outcome == int(CashSafe::Outcome::AboveBalance)
+                                    ? DialogIcon::Critical
+                                    : DialogIcon::Exclamation;
+        QCOMPARE(app.dialogs().last().icon, icon);
+        // The settings file is replaced whole: no temporary file is left beside it.
+        QCOMPARE(QDir(app.folder()).entryList({QStringLiteral("Config.ini*")}, QDir::Files),
+                 QStringList{QStringLiteral("Config.ini")});
+    }
+
+    void safeOnAClosedDayOrWithABadSetting() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app, "FECHADO");
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), QStringLiteral("9,00"));
+        QVERIFY(!CashSafe::podeMovimentar(app.ctx(), mov));
+        QCOMPARE(app.dialogs().texts(), QStringList{CashSafe::kCaixaEncerrado});
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        app.dialogs().clear();
+        QCOMPARE(int(CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In,
+                                          QStringLiteral("1,00"))
+                         .outcome),
+                 int(CashSafe::Outcome::Closed));
+        QCOMPARE(app.dialogs().texts(), QStringList{CashSafe::kCaixaEncerrado});
+        QCOMPARE(*CashSafe::saldo(app.ctx()), Money::fromReais(9));
+
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), QStringLiteral("9.00"));
+        app.dialogs().clear();
+        QVERIFY(!CashSafe::saldo(app.ctx()));
+        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("9.00")));
+    }
+
+    // When the settings file cannot be written, the day's supplies are not changed either.
+    void safeWriteFailureChangesNothing() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        QVERIFY(QFile::remove(app.ctx().iniPath()));
+        QVERIFY(QDir().mkdir(app.ctx().iniPath())); // a folder where the file should be
+        const auto r =
+            CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In, QStringLiteral("5,00"));
+        QCOMPARE(int(r.outcome), int(CashSafe::Outcome::Failed));
+        QCOMPARE(movement(app, mov).SUPRIMENTO, Money());
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+    }
+
+    // 1.000,00 received, 200,00 in and 100,00 withdrawn, nothing supplied: a count of
+    // 1.100,00 balances; without count lines the difference is everything the day should hold.
+    void differenceOfADay() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app, "FECHADO");
+        clsMovimento m = movement(app, mov);
+        m.VALOR_ARRECADADO = Money::fromReais(1000);
+        m.ENTRADA = Money::fromReais(200);
+        m.SAIDA = Money::fromReais(100);
+        m.SUPRIMENTO = Money::fromReais(40);
+        QVERIFY(m.SQLUpdateTotais());
+        CashCount count(app.ctx(), m);
+        auto c = count.conferir();
+        QCOMPARE(c->contado, Money());
+        QCOMPARE(c->linhas, 0);
+        QCOMPARE(c->lancamentos, Money::fromReais(100));
+        QCOMPARE(c->suprimento, Money()); // supplies are added only with [Reserva] soma=1
+        QCOMPARE(c->diferenca().format(), QStringLiteral("-1.100,00"));
+
+        // The till is counted after closing: lines go in and out of a closed day.
+        QVERIFY(count.adicionar(100, QString(), QStringLiteral("1.000,00")));
+        QVERIFY(count.adicionar(101, QStringLiteral("000123"), QStringLiteral("100,00")));
+        c = count.conferir();
+        QCOMPARE(c->diferenca().format(), QStringLiteral("0,00"));
+        QCOMPARE(c->contado.format(), QStringLiteral("1.100,00"));
+        QCOMPARE(c->linhas, 2);
+        QCOMPARE(c->confCaixa().format(), QStringLiteral("1.100,00"));
+
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("soma"), QStringLiteral("1"));
+        c = count.conferir();
+        QCOMPARE(c->suprimento, Money::fromReais(40));
+        QCOMPARE(c->diferenca().format(), QStringLiteral("40,00"));
+        QCOMPARE(c->confCaixa().format(), QStringLiteral("1.140,00"));
+
+        const auto lines = count.linhas();
+        QCOMPARE(lines->at(1).especieDescricao, QStringLiteral("CHEQUE"));
+        QVERIFY(count.excluir(lines->at(1).ID));
+        QCOMPARE(count.conferir()->contado, Money::fromReais(1000));
+        QVERIFY(app.dialogs().shown().isEmpty());
+    }
+
+    void countLinesRefused() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        CashCount count(app.ctx(), movement(app, mov));
+        QVERIFY(!count.adicionar(7, QString(), QStringLiteral("1,00"))); // not money
+        QVERIFY(!count.adicionar(100, QString(), QStringLiteral("1,00,0")));
+        QVERIFY(!count.adicionar(100, QString(), QString()));
+        QVERIFY(!count.adicionar(100, QStringLiteral("O'NEIL"), QStringLiteral("1,00")));
+        QCOMPARE(app.dialogs().texts().mid(0, 3),
+                 (QStringList{CashEntry::kEspecieInvalida, CashAmount::kValorInvalido,
+                              CashEntry::kCamposObrigatorios}));
+        QCOMPARE(app.count(QStringLiteral("ConfCaixa")), 0);
+
+        clsConfCaixa foreign(app.db());
+        foreign.IDMOVIMENTO = mov + 1;
+        foreign.ESPECIE = 100;
+        foreign.VALOR = Money::fromReais(1);
+        QVERIFY(foreign.SQLInsert(0));
+        app.dialogs().clear();
+        QVERIFY(!count.excluir(foreign.ID)); // another day's line
+        QVERIFY(!count.excluir(0));
+        QCOMPARE(app.dialogs().texts(), QStringList(2, CashCount::kCliqueNoItem));
+        QCOMPARE(app.count(QStringLiteral("ConfCaixa")), 1);
+    }
+
+    void kindsOfferedForCounting() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        auto codes = [&] {
+            QList<int> out;
+            for (const auto& k : CashCount::especies(app.ctx()))
+                out << k.first;
+            return out;
+        };
+        QCOMPARE(codes(), (QList<int>{100, 101}));
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("itens"),
+                      QStringLiteral("101; 7,100 101"));
+        QCOMPARE(codes(), (QList<int>{101, 100})); // in that order; 7 is not money
+        app.setOption(QStringLiteral("Reserva"), QStringLiteral("itens"), QStringLiteral("101"));
+        CashCount count(app.ctx(), movement(app, mov));
+        QVERIFY(!count.adicionar(100, QString(), QStringLiteral("1,00")));
+        QCOMPARE(app.dialogs().last().text, CashEntry::kEspecieInvalida);
+        QVERIFY(count.adicionar(101, QString(), QStringLiteral("1,00")));
+    }
+
+    // The provisional count sums the receipts and entries of the open day now, and stores
+    // nothing.
+    void provisionalCount() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        clsRecebimentos r(app.db());
+        r.CODBARRA = clsRecebimentos::kSemCodigo;
+        r.IDMOVIMENTO = static_cast<qint16>(mov);
+        r.TIPO = 7;
+        r.VALOR = *Money::parse(QStringLiteral("1.234,56"));
+        QVERIFY(r.SQLInsert());
+        for (const auto& [tipo, in, out] :
+             {std::tuple{"ENTRADA", 20000, 0}, std::tuple{"SANGRIA", 0, 5000}}) {
+            clsSangria s(app.db());
+            s.IDMOVIMENTO = mov;
+            s.TIPO = QLatin1String(tipo);
+            s.DESCRICAO = QStringLiteral("X");
+            s.SDATA = QDate(2026, 11, 23);
+            s.ENTRADA = Money::fromCents(in);
+            s.SAIDA = Money::fromCents(out);
+            QVERIFY(s.SQLInsert(1));
+        }
+        const auto c = CashCount::provisoria(
+            app.ctx(), movement(app, mov),
+            {*Money::parse(QStringLiteral("1.000,00")), *Money::parse(QStringLiteral("384,56"))});
+        QVERIFY(c);
+        QCOMPARE(c->arrecadacao.format(), QStringLiteral("1.234,56"));
+        QCOMPARE(c->lancamentos.format(), QStringLiteral("150,00"));
+        QCOMPARE(c->contado.format(), QStringLiteral("1.384,56"));
+        QCOMPARE(c->linhas, 2);
+        QCOMPARE(c->diferenca().format(), QStringLiteral("0,00"));
+        QCOMPARE(app.count(QStringLiteral("ConfCaixa")), 0);
+        QVERIFY(!CashCount::validar(app.ctx(), 7, QStringLiteral("1,00")));
+        QCOMPARE(*CashCount::validar(app.ctx(), 100, QStringLiteral("1,5")),
+                 *Money::parse(QStringLiteral("1,50")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_safe_count)
+#include "tst_safe_count.moc"
