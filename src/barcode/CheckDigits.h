@@ -26,8 +26,8 @@ qint16 sum10(std::string_view digits);
 qint16 sum11(std::string_view digits);
 
 // The same sums for a length known when compiling (the typed lines' fixed fields), eight digits
-// at a time where the machine is little-endian. Byte m of a word taken m places before an end
-// that is a multiple of eight away from the last digit has the weights of distance 7 - m.
+// at a time where the machine is little-endian. Words are taken back from the last digit, so byte
+// m of every word lies 7 - m places (plus a multiple of 8) from it and has that distance's weight.
 namespace packed {
 constexpr quint64 kOnes = 0x0101010101010101ULL;
 constexpr quint64 kEvenBytes = 0x00FF00FF00FF00FFULL;
