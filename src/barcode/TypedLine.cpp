@@ -3,7 +3,6 @@
 #include "CheckDigits.h"
 
 #include <QVarLengthArray>
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstring>
@@ -190,7 +189,7 @@ TypedLine::Reason TypedLine::decode(std::string_view line, char* barcode44) {
 TypedLine::Reason TypedLine::decode(const QString& line, char* barcode44) {
     QVarLengthArray<char, 128> bytes;
     for (QChar c : line) {
-        if (c.isSpace())
+        if (c.isSpace()) // any Unicode blank separates; other characters past ASCII are refused
             continue;
         bytes.append(c.unicode() < 0x80 ? static_cast<char>(c.unicode()) : '\x80');
     }

@@ -12,7 +12,7 @@ public:
     // Login checks the password against every operator (exactly one must match), so the cost is
     // paid once per operator: 200 operators, checked on both cores of the counter's machine,
     // stay within half a second (docs/PERFORMANCE.md).
-    static constexpr int kIterations = 20000;
+    static constexpr int kIterations = 15000;
 
     static QString hash(const QString& password, int iterations = kIterations);
     // A stored hash is checked with the rounds it was made with.

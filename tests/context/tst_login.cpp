@@ -6,7 +6,7 @@
 #include "clsUsuarios.h"
 
 namespace {
-// Made for "Cafe2026" by the earlier engine (Qt's digestor, 2500 rounds).
+// A stored hash of 2 500 rounds for "Cafe2026", made with Qt's PBKDF2.
 const QString kOldHash = QStringLiteral(
     "pbkdf2-sha256$2500$zHt7bd++kFj1T6rKCrlgWA==$UfMQKZvg2ruv986rVsDWZl7VCcNvhG+wniQ0EOCS4N4=");
 
