@@ -26,8 +26,10 @@ run: configure
 	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
 	$(BUILD)/tolvane --pasta demo
 
+# Every benchmark program; the first that fails stops the run and fails it.
 bench: build
-	@set -e; for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
+	@set -e; for b in $(BUILD)/bench/bench_*; do \
+	  if [ -f "$$b" ] && [ -x "$$b" ]; then echo "== $$b"; "$$b"; fi; done
 
 screens: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane

@@ -12,6 +12,8 @@
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
+#include <map>
+#include <memory>
 
 namespace {
 
@@ -47,8 +49,11 @@ struct Seeded {
     }
 };
 
-void BM_ReadCode(benchmark::State& state) {
-    static std::map<int, std::unique_ptr<Seeded>> folders;
+using Folders = std::map<int, std::unique_ptr<Seeded>>;
+
+// One seeded folder per size, kept across the runs of that size and removed by main before the
+// application object goes (its database connection needs Qt's registry).
+void readCode(benchmark::State& state, Folders& folders) {
     auto& f = folders[int(state.range(0))];
     if (!f)
         f = std::make_unique<Seeded>(int(state.range(0)));
@@ -60,14 +65,20 @@ void BM_ReadCode(benchmark::State& state) {
         benchmark::DoNotOptimize(d.outcome);
     }
 }
-BENCHMARK(BM_ReadCode)->Arg(1000)->Arg(1000000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
+    Folders folders;
+    benchmark::RegisterBenchmark("BM_ReadCode",
+                                 [&folders](benchmark::State& s) { readCode(s, folders); })
+        ->Arg(1000)
+        ->Arg(1000000)
+        ->Unit(benchmark::kMicrosecond);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
+    folders.clear();
     return 0;
 }

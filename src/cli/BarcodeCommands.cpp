@@ -10,9 +10,10 @@
 #include "HolidayCalendar.h"
 #include "KindRegistry.h"
 #include "TypedLine.h"
+#include "TypedLineBatch.h"
+#include "clsCodBarra.h"
 #include "clsFeriado.h"
 
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -238,20 +239,8 @@ int linha(CliEnv& e) {
         return ExitUsage;
     }
     if (e.args.positional.first() == QLatin1String("-")) {
-        QFile in;
-        if (!in.open(stdin, QIODevice::ReadOnly))
-            return ExitRefused;
-        int failures = 0;
-        for (;;) {
-            const QByteArray raw = in.readLine();
-            if (raw.isEmpty())
-                break; // end of input; an empty line still reads as "\n"
-            const QString line = QString::fromUtf8(raw).trimmed();
-            const TypedLine::Result r = TypedLine::toBarcode(line);
-            failures += r.ok() ? 0 : 1;
-            e.out << (r.ok() ? r.barcode : r.erro) << "\n";
-        }
-        return failures == 0 ? ExitOk : ExitRefused;
+        e.out.flush();
+        return TypedLineBatch::run(stdin, stdout) == 0 ? ExitOk : ExitRefused;
     }
     const TypedLine::Result r = TypedLine::toBarcode(e.args.positional.first());
     if (!r.ok()) {

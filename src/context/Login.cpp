@@ -7,8 +7,10 @@
 const QString Login::kSenhaInvalida = QStringLiteral("Senha Inválida!!");
 
 struct Login::Match {
+    qint32 id = 0;
     QString nome;
     QString tipo;
+    QString senha; // the stored hash
     int ativo = 0;
 };
 
@@ -19,12 +21,19 @@ int Login::matchingUsers(AppContext& ctx, const QString& senha, Match& first) {
     const auto all = clsUsuarios::listar(ctx.db);
     if (!all)
         return -1;
+    QStringList stored;
+    stored.reserve(all->size());
+    for (const clsUsuarios& u : *all)
+        stored.append(u.SENHA);
+    // Every operator is checked, so that two sharing the password are both refused.
+    const QList<bool> found = PasswordHash::verifyAll(senha, stored);
     int matches = 0;
-    for (const clsUsuarios& u : *all) {
-        if (!PasswordHash::verify(senha, u.SENHA))
+    for (qsizetype i = 0; i < all->size(); ++i) {
+        if (!found[i])
             continue;
+        const clsUsuarios& u = all->at(i);
         if (++matches == 1)
-            first = {u.NOME, u.TIPO, u.ATIVO};
+            first = {u.ID, u.NOME, u.TIPO, u.SENHA, u.ATIVO};
     }
     return matches;
 }
@@ -37,7 +46,12 @@ bool Login::Valida_senha(AppContext& ctx, const QString& senha) {
         return false;
     ctx.userName = m.nome;
     ctx.userType = m.tipo;
-    return m.ativo == 1;
+    if (m.ativo != 1)
+        return false;
+    // Known in clear only now: a hash of fewer rounds is made again with the current ones.
+    if (PasswordHash::needsRehash(m.senha))
+        clsUsuarios::replaceHash(ctx.db, m.id, m.senha, PasswordHash::hash(senha));
+    return true;
 }
 
 QString Login::Tipo_usuario(AppContext& ctx, const QString& senha) {

@@ -35,6 +35,12 @@ std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db) {
     return out;
 }
 
+bool clsUsuarios::replaceHash(clsDataAccess& db, qint32 id, const QString& from,
+                              const QString& to) {
+    return db.SQLExecute(QStringLiteral("UPDATE Usuarios SET SENHA = ? WHERE ID = ? AND SENHA = ?"),
+                         {to, id, from});
+}
+
 bool clsUsuarios::SQLInsert(int mode) {
     if (mode == 1) {
         qint64 id = 0;

@@ -24,6 +24,8 @@ public:
 
     // Every operator, ordered by name; nullopt when the read failed (logged).
     static std::optional<QList<clsUsuarios>> listar(clsDataAccess& db);
+    // Replaces the stored hash of operator `id` when it still is `from` (not changed meanwhile).
+    static bool replaceHash(clsDataAccess& db, qint32 id, const QString& from, const QString& to);
 
 private:
     clsDataAccess* m_db; // a pointer so rows can be copied

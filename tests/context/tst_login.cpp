@@ -3,6 +3,27 @@
 #include "Login.h"
 #include "PasswordHash.h"
 #include "TestApp.h"
+#include "clsUsuarios.h"
+
+namespace {
+// A stored hash of 2 500 rounds for "Cafe2026", made with Qt's PBKDF2.
+const QString kOldHash = QStringLiteral(
+    "pbkdf2-sha256$2500$zHt7bd++kFj1T6rKCrlgWA==$UfMQKZvg2ruv986rVsDWZl7VCcNvhG+wniQ0EOCS4N4=");
+
+int addStored(TestApp& app, const QString& nome, const QString& stored, int ativo = 1) {
+    clsUsuarios u(app.db());
+    u.NOME = nome;
+    u.SENHA = stored;
+    u.TIPO = QStringLiteral("USER");
+    u.ATIVO = static_cast<qint16>(ativo);
+    return u.SQLInsert(1) ? u.ID : -1;
+}
+
+QString storedHash(TestApp& app, int id) {
+    clsUsuarios u(app.db());
+    return u.SQLSelect(id) ? u.SENHA : QString();
+}
+} // namespace
 
 class tst_login : public QObject {
     Q_OBJECT
@@ -71,6 +92,99 @@ private slots:
         QCOMPARE(app.dialogs().last().kind, QStringLiteral("input"));
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Sangria"));
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Entre com a senha do administrador!!"));
+    }
+
+    // A hash of fewer rounds still opens the counter, and is made again with the current rounds
+    // by that login; a wrong password or an inactive operator changes nothing.
+    void oldHashesAreRehashedAtLogin() {
+        TEST_BACKEND();
+        const int antigo = addStored(app, QStringLiteral("ANTIGO"), kOldHash);
+        const int parado = addStored(app, QStringLiteral("PARADO"),
+                                     PasswordHash::hash(QStringLiteral("parado"), 2500), 0);
+        const QString paradoHash = storedHash(app, parado);
+        AppContext& ctx = app.ctx();
+
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("Cafe2027")));
+        QCOMPARE(storedHash(app, antigo), kOldHash);
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("parado")));
+        QCOMPARE(storedHash(app, parado), paradoHash);
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("CAFE2026")), QStringLiteral("USER"));
+        QCOMPARE(storedHash(app, antigo), kOldHash); // the guard is not a login
+
+        QVERIFY(Login::Valida_senha(ctx, QStringLiteral("cafe2026")));
+        QCOMPARE(ctx.userName, QStringLiteral("ANTIGO"));
+        const QString rehashed = storedHash(app, antigo);
+        QVERIFY(rehashed != kOldHash);
+        QCOMPARE(PasswordHash::iterations(rehashed), PasswordHash::kIterations);
+        QVERIFY(!PasswordHash::needsRehash(rehashed));
+        QVERIFY(Login::Valida_senha(ctx, QStringLiteral("Cafe2026")));
+        QCOMPARE(storedHash(app, antigo), rehashed); // current rounds: left alone
+        QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("Cafe2027")));
+    }
+
+    // A hash replaced meanwhile (the users screen) is not overwritten by a login's rehash.
+    void rehashKeepsAChangedPassword() {
+        TEST_BACKEND();
+        const int id = addStored(app, QStringLiteral("ANA"), kOldHash);
+        const QString changed = PasswordHash::hash(QStringLiteral("nova"), 10);
+        QVERIFY(clsUsuarios::replaceHash(app.db(), id, kOldHash, changed));
+        QVERIFY(clsUsuarios::replaceHash(app.db(), id, kOldHash, QStringLiteral("x")));
+        QCOMPARE(storedHash(app, id), changed);
+    }
+
+    // More operators than cores, the shared password at both ends: all are checked.
+    void exactlyOneAmongMany_data() {
+        QTest::addColumn<QString>("senha");
+        QTest::addColumn<bool>("admitted");
+        QTest::addColumn<QString>("nome");
+        QTest::newRow("shared by first and last") << "dupla" << false << "";
+        QTest::newRow("shared in the middle") << "meio" << false << "";
+        QTest::newRow("one holder") << "s7" << true << "OP7";
+        QTest::newRow("nobody") << "ninguem" << false << "";
+    }
+    void exactlyOneAmongMany() {
+        QFETCH(QString, senha);
+        QFETCH(bool, admitted);
+        QFETCH(QString, nome);
+        TEST_BACKEND();
+        app.addUser(QStringLiteral("AAA"), QStringLiteral("dupla"), QStringLiteral("USER"));
+        for (int i = 0; i < 12; ++i)
+            app.addUser(QStringLiteral("OP%1").arg(i),
+                        i == 4 || i == 5 ? QStringLiteral("meio") : QStringLiteral("s%1").arg(i),
+                        QStringLiteral("USER"));
+        app.addUser(QStringLiteral("ZZZ"), QStringLiteral("dupla"), QStringLiteral("USER"));
+        app.ctx().userName.clear();
+        QCOMPARE(Login::Valida_senha(app.ctx(), senha), admitted);
+        QCOMPARE(app.ctx().userName, nome);
+    }
+
+    void verifyAllAnswersInOrder() {
+        const QStringList stored = {PasswordHash::hash(QStringLiteral("a"), 10),
+                                    QStringLiteral("a"),
+                                    kOldHash,
+                                    PasswordHash::hash(QStringLiteral("A"), 20),
+                                    QStringLiteral("pbkdf2-sha256$0$x$y"),
+                                    PasswordHash::hash(QStringLiteral("b"), 10)};
+        QCOMPARE(PasswordHash::verifyAll(QStringLiteral("a"), stored),
+                 (QList<bool>{true, false, false, true, false, false}));
+        QCOMPARE(PasswordHash::verifyAll(QStringLiteral("CAFE2026"), stored),
+                 (QList<bool>{false, false, true, false, false, false}));
+        QVERIFY(PasswordHash::verifyAll(QStringLiteral("a"), {}).isEmpty());
+    }
+
+    // The published PBKDF2-HMAC-SHA256 values ("password", "salt", 32 bytes).
+    void standardVectors_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("1 round")
+            << "pbkdf2-sha256$1$c2FsdA==$Eg+2z/z4syxD5yJSVsT4N6hlSMkszDVICAWYfLcL4Xs=";
+        QTest::newRow("4096 rounds")
+            << "pbkdf2-sha256$4096$c2FsdA==$xeR41ZKIyEGqUw22hFxMjZYok6ABzk4RpJY4c6qYE0o=";
+    }
+    void standardVectors() {
+        QFETCH(QString, stored);
+        QVERIFY(PasswordHash::verify(QStringLiteral("password"), stored));
+        QVERIFY(!PasswordHash::verify(QStringLiteral("passwordx"), stored));
+        QVERIFY(PasswordHash::needsRehash(stored));
     }
 
     void hashNeverHoldsThePassword() {
