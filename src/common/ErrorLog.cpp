@@ -37,7 +37,12 @@ QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const Q
 void ErrorLog::report(const QString& location, const ErrorInfo& error) {
     m_dialogs.message(QStringLiteral("Tolvane"), messageText(location, error),
                       DialogIcon::Exclamation, DialogButtons::Ok);
+    append(location, error);
+}
+
+bool ErrorLog::append(const QString& location, const ErrorInfo& error) {
     QFile f(logPath());
-    if (f.open(QIODevice::WriteOnly | QIODevice::Append))
-        f.write(record(location, error, m_clock.now()));
+    const QByteArray bytes = record(location, error, m_clock.now());
+    return f.open(QIODevice::WriteOnly | QIODevice::Append) && f.write(bytes) == bytes.size() &&
+           f.flush();
 }

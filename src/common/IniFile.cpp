@@ -34,9 +34,13 @@ QString valueOf(const QString& line) {
 
 } // namespace
 
+QString IniFile::readProblem(const QString& path) {
+    return TextFile::readProblem(path, kMaxFileBytes);
+}
+
 QString IniFile::read(const QString& section, const QString& key, const QString& path) {
     bool inSection = false;
-    for (const QString& line : TextFile::readLines(path)) {
+    for (const QString& line : TextFile::readLines(path, kMaxFileBytes)) {
         if (isSection(line)) {
             inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
             continue;
@@ -50,7 +54,9 @@ QString IniFile::read(const QString& section, const QString& key, const QString&
 
 bool IniFile::write(const QString& section, const QString& key, const QString& value,
                     const QString& path) {
-    QStringList lines = TextFile::readLines(path);
+    if (!readProblem(path).isEmpty())
+        return false; // never replace a file that could not be read
+    QStringList lines = TextFile::readLines(path, kMaxFileBytes);
     const QString newLine = key + QLatin1Char('=') + value;
     int sectionStart = -1;
     int lastInSection = -1;

@@ -46,10 +46,10 @@ bool Carrega_config(const QString& iniPath, Settings& s) {
     s.ip = QString() + text("Print", "ip");
     if (s.ip.isNull())
         s.ip = QLatin1String("");
-    // Kept as the program always did it: the current value's digits followed by the file's,
-    // so a second load with 1 in the file gives 11. Consumers test for exactly 1.
+    // The current value's digits followed by the file's, so a second load with 1 in the file
+    // gives 11. Consumers test for exactly 1.
     qint16 rede;
     if (toInt16(QString::number(s.rede) + text("Export", "rede"), rede))
         s.rede = rede;
-    return true;
+    return IniFile::readProblem(iniPath).isEmpty();
 }
