@@ -5,12 +5,14 @@
 #include "DemoData.h"
 #include "Login.h"
 #include "PasswordHash.h"
+#include "PrivateFiles.h"
 #include "Schema.h"
 #include "Startup.h"
 #include "clsUsuarios.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -25,11 +27,14 @@ namespace {
 
 int iniciar(CliEnv& e) {
     const QString folder = e.ctx.folder;
+    const bool existed = QFileInfo::exists(folder);
     if (!QDir().mkpath(folder)) {
         e.err << QStringLiteral("Não foi possível criar a pasta %1.\n")
                      .arg(QDir::toNativeSeparators(folder));
         return ExitRefused;
     }
+    if (!existed)
+        PrivateFiles::secureFolder(folder); // the counter's files are its account's alone
     {
         QTemporaryFile probe(QDir(folder).filePath(QStringLiteral(".tolvane-XXXXXX")));
         if (!probe.open()) {
@@ -43,11 +48,13 @@ int iniciar(CliEnv& e) {
         QFile tpl(QStringLiteral(":/Config.ini"));
         QFile dst(e.ctx.iniPath());
         if (!tpl.open(QIODevice::ReadOnly) || !dst.open(QIODevice::WriteOnly) ||
-            dst.write(tpl.readAll()) < 0) {
+            dst.write(tpl.readAll()) < 0 || !dst.flush()) {
             e.err << QStringLiteral("Não foi possível gravar %1.\n")
                          .arg(QDir::toNativeSeparators(e.ctx.iniPath()));
             return ExitRefused;
         }
+        dst.close();
+        PrivateFiles::secureFile(e.ctx.iniPath());
         e.out << QStringLiteral("Config.ini criado.\n");
     }
     e.ctx.reloadSettings();
@@ -197,13 +204,13 @@ void registerAppCommands(QList<CliCommand>& c) {
               QStringLiteral("usuario listar [--json]"),
               QStringLiteral("lista id, nome, tipo e situação dos operadores (nunca senhas)"),
               {},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               usuarioListar});
     c.append({{QStringLiteral("entrar")},
               QStringLiteral("entrar [--adm] [--json]"),
               QStringLiteral("confere a senha da entrada padrão como o login; com --adm, como a "
                              "senha de administrador"),
               {QStringLiteral("adm")},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               entrar});
 }

@@ -29,7 +29,8 @@ struct CliCommand {
     QString synopsis;  // shown by --help
     QString summary;
     QSet<QString> flags; // options without value
-    enum class Db { None, Create, Existing } db = Db::Existing;
+    // ReadOnly: consultation, opened so that a folder on read-only media still answers.
+    enum class Db { None, Create, Existing, ReadOnly } db = Db::Existing;
     std::function<int(CliEnv&)> run;
 };
 
@@ -40,3 +41,4 @@ void registerCounterReceiveCommand(QList<CliCommand>& commands);
 void registerBarcodeCommands(QList<CliCommand>& commands);
 void registerPrinterCommands(QList<CliCommand>& commands);
 void registerChargesCommands(QList<CliCommand>& commands);
+void registerMaintenanceCommands(QList<CliCommand>& commands);
