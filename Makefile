@@ -3,7 +3,9 @@ BUILD ?= build
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
-.PHONY: all deps configure build test run bench screens format clean
+SANITIZE_BUILD ?= build-sanitizers
+
+.PHONY: all deps configure build test test-sanitizers run bench screens format clean
 
 all: build
 
@@ -19,6 +21,17 @@ build: configure
 # Everything, then every test (format check included).
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j$(JOBS)
+
+# The whole suite again, built with AddressSanitizer and UndefinedBehaviorSanitizer in a folder of
+# its own (so the ordinary build is untouched). Leaks are not reported: Qt's plugins keep theirs.
+test-sanitizers: deps
+	@cmake -S . -B $(SANITIZE_BUILD) -DCMAKE_BUILD_TYPE=Debug -DTOLVANE_WERROR=ON \
+		-DTOLVANE_SANITIZE=ON $(LAUNCHER) >/dev/null
+	cmake --build $(SANITIZE_BUILD) -j$(JOBS)
+	cd $(SANITIZE_BUILD) && QT_QPA_PLATFORM=offscreen \
+		ASAN_OPTIONS=detect_leaks=0:abort_on_error=1 \
+		UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 \
+		ctest --output-on-failure -j$(JOBS)
 
 # Only the program: tests and benchmarks are not built for a run.
 run: configure
@@ -40,4 +53,4 @@ format:
 	git ls-files -co --exclude-standard -- '*.cpp' '*.h' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD)
+	rm -rf $(BUILD) $(SANITIZE_BUILD)

@@ -32,10 +32,11 @@ struct Seeded {
         db.transaction();
         QSqlQuery q(db);
         q.prepare(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, "
-                                 "TIPO, VALOR) VALUES (?, ?, 1, 2, 10000)"));
+                                 "TIPO, VALOR) VALUES (?, ?, ?, 2, 10000)"));
         for (int i = 0; i < receipts; ++i) {
-            q.addBindValue(i % 30000);
+            q.addBindValue(1 + i % 30000); // a number is given once per movement
             q.addBindValue(QStringLiteral("8166%1").arg(i, 40, 10, QLatin1Char('0')));
+            q.addBindValue(1 + i / 30000);
             q.exec();
         }
         QSqlQuery shared(db);

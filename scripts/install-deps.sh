@@ -8,7 +8,7 @@ PKGS=(
   build-essential cmake pkg-config
   qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
   libqt6sql6-sqlite libqt6sql6-psql libqt6opengl6-dev
-  libgl-dev libssl-dev
+  libgl-dev libssl-dev libsqlite3-dev
   postgresql postgresql-client
   libbenchmark-dev
   clang-format

@@ -1,11 +1,13 @@
 #include "Cli.h"
 #include "GuiStart.h"
+#include "PrivateFiles.h"
 #include "ScreenGallery.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
 
 int main(int argc, char** argv) {
+    PrivateFiles::restrictNewFiles(); // the database, settings and logs are the account's alone
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);

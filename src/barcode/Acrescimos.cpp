@@ -9,10 +9,16 @@ std::optional<int> Acrescimos::Meses_atraso(const QDate& v, const QDate& r) {
     return int(m);
 }
 
+const QDate Acrescimos::kPrimeiroVencimento = QDate(1997, 1, 1);
+
+bool Acrescimos::calculavel(const QDate& v, Money valor) {
+    return v.isValid() && v >= kPrimeiroVencimento && !valor.isNegative() && valor.withinLimit();
+}
+
 std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDate& w, Money valor,
                                                        int esquema) {
     const auto meses = Meses_atraso(v, w);
-    if (!meses)
+    if (!meses || !calculavel(v, valor))
         return std::nullopt;
     Encargos e;
     e.vencimento = v;
@@ -33,6 +39,8 @@ std::optional<Encargos> Acrescimos::Calcula_acrescimos(const QDate& v, const QDa
         }
     }
     e.total = valor + e.juros + e.multa;
+    if (!e.total.withinLimit())
+        return std::nullopt;
     return e;
 }
 
@@ -49,6 +57,8 @@ std::optional<Encargos> Acrescimos::avaliar(const QDate& v, const QDate& w, Mone
                                             bool comJuros, int esquema,
                                             const IsHoliday& isHoliday) {
     const QDate due = vencimentoEfetivo(v, w, isHoliday);
+    if (!calculavel(due, valor))
+        return std::nullopt;
     if (due >= w || !comJuros) {
         Encargos e;
         e.vencimento = due;

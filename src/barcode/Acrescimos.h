@@ -29,7 +29,13 @@ public:
     // `r` is past that of `v`. nullopt when it does not fit 16 bits.
     static std::optional<int> Meses_atraso(const QDate& v, const QDate& r);
 
-    // The charges of `valor` due `v` and paid `w`; nullopt when the months overflow.
+    // Charges are computed only for guides due from this day on (no guide of the system is
+    // older) and only for amounts within Money's maximum, so every result fits.
+    static const QDate kPrimeiroVencimento; // 01/01/1997
+    static bool calculavel(const QDate& v, Money valor);
+
+    // The charges of `valor` due `v` and paid `w`; nullopt when the months overflow, the guide
+    // is not calculavel or the total would pass Money's maximum.
     static std::optional<Encargos> Calcula_acrescimos(const QDate& v, const QDate& w, Money valor,
                                                       int esquema);
 

@@ -23,7 +23,7 @@ InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
         return r;
     }
     const auto meses = Acrescimos::Meses_atraso(in.vencimento, in.hoje);
-    if (!meses) {
+    if (!meses || !Acrescimos::calculavel(in.vencimento, *prestacao)) {
         r.erro = QStringLiteral("Atraso grande demais para calcular.");
         return r;
     }
@@ -43,5 +43,7 @@ InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
         r.juros = Money::fromDoubleRounded(base * r.meses / 100.0);
     }
     r.total = *prestacao + r.multa + r.juros;
+    if (!r.total.withinLimit())
+        r.erro = QStringLiteral("Atraso grande demais para calcular.");
     return r;
 }

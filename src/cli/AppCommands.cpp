@@ -6,12 +6,15 @@
 #include "DemoData.h"
 #include "Login.h"
 #include "Options.h"
+#include "PasswordHash.h"
+#include "PrivateFiles.h"
 #include "Schema.h"
 #include "Startup.h"
 #include "UserAccounts.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -33,11 +36,14 @@ const QString kUltimoAdministrador =
 
 int iniciar(CliEnv& e) {
     const QString folder = e.ctx.folder;
+    const bool existed = QFileInfo::exists(folder);
     if (!QDir().mkpath(folder)) {
         e.err << QStringLiteral("Não foi possível criar a pasta %1.\n")
                      .arg(QDir::toNativeSeparators(folder));
         return ExitRefused;
     }
+    if (!existed)
+        PrivateFiles::secureFolder(folder); // the counter's files are its account's alone
     {
         QTemporaryFile probe(QDir(folder).filePath(QStringLiteral(".tolvane-XXXXXX")));
         if (!probe.open()) {
@@ -51,12 +57,13 @@ int iniciar(CliEnv& e) {
         QFile tpl(QStringLiteral(":/Config.ini"));
         QFile dst(e.ctx.iniPath());
         if (!tpl.open(QIODevice::ReadOnly) || !dst.open(QIODevice::WriteOnly) ||
-            dst.write(tpl.readAll()) < 0) {
+            dst.write(tpl.readAll()) < 0 || !dst.flush()) {
             e.err << QStringLiteral("Não foi possível gravar %1.\n")
                          .arg(QDir::toNativeSeparators(e.ctx.iniPath()));
             return ExitRefused;
         }
         dst.close();
+        PrivateFiles::secureFile(e.ctx.iniPath());
         e.out << QStringLiteral("Config.ini criado.\n");
         // The folders the template names, so the options screen finds them in place.
         for (const char* key : {"Path1", "Path3", "caminho_febraban"}) {
@@ -241,13 +248,13 @@ void registerAppCommands(QList<CliCommand>& c) {
               QStringLiteral("usuario listar [--json]"),
               QStringLiteral("lista id, nome, tipo e situação dos operadores (nunca senhas)"),
               {},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               usuarioListar});
     c.append({{QStringLiteral("entrar")},
               QStringLiteral("entrar [--adm] [--json]"),
               QStringLiteral("confere a senha da entrada padrão como o login; com --adm, como a "
                              "senha de administrador"),
               {QStringLiteral("adm")},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               entrar});
 }

@@ -42,7 +42,9 @@ int encargos(CliEnv& e) {
     const auto r = Acrescimos::avaliar(*v, *w, *valor, true, esquema,
                                        [&cal](const QDate& d) { return cal.E_feriado(d); });
     if (!r) {
-        e.err << "Atraso grande demais para calcular (mais de 32767 meses).\n";
+        e.err << QStringLiteral("Encargos não calculados: o vencimento deve ser de %1 em diante, "
+                                "o valor até %2 e o total não pode passar desse máximo.\n")
+                     .arg(DateUtil::br(Acrescimos::kPrimeiroVencimento), Money::maximum().format());
         return ExitRefused;
     }
     QJsonObject o{{QStringLiteral("vencimento"), DateUtil::br(r->vencimento)}};
@@ -71,6 +73,6 @@ void registerChargesCommands(QList<CliCommand>& c) {
                              "[--esquema N] [--json]"),
               QStringLiteral("juros e multa de uma guia vencida (esquema padrão: [Opcoes] juros)"),
               {},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               encargos});
 }

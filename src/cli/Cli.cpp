@@ -7,6 +7,7 @@
 #include "CliDialogPort.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "IniFile.h"
 #include "Startup.h"
 
 #include <QDir>
@@ -26,6 +27,7 @@ QList<CliCommand> allCommands() {
     registerExportCommands(c);
     registerAdminCommands(c);
     registerCashDayCommands(c);
+    registerMaintenanceCommands(c);
     return c;
 }
 
@@ -118,10 +120,14 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
     CliDialogPort dialogs(err);
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
-    ctx.reloadSettings();
-    if (cmd->db == CliCommand::Db::Existing) {
+    if (!ctx.reloadSettings())
+        err << IniFile::readProblem(ctx.iniPath()) << "\n";
+    if (cmd->db == CliCommand::Db::Existing || cmd->db == CliCommand::Db::ReadOnly) {
         QString detail;
-        if (!Startup::Abre_conexao(ctx, false, &detail)) {
+        const bool opened = cmd->db == CliCommand::Db::ReadOnly
+                                ? Startup::abrirConsulta(ctx, &detail)
+                                : Startup::Abre_conexao(ctx, false, &detail);
+        if (!opened) {
             err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
             return ExitRefused;
         }

@@ -29,7 +29,8 @@ struct CliCommand {
     QString synopsis;  // shown by --help
     QString summary;
     QSet<QString> flags; // options without value
-    enum class Db { None, Create, Existing } db = Db::Existing;
+    // ReadOnly: consultation, opened so that a folder on read-only media still answers.
+    enum class Db { None, Create, Existing, ReadOnly } db = Db::Existing;
     std::function<int(CliEnv&)> run;
 };
 
@@ -43,3 +44,4 @@ void registerChargesCommands(QList<CliCommand>& commands);
 void registerExportCommands(QList<CliCommand>& commands);
 void registerAdminCommands(QList<CliCommand>& commands);
 void registerCashDayCommands(QList<CliCommand>& commands);
+void registerMaintenanceCommands(QList<CliCommand>& commands);

@@ -147,12 +147,12 @@ void registerCounterCommands(QList<CliCommand>& c) {
               QStringLiteral("caixa situacao") + d + QStringLiteral(" [--json]"),
               QStringLiteral("mostra o movimento do dia: id, mov, data, situação e totais"),
               {},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               mostrarSituacao});
     c.append({{QStringLiteral("caixa"), QStringLiteral("recebimentos")},
               QStringLiteral("caixa recebimentos") + d + QStringLiteral(" [--json]"),
               QStringLiteral("lista os recebimentos do movimento, do mais novo ao mais antigo"),
               {},
-              CliCommand::Db::Existing,
+              CliCommand::Db::ReadOnly,
               recebimentos});
 }

@@ -42,8 +42,7 @@ void ErrorLog::report(const QString& location, const ErrorInfo& error) {
 
 bool ErrorLog::append(const QString& location, const ErrorInfo& error) {
     QFile f(logPath());
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append))
-        return false;
     const QByteArray bytes = record(location, error, m_clock.now());
-    return f.write(bytes) == bytes.size();
+    return f.open(QIODevice::WriteOnly | QIODevice::Append) && f.write(bytes) == bytes.size() &&
+           f.flush();
 }

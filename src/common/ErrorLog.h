@@ -20,7 +20,8 @@ public:
     ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder);
 
     void report(const QString& location, const ErrorInfo& error);
-    // Only the Log.ini record, for failures the program recovers from by itself.
+    // Only the Log.ini record, for what the operator was already told another way. False when
+    // the log could not be written.
     bool append(const QString& location, const ErrorInfo& error);
 
     QString logPath() const;

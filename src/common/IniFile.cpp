@@ -34,9 +34,13 @@ QString valueOf(const QString& line) {
 
 } // namespace
 
+QString IniFile::readProblem(const QString& path) {
+    return TextFile::readProblem(path, kMaxFileBytes);
+}
+
 QString IniFile::read(const QString& section, const QString& key, const QString& path) {
     bool inSection = false;
-    for (const QString& line : TextFile::readLines(path)) {
+    for (const QString& line : TextFile::readLines(path, kMaxFileBytes)) {
         if (isSection(line)) {
             inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
             continue;
@@ -88,7 +92,9 @@ void setIn(QStringList& lines, const IniFile::Entry& e) {
 } // namespace
 
 bool IniFile::write(const QList<Entry>& entries, const QString& path) {
-    QStringList lines = TextFile::readLines(path);
+    if (!readProblem(path).isEmpty())
+        return false; // never replace a file that could not be read
+    QStringList lines = TextFile::readLines(path, kMaxFileBytes);
     for (const Entry& e : entries)
         setIn(lines, e);
     return TextFile::writeAll(path, lines);

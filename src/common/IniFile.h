@@ -10,6 +10,11 @@
 class IniFile {
 public:
     static constexpr int kMaxValue = 254;
+    // A settings file larger than this is not read: no Config.ini comes near it.
+    static constexpr qint64 kMaxFileBytes = 1024 * 1024;
+
+    // Why the file will not be read (not a regular file, larger than kMaxFileBytes), or empty.
+    static QString readProblem(const QString& path);
 
     static QString read(const QString& section, const QString& key, const QString& path);
     // False when the file cannot be written (the profile functions report nothing, but the

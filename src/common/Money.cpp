@@ -2,16 +2,44 @@
 
 #include <QStringList>
 #include <cmath>
+#include <limits>
 
 Money Money::fromDoubleRounded(double reais) {
     // Half away from zero on the decimal value: 2,675 is taken as written, not as the binary
     // 2,67499... a double holds, so a tolerance decides the halves.
     const double x = std::fabs(reais * 100.0);
+    // Far beyond any amount (or not a number at all): saturate instead of converting, which
+    // would be undefined; withinLimit() then refuses it.
+    if (!(x < 9.0e16))
+        return fromUnits(reais < 0 ? std::numeric_limits<qint64>::min()
+                                   : std::numeric_limits<qint64>::max());
     double whole = std::floor(x);
     if (x - whole >= 0.5 - 1e-7)
         whole += 1.0;
     const qint64 cents = static_cast<qint64>(whole);
     return fromCents(reais < 0 ? -cents : cents);
+}
+
+std::optional<Money> Money::add(Money a, Money b) {
+    const qint64 r = sum(a.m_units, b.m_units);
+    if (r == kTop || r == -kTop)
+        return std::nullopt;
+    return Money(r);
+}
+
+std::optional<Money> Money::subtract(Money a, Money b) {
+    return add(a, -b);
+}
+
+std::optional<Money> Money::times(qint64 factor) const {
+    if (factor == 0 || m_units == 0)
+        return Money();
+    const qint64 a = m_units < 0 ? -m_units : m_units;
+    const qint64 f =
+        factor < 0 ? (factor == std::numeric_limits<qint64>::min() ? 0 : -factor) : factor;
+    if (f == 0 || a > (kTop - 1) / f)
+        return std::nullopt;
+    return Money((m_units < 0) != (factor < 0) ? -(a * f) : a * f);
 }
 
 std::optional<Money> Money::parse(const QString& input) {
@@ -47,8 +75,10 @@ std::optional<Money> Money::parse(const QString& input) {
     for (QChar c : whole + frac)
         if (!c.isDigit() || c.unicode() > 127)
             return std::nullopt;
-    if (whole.size() > 14)
-        return std::nullopt;
+    while (whole.size() > 1 && whole.startsWith(QLatin1Char('0')))
+        whole.remove(0, 1);
+    if (whole.size() > 9)
+        return std::nullopt; // beyond R$ 999.999.999,99
 
     bool ok = false;
     const qint64 reais = whole.toLongLong(&ok);
@@ -56,12 +86,14 @@ std::optional<Money> Money::parse(const QString& input) {
         return std::nullopt;
     const qint64 fracUnits = QString(frac).leftJustified(4, QLatin1Char('0')).toLongLong();
     const qint64 units = reais * kUnitsPerReal + fracUnits;
+    if (units > kMaxUnits)
+        return std::nullopt;
     return Money(negative ? -units : units);
 }
 
 qint64 Money::centsRounded() const {
     const qint64 a = m_units < 0 ? -m_units : m_units;
-    const qint64 c = (a + kUnitsPerCent / 2) / kUnitsPerCent;
+    const qint64 c = a / kUnitsPerCent + (a % kUnitsPerCent >= kUnitsPerCent / 2 ? 1 : 0);
     return m_units < 0 ? -c : c;
 }
 

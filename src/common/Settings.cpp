@@ -51,5 +51,5 @@ bool Carrega_config(const QString& iniPath, Settings& s) {
     qint16 rede;
     if (toInt16(QString::number(s.rede) + text("Export", "rede"), rede))
         s.rede = rede;
-    return true;
+    return IniFile::readProblem(iniPath).isEmpty();
 }

@@ -32,7 +32,8 @@ struct Settings {
 };
 
 // Loads every start-up key of Config.ini into `s`, in the program's fixed order. Integer keys
-// that do not convert keep their previous value; always answers true.
+// that do not convert keep their previous value. Answers false only when the file is there but
+// is not read (not a regular file, or over 1 MB: IniFile::readProblem says which).
 bool Carrega_config(const QString& iniPath, Settings& s);
 
 // The whole-number conversion of the settings: optional blanks and sign, digits, 16-bit range.

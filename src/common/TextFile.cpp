@@ -1,5 +1,6 @@
 #include "TextFile.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -23,7 +24,10 @@ QByteArray TextFile::encode(const QStringList& lines) {
 bool TextFile::writeAll(const QString& path, const QStringList& lines, QString* error) {
     QSaveFile f(path);
     const QByteArray bytes = encode(lines);
-    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
+    // flush() first: a write refused by a full disk only shows there, and commit() alone would
+    // still put an empty file under the final name.
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.flush() ||
+        !f.commit()) {
         if (error)
             *error = describe(path, f);
         return false;
@@ -43,11 +47,28 @@ bool TextFile::append(const QString& path, const QStringList& lines, QString* er
     return true;
 }
 
-QStringList TextFile::readLines(const QString& path) {
+QString TextFile::readProblem(const QString& path, qint64 maxBytes) {
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {};
+    if (!info.isFile())
+        return QStringLiteral("%1 não é um arquivo comum e não foi lido.")
+            .arg(QDir::toNativeSeparators(path));
+    if (info.size() > maxBytes)
+        return QStringLiteral("%1 tem mais de %2 KB e não foi lido.")
+            .arg(QDir::toNativeSeparators(path))
+            .arg(maxBytes / 1024);
+    return {};
+}
+
+QStringList TextFile::readLines(const QString& path, qint64 maxBytes) {
+    if (!readProblem(path, maxBytes).isEmpty())
+        return {};
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return {};
-    const QByteArray bytes = f.readAll();
+    // Bounded even if the file grows or is swapped between the check and the read.
+    const QByteArray bytes = f.read(maxBytes);
     QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     QString text = utf8.decode(bytes);
     if (utf8.hasError())

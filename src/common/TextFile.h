@@ -11,8 +11,14 @@ class TextFile {
 public:
     static bool writeAll(const QString& path, const QStringList& lines, QString* error = nullptr);
     static bool append(const QString& path, const QStringList& lines, QString* error = nullptr);
+    // What is read: only regular files (a FIFO or a device would hang the program or never
+    // end) and at most `maxBytes`.
+    static constexpr qint64 kMaxReadBytes = 16 * 1024 * 1024;
+    // Why `path` will not be read, or empty when it can be (a missing file is not a problem:
+    // it reads as empty).
+    static QString readProblem(const QString& path, qint64 maxBytes = kMaxReadBytes);
     // Decoded lines without their ends; a file saved as UTF-8 is still read right. Empty when
-    // the file is missing or unreadable.
-    static QStringList readLines(const QString& path);
+    // the file is missing, unreadable or refused by readProblem.
+    static QStringList readLines(const QString& path, qint64 maxBytes = kMaxReadBytes);
     static QByteArray encode(const QStringList& lines);
 };

@@ -1,11 +1,16 @@
 #include "AppContext.h"
 
+#include "DialogPort.h"
 #include "IniFile.h"
 
 #include <QDir>
 
 AppContext::AppContext(QString f, DialogPort& d, const Clock& c)
-    : folder(std::move(f)), dialogs(d), clock(c), errors(d, c, folder), db(errors) {}
+    : folder(std::move(f)), dialogs(d), clock(c), errors(d, c, folder), db(errors) {
+    db.onLockWait = [this](const QString& text) {
+        dialogs.message(QStringLiteral("Aviso"), text, DialogIcon::Information, DialogButtons::Ok);
+    };
+}
 
 AppContext::~AppContext() = default;
 

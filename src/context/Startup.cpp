@@ -1,31 +1,170 @@
 #include "Startup.h"
 
+#include "AdminGuard.h"
 #include "AppContext.h"
+#include "Clock.h"
+#include "DatabaseCheck.h"
 #include "DialogPort.h"
+#include "IniFile.h"
+#include "PrivateFiles.h"
 #include "Schema.h"
+#include "Transaction.h"
+#include "clsGuiche.h"
 
+#include <QDir>
 #include <QFileInfo>
 
-bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail) {
+const QString Startup::kDanificadoConselho = QStringLiteral(
+    "Não grave nada nele: guarde o arquivo para análise, restaure a cópia mais recente da pasta "
+    "copias (renomeando-a para caixa.db) e confira com tolvane verificar.");
+
+namespace {
+
+using OpenMode = clsDataAccess::OpenMode;
+
+// The smallest SQLite database is one page of 512 bytes; anything shorter is no database.
+constexpr qint64 kSmallestDatabase = 512;
+
+bool fail(AppContext& ctx, QString* detail, const QString& text) {
+    ctx.db.close();
+    if (detail)
+        *detail = text;
+    return false;
+}
+
+// The file itself, before SQLite sees it: SQLite would take an empty file for a new database.
+bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
+    const QFileInfo file(config.sqlitePath);
+    const QString path = QDir::toNativeSeparators(config.sqlitePath);
+    if (!file.exists()) {
+        if (mode == OpenMode::Create)
+            return true;
+        *why = QStringLiteral("O arquivo %1 não existe. Confira a pasta; para começar um banco "
+                              "novo use tolvane iniciar.")
+                   .arg(path);
+        return false;
+    }
+    if (!file.isFile()) {
+        *why = QStringLiteral("%1 não é um arquivo comum.").arg(path);
+        return false;
+    }
+    if (file.size() < kSmallestDatabase) {
+        *why = QStringLiteral("O arquivo %1 tem %2 bytes: está vazio ou cortado e não é um banco "
+                              "de dados. %3")
+                   .arg(path)
+                   .arg(file.size())
+                   .arg(Startup::kDanificadoConselho);
+        return false;
+    }
+    return true;
+}
+
+// The database belongs to the counter that used it first; another counter is refused.
+bool claimCounter(AppContext& ctx, QString* detail) {
+    const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
+    Transaction tx(ctx.db);
+    clsGuiche owner(ctx.db);
+    if (!tx.ok())
+        return fail(ctx, detail, ctx.db.lastError());
+    if (owner.SQLSelect()) {
+        if (owner.GUICHE.trimmed().compare(mine, Qt::CaseInsensitive) == 0)
+            return true;
+        return fail(
+            ctx, detail,
+            QStringLiteral("Este banco de dados pertence ao guichê %1 e este Config.ini é do %2. "
+                           "Cada guichê trabalha com o seu próprio banco: confira [Export] "
+                           "guiche e a seção [Banco] do Config.ini (se o número do guichê mudou, "
+                           "o administrador usa tolvane guiche assumir).")
+                .arg(owner.GUICHE, mine.isEmpty() ? QStringLiteral("guichê sem número")
+                                                  : QStringLiteral("guichê ") + mine));
+    }
+    if (mine.isEmpty())
+        return true; // claimed by the first counter that has a number
+    owner.GUICHE = mine;
+    owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
+    if (!owner.SQLInsert() || !tx.commit())
+        return fail(ctx, detail, ctx.db.lastError());
+    return true;
+}
+
+void secureFiles(AppContext& ctx) {
+    for (const QString& name : {QStringLiteral("Config.ini"), QStringLiteral("Log.ini")})
+        PrivateFiles::secureFile(ctx.filePath(name));
+    if (ctx.db.backend() != DbBackend::SQLite)
+        return;
+    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")})
+        PrivateFiles::secureFile(ctx.db.config().sqlitePath + suffix);
+}
+
+bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = true) {
     const DbConfig config = DbConfig::fromIni(ctx.folder);
-    if (config.backend == DbBackend::SQLite && !create && !QFileInfo::exists(config.sqlitePath)) {
-        if (detail)
-            *detail = QStringLiteral("O arquivo %1 não existe.").arg(config.describe());
-        return false;
-    }
-    if (!ctx.db.open(config)) {
-        if (detail)
-            *detail = QStringLiteral("Não foi possível abrir %1: %2")
-                          .arg(config.describe(), ctx.db.lastError());
-        return false;
-    }
+    QString why;
+    if (config.backend == DbBackend::SQLite && !fileUsable(config, mode, &why))
+        return fail(ctx, detail, why);
+    if (!ctx.db.open(config, mode))
+        return fail(ctx, detail,
+                    QStringLiteral("Não foi possível abrir %1: %2")
+                        .arg(config.describe(), ctx.db.lastError()));
+    const DatabaseCheck::Result check = DatabaseCheck::onOpen(ctx.db);
+    if (!check.ok)
+        return fail(
+            ctx, detail,
+            QStringLiteral("O banco de dados %1 está danificado (%2). %3")
+                .arg(config.describe(), check.messages.value(0), Startup::kDanificadoConselho));
+    if (mode != OpenMode::Create && Schema::versionOf(ctx.db) == 0)
+        return fail(ctx, detail,
+                    QStringLiteral("O banco de dados %1 não tem as tabelas do Tolvane. Confira a "
+                                   "pasta e a seção [Banco] do Config.ini; para começar um banco "
+                                   "novo use tolvane iniciar.")
+                        .arg(config.describe()));
     QString message;
-    if (Schema::migrate(ctx.db, &message) != Schema::Result::Ok) {
-        ctx.db.close();
-        if (detail)
-            *detail = message;
-        return false;
+    QStringList notes;
+    if (Schema::migrate(ctx.db, &message, &notes) != Schema::Result::Ok)
+        return fail(ctx, detail, message);
+    if (!notes.isEmpty()) {
+        for (const QString& n : notes)
+            ctx.errors.append(QStringLiteral("Atualização do banco de dados"),
+                              {0, n, QStringLiteral("Schema")});
+        ctx.dialogs.warn(QStringLiteral("Aviso"),
+                         QStringLiteral("O banco tinha %1 recebimento(s) repetido(s). Eles foram "
+                                        "mantidos e marcados; a lista está no Log.ini e em "
+                                        "tolvane verificar.")
+                             .arg(notes.size()));
     }
+    if (mode != OpenMode::ReadOnly && claim && !claimCounter(ctx, detail))
+        return false;
+    if (ctx.db.walIgnored())
+        ctx.dialogs.warn(QStringLiteral("Aviso"),
+                         QStringLiteral("A pasta só permite leitura e o banco tem gravações ainda "
+                                        "no arquivo caixa.db-wal: as últimas podem não aparecer."));
+    if (mode != OpenMode::ReadOnly)
+        secureFiles(ctx);
+    return true;
+}
+
+} // namespace
+
+bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail) {
+    return openDatabase(ctx, create ? OpenMode::Create : OpenMode::ReadWrite, detail);
+}
+
+bool Startup::abrirConsulta(AppContext& ctx, QString* detail) {
+    return openDatabase(ctx, OpenMode::ReadOnly, detail);
+}
+
+bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail) {
+    if (!openDatabase(ctx, OpenMode::ReadWrite, detail, false))
+        return false;
+    if (!AdminGuard::isAdministrator(ctx, senha))
+        return fail(ctx, detail, QStringLiteral("Senha de administrador não aceita."));
+    const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
+    if (mine.isEmpty())
+        return fail(ctx, detail, QStringLiteral("Defina [Export] guiche no Config.ini."));
+    clsGuiche owner(ctx.db);
+    owner.GUICHE = mine;
+    owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
+    if (!owner.gravar())
+        return fail(ctx, detail, ctx.db.lastError());
     return true;
 }
 
@@ -35,7 +174,11 @@ bool Startup::Carrega_config(AppContext& ctx) {
 
 void Startup::run(AppContext& ctx) {
     QString detail;
-    if (!Abre_conexao(ctx, false, &detail)) {
+    bool opened = Abre_conexao(ctx, false, &detail);
+    // A folder on read-only media still lets the operator consult its days.
+    if (!opened && !QFileInfo(ctx.folder).isWritable() && abrirConsulta(ctx))
+        opened = true;
+    if (!opened) {
         ctx.dialogs.message(QStringLiteral("Tolvane"),
                             QStringLiteral("Erro ao conectar banco de dados!!!"), DialogIcon::None,
                             DialogButtons::Ok);
@@ -43,8 +186,11 @@ void Startup::run(AppContext& ctx) {
             ctx.dialogs.message(QStringLiteral("Aviso"), detail, DialogIcon::Critical,
                                 DialogButtons::Ok);
     }
-    if (!Carrega_config(ctx))
+    if (!Carrega_config(ctx)) {
         ctx.dialogs.message(QStringLiteral("Tolvane"),
                             QStringLiteral("Erro ao carregar váriaveis banco de dados!!!"),
                             DialogIcon::None, DialogButtons::Ok);
+        ctx.dialogs.message(QStringLiteral("Aviso"), IniFile::readProblem(ctx.iniPath()),
+                            DialogIcon::Critical, DialogButtons::Ok);
+    }
 }

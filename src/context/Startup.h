@@ -7,12 +7,23 @@ class AppContext;
 // Start-up: the database connection and the settings, each with its message when it fails.
 class Startup {
 public:
-    // Opens the configured database and brings its schema up to date. With `create` false a
-    // missing SQLite file is an error (a wrong folder must not silently start an empty day).
-    // `detail` tells why it failed.
+    // Opens the configured database, checks it and brings its schema up to date. With `create`
+    // false (everything but `iniciar`) a missing SQLite file, or a database without the
+    // program's tables, is an error: a wrong folder must not silently start an empty day. A
+    // damaged file, or one that is too short to be a database, is always refused. `detail`
+    // tells why it failed and what to do.
     static bool Abre_conexao(AppContext& ctx, bool create, QString* detail = nullptr);
+    // For consultation: nothing is written (no update, no claim), and a folder on read-only
+    // media still opens.
+    static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr);
     static bool Carrega_config(AppContext& ctx);
+    // The database changes hands: it now belongs to the counter of this Config.ini. Only an
+    // administrator (`senha`) may do it; the database is left open.
+    static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail);
 
     // The start-up steps after the single-instance check. The program goes on either way.
     static void run(AppContext& ctx);
+
+    // What to do with a damaged database, ending every such message.
+    static const QString kDanificadoConselho;
 };

@@ -51,6 +51,10 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
     if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
     tape(a.EncerraFita);
+    // The audit chain's last hash, to compare with `tolvane auditar` later.
+    if (!mov.HASH_CADEIA.isEmpty())
+        tape(QStringLiteral("CADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
+             QString(8, QLatin1Char(' ')) + mov.HASH_CADEIA.mid(32));
     tape(a.Cabecalho);
     return true;
 }

@@ -1,10 +1,14 @@
 #include "CashDay.h"
 
 #include "AppContext.h"
+#include "AuditChain.h"
+#include "Clock.h"
 #include "CounterPrinter.h"
 #include "DailyControlFile.h"
+#include "DatabaseBackup.h"
 #include "DialogPort.h"
 #include "MovementNumbering.h"
+#include "Transaction.h"
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
@@ -36,39 +40,54 @@ bool CashDay::consultar() {
 }
 
 bool CashDay::abrir() {
-    if (m_mov.SQLSelectByDate(m_ctx.workingDate))
-        return true; // the day already has its movement: resume it
     clsMovimento mov(m_ctx.db);
-    if (!MovementNumbering::openNew(m_ctx.db, m_ctx.dialogs, m_ctx.workingDate, mov)) {
+    bool opened = false;
+    if (!MovementNumbering::openOrResume(m_ctx.db, m_ctx.dialogs, m_ctx.workingDate, mov, opened)) {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na abertura de Movimento!!"));
         return false;
     }
     m_mov = mov;
-    m_ctx.dialogs.info(QStringLiteral("Gravar Registro"), QStringLiteral("Caixa Aberto!!!"));
-    if (!DailyControlFile::writeHeader(m_ctx, m_mov))
+    if (opened)
+        m_ctx.dialogs.info(QStringLiteral("Gravar Registro"), QStringLiteral("Caixa Aberto!!!"));
+    // Opened or resumed, the control file is brought back in line with the receipts.
+    if (!DailyControlFile::rebuild(m_ctx, m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
-    if (m_printer && !m_printer->aberturaMovimento(m_mov))
+    if (opened && m_printer && !m_printer->aberturaMovimento(m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
     return true;
 }
 
 bool CashDay::setStatus(const QString& status, bool withSums) {
+    // Sums, chain hash and status in one transaction, so the hash kept is the one of exactly the
+    // receipts summed.
+    Transaction tx(m_ctx.db);
     clsMovimento mov = m_mov;
-    if (!mov.SQLSelect(m_mov.ID))
+    if (!tx.ok() || !mov.SQLSelect(m_mov.ID))
         return false;
     if (withSums) {
         const auto sums = clsMovimento::somarDia(m_ctx.db, mov.ID, mov.MDATA);
-        if (!sums)
+        const auto hash = AuditChain::lastHash(m_ctx.db);
+        if (!sums || !hash)
             return false;
         mov.VALOR_ARRECADADO = sums->arrecadado;
         mov.ENTRADA = sums->entrada;
         mov.SAIDA = sums->saida;
+        mov.HASH_CADEIA = *hash;
     }
     mov.STATUS = status;
-    if (!mov.SQLUpdateTotais())
+    if (!mov.SQLUpdateTotais() || !tx.commit())
         return false;
     m_mov = mov;
     return true;
+}
+
+void CashDay::copiaDeSeguranca() {
+    if (m_ctx.db.backend() != DbBackend::SQLite)
+        return; // a server's database is copied on the server (pg_dump)
+    QString error;
+    if (!DatabaseBackup::intoFolder(m_ctx.db, m_ctx.filePath(QStringLiteral("copias")),
+                                    m_ctx.clock.now(), DatabaseBackup::kKeep, &error))
+        m_ctx.dialogs.warn(kAviso, error);
 }
 
 bool CashDay::podeEncerrar() {
@@ -83,6 +102,9 @@ bool CashDay::encerrar() {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao encerrar."));
         return false;
     }
+    if (!DailyControlFile::rebuild(m_ctx, m_mov))
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+    copiaDeSeguranca();
     return true;
 }
 

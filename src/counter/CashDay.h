@@ -10,7 +10,8 @@ class CashDay {
 public:
     CashDay(AppContext& ctx, CounterPrinter* printer);
 
-    // Opens the working date's movement, or resumes the one it already has.
+    // Opens the working date's movement, or resumes the one it already has; either way the
+    // daily control file is rebuilt from the receipts.
     bool abrir();
     // Loads the working date's movement without opening one.
     bool consultar();
@@ -19,7 +20,9 @@ public:
     // operator, the command line takes its options) and the core does the work without asking.
     // The guards show why the day cannot be closed or reopened.
     bool podeEncerrar();
-    bool encerrar();             // sums the day into the movement and sets FECHADO
+    // Sums the day into the movement, keeps the audit chain's last hash in it and sets FECHADO;
+    // then rebuilds the control file and copies the database into copias/ (the last 30 stay).
+    bool encerrar();
     bool imprimirEncerramento(); // the closing block on the tape
     bool podeReabrir();
     bool reabrir();
@@ -40,6 +43,7 @@ public:
 
 private:
     bool setStatus(const QString& status, bool withSums);
+    void copiaDeSeguranca();
 
     AppContext& m_ctx;
     CounterPrinter* m_printer;

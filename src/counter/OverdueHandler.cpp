@@ -40,8 +40,13 @@ OverdueHandler::Charges OverdueHandler::cobrar(AppContext& ctx, const QDate& ven
                                        comJuros ? ctx.settings.juros : 0, calendar.isHoliday());
     if (!e) {
         out.failed = true;
-        ctx.errors.report(routine, {6, QStringLiteral("Estouro no cálculo dos meses de atraso."),
-                                    QStringLiteral("Tolvane")});
+        ctx.errors.report(
+            routine, {6,
+                      QStringLiteral("Encargos não calculados: vencimento anterior a %1, valor "
+                                     "acima de %2 ou atraso grande demais.")
+                          .arg(DateUtil::br(Acrescimos::kPrimeiroVencimento),
+                               Money::maximum().formatCurrency()),
+                      QStringLiteral("Tolvane")});
         return out;
     }
     out.encargos = *e;

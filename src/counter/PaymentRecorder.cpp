@@ -1,11 +1,14 @@
 #include "PaymentRecorder.h"
 
 #include "AppContext.h"
+#include "Clock.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
+
+#include <QSet>
 
 const QString PaymentRecorder::kGravado = QStringLiteral("Registro Gravado!!!");
 const QString PaymentRecorder::kEncerrado =
@@ -13,23 +16,74 @@ const QString PaymentRecorder::kEncerrado =
 const QString PaymentRecorder::kFalhou = QStringLiteral(
     "Erro ao gravar o pagamento!! Nenhum item foi gravado; confira e tente novamente.");
 
+namespace {
+const QString kAviso = QStringLiteral("Aviso");
+constexpr int kMaxAutentica = 32767;
+
+QString itemText(int index, const CustomerItem& item) {
+    return QStringLiteral("item %1 (%2)")
+        .arg(index + 1, 2, 10, QLatin1Char('0'))
+        .arg(item.codbarra);
+}
+} // namespace
+
+QString PaymentRecorder::refusal(AppContext& ctx, const CustomerList& list) {
+    QSet<QString> seen;
+    for (int i = 0; i < list.size(); ++i) {
+        const CustomerItem& item = list.at(i);
+        if (item.valor.isNegative() || !item.valor.withinLimit())
+            return QStringLiteral("Valor fora do limite no %1: o máximo é %2. Nada foi gravado.")
+                .arg(itemText(i, item), Money::maximum().formatCurrency());
+        if (!clsRecebimentos::isUniqueCode(item.codbarra))
+            continue;
+        if (seen.contains(item.codbarra))
+            return QStringLiteral("Conta já Lançada!!! O %1 está duas vezes na soma. Nada foi "
+                                  "gravado: retire um deles e grave de novo.")
+                .arg(itemText(i, item));
+        seen.insert(item.codbarra);
+        const auto received = clsRecebimentos::codigoRecebido(ctx.db, item.codbarra);
+        if (!received)
+            return kFalhou;
+        if (*received)
+            return QStringLiteral("Conta já Recebida!!! O %1 já foi recebido. Nada foi gravado: "
+                                  "retire o item da soma e grave de novo.")
+                .arg(itemText(i, item));
+    }
+    return {};
+}
+
 std::optional<QList<RecordedReceipt>>
 PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const CustomerList& list) {
     if (list.isEmpty())
         return std::nullopt;
-    clsMovimento current(ctx.db);
-    if (!current.SQLSelect(mov.ID) || current.STATUS != QLatin1String("ABERTO")) {
-        ctx.dialogs.critical(QStringLiteral("Aviso"), kEncerrado);
+    // The write lock first: everything below is read and written with no other writer between.
+    Transaction tx(ctx.db);
+    if (!tx.ok()) {
+        ctx.dialogs.critical(kAviso, kFalhou);
         return std::nullopt;
     }
-    QList<RecordedReceipt> out;
-    Transaction tx(ctx.db);
-    bool ok = tx.ok();
+    clsMovimento current(ctx.db);
+    if (!current.SQLSelect(mov.ID) || current.STATUS != QLatin1String("ABERTO")) {
+        ctx.dialogs.critical(kAviso, kEncerrado);
+        return std::nullopt;
+    }
+    if (const QString why = refusal(ctx, list); !why.isEmpty()) {
+        ctx.dialogs.critical(kAviso, why);
+        return std::nullopt;
+    }
     clsRecebimentos max(ctx.db);
     max.AUTENTICA = 0; // the first receipt of a movement is 1
-    if (ok)
-        max.SQLSelectMax(mov.ID);
+    max.SQLSelectMax(mov.ID);
+    if (int(max.AUTENTICA) + list.size() > kMaxAutentica) {
+        ctx.dialogs.critical(kAviso, QStringLiteral("Limite de %1 autenticações do movimento "
+                                                    "atingido. Nada foi gravado.")
+                                         .arg(kMaxAutentica));
+        return std::nullopt;
+    }
+    const QDateTime momento = ctx.clock.now();
+    QList<RecordedReceipt> out;
     qint16 next = max.AUTENTICA;
+    bool ok = true;
     for (int i = 0; ok && i < list.size(); ++i) {
         const CustomerItem& item = list.at(i);
         clsRecebimentos r(ctx.db);
@@ -37,18 +91,19 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         r.IDMOVIMENTO = static_cast<qint16>(mov.ID);
         r.TIPO = static_cast<qint16>(item.tipo);
         r.VALOR = item.valor;
-        r.CODBARRA = item.codbarra;
+        r.CODBARRA = item.codbarra.isEmpty() ? clsRecebimentos::kSemCodigo : item.codbarra;
         r.VENCIMENTO = item.vencimento.isValid() ? DateUtil::br(item.vencimento) : QString();
         r.PARCELA = item.parcela;
         r.OBS = item.obs;
         r.INTEGRA = 0;
         r.EXPORT = 0;
+        r.MOMENTO = momento;
         ok = r.SQLInsert();
         if (ok)
-            out.append({r.IDRECEBE, r.AUTENTICA, item});
+            out.append({r.IDRECEBE, r.AUTENTICA, item, momento});
     }
     if (!ok || !tx.commit()) {
-        ctx.dialogs.critical(QStringLiteral("Aviso"), kFalhou);
+        ctx.dialogs.critical(kAviso, kFalhou);
         return std::nullopt;
     }
     ctx.dialogs.info(QStringLiteral("Gravar Registro"), kGravado);

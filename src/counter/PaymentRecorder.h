@@ -2,6 +2,7 @@
 
 #include "CustomerList.h"
 
+#include <QDateTime>
 #include <QList>
 #include <optional>
 
@@ -12,11 +13,18 @@ struct RecordedReceipt {
     qint32 idrecebe = 0;
     qint16 autentica = 0;
     CustomerItem item;
+    QDateTime momento; // when it was recorded
 };
 
 // Records one customer's items as receipts: consecutive authentication numbers after the
 // movement's highest, one row per item in list order, all in one transaction so a failure
 // records nothing and the operator can simply try again.
+//
+// Whatever screen or command asks, a code is never written twice: inside the transaction, which
+// holds the database's write lock, every code that may be received once (not the 44 zeros nor
+// codes starting "000") is looked up again among all the receipts and within the list itself,
+// and the whole payment is refused when one is found. The unique index of Recebimentos stands
+// behind this check.
 class PaymentRecorder {
 public:
     static const QString kGravado;   // "Registro Gravado!!!"
@@ -26,4 +34,9 @@ public:
     // nullopt when nothing was recorded (message shown, except for an empty list).
     static std::optional<QList<RecordedReceipt>> record(AppContext& ctx, const clsMovimento& mov,
                                                         const CustomerList& list);
+
+private:
+    // Why the list cannot be recorded as it stands (a code already received or listed twice, an
+    // amount out of range), or empty. Asked under the write lock.
+    static QString refusal(AppContext& ctx, const CustomerList& list);
 };

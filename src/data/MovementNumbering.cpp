@@ -43,3 +43,14 @@ bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QD
     out.VALOR_ARRECADADO = out.ENTRADA = out.SAIDA = out.SUPRIMENTO = Money();
     return out.SQLInsert(0) && tx.commit();
 }
+
+bool MovementNumbering::openOrResume(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
+                                     clsMovimento& out, bool& opened) {
+    Transaction tx(db);
+    if (!tx.ok())
+        return false;
+    opened = !out.SQLSelectByDate(day);
+    if (opened && !openNew(db, dialogs, day, out))
+        return false;
+    return tx.commit();
+}

@@ -10,7 +10,7 @@
 #include <QVector>
 
 // A disconnected, read-only result: every row is in memory, fields are read by name
-// (case-insensitively, as the columns are named in several spellings) at the current row.
+// (case-insensitively) at the current row.
 class Recordset {
 public:
     Recordset() = default;

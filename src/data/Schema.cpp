@@ -1,5 +1,7 @@
 #include "Schema.h"
 
+#include "AuditChain.h"
+#include "Transaction.h"
 #include "clsDataAccess.h"
 
 #include <QFile>
@@ -76,8 +78,44 @@ QStringList migrationSequenciaArquivo(DbBackend b) {
                 .arg(typesFor(b).text)};
 }
 
+// Receipts that cannot repeat, the counter that owns the database and the chain of changes.
+// Rows already repeated are kept and marked in DUPLICADO (their own IDRECEBE) instead of
+// failing the update; the unique indexes cover the unmarked rows, so from here on a code (other
+// than the 44 zeros and codes starting "000") is received once and an authentication number is
+// given once per movement. Rows already there join the chain right after these statements.
+QStringList migrationReceiptsOnceAndChain(DbBackend b) {
+    const Types t = typesFor(b);
+    const QString plain = QStringLiteral("TEXT");
+    return {
+        QStringLiteral("ALTER TABLE Recebimentos ADD COLUMN DUPLICADO BIGINT NOT NULL DEFAULT 0"),
+        QStringLiteral("ALTER TABLE Recebimentos ADD COLUMN MOMENTO %1").arg(t.text),
+        QStringLiteral("UPDATE Recebimentos SET DUPLICADO = IDRECEBE WHERE "
+                       "substr(CODBARRA, 1, 3) <> '000' AND CODBARRA <> '' AND EXISTS (SELECT 1 "
+                       "FROM Recebimentos r WHERE r.CODBARRA = Recebimentos.CODBARRA AND "
+                       "r.IDRECEBE < Recebimentos.IDRECEBE)"),
+        QStringLiteral("UPDATE Recebimentos SET DUPLICADO = IDRECEBE WHERE EXISTS (SELECT 1 FROM "
+                       "Recebimentos r WHERE r.IDMOVIMENTO = Recebimentos.IDMOVIMENTO AND "
+                       "r.AUTENTICA = Recebimentos.AUTENTICA AND r.IDRECEBE < "
+                       "Recebimentos.IDRECEBE)"),
+        QStringLiteral("CREATE UNIQUE INDEX idx_recebimentos_codigo_unico ON "
+                       "Recebimentos(CODBARRA) WHERE DUPLICADO = 0 AND substr(CODBARRA, 1, 3) <> "
+                       "'000' AND CODBARRA <> ''"),
+        QStringLiteral("CREATE UNIQUE INDEX idx_recebimentos_autentica_unica ON "
+                       "Recebimentos(IDMOVIMENTO, AUTENTICA) WHERE DUPLICADO = 0"),
+        QStringLiteral("ALTER TABLE Movimento ADD COLUMN HASH_CADEIA %1").arg(plain),
+        QStringLiteral("CREATE TABLE Guiche (ID INTEGER PRIMARY KEY CHECK (ID = 1), GUICHE %1 NOT "
+                       "NULL, DESDE %2)")
+            .arg(t.text, plain),
+        QStringLiteral("CREATE TABLE Cadeia (SEQ BIGINT NOT NULL PRIMARY KEY, TABELA %1 NOT NULL, "
+                       "CAMPO %1 NOT NULL, CHAVE BIGINT NOT NULL, OPERACAO %1 NOT NULL, CONTEUDO "
+                       "%1, MOMENTO %1, HASH %1 NOT NULL)")
+            .arg(plain),
+        QStringLiteral("CREATE INDEX idx_cadeia_chave ON Cadeia(TABELA, CHAVE)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
-const Migration kMigrations[] = {migration1, migrationSequenciaArquivo};
+const Migration kMigrations[] = {migration1, migrationSequenciaArquivo,
+                                 migrationReceiptsOnceAndChain};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);
@@ -89,6 +127,28 @@ bool exec(QSqlDatabase db, const QString& sql, QString* err) {
 }
 
 } // namespace
+
+// What a migration does besides its statements, in the same transaction.
+static bool afterStatements(Migration m, clsDataAccess& db, QStringList* notes, QString* err) {
+    if (m != migrationReceiptsOnceAndChain)
+        return true;
+    if (notes)
+        *notes << Schema::markedDuplicates(db);
+    if (!AuditChain::adoptExisting(db)) {
+        *err = db.lastError();
+        return false;
+    }
+    return true;
+}
+
+// The version read inside a transaction: a savepoint keeps PostgreSQL's transaction usable when
+// the version table is not there yet.
+static int versionInside(clsDataAccess& db) {
+    Transaction probe(db, Transaction::Mode::Read);
+    const int v = Schema::versionOf(db);
+    probe.rollback();
+    return v;
+}
 
 int Schema::currentVersion() {
     return int(std::size(kMigrations));
@@ -112,7 +172,8 @@ int Schema::versionOf(clsDataAccess& db) {
     return q.value(0).toInt();
 }
 
-Schema::Result Schema::migrate(clsDataAccess& db, QString* message) {
+Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList* notes, int upTo) {
+    const int target = upTo < 0 ? currentVersion() : qMin(upTo, currentVersion());
     QSqlDatabase sql = db.database();
     int version = versionOf(db);
     if (version > currentVersion()) {
@@ -124,8 +185,17 @@ Schema::Result Schema::migrate(clsDataAccess& db, QString* message) {
                     .arg(currentVersion());
         return Result::Newer;
     }
-    if (version == currentVersion())
+    if (version >= target)
         return Result::Ok;
+    if (db.readOnly()) {
+        if (message)
+            *message = QStringLiteral("O banco de dados é da versão %1 e precisa ser atualizado "
+                                      "para a versão %2; abra-o uma vez numa pasta com permissão "
+                                      "de gravação (tolvane iniciar atualiza o banco).")
+                           .arg(version)
+                           .arg(currentVersion());
+        return Result::Failed;
+    }
     if (version > 0 && db.backend() == DbBackend::SQLite) {
         const QString copy = db.config().sqlitePath + QStringLiteral(".v%1.bak").arg(version);
         QFile::remove(copy);
@@ -140,25 +210,53 @@ Schema::Result Schema::migrate(clsDataAccess& db, QString* message) {
             return Result::Failed;
         }
     }
-    for (; version < currentVersion(); ++version) {
+    while (version < target) {
         QString err;
-        bool ok = sql.transaction();
+        // The write lock first: two programs opening an old database migrate it once.
+        Transaction tx(db);
+        bool ok = tx.ok();
+        if (!ok)
+            err = db.lastError();
+        const int now = ok ? versionInside(db) : version;
+        if (ok && now > version) {
+            version = now; // another program did this step meanwhile
+            tx.commit();
+            continue;
+        }
         if (ok && version == 0)
             ok = exec(sql, QStringLiteral("CREATE TABLE VersaoBanco (VERSAO INTEGER NOT NULL)"),
                       &err) &&
                  exec(sql, QStringLiteral("INSERT INTO VersaoBanco (VERSAO) VALUES (0)"), &err);
         for (const QString& stmt : kMigrations[version](db.backend()))
             ok = ok && exec(sql, stmt, &err);
+        ok = ok && afterStatements(kMigrations[version], db, notes, &err);
         ok = ok &&
              exec(sql, QStringLiteral("UPDATE VersaoBanco SET VERSAO = %1").arg(version + 1), &err);
-        if (!ok || !sql.commit()) {
-            sql.rollback();
+        if (!ok || !tx.commit()) {
             if (message)
                 *message = QStringLiteral("Erro ao atualizar o banco de dados para a versão %1: %2")
                                .arg(version + 1)
-                               .arg(err.isEmpty() ? sql.lastError().text() : err);
+                               .arg(err.isEmpty() ? db.lastError() : err);
             return Result::Failed;
         }
+        ++version;
     }
     return Result::Ok;
+}
+
+QStringList Schema::markedDuplicates(clsDataAccess& db) {
+    QStringList out;
+    QSqlQuery q(db.database());
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("SELECT IDRECEBE, IDMOVIMENTO, AUTENTICA, CODBARRA FROM "
+                               "Recebimentos WHERE DUPLICADO <> 0 ORDER BY IDRECEBE")))
+        return out;
+    while (q.next())
+        out << QStringLiteral("Recebimento %1 (movimento %2, autenticação %3, código %4) repete "
+                              "um recebimento anterior")
+                   .arg(q.value(0).toLongLong())
+                   .arg(q.value(1).toLongLong())
+                   .arg(q.value(2).toLongLong())
+                   .arg(q.value(3).toString());
+    return out;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class clsDataAccess;
 
@@ -12,7 +13,12 @@ public:
 
     static int currentVersion();             // the version this program writes
     static int versionOf(clsDataAccess& db); // 0 for an empty database
-    static Result migrate(clsDataAccess& db, QString* message = nullptr);
+    // `notes` receives what an update found and kept (receipts already repeated, marked).
+    // `upTo` stops at an older version (tests build the databases of earlier versions).
+    static Result migrate(clsDataAccess& db, QString* message = nullptr,
+                          QStringList* notes = nullptr, int upTo = -1);
+    // Receipts marked as repeating an earlier one (kept, outside the unique-code rule).
+    static QStringList markedDuplicates(clsDataAccess& db);
 
     static const QStringList& tableNames();
 };

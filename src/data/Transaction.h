@@ -8,7 +8,8 @@ class clsDataAccess;
 // unless commit() was called. A scope opened while another is active becomes a savepoint of
 // the outer one: its rollback undoes only its own statements and never ends the outer
 // transaction. Writers take the database's write lock when they begin (BEGIN IMMEDIATE on
-// SQLite), so what they read inside the scope cannot change before they write.
+// SQLite, an advisory lock on PostgreSQL; a taken lock is waited for and retried as
+// clsDataAccess says), so what they read inside the scope cannot change before they write.
 class Transaction {
 public:
     enum class Mode { Read, Write };

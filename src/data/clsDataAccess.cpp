@@ -4,20 +4,46 @@
 #include "Transaction.h"
 
 #include <QAtomicInt>
+#include <QDir>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <QStorageInfo>
+#include <QUrl>
 
 const QString clsDataAccess::kLabelExecute = QStringLiteral("Função SQLExecute em clsDataAccess");
 const QString clsDataAccess::kLabelSelect =
     QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess");
 const QString clsDataAccess::kLabelArray =
     QStringLiteral("Função SQLSelectAllArray_Error em clsDataAccess");
+const QString clsDataAccess::kLabelCommit = QStringLiteral("Função CommitTrans em clsDataAccess");
+const QString clsDataAccess::kAguardando = QStringLiteral("Aguardando o banco de dados...");
 
 namespace {
 QAtomicInt g_connectionSerial;
-constexpr qint32 kQuoteError = 3075; // reported as a syntax error in the statement
+constexpr qint32 kQuoteError = 3075; // the syntax error such a text causes in a built statement
 constexpr qint32 kNotOpenError = 3704;
+// The key of the writers' advisory lock on PostgreSQL (advisory locks belong to one database).
+constexpr qint64 kWriteLockKey = 0x546f6c76616e65; // "Tolvane"
+
+int sqliteCode(const QString& native) {
+    return native.toInt() & 0xff; // primary code of an extended result code
+}
+
+// SQLite says SQLITE_FULL when the database itself cannot grow; growing its shared-memory or
+// journal files on a full disk comes back as an I/O error, told apart by the disk's free space.
+bool diskFull(const DbConfig& c, const QString& native) {
+    if (c.backend == DbBackend::PostgreSQL)
+        return native == QLatin1String("53100");
+    const int code = sqliteCode(native);
+    if (code == 13 /* SQLITE_FULL */)
+        return true;
+    if (code != 10 /* SQLITE_IOERR */)
+        return false;
+    const QStorageInfo disk(QFileInfo(c.sqlitePath).absolutePath());
+    return disk.isValid() && disk.bytesAvailable() < 256 * 1024;
+}
 } // namespace
 
 clsDataAccess::clsDataAccess(ErrorLog& log)
@@ -48,45 +74,120 @@ void clsDataAccess::close() {
     m_depth = 0;
 }
 
-bool clsDataAccess::open(const DbConfig& config) {
+void clsDataAccess::remember(const QSqlError& e) {
+    m_lastCode = e.nativeErrorCode();
+    if (diskFull(m_config, m_lastCode)) {
+        const QString where = m_config.backend == DbBackend::SQLite
+                                  ? QDir::toNativeSeparators(m_config.sqlitePath)
+                                  : QStringLiteral("servidor ") + m_config.describe();
+        m_lastError = QStringLiteral("Disco cheio: %1 (%2)").arg(where, e.databaseText());
+        return;
+    }
+    m_lastError = e.text();
+}
+
+bool clsDataAccess::open(const DbConfig& config, OpenMode mode) {
     close();
     m_config = config;
-    const bool pg = config.backend == DbBackend::PostgreSQL;
-    QSqlDatabase db = QSqlDatabase::addDatabase(
-        pg ? QStringLiteral("QPSQL") : QStringLiteral("QSQLITE"), m_connection);
-    if (pg) {
+    m_mode = mode;
+    m_walIgnored = false;
+    m_lastCode.clear();
+    if (config.backend == DbBackend::PostgreSQL) {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_connection);
         db.setHostName(config.host);
         db.setPort(config.port);
         db.setDatabaseName(config.name);
         db.setUserName(config.user);
+        // Without a password here, libpq looks in PGPASSFILE or ~/.pgpass.
         db.setPassword(config.password);
         db.setConnectOptions(QStringLiteral("connect_timeout=10"));
-    } else {
-        db.setDatabaseName(config.sqlitePath);
-        db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
-    }
-    if (!db.open()) {
-        m_lastError = db.lastError().text();
-        return false;
-    }
-    QSqlQuery q(db);
-    if (!pg) {
-        // A file that is not a database only shows itself on the first read.
-        for (const char* pragma : {"PRAGMA schema_version", "PRAGMA journal_mode=WAL",
-                                   "PRAGMA synchronous=FULL", "PRAGMA foreign_keys=OFF"}) {
-            if (!q.exec(QLatin1String(pragma))) {
-                m_lastError = q.lastError().text();
-                q.finish();
+        if (!db.open()) {
+            remember(db.lastError());
+            db = QSqlDatabase();
+            close();
+            return false;
+        }
+        QStringList setup = {QStringLiteral("SET client_min_messages TO warning")};
+        if (mode == OpenMode::ReadOnly)
+            setup << QStringLiteral("SET default_transaction_read_only = on");
+        for (const QString& stmt : setup)
+            if (!execRaw(stmt)) {
+                db = QSqlDatabase();
                 close();
                 return false;
             }
+        applyLockWait();
+        return true;
+    }
+    if (openSqlite(false))
+        return true;
+    // A read-only folder cannot hold the shared-memory file of the write-ahead log; the file
+    // opened as immutable needs none.
+    return mode == OpenMode::ReadOnly && openSqlite(true);
+}
+
+bool clsDataAccess::openSqlite(bool immutable) {
+    close();
+    if (!openSqliteConnection(immutable))
+        return false;
+    // A file that is not a database only shows itself on the first read.
+    QStringList pragmas = {QStringLiteral("PRAGMA schema_version")};
+    if (m_mode != OpenMode::ReadOnly)
+        pragmas << QStringLiteral("PRAGMA journal_mode=WAL")
+                << QStringLiteral("PRAGMA synchronous=FULL")
+                << QStringLiteral("PRAGMA foreign_keys=OFF");
+    for (const QString& pragma : pragmas) {
+        if (!execRaw(pragma)) {
+            const QString err = m_lastError;
+            close();
+            m_lastError = err;
+            return false;
         }
-    } else if (!q.exec(QStringLiteral("SET client_min_messages TO warning"))) {
-        m_lastError = q.lastError().text();
+    }
+    if (immutable) {
+        const QFileInfo wal(m_config.sqlitePath + QStringLiteral("-wal"));
+        m_walIgnored = wal.exists() && wal.size() > 0;
+    }
+    return true;
+}
+
+bool clsDataAccess::openSqliteConnection(bool immutable) {
+    QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_connection);
+    const char* access = m_mode == OpenMode::Create     ? "rwc"
+                         : m_mode == OpenMode::ReadOnly ? "ro"
+                                                        : "rw";
+    // A URI, so that "rw" refuses to create a missing file instead of starting an empty one.
+    QString uri = QUrl::fromLocalFile(QFileInfo(m_config.sqlitePath).absoluteFilePath())
+                      .toString(QUrl::FullyEncoded) +
+                  QStringLiteral("?mode=") + QLatin1String(access);
+    if (immutable)
+        uri += QStringLiteral("&immutable=1");
+    db.setDatabaseName(uri);
+    QString options = QStringLiteral("QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1").arg(m_lockWaitMs);
+    if (m_mode == OpenMode::ReadOnly)
+        options += QStringLiteral(";QSQLITE_OPEN_READONLY");
+    db.setConnectOptions(options);
+    if (!db.open()) {
+        remember(db.lastError());
+        db = QSqlDatabase();
         close();
         return false;
     }
     return true;
+}
+
+void clsDataAccess::setLockWait(int waitMs, int attempts) {
+    m_lockWaitMs = qMax(1, waitMs);
+    m_lockAttempts = qMax(1, attempts);
+    if (isOpen())
+        applyLockWait();
+}
+
+void clsDataAccess::applyLockWait() {
+    if (m_config.backend == DbBackend::SQLite)
+        execRaw(QStringLiteral("PRAGMA busy_timeout = %1").arg(m_lockWaitMs));
+    else
+        execRaw(QStringLiteral("SET lock_timeout = %1").arg(m_lockWaitMs));
 }
 
 void clsDataAccess::logFailure(const QString& label, qint32 number, const QString& description) {
@@ -97,9 +198,10 @@ void clsDataAccess::logFailure(const QString& label, qint32 number, const QStrin
 bool clsDataAccess::refusesText(const QVariantList& values, const QString& label) {
     for (const QVariant& v : values) {
         if (v.typeId() == QMetaType::QString && v.toString().contains(QLatin1Char('\''))) {
+            // The value itself is never shown nor logged: it may be a password.
             logFailure(label, kQuoteError,
-                       QStringLiteral("Erro de sintaxe: o texto \"%1\" contém aspa simples.")
-                           .arg(v.toString()));
+                       QStringLiteral("Erro de sintaxe: um texto contém aspa simples; o comando "
+                                      "não foi executado."));
             return true;
         }
     }
@@ -108,17 +210,18 @@ bool clsDataAccess::refusesText(const QVariantList& values, const QString& label
 
 bool clsDataAccess::run(QSqlQuery& q, const QString& sql, const QVariantList& params) {
     if (faultHook && faultHook(sql)) {
+        m_lastCode.clear();
         m_lastError = QStringLiteral("falha simulada");
         return false;
     }
     if (!q.prepare(sql)) {
-        m_lastError = q.lastError().text();
+        remember(q.lastError());
         return false;
     }
     for (const QVariant& p : params)
         q.addBindValue(p);
     if (!q.exec()) {
-        m_lastError = q.lastError().text();
+        remember(q.lastError());
         return false;
     }
     return true;
@@ -192,16 +295,18 @@ bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params) {
     QSqlQuery q(database());
     if (!run(q, sql, params)) {
         const qint32 code = q.lastError().nativeErrorCode().toInt();
-        q.finish();
-        logFailure(kLabelExecute, code, m_lastError);
+        const QString err = m_lastError;
+        const QString native = m_lastCode;
+        // PostgreSQL frees the statement only once its failed transaction has ended.
+        tx.rollback();
+        q = QSqlQuery();
+        m_lastError = err;
+        m_lastCode = native;
+        logFailure(kLabelExecute, code, err);
         return false;
     }
     q.finish();
-    if (!tx.commit()) {
-        logFailure(kLabelExecute, 0, m_lastError);
-        return false;
-    }
-    return true;
+    return tx.commit(); // a failed commit is logged by the scope
 }
 
 bool clsDataAccess::SQLInsertIdentity(const QString& sql, const QVariantList& params,
@@ -225,16 +330,64 @@ bool clsDataAccess::CheckValidRecordset(const std::optional<Recordset>& rs) {
 }
 
 bool clsDataAccess::execRaw(const QString& sql) {
+    if (faultHook && faultHook(sql)) {
+        m_lastCode.clear();
+        m_lastError = QStringLiteral("falha simulada");
+        return false;
+    }
     QSqlQuery q(database());
     if (q.exec(sql))
         return true;
-    m_lastError = q.lastError().text();
+    remember(q.lastError());
     return false;
+}
+
+bool clsDataAccess::lockBusy() const {
+    if (m_config.backend == DbBackend::SQLite) {
+        const int code = sqliteCode(m_lastCode);
+        return code == 5 /* SQLITE_BUSY */ || code == 6 /* SQLITE_LOCKED */;
+    }
+    return m_lastCode == QLatin1String("55P03"); // lock_not_available: lock_timeout ran out
+}
+
+bool clsDataAccess::beginWrite() {
+    const bool sqlite = m_config.backend == DbBackend::SQLite;
+    for (int attempt = 1;; ++attempt) {
+        bool ok = false;
+        if (sqlite) {
+            ok = execRaw(QStringLiteral("BEGIN IMMEDIATE"));
+        } else if (execRaw(QStringLiteral("BEGIN"))) {
+            ok = execRaw(QStringLiteral("SELECT pg_advisory_xact_lock(%1)").arg(kWriteLockKey));
+            if (!ok) {
+                const QString err = m_lastError, code = m_lastCode;
+                execRaw(QStringLiteral("ROLLBACK"));
+                m_lastError = err;
+                m_lastCode = code;
+            }
+        }
+        if (ok)
+            return true;
+        if (!lockBusy())
+            return false;
+        if (attempt >= m_lockAttempts) {
+            m_lastError = QStringLiteral("O banco de dados continua ocupado por outro programa "
+                                         "depois de %1 s de espera: %2")
+                              .arg(qint64(m_lockWaitMs) * m_lockAttempts / 1000)
+                              .arg(m_lastError);
+            return false;
+        }
+        if (attempt == 1 && onLockWait)
+            onLockWait(kAguardando);
+    }
 }
 
 bool clsDataAccess::beginScope(bool write, QString& savepoint) {
     if (!isOpen()) {
         m_lastError = QStringLiteral("Banco de dados não está aberto.");
+        return false;
+    }
+    if (write && readOnly()) {
+        m_lastError = QStringLiteral("O banco de dados foi aberto só para consulta.");
         return false;
     }
     if (m_depth > 0) {
@@ -245,10 +398,9 @@ bool clsDataAccess::beginScope(bool write, QString& savepoint) {
         return true;
     }
     savepoint.clear();
-    // On SQLite a writer takes the write lock before its first read, so the busy time-out
-    // applies to the wait and nothing it read can change before it writes.
-    const bool sqlite = m_config.backend == DbBackend::SQLite;
-    if (!execRaw(sqlite && write ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN")))
+    // A writer takes the write lock before its first read, so nothing it read can change before
+    // it writes, and the wait for the lock happens here, where it can be retried.
+    if (write ? !beginWrite() : !execRaw(QStringLiteral("BEGIN")))
         return false;
     m_depth = 1;
     return true;
@@ -269,8 +421,12 @@ bool clsDataAccess::endScope(const QString& savepoint, bool commit) {
     if (commit && execRaw(QStringLiteral("COMMIT")))
         return true;
     const QString err = m_lastError;
+    const QString code = m_lastCode;
     execRaw(QStringLiteral("ROLLBACK"));
     m_lastError = err;
+    m_lastCode = code;
+    if (commit)
+        logFailure(kLabelCommit, code.toInt(), err);
     return false;
 }
 

@@ -4,7 +4,8 @@
 
 namespace {
 const QString kColumns = QStringLiteral(
-    "SELECT ID, MDATA, MOV, STATUS, VALOR_ARRECADADO, ENTRADA, SAIDA, SUPRIMENTO FROM Movimento ");
+    "SELECT ID, MDATA, MOV, STATUS, VALOR_ARRECADADO, ENTRADA, SAIDA, SUPRIMENTO, HASH_CADEIA "
+    "FROM Movimento ");
 }
 
 bool clsMovimento::load(const QString& where, const QVariant& key) {
@@ -19,6 +20,7 @@ bool clsMovimento::load(const QString& where, const QVariant& key) {
     ENTRADA = rs->money(QStringLiteral("ENTRADA"));
     SAIDA = rs->money(QStringLiteral("SAIDA"));
     SUPRIMENTO = rs->money(QStringLiteral("SUPRIMENTO"));
+    HASH_CADEIA = rs->text(QStringLiteral("HASH_CADEIA"));
     return true;
 }
 
@@ -59,17 +61,18 @@ bool clsMovimento::SQLUpdate() {
     return m_db->SQLExecute(
         QStringLiteral(
             "UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
-            "VALOR_ARRECADADO = ?, ENTRADA = ? WHERE ID = ?"),
+            "VALOR_ARRECADADO = ?, ENTRADA = ?, HASH_CADEIA = ? WHERE ID = ?"),
         {MDATA, int(MOV), STATUS, SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
-         ENTRADA.units(), ID});
+         ENTRADA.units(), HASH_CADEIA, ID});
 }
 
 bool clsMovimento::SQLUpdateTotais() {
     return m_db->SQLExecute(
         QStringLiteral(
             "UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
-            "STATUS = ? WHERE ID = ?"),
-        {SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(), ENTRADA.units(), STATUS, ID});
+            "STATUS = ?, HASH_CADEIA = ? WHERE ID = ?"),
+        {SAIDA.units(), SUPRIMENTO.units(), VALOR_ARRECADADO.units(), ENTRADA.units(), STATUS,
+         HASH_CADEIA, ID});
 }
 
 bool clsMovimento::SQLDelete() {

@@ -21,12 +21,13 @@ public:
     Money ENTRADA;
     Money SAIDA;
     Money SUPRIMENTO;
+    QString HASH_CADEIA; // the audit chain's last hash when the day was last closed
 
     bool SQLSelect(qint32 id);
     bool SQLSelectByDate(const QDate& day); // the day's movement, if any (newest first)
     bool SQLInsert(qint32 id);              // id 0: the database assigns it and ID is read back
     bool SQLUpdate();                       // every column
-    bool SQLUpdateTotais();                 // totals and status only: closing and reopening
+    bool SQLUpdateTotais();                 // totals, status and chain hash: closing and reopening
     bool SQLDelete();
 
     // The sums written into the movement at closing: the receipts of the movement and the cash

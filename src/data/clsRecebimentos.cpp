@@ -1,29 +1,74 @@
 #include "clsRecebimentos.h"
 
+#include "AuditChain.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
 const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
 
+namespace {
+const QString kTable = QStringLiteral("Recebimentos");
+const QString kKey = QStringLiteral("IDRECEBE");
+const QString kMomentoFormat = QStringLiteral("yyyy-MM-dd hh:mm:ss");
+const QString kColumns = QStringLiteral(
+    "SELECT AUTENTICA, CODBARRA, IDMOVIMENTO, IDRECEBE, TIPO, INTEGRA, EXPORT, VALOR, "
+    "VENCIMENTO, PARCELA, OBS, MOMENTO, DUPLICADO FROM Recebimentos ");
+} // namespace
+
+bool clsRecebimentos::isUniqueCode(const QString& code) {
+    return !code.isEmpty() && !code.startsWith(QLatin1String("000"));
+}
+
+std::optional<bool> clsRecebimentos::codigoRecebido(clsDataAccess& db, const QString& code) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT IDRECEBE FROM Recebimentos WHERE CODBARRA = ?"), {code});
+    if (!rs)
+        return std::nullopt;
+    return rs->recordCount() > 0;
+}
+
+void clsRecebimentos::fill(const Recordset& rs) {
+    AUTENTICA = static_cast<qint16>(rs.integer(QStringLiteral("AUTENTICA")));
+    CODBARRA = rs.text(QStringLiteral("CODBARRA"));
+    IDMOVIMENTO = static_cast<qint16>(rs.integer(QStringLiteral("IDMOVIMENTO")));
+    IDRECEBE = static_cast<qint32>(rs.integer(QStringLiteral("IDRECEBE")));
+    TIPO = static_cast<qint16>(rs.integer(QStringLiteral("TIPO")));
+    INTEGRA = static_cast<qint16>(rs.integer(QStringLiteral("INTEGRA")));
+    EXPORT = static_cast<qint16>(rs.integer(QStringLiteral("EXPORT")));
+    VALOR = rs.money(QStringLiteral("VALOR"));
+    VENCIMENTO = rs.text(QStringLiteral("VENCIMENTO"));
+    PARCELA = rs.text(QStringLiteral("PARCELA"));
+    OBS = rs.text(QStringLiteral("OBS"));
+    MOMENTO = QDateTime::fromString(rs.text(QStringLiteral("MOMENTO")), kMomentoFormat);
+    DUPLICADO = rs.integer(QStringLiteral("DUPLICADO"));
+}
+
 bool clsRecebimentos::SQLSelect(qint32 idRecebe) {
-    const auto rs = m_db->SQLSelect_ReadOnly(
-        QStringLiteral("SELECT AUTENTICA, CODBARRA, IDMOVIMENTO, IDRECEBE, TIPO, INTEGRA, EXPORT, "
-                       "VALOR, VENCIMENTO, PARCELA, OBS FROM Recebimentos WHERE IDRECEBE = ?"),
-        {idRecebe});
+    const auto rs =
+        m_db->SQLSelect_ReadOnly(kColumns + QStringLiteral("WHERE IDRECEBE = ?"), {idRecebe});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
-    AUTENTICA = static_cast<qint16>(rs->integer(QStringLiteral("AUTENTICA")));
-    CODBARRA = rs->text(QStringLiteral("CODBARRA"));
-    IDMOVIMENTO = static_cast<qint16>(rs->integer(QStringLiteral("IDMOVIMENTO")));
-    IDRECEBE = static_cast<qint32>(rs->integer(QStringLiteral("IDRECEBE")));
-    TIPO = static_cast<qint16>(rs->integer(QStringLiteral("TIPO")));
-    INTEGRA = static_cast<qint16>(rs->integer(QStringLiteral("INTEGRA")));
-    EXPORT = static_cast<qint16>(rs->integer(QStringLiteral("EXPORT")));
-    VALOR = rs->money(QStringLiteral("VALOR"));
-    VENCIMENTO = rs->text(QStringLiteral("VENCIMENTO"));
-    PARCELA = rs->text(QStringLiteral("PARCELA"));
-    OBS = rs->text(QStringLiteral("OBS"));
+    fill(*rs);
     return true;
+}
+
+std::optional<QList<clsRecebimentos::ComTipo>>
+clsRecebimentos::listarMovimento(clsDataAccess& db, qint32 idMovimento) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT r.AUTENTICA, r.CODBARRA, r.IDMOVIMENTO, r.IDRECEBE, r.TIPO, "
+                       "r.INTEGRA, r.EXPORT, r.VALOR, r.VENCIMENTO, r.PARCELA, r.OBS, r.MOMENTO, "
+                       "r.DUPLICADO, c.DESCRICAO FROM Recebimentos r LEFT JOIN CodBarra c ON "
+                       "c.IDCOD = r.TIPO WHERE r.IDMOVIMENTO = ? ORDER BY r.AUTENTICA, r.IDRECEBE"),
+        {idMovimento});
+    if (!rs)
+        return std::nullopt;
+    QList<ComTipo> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
+        ComTipo row{clsRecebimentos(db), r.text(QStringLiteral("DESCRICAO"))};
+        row.r.fill(r);
+        out.append(row);
+    }
+    return out;
 }
 
 bool clsRecebimentos::SQLSelectMax(qint32 idMovimento) {
@@ -36,45 +81,73 @@ bool clsRecebimentos::SQLSelectMax(qint32 idMovimento) {
     return true;
 }
 
+bool clsRecebimentos::track(AuditChain::Op op) {
+    return AuditChain::track(*m_db, kTable, kKey, IDRECEBE, op);
+}
+
 bool clsRecebimentos::SQLInsert() {
     if (CODBARRA == kSemCodigo)
         EXPORT = 1; // items without barcode never go to a bank file
+    Transaction tx(*m_db);
     qint64 id = 0;
-    if (!m_db->SQLInsertIdentity(
+    if (!tx.ok() ||
+        !m_db->SQLInsertIdentity(
             QStringLiteral(
                 "INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
-                "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+                "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS, MOMENTO) VALUES (?, ?, ?, ?, ?, ?, ?, ?, "
+                "?, ?, ?)"),
             {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), int(INTEGRA), int(EXPORT),
-             VALOR.units(), VENCIMENTO, PARCELA, OBS},
+             VALOR.units(), VENCIMENTO, PARCELA, OBS,
+             MOMENTO.isValid() ? QVariant(MOMENTO.toString(kMomentoFormat))
+                               : QVariant(QMetaType(QMetaType::QString))},
             id))
         return false;
+    const qint32 before = IDRECEBE;
     IDRECEBE = static_cast<qint32>(id);
+    if (!track(AuditChain::Op::Insert) || !tx.commit()) {
+        IDRECEBE = before;
+        return false;
+    }
     return true;
 }
 
 bool clsRecebimentos::SQLUpdate() {
-    return m_db->SQLExecute(
-        QStringLiteral(
-            "UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, TIPO = ?, "
-            "VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
-        {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO, PARCELA,
-         OBS, IDRECEBE});
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(
+               QStringLiteral(
+                   "UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, "
+                   "TIPO = ?, VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
+               {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO,
+                PARCELA, OBS, IDRECEBE}) &&
+           track(AuditChain::Op::Update) && tx.commit();
 }
 
 bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag) {
-    return m_db->SQLExecute(
-        QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
-        {flag, idMovimento});
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(
+               QStringLiteral("UPDATE Recebimentos SET INTEGRA = ? WHERE IDMOVIMENTO = ?"),
+               {flag, idMovimento}) &&
+           AuditChain::trackWhere(*m_db, kTable, kKey, QStringLiteral("IDMOVIMENTO = ?"),
+                                  {idMovimento}) &&
+           tx.commit();
 }
 
 bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag) {
-    return m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
-                            {flag, idRecebe});
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
+                            {flag, idRecebe}) &&
+           AuditChain::track(*m_db, kTable, kKey, idRecebe, AuditChain::Op::Update) && tx.commit();
 }
 
 bool clsRecebimentos::SQLDelete() {
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
-                            {IDRECEBE});
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
+                            {IDRECEBE}) &&
+           track(AuditChain::Op::Delete) && tx.commit();
 }
 
 std::optional<int> clsRecebimentos::contarCodigo(clsDataAccess& db, const QString& codbarra) {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "AuditChain.h"
 #include "Money.h"
+#include "Recordset.h"
 
+#include <QDateTime>
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -9,7 +12,8 @@
 
 class clsDataAccess;
 
-// One row of Recebimentos: a document paid at the counter.
+// One row of Recebimentos: a document paid at the counter. Every write joins the audit chain in
+// the same transaction (AuditChain).
 class clsRecebimentos {
 public:
     static const QString kSemCodigo; // the 44 zeros of an item without barcode
@@ -27,6 +31,17 @@ public:
     QString VENCIMENTO;
     QString PARCELA;
     QString OBS;
+    QDateTime MOMENTO;    // when it was recorded, by the computer's clock; written on insert only
+    qint64 DUPLICADO = 0; // not 0: a repetition found in an older database, kept and marked
+
+    // A code that may be received once: not empty and not starting "000" (the 44 zeros and
+    // other codes without a document of their own repeat freely).
+    static bool isUniqueCode(const QString& code);
+    // Whether `code` is already among the receipts; nullopt when the query failed.
+    static std::optional<bool> codigoRecebido(clsDataAccess& db, const QString& code);
+    // The movement's receipts by authentication number, with their kind's description.
+    struct ComTipo;
+    static std::optional<QList<ComTipo>> listarMovimento(clsDataAccess& db, qint32 idMovimento);
 
     bool SQLSelect(qint32 idRecebe);
     // AUTENTICA takes the movement's highest number; with no receipts it keeps its value
@@ -62,5 +77,12 @@ public:
                                                                 qint32 idMovimento);
 
 private:
+    void fill(const Recordset& rs);
+    bool track(AuditChain::Op op);
     clsDataAccess* m_db; // a pointer so rows can be copied
+};
+
+struct clsRecebimentos::ComTipo {
+    clsRecebimentos r;
+    QString descricao;
 };

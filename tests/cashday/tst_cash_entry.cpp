@@ -170,7 +170,7 @@ private slots:
         QVERIFY(!e.incluirItens(QStringLiteral("CAIXA D'AGUA")));
         QVERIFY(!e.stored());
         QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
-        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("CAIXA D'AGUA")));
+        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("aspa simples")));
         QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));
         QVERIFY(e.incluirItens(QStringLiteral("CAIXA DAGUA")));
         QVERIFY(!e.gravarItem(101, QStringLiteral("12'3"), QStringLiteral("5,00")));

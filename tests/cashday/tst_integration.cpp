@@ -165,6 +165,11 @@ const QString kBarcode = QStringLiteral("816600000123456042520261130588888888888
 
 } // namespace
 
+// Another code like `code`: a code is received only once.
+QString other(const QString& code, int n) {
+    return code.left(code.size() - 2) + QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+}
+
 class tst_integration : public QObject {
     Q_OBJECT
 private slots:
@@ -176,9 +181,9 @@ private slots:
         TEST_BACKEND();
         Day d(app);
         d.receipt(1, 1, "1.234,56", kBarcode);
-        d.receipt(2, 7, "10,00", clsRecebimentos::kSemCodigo); // stored with EXPORT 1
-        d.receipt(3, 55, "99,00", kBarcode);                   // no such kind: not carried
-        d.receipt(1, 1, "5,00", kBarcode, d.mov + 1);          // another day
+        d.receipt(2, 7, "10,00", clsRecebimentos::kSemCodigo);  // stored with EXPORT 1
+        d.receipt(3, 55, "99,00", other(kBarcode, 1));          // no such kind: not carried
+        d.receipt(1, 1, "5,00", other(kBarcode, 2), d.mov + 1); // another day
         d.entry(EntryKind::CashIn, QString(), {{100, QString(), QStringLiteral("200,00")}});
         const qint32 sangria = d.entry(EntryKind::Withdrawal, QString(),
                                        {{100, QString(), QStringLiteral("100,00")},

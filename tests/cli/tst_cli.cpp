@@ -76,12 +76,12 @@ private slots:
         QSqlDatabase::removeDatabase(QStringLiteral("check"));
 
         // Again: nothing destroyed, nothing doubled, no second password.
-        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("9"),
+        IniFile::write(QStringLiteral("Mensagem"), QStringLiteral("pref"), QStringLiteral("9"),
                        f + QStringLiteral("/Config.ini"));
         r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
         QCOMPARE(r.code, 0);
         QVERIFY(!r.out.contains(QStringLiteral("Senha do administrador")));
-        QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("guiche"),
+        QCOMPARE(IniFile::read(QStringLiteral("Mensagem"), QStringLiteral("pref"),
                                f + QStringLiteral("/Config.ini")),
                  QStringLiteral("9"));
         r = tolvane(

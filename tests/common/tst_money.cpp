@@ -2,6 +2,8 @@
 #include "Money.h"
 
 #include <QTest>
+#include <cmath>
+#include <limits>
 
 class tst_money : public QObject {
     Q_OBJECT
@@ -29,6 +31,12 @@ private slots:
         QTest::newRow("only comma") << "," << false << qint64(0);
         QTest::newRow("comma without decimals") << "12," << false << qint64(0);
         QTest::newRow("decimals without whole") << ",5" << true << qint64(5000);
+        QTest::newRow("the maximum") << "999.999.999,99" << true << qint64(9999999999900);
+        QTest::newRow("a cent more") << "999.999.999,9901" << false << qint64(0);
+        QTest::newRow("a billion") << "1.000.000.000,00" << false << qint64(0);
+        QTest::newRow("fourteen digits") << "99.999.999.999.999" << false << qint64(0);
+        QTest::newRow("leading zeros to the maximum")
+            << "000000999999999,99" << true << qint64(9999999999900);
         QTest::newRow("arabic-indic digits")
             << QString::fromUtf8("\u0661,00") << false << qint64(0);
     }
@@ -84,6 +92,26 @@ private slots:
         QFETCH(double, reais);
         QFETCH(qint64, cents);
         QCOMPARE(Money::fromDoubleRounded(reais).centsRounded(), cents);
+    }
+
+    // Nothing wraps: the operators saturate far beyond the maximum (and so fail withinLimit),
+    // the checked forms refuse.
+    void overflow() {
+        const Money big = Money::fromUnits(std::numeric_limits<qint64>::max() - 5);
+        QVERIFY(!(big + Money::fromUnits(10)).isNegative());
+        QVERIFY(!(big + Money::fromUnits(10)).withinLimit());
+        QVERIFY((-big - Money::fromUnits(10)).isNegative());
+        QVERIFY(!Money::add(big, Money::fromUnits(10)));
+        QVERIFY(!Money::subtract(-big, Money::fromUnits(10)));
+        QCOMPARE(Money::add(Money::maximum(), Money::fromCents(1))->units(),
+                 Money::kMaxUnits + 100);
+        QVERIFY(!Money::maximum().times(1'000'000'000));
+        QCOMPARE(Money::fromCents(-3).times(-4)->format(), QStringLiteral("0,12"));
+        QVERIFY(!Money::fromCents(std::numeric_limits<qint64>::max()).withinLimit());
+        QVERIFY(!Money::fromDoubleRounded(1e300).withinLimit());
+        QVERIFY(!Money::fromDoubleRounded(std::nan("")).withinLimit());
+        QVERIFY(Money::fromUnits(std::numeric_limits<qint64>::min()).format().startsWith('-'));
+        QVERIFY(Money::maximum().withinLimit() && (-Money::maximum()).withinLimit());
     }
 
     void arithmetic() {

@@ -127,7 +127,8 @@ private slots:
             clsRecebimentos x(app.db());
             x.AUTENTICA = static_cast<qint16>(n);
             x.IDMOVIMENTO = 3;
-            x.CODBARRA = n == 2 ? clsRecebimentos::kSemCodigo : QString(44, QLatin1Char('8'));
+            x.CODBARRA =
+                n == 2 ? clsRecebimentos::kSemCodigo : QString(44, QLatin1Char(n == 1 ? '8' : '9'));
             x.EXPORT = 0;
             x.TIPO = 4;
             x.VALOR = Money::fromCents(100 * n);
@@ -184,8 +185,10 @@ private slots:
     void nestedScopeNeverEndsTheOuter() {
         QFETCH(bool, commitOuter);
         TEST_BACKEND();
+        int autentica = 0;
         auto insert = [&](const char* code) {
             clsRecebimentos r(app.db());
+            r.AUTENTICA = static_cast<qint16>(++autentica);
             r.IDMOVIMENTO = 1;
             r.TIPO = 1;
             r.CODBARRA = QString::fromLatin1(code);

@@ -27,6 +27,11 @@ QList<qint32> ids(const std::optional<QList<clsRecebimentos>>& rows) {
 }
 } // namespace
 
+// A code is received only once: every receipt here gets its own.
+QString codeNo(int n) {
+    return QString(42, QLatin1Char('7')) + QStringLiteral("%1").arg(n, 2, 10, QLatin1Char('0'));
+}
+
 class tst_export_records : public QObject {
     Q_OBJECT
 private slots:
@@ -35,13 +40,12 @@ private slots:
     void listingByMovementKindAndMark() {
         TEST_BACKEND();
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        const QString code(44, QLatin1Char('7'));
-        const qint32 a3 = add(app, 1, 4, 3, code, 0);
-        const qint32 a1 = add(app, 1, 4, 1, code, 0);
-        const qint32 rejected = add(app, 1, 4, 2, code, 1);
-        add(app, 2, 4, 1, code, 0);  // another movement
-        add(app, 1, 5, 4, code, 0);  // another kind
-        add(app, 1, 99, 5, code, 0); // a kind that does not exist
+        const qint32 a3 = add(app, 1, 4, 3, codeNo(1), 0);
+        const qint32 a1 = add(app, 1, 4, 1, codeNo(2), 0);
+        const qint32 rejected = add(app, 1, 4, 2, codeNo(3), 1);
+        add(app, 2, 4, 1, codeNo(4), 0);  // another movement
+        add(app, 1, 5, 4, codeNo(5), 0);  // another kind
+        add(app, 1, 99, 5, codeNo(6), 0); // a kind that does not exist
         const qint32 zeros = add(app, 1, 4, 6, clsRecebimentos::kSemCodigo, 0); // forced to 1
         QCOMPARE(ids(clsRecebimentos::listarExportacao(app.db(), 1, 4, 0)),
                  (QList<qint32>{a1, a3}));
@@ -51,7 +55,7 @@ private slots:
         const auto rows = clsRecebimentos::listarExportacao(app.db(), 1, 4, 0);
         QCOMPARE(rows->at(1).AUTENTICA, qint16(3));
         QCOMPARE(rows->at(1).VALOR, Money::fromCents(300));
-        QCOMPARE(rows->at(1).CODBARRA, code);
+        QCOMPARE(rows->at(1).CODBARRA, codeNo(1));
         QCOMPARE(rows->at(1).EXPORT, qint16(0));
     }
 
@@ -59,10 +63,9 @@ private slots:
     void marksAllOrNone() {
         TEST_BACKEND();
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        const QString code(44, QLatin1Char('7'));
-        const qint32 a = add(app, 1, 4, 1, code, 0);
-        const qint32 b = add(app, 1, 4, 2, code, 0);
-        const qint32 c = add(app, 1, 4, 3, code, 1);
+        const qint32 a = add(app, 1, 4, 1, codeNo(7), 0);
+        const qint32 b = add(app, 1, 4, 2, codeNo(8), 0);
+        const qint32 c = add(app, 1, 4, 3, codeNo(9), 1);
         const QList<ExportMarks::Linha> confirmados = {{a, true}, {b, false}};
         QVERIFY(ExportMarks::gravar(
             app.ctx(), ExportMarks::marcas(ExportMarks::Lista::Confirmados, confirmados)));
@@ -85,9 +88,8 @@ private slots:
     void marksByIdStayInTheMovement() {
         TEST_BACKEND();
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        const QString code(44, QLatin1Char('7'));
-        const qint32 a = add(app, 1, 4, 1, code, 0);
-        const qint32 other = add(app, 2, 4, 1, code, 0);
+        const qint32 a = add(app, 1, 4, 1, codeNo(10), 0);
+        const qint32 other = add(app, 2, 4, 1, codeNo(11), 0);
         QVERIFY(!ExportMarks::gravarIds(app.ctx(), 1, {a, other}, 1));
         QCOMPARE(app.dialogs().last().text,
                  QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(other));

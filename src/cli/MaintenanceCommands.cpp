@@ -1,0 +1,182 @@
+// Commands that look after the database and the files of the day: verificar, copia, auditar,
+// controle.
+#include "AppContext.h"
+#include "AuditChain.h"
+#include "CliArgs.h"
+#include "CliCommand.h"
+#include "CliSupport.h"
+#include "Clock.h"
+#include "DailyControlFile.h"
+#include "DatabaseBackup.h"
+#include "DatabaseCheck.h"
+#include "DateUtil.h"
+#include "Schema.h"
+#include "Startup.h"
+#include "clsMovimento.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTextStream>
+
+namespace {
+
+int verificar(CliEnv& e) {
+    const DatabaseCheck::Result check = DatabaseCheck::run(e.ctx.db, DatabaseCheck::Depth::Full);
+    const QStringList repeated = Schema::markedDuplicates(e.ctx.db);
+    if (e.json) {
+        CliSupport::printJson(
+            e, QJsonObject{
+                   {QStringLiteral("integro"), check.ok},
+                   {QStringLiteral("tabelas"), QJsonArray::fromStringList(check.tables)},
+                   {QStringLiteral("mensagens"), QJsonArray::fromStringList(check.messages)},
+                   {QStringLiteral("repetidos"), QJsonArray::fromStringList(repeated)},
+               });
+    } else if (check.ok) {
+        e.out << QStringLiteral("Banco %1 íntegro.\n").arg(e.ctx.db.config().describe());
+    } else {
+        e.out << QStringLiteral("Banco %1 DANIFICADO. Tabelas atingidas: %2\n")
+                     .arg(e.ctx.db.config().describe(), check.tables.join(QStringLiteral(", ")));
+        for (const QString& m : check.messages)
+            e.out << "  " << m << "\n";
+    }
+    if (!e.json && !repeated.isEmpty()) {
+        e.out << QStringLiteral("Recebimentos repetidos, marcados ao atualizar o banco:\n");
+        for (const QString& r : repeated)
+            e.out << "  " << r << "\n";
+    }
+    return check.ok ? ExitOk : ExitRefused;
+}
+
+int copia(CliEnv& e) {
+    if (e.args.positional.size() != 1) {
+        e.err << "Informe o destino: um arquivo novo ou uma pasta.\n";
+        return ExitUsage;
+    }
+    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
+        return rc;
+    QString error;
+    const auto written =
+        DatabaseBackup::copy(e.ctx.db, e.args.positional.first(), e.ctx.clock.now(), &error);
+    if (!written) {
+        e.err << error << "\n";
+        return ExitRefused;
+    }
+    e.out << QStringLiteral("Cópia gravada: %1\n").arg(QDir::toNativeSeparators(*written));
+    return ExitOk;
+}
+
+int auditar(CliEnv& e) {
+    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
+        return rc;
+    std::optional<qint64> idMovimento;
+    QString anchor;
+    clsMovimento mov(e.ctx.db);
+    if (e.args.has(QStringLiteral("data"))) {
+        const auto day = CliSupport::workingDate(e);
+        if (!day)
+            return ExitUsage;
+        if (!mov.SQLSelectByDate(*day)) {
+            e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
+            return ExitRefused;
+        }
+        idMovimento = mov.ID;
+        anchor = mov.HASH_CADEIA;
+    }
+    const AuditChain::Report r = AuditChain::audit(e.ctx.db, idMovimento, anchor);
+    if (e.json) {
+        QJsonObject o{{QStringLiteral("confere"), r.ok},
+                      {QStringLiteral("entradas"), r.entries},
+                      {QStringLiteral("linhas"), r.rows},
+                      {QStringLiteral("ultimo_hash"), r.lastHash},
+                      {QStringLiteral("problemas"), QJsonArray::fromStringList(r.problems)}};
+        if (idMovimento)
+            o.insert(QStringLiteral("hash_encerramento"), anchor);
+        CliSupport::printJson(e, o);
+        return r.ok ? ExitOk : ExitRefused;
+    }
+    e.out << QStringLiteral("Cadeia: %1 entradas; %2 linhas comparadas.\nÚltimo hash: %3\n")
+                 .arg(r.entries)
+                 .arg(r.rows)
+                 .arg(r.lastHash);
+    if (idMovimento)
+        e.out << (anchor.isEmpty()
+                      ? QStringLiteral("Movimento %1 de %2: ainda não encerrado.\n")
+                            .arg(mov.MOV)
+                            .arg(DateUtil::br(mov.MDATA))
+                      : QStringLiteral("Movimento %1 de %2, hash do encerramento: %3\n")
+                            .arg(mov.MOV)
+                            .arg(DateUtil::br(mov.MDATA), anchor));
+    if (r.ok) {
+        e.out << "Tudo confere.\n";
+        return ExitOk;
+    }
+    e.out << QStringLiteral("Primeira diferença: %1\n").arg(r.problems.first());
+    for (int i = 1; i < r.problems.size(); ++i)
+        e.out << "  " << r.problems.at(i) << "\n";
+    return ExitRefused;
+}
+
+int controle(CliEnv& e) {
+    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+        return rc;
+    clsMovimento mov(e.ctx.db);
+    if (!mov.SQLSelectByDate(e.ctx.workingDate))
+        return ExitRefused;
+    if (!DailyControlFile::rebuild(e.ctx, mov))
+        return ExitRefused;
+    e.out << QStringLiteral("Controle diário refeito: %1\n")
+                 .arg(QDir::toNativeSeparators(DailyControlFile::path(e.ctx, mov.MDATA)));
+    return ExitOk;
+}
+
+int guicheAssumir(CliEnv& e) {
+    QString detail;
+    if (!Startup::assumirGuiche(e.ctx, e.readStdinLine(), &detail)) {
+        e.err << detail << "\n";
+        return ExitRefused;
+    }
+    e.out << QStringLiteral("O banco agora pertence ao guichê %1.\n")
+                 .arg(e.ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed());
+    return ExitOk;
+}
+
+} // namespace
+
+void registerMaintenanceCommands(QList<CliCommand>& c) {
+    c.append({{QStringLiteral("verificar")},
+              QStringLiteral("verificar [--json]"),
+              QStringLiteral("confere o banco por inteiro e diz quais tabelas estão danificadas; "
+                             "lista recebimentos repetidos marcados"),
+              {},
+              CliCommand::Db::ReadOnly,
+              verificar});
+    c.append({{QStringLiteral("copia")},
+              QStringLiteral("copia DESTINO"),
+              QStringLiteral("cópia consistente do banco em uso (arquivo novo ou pasta); senha do "
+                             "administrador na entrada padrão"),
+              {},
+              CliCommand::Db::ReadOnly,
+              copia});
+    c.append({{QStringLiteral("auditar")},
+              QStringLiteral("auditar [--data DD/MM/AAAA] [--json]"),
+              QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
+                             "com --data, confere o hash do encerramento; senha do administrador"),
+              {},
+              CliCommand::Db::ReadOnly,
+              auditar});
+    c.append({{QStringLiteral("controle")},
+              QStringLiteral("controle [--data DD/MM/AAAA]"),
+              QStringLiteral("refaz o arquivo de controle diário a partir do banco; senha na "
+                             "entrada padrão"),
+              {},
+              CliCommand::Db::ReadOnly,
+              controle});
+    c.append({{QStringLiteral("guiche"), QStringLiteral("assumir")},
+              QStringLiteral("guiche assumir"),
+              QStringLiteral("passa o banco para o guichê deste Config.ini ([Export] guiche), "
+                             "quando o número do guichê mudou; senha do administrador"),
+              {},
+              CliCommand::Db::None,
+              guicheAssumir});
+}

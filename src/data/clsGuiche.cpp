@@ -1,0 +1,25 @@
+#include "clsGuiche.h"
+
+#include "Transaction.h"
+#include "clsDataAccess.h"
+
+bool clsGuiche::SQLSelect() {
+    const auto rs =
+        m_db->SQLSelect_ReadOnly(QStringLiteral("SELECT GUICHE, DESDE FROM Guiche WHERE ID = 1"));
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return false;
+    GUICHE = rs->text(QStringLiteral("GUICHE"));
+    DESDE = rs->text(QStringLiteral("DESDE"));
+    return true;
+}
+
+bool clsGuiche::SQLInsert() {
+    return m_db->SQLExecute(
+        QStringLiteral("INSERT INTO Guiche (ID, GUICHE, DESDE) VALUES (1, ?, ?)"), {GUICHE, DESDE});
+}
+
+bool clsGuiche::gravar() {
+    Transaction tx(*m_db);
+    return tx.ok() && m_db->SQLExecute(QStringLiteral("DELETE FROM Guiche")) && SQLInsert() &&
+           tx.commit();
+}

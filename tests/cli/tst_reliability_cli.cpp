@@ -1,0 +1,519 @@
+// The program itself under load and faults, as a town hall's machine would run it: several
+// programs receiving the same codes at once on one folder (SQLite and PostgreSQL), two counters
+// pointed at one server database, a damaged or emptied database, a row changed with a database
+// tool, settings files that are not files, a read-only folder, a full disk, file modes and a
+// password that must never be written.
+#include "CheckDigits.h"
+#include "IniFile.h"
+#include "PgServer.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QTest>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+struct Run {
+    int code;
+    QString out;
+    QString err;
+};
+
+QProcess* start(const QString& folder, const QStringList& args, const QByteArray& input) {
+    auto* p = new QProcess;
+    p->start(qEnvironmentVariable("TOLVANE_EXE"),
+             QStringList{QStringLiteral("--pasta"), folder} + args);
+    p->write(input);
+    p->closeWriteChannel();
+    return p;
+}
+
+Run finish(QProcess* p, int ms = 60000) {
+    const bool done = p->state() == QProcess::NotRunning || p->waitForFinished(ms);
+    if (!done)
+        p->kill(), p->waitForFinished();
+    Run r{done ? p->exitCode() : -1, QString::fromUtf8(p->readAllStandardOutput()),
+          QString::fromUtf8(p->readAllStandardError())};
+    delete p;
+    return r;
+}
+
+Run run(const QString& folder, const QStringList& args, const QByteArray& input = {},
+        int ms = 60000) {
+    return finish(start(folder, args, input), ms);
+}
+
+// A Febraban guide of the demo's IPTU kind, due far ahead, numbered by its free field.
+QString guide(int n) {
+    const QString rest = QStringLiteral("00000001000") + QStringLiteral("0425") +
+                         QStringLiteral("20991231") +
+                         QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0'));
+    return QStringLiteral("816") + Modulo10_arrecadacao(QStringLiteral("816") + rest) + rest;
+}
+
+QString fileText(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
+}
+
+int mode(const QString& path) {
+    struct stat st {};
+    return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? int(st.st_mode & 0777) : -1;
+}
+
+// An application folder made by `iniciar --demo`, on SQLite or on a fresh PostgreSQL database.
+class Folder {
+public:
+    // Made by `iniciar` alone (its template Config.ini), or with a Config.ini written first.
+    enum class Ini { Template, Written };
+    explicit Folder(bool postgres = false, const QString& at = QString(), Ini ini = Ini::Written) {
+        m_path = at.isEmpty() ? m_dir.filePath(QStringLiteral("caixa")) : at;
+        if (ini == Ini::Written) {
+            QDir().mkpath(m_path);
+            set(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
+        }
+        if (postgres) {
+            const DbConfig c = PgServer::instance().freshDatabase();
+            set(QStringLiteral("Banco"), QStringLiteral("tipo"), QStringLiteral("postgres"));
+            set(QStringLiteral("Banco"), QStringLiteral("host"), c.host);
+            set(QStringLiteral("Banco"), QStringLiteral("porta"), QString::number(c.port));
+            set(QStringLiteral("Banco"), QStringLiteral("nome"), c.name);
+            set(QStringLiteral("Banco"), QStringLiteral("usuario"), c.user);
+            m_db = c;
+        }
+        const Run r = run(m_path, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        password = r.out.section(QStringLiteral("): "), 1)
+                       .section(QLatin1Char('\n'), 0, 0)
+                       .trimmed()
+                       .toUtf8();
+        ok = r.code == 0 && !password.isEmpty();
+    }
+    void set(const QString& section, const QString& key, const QString& value) const {
+        IniFile::write(section, key, value, path(QStringLiteral("Config.ini")));
+    }
+    QString path(const QString& name = QString()) const {
+        return name.isEmpty() ? m_path : QDir(m_path).filePath(name);
+    }
+    Run cashier(const QStringList& args) const { return run(m_path, args, password + "\n"); }
+    const DbConfig& server() const { return m_db; }
+
+    // The receipts as they stand in the database: code -> authentication numbers.
+    QList<QPair<QString, int>> receipts() const {
+        QList<QPair<QString, int>> out;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(m_db.backend == DbBackend::PostgreSQL
+                                                            ? QStringLiteral("QPSQL")
+                                                            : QStringLiteral("QSQLITE"),
+                                                        QStringLiteral("look"));
+            if (m_db.backend == DbBackend::PostgreSQL) {
+                db.setHostName(m_db.host);
+                db.setPort(m_db.port);
+                db.setUserName(m_db.user);
+                db.setDatabaseName(m_db.name);
+            } else {
+                db.setDatabaseName(path(QStringLiteral("caixa.db")));
+            }
+            if (db.open()) {
+                QSqlQuery q(db);
+                q.exec(QStringLiteral("SELECT CODBARRA, AUTENTICA FROM Recebimentos"));
+                while (q.next())
+                    out.append({q.value(0).toString(), q.value(1).toInt()});
+            }
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("look"));
+        return out;
+    }
+
+    QByteArray password;
+    bool ok = false;
+
+private:
+    QTemporaryDir m_dir;
+    QString m_path;
+    DbConfig m_db;
+};
+
+// Whether this process may mount file systems (the tests then use real small disks).
+bool canMount() {
+    return geteuid() == 0;
+}
+
+} // namespace
+
+class tst_reliability_cli : public QObject {
+    Q_OBJECT
+private slots:
+    // Several programs at once on one folder, each receiving every code of a shared pool in its
+    // own order: in the end every code is received once and the numbers run 1..n.
+    void concurrentCountersRecordEachCodeOnce_data() {
+        QTest::addColumn<bool>("postgres");
+        QTest::newRow("sqlite") << false;
+        QTest::newRow("postgres") << true;
+    }
+    void concurrentCountersRecordEachCodeOnce() {
+        QFETCH(bool, postgres);
+        Folder f(postgres);
+        QVERIFY(f.ok);
+        constexpr int kPrograms = 4;
+        constexpr int kCodes = 30;
+        // The day opened by all of them at once: one movement.
+        QList<QProcess*> openings;
+        for (int i = 0; i < kPrograms; ++i)
+            openings << start(f.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                              f.password + "\n");
+        for (QProcess* p : openings)
+            QCOMPARE(finish(p).code, 0);
+        const Run day = f.cashier(
+            {QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--json")});
+        QCOMPARE(QJsonDocument::fromJson(day.out.toUtf8()).object().value(QStringLiteral("mov")),
+                 QJsonValue(1));
+
+        QList<QStringList> queues;
+        for (int i = 0; i < kPrograms; ++i) {
+            QStringList codes;
+            for (int n = 1; n <= kCodes; ++n)
+                codes << guide(n);
+            std::shuffle(codes.begin(), codes.end(), *QRandomGenerator::global());
+            queues << codes;
+        }
+        QList<QProcess*> running(kPrograms, nullptr);
+        int recorded = 0, refused = 0, rounds = 0;
+        QStringList unexpected;
+        for (bool busy = true; busy;) {
+            busy = false;
+            for (int i = 0; i < kPrograms; ++i) {
+                if (running[i] && running[i]->waitForFinished(5)) {
+                    const Run r = finish(running[i]);
+                    running[i] = nullptr;
+                    ++rounds;
+                    if (r.code == 0)
+                        ++recorded;
+                    else if (r.err.contains(QStringLiteral("Conta já Recebida!!!")))
+                        ++refused;
+                    else
+                        unexpected << r.err;
+                }
+                if (!running[i] && !queues[i].isEmpty())
+                    running[i] = start(
+                        f.path(),
+                        {QStringLiteral("caixa"), QStringLiteral("receber"), queues[i].takeFirst()},
+                        f.password + "\n");
+                busy = busy || running[i];
+            }
+        }
+        qInfo("%s: %d rounds, %d recorded, %d refused as already received",
+              postgres ? "postgres" : "sqlite", rounds, recorded, refused);
+        QVERIFY2(unexpected.isEmpty(), qPrintable(unexpected.join(QLatin1Char('\n'))));
+        QCOMPARE(recorded, kCodes);
+        const auto rows = f.receipts();
+        QCOMPARE(rows.size(), kCodes);
+        QSet<QString> codes;
+        QList<int> numbers;
+        for (const auto& [code, number] : rows) {
+            codes.insert(code);
+            numbers << number;
+        }
+        QCOMPARE(codes.size(), kCodes);
+        std::sort(numbers.begin(), numbers.end());
+        for (int n = 1; n <= kCodes; ++n)
+            QCOMPARE(numbers.at(n - 1), n);
+        // Written by four programs at once, the chain still holds together.
+        QCOMPARE(f.cashier({QStringLiteral("auditar")}).code, 0);
+    }
+
+    void twoCountersCannotShareOneServerDatabase() {
+        Folder first(true);
+        QVERIFY(first.ok);
+        QTemporaryDir other;
+        QVERIFY(QFile::copy(first.path(QStringLiteral("Config.ini")),
+                            other.filePath(QStringLiteral("Config.ini"))));
+        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("2"),
+                       other.filePath(QStringLiteral("Config.ini")));
+        const Run r = run(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                          first.password + "\n");
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("pertence ao guichê 1")), qPrintable(r.err));
+        // The counter's number really changed: an administrator hands the database over.
+        QCOMPARE(
+            run(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")}, "x\n").code,
+            1);
+        QCOMPARE(run(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")},
+                     first.password + "\n")
+                     .code,
+                 0);
+        QCOMPARE(run(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                     first.password + "\n")
+                     .code,
+                 0);
+        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("situacao")}).code, 0);
+        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 1);
+    }
+
+    void damagedOrEmptiedDatabaseIsRefused_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("one byte") << QByteArray("S");
+        QTest::newRow("garbage") << QByteArray(8192, '\x5a');
+    }
+    void damagedOrEmptiedDatabaseIsRefused() {
+        QFETCH(QByteArray, content);
+        Folder f;
+        QVERIFY(f.ok);
+        QFile db(f.path(QStringLiteral("caixa.db")));
+        QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        db.write(content);
+        db.close();
+        const Run r = f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")});
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("copias")) ||
+                     r.err.contains(QStringLiteral("Não foi possível abrir")),
+                 qPrintable(r.err));
+        QCOMPARE(QFileInfo(db.fileName()).size(), qint64(content.size())); // never rebuilt
+    }
+
+    // A receipt changed with the sqlite3 tool after the day was closed.
+    void auditNamesTheChangedReceipt() {
+        Folder f;
+        QVERIFY(f.ok);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1), guide(2),
+                            guide(3)})
+                     .code,
+                 0);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
+        QCOMPARE(f.cashier({QStringLiteral("auditar"), QStringLiteral("--data"),
+                            QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))})
+                     .code,
+                 0);
+        const QString sql =
+            QStringLiteral("UPDATE Recebimentos SET VALOR = 1 WHERE AUTENTICA = 2;");
+        if (QProcess::execute(QStringLiteral("sqlite3"),
+                              {f.path(QStringLiteral("caixa.db")), sql}) != 0) {
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("tool"));
+            db.setDatabaseName(f.path(QStringLiteral("caixa.db")));
+            QVERIFY(db.open() && QSqlQuery(db).exec(sql));
+        }
+        const Run r = f.cashier({QStringLiteral("auditar"), QStringLiteral("--data"),
+                                 QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))});
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.out.contains(QStringLiteral("Primeira diferença: Recebimentos IDRECEBE=2 "
+                                               "(movimento 1, autenticação 2) foi alterado")),
+                 qPrintable(r.out));
+    }
+
+    void settingsThatAreNotFilesAreRefused_data() {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("fifo") << "fifo"
+                              << "não é um arquivo comum";
+        QTest::newRow("/dev/zero") << "zero"
+                                   << "não é um arquivo comum";
+        QTest::newRow("/dev/urandom") << "urandom"
+                                      << "não é um arquivo comum";
+        QTest::newRow("two megabytes") << "big"
+                                       << "tem mais de 1024 KB";
+    }
+    void settingsThatAreNotFilesAreRefused() {
+        QFETCH(QString, kind);
+        QFETCH(QString, expected);
+        Folder f;
+        QVERIFY(f.ok);
+        const QString ini = f.path(QStringLiteral("Config.ini"));
+        QVERIFY(QFile::remove(ini));
+        if (kind == QLatin1String("fifo"))
+            QCOMPARE(::mkfifo(QFile::encodeName(ini).constData(), 0600), 0);
+        else if (kind == QLatin1String("big")) {
+            QFile big(ini);
+            QVERIFY(big.open(QIODevice::WriteOnly));
+            big.write(QByteArray(2 * 1024 * 1024, ';'));
+        } else
+            QVERIFY(QFile::link(QStringLiteral("/dev/") + kind, ini));
+        const Run r = run(f.path(), {QStringLiteral("caixa"), QStringLiteral("situacao")},
+                          f.password + "\n", 15000);
+        QVERIFY(r.code >= 0); // it ended, without hanging on the file
+        QVERIFY2(r.err.contains(expected), qPrintable(r.err));
+    }
+
+    void readOnlyFolderAnswersConsultations() {
+        Folder f;
+        QVERIFY(f.ok);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(7)}).code, 0);
+        QTemporaryDir mount;
+        QString folder = f.path();
+        if (canMount()) {
+            folder = mount.path();
+            QCOMPARE(QProcess::execute(QStringLiteral("mount"),
+                                       {QStringLiteral("--bind"), f.path(), folder}),
+                     0);
+            QProcess::execute(QStringLiteral("mount"),
+                              {QStringLiteral("-o"), QStringLiteral("remount,bind,ro"), folder});
+        } else {
+            QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
+        }
+        const Run list =
+            run(folder,
+                {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")},
+                f.password + "\n");
+        const Run pay = run(folder, {QStringLiteral("caixa"), QStringLiteral("receber"), guide(8)},
+                            f.password + "\n");
+        if (canMount())
+            QProcess::execute(QStringLiteral("umount"), {folder});
+        else
+            QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(list.code, 0);
+        QCOMPARE(QJsonDocument::fromJson(list.out.toUtf8()).array().size(), 1);
+        QCOMPARE(pay.code, 1);
+    }
+
+    // The disk fills while the counter works: the database refuses the payment, the control
+    // file on a full disk is named, and both say "Disco cheio" with the path.
+    void fullDiskIsNamed() {
+        if (!canMount())
+            QSKIP("a small disk of its own needs permission to mount one");
+        QTemporaryDir disk;
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("mount"),
+                              {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                               QStringLiteral("size=2m"), QStringLiteral("tmpfs"), disk.path()}),
+            0);
+        const auto cleanup =
+            qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {disk.path()}); });
+        Folder f(false, disk.filePath(QStringLiteral("caixa")));
+        QVERIFY(f.ok);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        const auto fill = [&] {
+            QFile filler(disk.filePath(QStringLiteral("enchimento")));
+            filler.open(QIODevice::WriteOnly);
+            const QByteArray block(4096, 'x');
+            while (filler.write(block) == block.size() && filler.flush()) {
+            }
+        };
+        fill();
+        const Run full = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1)});
+        QCOMPARE(full.code, 1);
+        QVERIFY2(
+            full.err.contains(QStringLiteral("Disco cheio: ") + f.path(QStringLiteral("caixa.db"))),
+            qPrintable(full.err));
+        QFile::remove(disk.filePath(QStringLiteral("enchimento")));
+
+        // The control file on another disk, full; Log.ini has room and records it.
+        QTemporaryDir other;
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("mount"),
+                              {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                               QStringLiteral("size=64k"), QStringLiteral("tmpfs"), other.path()}),
+            0);
+        const auto cleanupOther =
+            qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {other.path()}); });
+        f.set(QStringLiteral("Export"), QStringLiteral("Path3"), other.path());
+        f.set(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(2)}).code, 0);
+        const QString controlFile =
+            QDir(other.path())
+                .filePath(QStringLiteral("Receb_") +
+                          QDate::currentDate().toString(QStringLiteral("yyyyMMdd")) +
+                          QStringLiteral(".txt"));
+        QVERIFY(QFile::remove(controlFile)); // lost; its disk then fills up
+        {
+            QFile filler(other.filePath(QStringLiteral("enchimento")));
+            filler.open(QIODevice::WriteOnly);
+            while (filler.write(QByteArray(1024, 'x')) == 1024 && filler.flush()) {
+            }
+        }
+        const Run paid = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(3)});
+        QCOMPARE(paid.code, 0); // the payment is in the database
+        QVERIFY2(paid.err.contains(QStringLiteral("Disco cheio: ") + controlFile),
+                 qPrintable(paid.err));
+        QVERIFY(fileText(f.path(QStringLiteral("Log.ini")))
+                    .contains(QStringLiteral("Disco cheio: ") + controlFile));
+        // Room again: the file is rebuilt from the database, the lost line included.
+        QFile::remove(other.filePath(QStringLiteral("enchimento")));
+        QCOMPARE(f.cashier({QStringLiteral("controle")}).code, 0);
+        const QString text = fileText(controlFile);
+        QVERIFY(text.contains(guide(2)) && text.contains(guide(3)));
+    }
+
+    void filesArePrivateAndPasswordsNeverWritten() {
+        Folder f(false, QString(), Folder::Ini::Template);
+        QVERIFY(f.ok);
+        QCOMPARE(mode(f.path()), 0700);
+        QCOMPARE(mode(f.path(QStringLiteral("Config.ini"))), 0600);
+        QCOMPARE(mode(f.path(QStringLiteral("caixa.db"))), 0600);
+        f.set(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(4)}).code, 0);
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
+        const QString control =
+            QDir(f.path(QStringLiteral("Export"))).entryList(QDir::Files).value(0);
+        QCOMPARE(mode(f.path(QStringLiteral("Export"))), 0700);
+        QCOMPARE(mode(f.path(QStringLiteral("Export/")) + control), 0600);
+        const QString copy = QDir(f.path(QStringLiteral("copias"))).entryList(QDir::Files).value(0);
+        QVERIFY(copy.startsWith(QStringLiteral("caixa-")));
+        QCOMPARE(mode(f.path(QStringLiteral("copias"))), 0700);
+        QCOMPARE(mode(f.path(QStringLiteral("copias/")) + copy), 0600);
+
+        const QByteArray secret = "p4ss'w0rd";
+        const Run login = run(f.path(), {QStringLiteral("entrar")}, secret + "\n");
+        const Run save =
+            run(f.path(),
+                {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome"),
+                 QStringLiteral("BIA"), QStringLiteral("--tipo"), QStringLiteral("USER")},
+                secret + "\n");
+        QCOMPARE(login.code, 1);
+        QCOMPARE(save.code, 1);
+        const QString log = fileText(f.path(QStringLiteral("Log.ini")));
+        QVERIFY(log.contains(QStringLiteral("aspa simples")));
+        for (const QString& seen : {log, login.err, login.out, save.err, save.out})
+            QVERIFY2(!seen.contains(QStringLiteral("w0rd")) &&
+                         !seen.contains(QStringLiteral("p4ss")),
+                     qPrintable(seen));
+        QCOMPARE(mode(f.path(QStringLiteral("Log.ini"))), 0600);
+    }
+
+    void chargesRefuseWhatCannotBeComputed_data() {
+        QTest::addColumn<QString>("due");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<int>("exit");
+        QTest::newRow("year one") << "01/01/0001"
+                                  << "99.999.999,99" << 1;
+        QTest::newRow("before 1997") << "31/12/1996"
+                                     << "10,00" << 1;
+        QTest::newRow("beyond the maximum") << "01/01/2026"
+                                            << "99.999.999.999.999" << 2;
+        QTest::newRow("largest amount overdue") << "01/01/1997"
+                                                << "999.999.999,99" << 1;
+        QTest::newRow("ordinary") << "01/01/1997"
+                                  << "100,00" << 0;
+    }
+    void chargesRefuseWhatCannotBeComputed() {
+        QFETCH(QString, due);
+        QFETCH(QString, value);
+        QFETCH(int, exit);
+        static Folder f;
+        const Run r = run(f.path(), {QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                                     due, QStringLiteral("--data"), QStringLiteral("23/11/2026"),
+                                     QStringLiteral("--valor"), value, QStringLiteral("--esquema"),
+                                     QStringLiteral("1"), QStringLiteral("--json")});
+        QCOMPARE(r.code, exit);
+        if (exit == 0) {
+            const QJsonObject o = QJsonDocument::fromJson(r.out.toUtf8()).object();
+            QVERIFY(!o.value(QStringLiteral("total")).toString().startsWith(QLatin1Char('-')));
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_reliability_cli)
+#include "tst_reliability_cli.moc"

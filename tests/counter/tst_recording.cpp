@@ -1,0 +1,239 @@
+// What the counter keeps whatever screen or command drives it: a code is recorded once, amounts
+// stay within the maximum, the control file follows the receipts, the closing anchors the audit
+// chain on the tape and leaves a copy of the database.
+#include "AuditChain.h"
+#include "AuthCounterPrinter.h"
+#include "CounterSession.h"
+#include "DailyControlFile.h"
+#include "DemoData.h"
+#include "PaymentRecorder.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "TestApp.h"
+#include "TextFile.h"
+#include "clsRecebimentos.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+namespace {
+
+const QString kGuia = QStringLiteral("81660000003124004262026113058888888888888888");
+const QString kBoleto = QStringLiteral("00193165100000089151234500000000000000000000");
+
+CustomerItem listed(const QString& code, const char* valor = "10,00") {
+    CustomerItem it;
+    it.tipo = 1;
+    it.descricao = QStringLiteral("IPTU");
+    it.codbarra = code;
+    it.valor = *Money::parse(QString::fromLatin1(valor));
+    return it;
+}
+
+struct Counter {
+    TestApp app;
+    CounterSession session{app.ctx(), nullptr};
+    explicit Counter(TestApp::Backend b = TestApp::Backend::SQLite) : app(b) {
+        DemoData::seed(app.ctx(), nullptr, nullptr);
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        app.ctx().userName = QStringLiteral("ANA");
+        session.day().abrir();
+    }
+    std::optional<QList<RecordedReceipt>> record(const QList<CustomerItem>& items) {
+        CustomerList list;
+        for (const CustomerItem& it : items)
+            list.append(it);
+        return PaymentRecorder::record(app.ctx(), session.day().movimento(), list);
+    }
+};
+
+QStringList fileLines(const QString& path) {
+    return TextFile::readLines(path);
+}
+
+} // namespace
+
+class tst_recording : public QObject {
+    Q_OBJECT
+private slots:
+    void aCodeIsRecordedOnce_data() { addBackendRows(); }
+    void aCodeIsRecordedOnce() {
+        QFETCH(QString, backend);
+        Counter c(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL
+                                                       : TestApp::Backend::SQLite);
+        QVERIFY(c.app.ok());
+        QVERIFY(c.record({listed(kGuia)}));
+        // A list that never went through the reading (a loaded sum file, another program).
+        c.app.dialogs().clear();
+        QVERIFY(!c.record({listed(kBoleto), listed(kGuia)}));
+        QVERIFY(c.app.dialogs().last().text.startsWith(QStringLiteral("Conta já Recebida!!!")));
+        QVERIFY(c.app.dialogs().last().text.contains(QStringLiteral("item 02")));
+        QVERIFY(!c.record({listed(kBoleto), listed(kBoleto)}));
+        QVERIFY(c.app.dialogs().last().text.startsWith(QStringLiteral("Conta já Lançada!!!")));
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 1); // nothing of the refused lists
+        // Items without a document of their own repeat freely.
+        const QString noDocument = QStringLiteral("000") + QString(41, QLatin1Char('3'));
+        QVERIFY(c.record({listed(clsRecebimentos::kSemCodigo), listed(clsRecebimentos::kSemCodigo),
+                          listed(noDocument)}));
+        QVERIFY(c.record({listed(noDocument), listed(QString())}));
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 6);
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos"), QStringLiteral("AUTENTICA = 6")), 1);
+    }
+
+    void amountsStayWithinTheMaximum() {
+        Counter c;
+        QVERIFY(c.record({listed(kGuia, "999.999.999,99"), listed(kBoleto, "0,01")}));
+        CustomerItem huge = listed(QString(44, QLatin1Char('5')));
+        huge.valor = Money::maximum() + Money::fromCents(1);
+        QVERIFY(!c.record({huge}));
+        QVERIFY(c.app.dialogs().last().text.contains(QStringLiteral("R$ 999.999.999,99")));
+
+        // A one-off item far beyond the maximum, or due before 1997, is refused with its entry.
+        for (const auto& [valor, vencimento] :
+             {std::pair{"999.999.999,99", "00010101"}, {"1.000,00", "19961231"}}) {
+            OneOffItem item;
+            item.idcod = 7; // charges interest
+            item.valor = *Money::parse(QString::fromLatin1(valor));
+            item.vencimento =
+                QDate::fromString(QString::fromLatin1(vencimento), QStringLiteral("yyyyMMdd"));
+            auto r = c.session.somaAvulso(item);
+            while (r.precisaConsentimento)
+                r = c.session.continuar(true);
+            QVERIFY(!r.accepted);
+        }
+        QVERIFY(c.session.list().isEmpty());
+        OneOffItem parsed;
+        QString error;
+        QVERIFY(!OneOffItem::fromArgument(QStringLiteral("7:99.999.999.999.999:01/01/0001"), parsed,
+                                          &error));
+        QCOMPARE(error, QStringLiteral("99.999.999.999.999 - Erro na Soma Avulso!!"));
+    }
+
+    void controlFileFollowsTheReceipts() {
+        Counter c;
+        const QString path = DailyControlFile::path(c.app.ctx(), QDate(2026, 11, 23));
+        QVERIFY(c.session.append(listed(kGuia, "312,40")));
+        QVERIFY(c.session.gravar());
+        QCOMPARE(fileLines(path).size(), 4); // coupon off: the header only
+
+        c.app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"),
+                        QStringLiteral("1"));
+        QVERIFY(c.session.append(listed(kBoleto, "89,15")));
+        QVERIFY(c.session.append(listed(QString(), "5,00")));
+        QVERIFY(c.session.gravar());
+        QCOMPARE(fileLines(path).size(), 6); // the lines of this payment
+        QVERIFY(c.session.day().abrir());    // resuming rebuilds: the first payment's line too
+        const QStringList whole = fileLines(path);
+        QCOMPARE(whole.size(), 7);
+        QVERIFY(whole.at(4).startsWith(QStringLiteral("0001 10:00:00 01-IPTU")));
+        QVERIFY(whole.at(6).endsWith(clsRecebimentos::kSemCodigo));
+
+        // Lines lost and the last one torn by a full disk: the next payment repairs the file.
+        QByteArray bytes = TextFile::encode(whole.mid(0, 5) + QStringList{whole.at(6)});
+        bytes.chop(20);
+        QFile f(path);
+        QVERIFY(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
+        f.close();
+        QVERIFY(c.session.append(listed(QString(44, QLatin1Char('6')), "1,00")));
+        QVERIFY(c.session.gravar());
+        QCOMPARE(fileLines(path).mid(0, 7), whole);
+        QCOMPARE(fileLines(path).size(), 8);
+        QVERIFY(fileLines(path).last().startsWith(QStringLiteral("0004 ")));
+
+        // The header too is written again when it is gone.
+        QVERIFY(QFile::remove(path));
+        QVERIFY(c.session.day().encerrar());
+        QCOMPARE(fileLines(path).size(), 8);
+    }
+
+    void closingAnchorsTheChainAndCopiesTheDatabase() {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        emulator.setDocument(true);
+        PrinterService service(app.ctx());
+        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
+        AuthCounterPrinter printer(app.ctx(), service);
+        service.abrirPorta();
+        CounterSession s(app.ctx(), &printer);
+        // Older copies already there: only the newest 30 stay.
+        const QString copies = app.path(QStringLiteral("copias"));
+        QVERIFY(QDir().mkpath(copies));
+        for (int day = 1; day <= 30; ++day)
+            QFile(QDir(copies).filePath(
+                      QStringLiteral("caixa-202610%1-180000.db").arg(day, 2, 10, QLatin1Char('0'))))
+                .open(QIODevice::WriteOnly);
+
+        QVERIFY(s.day().abrir());
+        QVERIFY(s.ler(kGuia).accepted);
+        QVERIFY(s.gravar());
+        QVERIFY(s.day().encerrar());
+        QVERIFY(s.day().imprimirEncerramento());
+        const QString hash = *AuditChain::lastHash(app.db());
+        QCOMPARE(s.day().movimento().HASH_CADEIA, hash);
+        QVERIFY(emulator.tape().contains(QStringLiteral("CADEIA: ") + hash.left(32)));
+        QVERIFY(emulator.tape().contains(QString(8, QLatin1Char(' ')) + hash.mid(32)));
+        clsMovimento stored(app.db());
+        QVERIFY(stored.SQLSelect(s.day().movimento().ID));
+        QCOMPARE(stored.HASH_CADEIA, hash);
+
+        const QStringList kept =
+            QDir(copies).entryList({QStringLiteral("caixa-*.db")}, QDir::Files, QDir::Name);
+        QCOMPARE(kept.size(), 30);
+        QVERIFY(!kept.contains(QStringLiteral("caixa-20261001-180000.db")));
+        QCOMPARE(kept.last(), QStringLiteral("caixa-20261123-100000.db"));
+        {
+            QSqlDatabase copy =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("copy"));
+            copy.setDatabaseName(QDir(copies).filePath(kept.last()));
+            QVERIFY(copy.open());
+            QSqlQuery q(copy);
+            QVERIFY(q.exec(QStringLiteral("SELECT STATUS, HASH_CADEIA FROM Movimento")) &&
+                    q.next());
+            QCOMPARE(q.value(0).toString(), QStringLiteral("FECHADO")); // the closed day itself
+            QCOMPARE(q.value(1).toString(), hash);
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("copy"));
+    }
+
+    void chargesNeverLeaveTheRange_data() {
+        QTest::addColumn<QDate>("due");
+        QTest::addColumn<QDate>("paid");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<int>("scheme");
+        QTest::addColumn<bool>("computed");
+        QTest::newRow("year one") << QDate(1, 1, 1) << QDate(2026, 11, 23) << "10,00" << 1 << false;
+        QTest::newRow("day before 1997")
+            << QDate(1996, 12, 31) << QDate(2026, 11, 23) << "10,00" << 2 << false;
+        QTest::newRow("first day")
+            << QDate(1997, 1, 1) << QDate(2026, 11, 23) << "10,00" << 1 << true;
+        QTest::newRow("largest amount, 30 years")
+            << QDate(1997, 1, 1) << QDate(2026, 11, 23) << "999.999.999,99" << 1 << false;
+        QTest::newRow("largest amount, a month")
+            << QDate(2026, 10, 23) << QDate(2026, 11, 23) << "900.000.000,00" << 2 << true;
+        QTest::newRow("far future")
+            << QDate(1997, 1, 1) << QDate(9999, 12, 31) << "1,00" << 1 << false;
+    }
+    void chargesNeverLeaveTheRange() {
+        QFETCH(QDate, due);
+        QFETCH(QDate, paid);
+        QFETCH(QString, valor);
+        QFETCH(int, scheme);
+        QFETCH(bool, computed);
+        const auto e = Acrescimos::avaliar(due, paid, *Money::parse(valor), true, scheme, {});
+        QCOMPARE(e.has_value(), computed);
+        if (e) {
+            QVERIFY(e->total >= e->valor && !e->juros.isNegative() && !e->multa.isNegative());
+            QVERIFY(e->total.withinLimit());
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_recording)
+#include "tst_recording.moc"
