@@ -26,6 +26,9 @@ struct ChainedTable {
 // Tables whose rows `auditar` scans even before their first entry.
 const QList<ChainedTable> kTables = {
     {QStringLiteral("Recebimentos"), QStringLiteral("IDRECEBE")},
+    {QStringLiteral("Sangria"), QStringLiteral("ID")},
+    {QStringLiteral("Itens"), QStringLiteral("ID")},
+    {QStringLiteral("ConfCaixa"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {

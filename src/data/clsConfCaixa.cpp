@@ -1,7 +1,13 @@
 #include "clsConfCaixa.h"
 
+#include "AuditChain.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
+
+namespace {
+const QString kTable = QStringLiteral("ConfCaixa");
+const QString kKey = QStringLiteral("ID");
+} // namespace
 
 bool clsConfCaixa::SQLInsert(qint32 id) {
     if (id != 0) {
@@ -12,15 +18,18 @@ bool clsConfCaixa::SQLInsert(qint32 id) {
                               {int(ESPECIE), id, IDMOVIMENTO, NUMERO, VALOR.units()}))
             return false;
         m_db->syncIdentity(QStringLiteral("ConfCaixa"), QStringLiteral("ID"));
-        if (!tx.commit())
+        if (!AuditChain::track(*m_db, kTable, kKey, id, AuditChain::Op::Insert) || !tx.commit())
             return false;
         ID = id;
         return true;
     }
     qint64 newId = 0;
-    if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO ConfCaixa (ESPECIE, IDMOVIMENTO, "
+    Transaction tx(*m_db);
+    if (!tx.ok() ||
+        !m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO ConfCaixa (ESPECIE, IDMOVIMENTO, "
                                                 "NUMERO, VALOR) VALUES (?, ?, ?, ?)"),
-                                 {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units()}, newId))
+                                 {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units()}, newId) ||
+        !AuditChain::track(*m_db, kTable, kKey, newId, AuditChain::Op::Insert) || !tx.commit())
         return false;
     ID = static_cast<qint32>(newId);
     return true;
@@ -29,15 +38,21 @@ bool clsConfCaixa::SQLInsert(qint32 id) {
 bool clsConfCaixa::SQLUpdate(qint32 id) {
     if (id != 0)
         ID = id;
-    return m_db->SQLExecute(QStringLiteral("UPDATE ConfCaixa SET ESPECIE = ?, IDMOVIMENTO = ?, "
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(QStringLiteral("UPDATE ConfCaixa SET ESPECIE = ?, IDMOVIMENTO = ?, "
                                            "NUMERO = ?, VALOR = ? WHERE ID = ?"),
-                            {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units(), ID});
+                            {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units(), ID}) &&
+           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Update) && tx.commit();
 }
 
 bool clsConfCaixa::SQLDelete(qint32 id) {
     if (id != 0)
         ID = id;
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM ConfCaixa WHERE ID = ?"), {ID});
+    Transaction tx(*m_db);
+    return tx.ok() &&
+           m_db->SQLExecute(QStringLiteral("DELETE FROM ConfCaixa WHERE ID = ?"), {ID}) &&
+           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Delete) && tx.commit();
 }
 
 bool clsConfCaixa::SQLSelect(qint32 id) {

@@ -1,14 +1,26 @@
 #include "clsItens.h"
 
+#include "AuditChain.h"
+#include "Transaction.h"
+#include "clsCodBarra.h"
 #include "clsDataAccess.h"
+
+namespace {
+const QString kTable = QStringLiteral("Itens");
+const QString kKey = QStringLiteral("ID");
+} // namespace
 
 bool clsItens::SQLInsert(int mode) {
     const QVariantList values = {IDSANGRIA, int(ESPECIE), NUMERO, VALOR.units()};
+    Transaction tx(*m_db);
+    if (!tx.ok())
+        return false;
     if (mode == 1) {
         qint64 newId = 0;
         if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, "
                                                     "NUMERO, VALOR) VALUES (?, ?, ?, ?)"),
-                                     values, newId))
+                                     values, newId) ||
+            !AuditChain::track(*m_db, kTable, kKey, newId, AuditChain::Op::Insert) || !tx.commit())
             return false;
         ID = static_cast<qint32>(newId);
         return true;
@@ -16,14 +28,17 @@ bool clsItens::SQLInsert(int mode) {
     if (mode == 2)
         return m_db->SQLExecute(QStringLiteral("UPDATE Itens SET IDSANGRIA = ?, ESPECIE = ?, "
                                                "NUMERO = ?, VALOR = ? WHERE ID = ?"),
-                                values + QVariantList{ID});
+                                values + QVariantList{ID}) &&
+               AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Update) && tx.commit();
     return false;
 }
 
 bool clsItens::SQLDelete(qint32 id) {
     if (id != 0)
         ID = id;
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID});
+    Transaction tx(*m_db);
+    return tx.ok() && m_db->SQLExecute(QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID}) &&
+           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Delete) && tx.commit();
 }
 
 bool clsItens::SQLSelect(qint32 id) {
@@ -65,13 +80,11 @@ std::optional<QList<clsItens>> clsItens::listar(clsDataAccess& db, qint32 idSang
 }
 
 std::optional<QList<QPair<qint16, QString>>> clsItens::especies(clsDataAccess& db) {
-    const auto rs = db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, DESCRICAO FROM CodBarra WHERE PADRAO = 'S' ORDER BY IDCOD"));
-    if (!rs)
+    const auto kinds = clsCodBarra::listar(db, clsCodBarra::Lista::Especie);
+    if (!kinds)
         return std::nullopt;
     QList<QPair<qint16, QString>> out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({static_cast<qint16>(r.integer(QStringLiteral("IDCOD"))),
-                    r.text(QStringLiteral("DESCRICAO"))});
+    for (const GuideKind& k : *kinds)
+        out.append({static_cast<qint16>(k.idcod), k.descricao});
     return out;
 }

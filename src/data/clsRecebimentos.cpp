@@ -209,7 +209,8 @@ bool clsRecebimentos::SQLUpdateExport(clsDataAccess& db, const QList<QPair<qint3
         return false;
     for (const auto& [id, flag] : marks)
         if (!db.SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
-                           {flag, id}))
+                           {flag, id}) ||
+            !AuditChain::track(db, kTable, kKey, id, AuditChain::Op::Update))
             return false;
     return tx.commit();
 }

@@ -1,6 +1,7 @@
 // Cash entries as the entry screen and the command line record them: the header stored at once,
 // its amount rewritten with every item in the same transaction, no empty entry left behind,
 // and every refusal of a bad value, a bad kind or a closed movement.
+#include "AuditChain.h"
 #include "AuthCounterPrinter.h"
 #include "CashAmount.h"
 #include "CashDay.h"
@@ -12,6 +13,7 @@
 #include "clsRecebimentos.h"
 
 #include <QFile>
+#include <QSqlQuery>
 
 namespace {
 
@@ -49,6 +51,45 @@ class tst_cash_entry : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase_data() { addBackendRows(); }
+
+    // Entries and their items join the audit chain: changes through the program keep it whole;
+    // a row changed or removed by a database tool is named.
+    void entriesAreInTheAuditChain_data() {
+        QTest::addColumn<QString>("backend");
+        QTest::addColumn<QString>("tamper");
+        QTest::addColumn<QString>("named");
+        for (const char* b : {"sqlite", "postgres"}) {
+            const QString backend = QString::fromLatin1(b);
+            QTest::newRow(qPrintable(backend + " amount changed"))
+                << backend << QStringLiteral("UPDATE Sangria SET SAIDA = 10000")
+                << QStringLiteral("Sangria");
+            QTest::newRow(qPrintable(backend + " item removed"))
+                << backend << QStringLiteral("DELETE FROM Itens WHERE VALOR = 500000")
+                << QStringLiteral("Itens");
+        }
+    }
+    void entriesAreInTheAuditChain() {
+        QFETCH(QString, backend);
+        QFETCH(QString, tamper);
+        QFETCH(QString, named);
+        TestApp app(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL
+                                                         : TestApp::Backend::SQLite);
+        QVERIFY(app.ok());
+        const qint32 mov = prepare(app);
+        CashEntry e(app.ctx(), mov, EntryKind::Withdrawal);
+        QVERIFY(e.incluirItens(QString()));
+        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("100,00")));
+        QVERIFY(e.gravarItem(101, QStringLiteral("123"), QStringLiteral("50,00")));
+        QVERIFY(e.excluirItem(e.itens().first().ID));
+        AuditChain::Report r = AuditChain::audit(app.db());
+        QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
+
+        QSqlQuery q(app.db().database());
+        QVERIFY(q.exec(tamper));
+        r = AuditChain::audit(app.db());
+        QVERIFY(!r.ok);
+        QVERIFY2(r.problems.first().contains(named), qPrintable(r.problems.first()));
+    }
 
     // A withdrawal of 100,00 in cash and 50,00 in cheque: one SANGRIA row of 150,00 out and
     // two items; deleting one rewrites the amount to the other.
