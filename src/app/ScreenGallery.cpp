@@ -8,12 +8,15 @@
 #include "OverdueHandler.h"
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
+#include "ReceiptCorrections.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
 #include "clsUsuarios.h"
 #include "frmAcrescimos.h"
 #include "frmAvulso.h"
+#include "frmCorrigeGuia.h"
 #include "frmData.h"
+#include "frmExbi.h"
 #include "frmFeriados.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
@@ -28,6 +31,7 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTextStream>
+#include <QTreeWidget>
 
 namespace {
 
@@ -68,6 +72,33 @@ int saveOverdueScreens(AppContext& ctx, const QString& out) {
     ldg.findChild<QLineEdit*>(QStringLiteral("txtLinha"))
         ->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
     failures += !save(ldg, out, QStringLiteral("frmLdg"));
+    return failures;
+}
+
+// Corrections: the customer's items recorded, one changed and one reversed, so the list, the
+// selected receipt and the log all show something.
+int saveCorrectionScreens(AppContext& ctx, CounterSession& session, const QString& out) {
+    const auto rows = session.gravar();
+    if (!rows || rows->size() < 4)
+        return 1;
+    ReceiptCorrections c(ctx, nullptr);
+    const RecordedReceipt& avulso = rows->at(3);
+    c.alterar(
+        avulso.idrecebe,
+        {qint16(avulso.item.tipo), avulso.autentica, avulso.item.codbarra, Money::fromReais(25)},
+        QStringLiteral("Valor digitado errado"));
+    c.estornar(rows->at(0).idrecebe, QStringLiteral("Guia paga em duplicidade"));
+    int failures = 0;
+    frmCorrigeGuia form(ctx, nullptr);
+    auto* list = form.findChild<QTreeWidget*>(QStringLiteral("ListView1"));
+    list->setCurrentItem(list->topLevelItem(1));
+    form.findChild<QPushButton*>(QStringLiteral("cmdSelecionar"))->click();
+    form.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("98,15"));
+    form.findChild<QLineEdit*>(QStringLiteral("txtmotivo"))
+        ->setText(QStringLiteral("Valor conferido com o boleto"));
+    failures += !save(form, out, QStringLiteral("frmCorrigeGuia"));
+    frmExbi exbi(ctx);
+    failures += !save(exbi, out, QStringLiteral("frmExbi"));
     return failures;
 }
 
@@ -119,6 +150,7 @@ int runScreens(int argc, char** argv) {
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
 
     failures += saveOverdueScreens(ctx, out);
+    failures += saveCorrectionScreens(ctx, session, out);
 
     session.list().clear();
     session.resetPayment();
