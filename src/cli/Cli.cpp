@@ -23,6 +23,7 @@ QList<CliCommand> allCommands() {
     registerBarcodeCommands(c);
     registerPrinterCommands(c);
     registerChargesCommands(c);
+    registerCorrectionCommands(c);
     return c;
 }
 

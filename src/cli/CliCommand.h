@@ -40,3 +40,4 @@ void registerCounterReceiveCommand(QList<CliCommand>& commands);
 void registerBarcodeCommands(QList<CliCommand>& commands);
 void registerPrinterCommands(QList<CliCommand>& commands);
 void registerChargesCommands(QList<CliCommand>& commands);
+void registerCorrectionCommands(QList<CliCommand>& commands);
