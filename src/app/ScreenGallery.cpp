@@ -13,6 +13,7 @@
 #include "OverdueHandler.h"
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
+#include "ReceiptCorrections.h"
 #include "ScriptedDialogPort.h"
 #include "Skin.h"
 #include "Startup.h"
@@ -25,7 +26,9 @@
 #include "frmAvulso.h"
 #include "frmCodBarra.h"
 #include "frmCofre.h"
+#include "frmCorrigeGuia.h"
 #include "frmData.h"
+#include "frmExbi.h"
 #include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmFrente.h"
@@ -281,6 +284,33 @@ int saveCountScreen(AppContext& ctx, const clsMovimento& mov, const QString& out
     return !save(dlg, out, QStringLiteral("frmLancamentos"));
 }
 
+// Corrections: the customer's items recorded, one changed and one reversed, so the list, the
+// selected receipt and the log all show something.
+int saveCorrectionScreens(AppContext& ctx, CounterSession& session, const QString& out) {
+    const auto rows = session.gravar();
+    if (!rows || rows->size() < 4)
+        return 1;
+    ReceiptCorrections c(ctx, nullptr);
+    const RecordedReceipt& avulso = rows->at(3);
+    c.alterar(
+        avulso.idrecebe,
+        {qint16(avulso.item.tipo), avulso.autentica, avulso.item.codbarra, Money::fromReais(25)},
+        QStringLiteral("Valor digitado errado"));
+    c.estornar(rows->at(0).idrecebe, QStringLiteral("Guia paga em duplicidade"));
+    int failures = 0;
+    frmCorrigeGuia form(ctx, nullptr);
+    auto* list = form.findChild<QTreeWidget*>(QStringLiteral("ListView1"));
+    list->setCurrentItem(list->topLevelItem(1));
+    form.findChild<QPushButton*>(QStringLiteral("cmdSelecionar"))->click();
+    form.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("98,15"));
+    form.findChild<QLineEdit*>(QStringLiteral("txtmotivo"))
+        ->setText(QStringLiteral("Valor conferido com o boleto"));
+    failures += !save(form, out, QStringLiteral("frmCorrigeGuia"));
+    frmExbi exbi(ctx);
+    failures += !save(exbi, out, QStringLiteral("frmExbi"));
+    return failures;
+}
+
 } // namespace
 
 int runScreens(int argc, char** argv) {
@@ -329,6 +359,7 @@ int runScreens(int argc, char** argv) {
     failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
 
     failures += saveOverdueScreens(ctx, out);
+    failures += saveCorrectionScreens(ctx, session, out);
     failures += saveExportScreen(ctx, session, out);
     failures += saveSkins(four, out);
     failures += saveAdminScreens(ctx, out);

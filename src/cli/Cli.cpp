@@ -28,6 +28,7 @@ QList<CliCommand> allCommands() {
     registerAdminCommands(c);
     registerCashDayCommands(c);
     registerMaintenanceCommands(c);
+    registerCorrectionCommands(c);
     return c;
 }
 

@@ -45,3 +45,4 @@ void registerExportCommands(QList<CliCommand>& commands);
 void registerAdminCommands(QList<CliCommand>& commands);
 void registerCashDayCommands(QList<CliCommand>& commands);
 void registerMaintenanceCommands(QList<CliCommand>& commands);
+void registerCorrectionCommands(QList<CliCommand>& commands);

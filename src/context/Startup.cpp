@@ -10,6 +10,7 @@
 #include "Schema.h"
 #include "Transaction.h"
 #include "clsGuiche.h"
+#include "clsMovimento.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -59,7 +60,9 @@ bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
     return true;
 }
 
-// The database belongs to the counter that used it first; another counter is refused.
+// The database belongs to the counter that used it first; another counter is refused once a cash
+// day has been opened in it. Before that (a folder just prepared) the counter may still be
+// renumbered in Config.ini, and the database follows.
 bool claimCounter(AppContext& ctx, QString* detail) {
     const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
     Transaction tx(ctx.db);
@@ -69,6 +72,13 @@ bool claimCounter(AppContext& ctx, QString* detail) {
     if (owner.SQLSelect()) {
         if (owner.GUICHE.trimmed().compare(mine, Qt::CaseInsensitive) == 0)
             return true;
+        if (!mine.isEmpty() && clsMovimento::contar(ctx.db) == 0) {
+            owner.GUICHE = mine;
+            owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
+            if (!owner.gravar() || !tx.commit())
+                return fail(ctx, detail, ctx.db.lastError());
+            return true;
+        }
         return fail(
             ctx, detail,
             QStringLiteral("Este banco de dados pertence ao guichê %1 e este Config.ini é do %2. "

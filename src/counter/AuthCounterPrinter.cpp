@@ -30,6 +30,16 @@ void AuthCounterPrinter::tape(const QString& lines) {
         m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), l);
 }
 
+CounterPrinter::Fita AuthCounterPrinter::linhaFita(const QString& linha) {
+    const PrinterModel modelo = m_printer.modelo();
+    if (!m_printer.habilitada() ||
+        (modelo != PrinterModel::Bematech && modelo != PrinterModel::Quattro))
+        return Fita::SemImpressora;
+    return m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, modelo, linha)
+               ? Fita::Impressa
+               : Fita::Falhou;
+}
+
 bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
     clsAutenticadora a;
     a.SEQ_MOV = seq(mov.MOV, 3);

@@ -20,6 +20,7 @@ public:
     bool documentos(const QList<RecordedReceipt>& rows) override;
     bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
                const QString& troco) override;
+    Fita linhaFita(const QString& linha) override;
 
     // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
     // (the screens set this) or, without one, to a text file in Cupons/.

@@ -11,6 +11,10 @@ struct RecordedReceipt;
 // composed (the caller shows "Erro na geração da linha de impressão!!!").
 class CounterPrinter {
 public:
+    // What came of one tape line: printed, no authenticating printer to print it on, or the
+    // printer reported a failure.
+    enum class Fita { Impressa, SemImpressora, Falhou };
+
     virtual ~CounterPrinter() = default;
     virtual bool aberturaMovimento(const clsMovimento& mov) = 0;
     virtual bool encerramento(const clsMovimento& mov) = 0;
@@ -19,4 +23,6 @@ public:
     virtual bool documentos(const QList<RecordedReceipt>& rows) = 0;
     virtual bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
                        const QString& troco) = 0;
+    // One line on the tape (corrections and reversals).
+    virtual Fita linhaFita(const QString&) { return Fita::SemImpressora; }
 };

@@ -24,6 +24,7 @@ public:
     CounterSession(AppContext& ctx, CounterPrinter* printer);
 
     AppContext& ctx() { return m_ctx; }
+    CounterPrinter* printer() const { return m_printer; }
     CashDay& day() { return m_day; }
     CustomerList& list() { return m_list; }
     const CustomerList& list() const { return m_list; }

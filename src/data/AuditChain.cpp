@@ -29,6 +29,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("Sangria"), QStringLiteral("ID")},
     {QStringLiteral("Itens"), QStringLiteral("ID")},
     {QStringLiteral("ConfCaixa"), QStringLiteral("ID")},
+    {QStringLiteral("Estornos"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {
@@ -184,7 +185,11 @@ bool AuditChain::adoptExisting(clsDataAccess& db) {
     Transaction tx(db);
     if (!tx.ok())
         return false;
+    // A chained table that a later schema version creates has nothing to adopt yet.
+    const QStringList existing = db.database().tables();
     for (const ChainedTable& t : kTables) {
+        if (!existing.contains(t.name, Qt::CaseInsensitive))
+            continue;
         const auto rs = db.SQLSelect_ReadOnly(
             QStringLiteral("SELECT %2 FROM %1 WHERE %2 NOT IN (SELECT CHAVE FROM Cadeia WHERE "
                            "TABELA = ?) ORDER BY %2")

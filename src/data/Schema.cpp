@@ -113,9 +113,25 @@ QStringList migrationReceiptsOnceAndChain(DbBackend b) {
         QStringLiteral("CREATE INDEX idx_cadeia_chave ON Cadeia(TABELA, CHAVE)")};
 }
 
+// Estornos: every reversed or changed receipt as it was, with who, when and why; a change also
+// keeps what the receipt became.
+QStringList migrationEstornos(DbBackend b) {
+    const Types t = typesFor(b);
+    return {QStringLiteral(
+                "CREATE TABLE Estornos (ID %1, OPERACAO %2 NOT NULL, MOMENTO %2 NOT NULL, "
+                "USUARIO %2, MOTIVO %2, IDRECEBE INTEGER NOT NULL, AUTENTICA INTEGER, CODBARRA "
+                "%2, IDMOVIMENTO INTEGER, TIPO INTEGER, INTEGRA INTEGER NOT NULL DEFAULT 0, "
+                "EXPORT INTEGER NOT NULL DEFAULT 0, VALOR BIGINT NOT NULL DEFAULT 0, VENCIMENTO "
+                "%2, PARCELA %2, OBS %2, NOVO_AUTENTICA INTEGER, NOVO_CODBARRA %2, NOVO_TIPO "
+                "INTEGER, NOVO_VALOR BIGINT, REVERTIDO_EM %2, REVERTIDO_POR %2)")
+                .arg(t.id, t.text),
+            QStringLiteral("CREATE INDEX idx_estornos_idrecebe ON Estornos(IDRECEBE)"),
+            QStringLiteral("CREATE INDEX idx_estornos_idmovimento ON Estornos(IDMOVIMENTO)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {migration1, migrationSequenciaArquivo,
-                                 migrationReceiptsOnceAndChain};
+                                 migrationReceiptsOnceAndChain, migrationEstornos};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

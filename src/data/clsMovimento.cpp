@@ -93,3 +93,10 @@ std::optional<clsMovimento::SomasDia> clsMovimento::somarDia(clsDataAccess& db, 
     return SomasDia{received->money(QStringLiteral("SOMA")), cash->money(QStringLiteral("ENTRADA")),
                     cash->money(QStringLiteral("SAIDA"))};
 }
+
+std::optional<int> clsMovimento::contar(clsDataAccess& db) {
+    const auto rs = db.SQLSelect_ReadOnly(QStringLiteral("SELECT COUNT(*) AS N FROM Movimento"));
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return int(rs->integer(QStringLiteral("N")));
+}

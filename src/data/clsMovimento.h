@@ -37,6 +37,8 @@ public:
         Money entrada;
         Money saida;
     };
+    // How many cash days the database holds.
+    static std::optional<int> contar(clsDataAccess& db);
     static std::optional<SomasDia> somarDia(clsDataAccess& db, qint32 idMovimento,
                                             const QDate& dia);
 

@@ -239,3 +239,67 @@ std::optional<QList<clsRecebimentos>> clsRecebimentos::paraIntegracao(clsDataAcc
     }
     return out;
 }
+
+bool clsRecebimentos::SQLRestore() {
+    Transaction tx(*m_db);
+    if (!tx.ok() ||
+        !m_db->SQLExecute(
+            QStringLiteral("INSERT INTO Recebimentos (IDRECEBE, AUTENTICA, CODBARRA, IDMOVIMENTO, "
+                           "TIPO, INTEGRA, EXPORT, VALOR, VENCIMENTO, PARCELA, OBS, MOMENTO) "
+                           "VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)"),
+            {IDRECEBE, int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), int(INTEGRA),
+             int(EXPORT), VALOR.units(), VENCIMENTO, PARCELA, OBS,
+             MOMENTO.isValid() ? QVariant(MOMENTO.toString(kMomentoFormat))
+                               : QVariant(QMetaType::fromType<QString>())}))
+        return false;
+    m_db->syncIdentity(kTable, kKey);
+    return track(AuditChain::Op::Insert) && tx.commit();
+}
+
+std::optional<QList<clsRecebimentos::Corrigivel>>
+clsRecebimentos::listarParaCorrecao(clsDataAccess& db, qint32 idMovimento,
+                                    std::optional<qint16> autentica) {
+    QString sql = QStringLiteral(
+        "SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.IDCOD, "
+        "CodBarra.DESCRICAO, Recebimentos.VALOR, Recebimentos.CODBARRA FROM Recebimentos, "
+        "CodBarra WHERE Recebimentos.TIPO = CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ?");
+    QVariantList params{idMovimento};
+    if (autentica) {
+        sql += QStringLiteral(" AND Recebimentos.AUTENTICA = ?");
+        params << int(*autentica);
+    }
+    const auto rs =
+        db.SQLSelect_ReadOnly(sql + QStringLiteral(" ORDER BY Recebimentos.IDRECEBE DESC"), params);
+    if (!rs)
+        return std::nullopt;
+    QList<Corrigivel> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
+                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    static_cast<qint16>(r.integer(QStringLiteral("IDCOD"))),
+                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR")),
+                    r.text(QStringLiteral("CODBARRA"))});
+    return out;
+}
+
+std::optional<bool> clsRecebimentos::autenticaEmUso(clsDataAccess& db, qint32 idMovimento,
+                                                    qint16 autentica, qint32 outro) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT COUNT(*) AS N FROM Recebimentos WHERE IDMOVIMENTO = ? AND "
+                       "AUTENTICA = ? AND IDRECEBE <> ?"),
+        {idMovimento, int(autentica), outro});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N")) > 0;
+}
+
+std::optional<bool> clsRecebimentos::codigoEmUso(clsDataAccess& db, const QString& codbarra,
+                                                 qint32 outro) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral(
+            "SELECT COUNT(*) AS N FROM Recebimentos WHERE CODBARRA = ? AND IDRECEBE <> ?"),
+        {codbarra, outro});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N")) > 0;
+}

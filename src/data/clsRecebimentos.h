@@ -76,6 +76,27 @@ public:
     static std::optional<QList<clsRecebimentos>> paraIntegracao(clsDataAccess& db,
                                                                 qint32 idMovimento);
 
+    // Corrections and reversals.
+    // Writes the row back under its own IDRECEBE, every column as given (undoing a reversal).
+    bool SQLRestore();
+    // The receipts of a movement with their kind, newest first; with `autentica`, only that one.
+    struct Corrigivel {
+        qint32 idrecebe = 0;
+        qint16 autentica = 0;
+        qint16 idcod = 0;
+        QString descricao;
+        Money valor;
+        QString codbarra;
+    };
+    static std::optional<QList<Corrigivel>>
+    listarParaCorrecao(clsDataAccess& db, qint32 idMovimento, std::optional<qint16> autentica = {});
+    // Whether a receipt of the movement other than `outro` carries this authentication number.
+    static std::optional<bool> autenticaEmUso(clsDataAccess& db, qint32 idMovimento,
+                                              qint16 autentica, qint32 outro);
+    // Whether a receipt other than `outro` carries this barcode.
+    static std::optional<bool> codigoEmUso(clsDataAccess& db, const QString& codbarra,
+                                           qint32 outro);
+
 private:
     void fill(const Recordset& rs);
     bool track(AuditChain::Op op);

@@ -136,21 +136,22 @@ PrinterStatus PrinterService::status() {
     return b.Status();
 }
 
-void PrinterService::ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo,
+bool PrinterService::ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo,
                                           const QString& texto) {
     if (operacao == PrinterOperation::Nenhuma || !habilitada())
-        return;
+        return true;
     const bool quattro = modelo == PrinterModel::Quattro;
     // Every model but the second stamps through the first model's protocol.
     if (operacao == PrinterOperation::Autenticar)
-        quattro ? authenticateQuattro(texto) : authenticateBematech(texto);
-    else if (quattro)
-        printQuattro(texto);
-    else if (modelo == PrinterModel::Bematech)
-        printBematech(texto);
+        return quattro ? authenticateQuattro(texto) : authenticateBematech(texto);
+    if (quattro)
+        return printQuattro(texto);
+    if (modelo == PrinterModel::Bematech)
+        return printBematech(texto);
+    return true;
 }
 
-void PrinterService::authenticateBematech(const QString& texto) {
+bool PrinterService::authenticateBematech(const QString& texto) {
     BematechProtocol& b = bematech();
     if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
         b.ConfiguraModeloImpressora(1);
@@ -160,21 +161,24 @@ void PrinterService::authenticateBematech(const QString& texto) {
     else if (r == -1)
         m_ctx.dialogs.critical(QStringLiteral("Autenticação de Documentos"), kTempoExcedido);
     b.ComandoTX(PrinterBytes::kAfterStamp);
+    return r > 0;
 }
 
-void PrinterService::printBematech(const QString& texto) {
+bool PrinterService::printBematech(const QString& texto) {
     BematechProtocol& b = bematech();
     if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
         b.ConfiguraModeloImpressora(1);
-    if (b.FormataTX(texto + QLatin1Char('\n'), 3, 0, 0, 0, 0) == 0)
-        m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    if (b.FormataTX(texto + QLatin1Char('\n'), 3, 0, 0, 0, 0) != 0)
+        return true;
+    m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    return false;
 }
 
-void PrinterService::authenticateQuattro(const QString& texto) {
+bool PrinterService::authenticateQuattro(const QString& texto) {
     const int port = portaQuattro(m_ctx.settings.porta);
     if (port == 1 || port == 2) { // a serial port
         m_ctx.dialogs.info(kAviso, kSoParalela);
-        return;
+        return false;
     }
     QuattroProtocol q(
         transport(),
@@ -183,7 +187,7 @@ void PrinterService::authenticateQuattro(const QString& texto) {
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TXI(PrinterBytes::kQuattroAuthOn)) {
         m_ctx.dialogs.critical(kAviso, kAutenticacaoFalhou);
-        return;
+        return false;
     }
     auto pause = [this](int ms) { sleep ? sleep(ms) : QThread::msleep(ulong(ms)); };
     pause(1);
@@ -207,14 +211,17 @@ void PrinterService::authenticateQuattro(const QString& texto) {
     if (!ok)
         m_ctx.dialogs.critical(e < 0 ? kAviso : QStringLiteral("Autenticação de Documentos"),
                                e < 0 ? kAutenticacaoFalhou : kTempoExcedido);
+    return ok;
 }
 
-void PrinterService::printQuattro(const QString& texto) {
+bool PrinterService::printQuattro(const QString& texto) {
     QuattroProtocol q(
         transport(),
         PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
         option("pagina_codigo", QStringLiteral("cp850")));
     q.replyTimeoutMs = replyTimeoutMs;
-    if (!q.open() || !q.TX(texto + QLatin1Char('\n')))
-        m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    if (q.open() && q.TX(texto + QLatin1Char('\n')))
+        return true;
+    m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    return false;
 }

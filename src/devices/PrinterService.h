@@ -23,7 +23,8 @@ public:
 
     void abrirPorta();                    // on showing a printing screen
     void fecharPorta(bool counterScreen); // on closing it; the two screens word it differently
-    void ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo, const QString& texto);
+    // False when the printer reported a failure (the message was shown).
+    bool ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo, const QString& texto);
     // The configured model, for callers that pass it on.
     PrinterModel modelo() const;
     static PrinterModel modelFrom(const QString& setting);
@@ -49,10 +50,10 @@ public:
 private:
     std::unique_ptr<Transport> transport() const;
     BematechProtocol& bematech();
-    void authenticateBematech(const QString& texto);
-    void authenticateQuattro(const QString& texto);
-    void printBematech(const QString& texto);
-    void printQuattro(const QString& texto);
+    bool authenticateBematech(const QString& texto);
+    bool authenticateQuattro(const QString& texto);
+    bool printBematech(const QString& texto);
+    bool printQuattro(const QString& texto);
     QString option(const char* key, const QString& fallback = {}) const;
 
     AppContext& m_ctx;

@@ -84,3 +84,27 @@ bool clsAutenticadora::OperacaoCaixa() {
     Operacao = pad(NOME_GUIA, kWidth - 14) + right(VALOR_TOTAL, 14);
     return NOME_GUIA.size() <= kWidth - 14 && VALOR_TOTAL.size() <= 14;
 }
+
+bool clsAutenticadora::EstornoItem() {
+    Correcao =
+        QStringLiteral("(-)  ESTORNO ITEM: ") + SEQ_REG + QStringLiteral(" ---> ") + VALOR_DOC;
+    return Correcao.size() <= kWidth;
+}
+
+bool clsAutenticadora::AlteraValor() {
+    Correcao =
+        QStringLiteral("(*) ALT. ITEM: ") + SEQ_REG + QStringLiteral(" NOVO VALOR: ") + VALOR_DOC;
+    return Correcao.size() <= kWidth;
+}
+
+bool clsAutenticadora::AlteraTipo() {
+    Correcao =
+        QStringLiteral("(*) ALT. ITEM: ") + SEQ_REG + QStringLiteral(" NOVO TIPO: ") + NOME_GUIA;
+    return Correcao.size() <= kWidth;
+}
+
+bool clsAutenticadora::ReverteItem() {
+    Correcao =
+        QStringLiteral("(+)  REVERTE ITEM: ") + SEQ_REG + QStringLiteral(" ---> ") + VALOR_DOC;
+    return Correcao.size() <= kWidth;
+}

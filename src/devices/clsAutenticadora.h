@@ -31,6 +31,7 @@ public:
     QString Cabecalho;
     QString Reabertura;
     QString Operacao;
+    QString Correcao;
 
     bool AutenticaBoleto();                     // BOLETO, at least 36 characters
     bool AutenticaFita();                       // FITA, at least 40
@@ -42,6 +43,11 @@ public:
     bool PrintCabecalho(const QDateTime& when); // "DATA/HORA: dd/MM/yyyy hh:mm:ss"
     bool ReabreCaixa();                         // "=        REABRINDO MOVIMENTO: nnn      ="
     bool OperacaoCaixa(); // description and amount of one cash operation, 40 wide
+    // Correcao, each at most 40 wide: the callers give SEQ_REG, and VALOR_DOC or NOME_GUIA.
+    bool EstornoItem(); // "(-)  ESTORNO ITEM: " SEQ_REG " ---> " VALOR_DOC
+    bool AlteraValor(); // "(*) ALT. ITEM: " SEQ_REG " NOVO VALOR: " VALOR_DOC
+    bool AlteraTipo();  // "(*) ALT. ITEM: " SEQ_REG " NOVO TIPO: " NOME_GUIA
+    bool ReverteItem(); // "(+)  REVERTE ITEM: " SEQ_REG " ---> " VALOR_DOC
 
     // Formatting helpers the callers use to reach the widths.
     static QString pad(const QString& s, int width);   // cut or filled on the right

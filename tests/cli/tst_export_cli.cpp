@@ -47,8 +47,6 @@ public:
                  {"cnpj", QStringLiteral("98765432000110")},
                  {"guiche", QStringLiteral("C")}})
             IniFile::write(QStringLiteral("Export"), QLatin1String(k), v, ini);
-        // The database was first used by the template's counter: hand it to counter C.
-        run({QStringLiteral("guiche"), QStringLiteral("assumir")}, password + "\n");
         QDir().mkpath(path(QStringLiteral("Export")));
         QDir().mkpath(path(QStringLiteral("Febraban")));
     }

@@ -235,6 +235,7 @@ private slots:
     void twoCountersCannotShareOneServerDatabase() {
         Folder first(true);
         QVERIFY(first.ok);
+        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
         QTemporaryDir other;
         QVERIFY(QFile::copy(first.path(QStringLiteral("Config.ini")),
                             other.filePath(QStringLiteral("Config.ini"))));

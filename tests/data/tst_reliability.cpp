@@ -5,6 +5,7 @@
 #include "AuditChain.h"
 #include "IniFile.h"
 #include "Login.h"
+#include "MovementNumbering.h"
 #include "PgServer.h"
 #include "Schema.h"
 #include "Startup.h"
@@ -357,6 +358,8 @@ private slots:
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
         QVERIFY(Startup::Abre_conexao(app.ctx(), false)); // first use: counter 1 recorded
         QVERIFY(Startup::Abre_conexao(app.ctx(), false));
+        clsMovimento day(app.db()); // and its first cash day fixes it
+        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 11, 23), day));
 
         // Another counter pointed at the same database: on PostgreSQL another folder with the
         // same [Banco]; on SQLite the folder's settings changed to another counter.
@@ -376,6 +379,22 @@ private slots:
         QVERIFY2(detail.contains(QStringLiteral("pertence ao guichê 1")), qPrintable(detail));
         QVERIFY(detail.contains(QStringLiteral("guichê 2")));
         QVERIFY(Startup::abrirConsulta(other, &detail)); // reading it stays possible
+    }
+
+    // A folder just prepared, with no cash day yet, follows its renumbered counter.
+    void preparedDatabaseFollowsARenumberedCounter_data() { addBackendRows(); }
+    void preparedDatabaseFollowsARenumberedCounter() {
+        APP_ON_BACKEND();
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
+        QVERIFY(Startup::Abre_conexao(app.ctx(), false));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
+        QString detail;
+        QVERIFY2(Startup::Abre_conexao(app.ctx(), false, &detail), qPrintable(detail));
+        clsMovimento day(app.db());
+        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 11, 23), day));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("C"));
+        QVERIFY(!Startup::Abre_conexao(app.ctx(), false, &detail));
+        QVERIFY2(detail.contains(QStringLiteral("pertence ao guichê B")), qPrintable(detail));
     }
 
     void shortOrMissingFilesAreNeverRebuilt_data() {

@@ -8,10 +8,13 @@
 #include "CounterSession.h"
 #include "DialogPort.h"
 #include "OverdueHandler.h"
+#include "ReversalUndoDialog.h"
 #include "frmAtualiza.h"
 #include "frmAutenticar.h"
 #include "frmAvulso.h"
 #include "frmCodBarra.h"
+#include "frmCorrigeGuia.h"
+#include "frmExbi.h"
 #include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
@@ -283,6 +286,25 @@ void frmFrente::buildMenus() {
             m_entry->setFocus();
         },
         this);
+    QMenu* corr = menuBar()->addMenu(QStringLiteral("C&orreções"));
+    // Each asks for an administrator first; the counter is redrawn after a correction.
+    const auto guarded = [this](auto open, const QString& title) {
+        return [this, open, title] {
+            if (open(m_ctx, m_session.printer(), title, this))
+                refreshAll();
+        };
+    };
+    add(corr, QStringLiteral("mnuCorrige"), QStringLiteral("Corrigir ou Estornar Recebimento..."),
+        guarded(&frmCorrigeGuia::abrir, QStringLiteral("Corrigir ou Estornar Recebimento")))
+        ->setEnabled(!m_consulta);
+    add(corr, QStringLiteral("mnuAlt_item"), QStringLiteral("Alterar Item Recebido..."),
+        guarded(&frmCorrigeGuia::abrir, QStringLiteral("Alterar Item Recebido")))
+        ->setEnabled(!m_consulta);
+    add(corr, QStringLiteral("mnureverter"), QStringLiteral("Reverter Estorno..."),
+        guarded(&ReversalUndoDialog::abrir, QStringLiteral("Reverter Estorno")))
+        ->setEnabled(!m_consulta);
+    add(corr, QStringLiteral("mnuestornos"), QStringLiteral("Estornos e Alterações..."),
+        [this] { frmExbi(m_ctx, this).exec(); });
 }
 
 void frmFrente::openAdmin(const QString& guardTitle,

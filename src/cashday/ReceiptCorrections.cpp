@@ -1,0 +1,471 @@
+#include "ReceiptCorrections.h"
+
+#include "AppContext.h"
+#include "Clock.h"
+#include "DialogPort.h"
+#include "Transaction.h"
+#include "clsAutenticadora.h"
+#include "clsCodBarra.h"
+
+#include <QRegularExpression>
+
+const QString ReceiptCorrections::kAviso = QStringLiteral("Aviso");
+const QString ReceiptCorrections::kMotivoObrigatorio =
+    QStringLiteral("Um motivo deve ser especificado!!");
+const QString ReceiptCorrections::kCamposObrigatorios =
+    QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!");
+const QString ReceiptCorrections::kInformeItem = QStringLiteral("Informe um item !!!");
+const QString ReceiptCorrections::kExcluido = QStringLiteral("Exclusão efetuada com sucesso!!");
+const QString ReceiptCorrections::kAlterado = QStringLiteral("Operação efetuada com sucesso!!");
+const QString ReceiptCorrections::kErroExcluir = QStringLiteral("Erro ao excluir");
+const QString ReceiptCorrections::kErroGravar = QStringLiteral("Erro ao gravar");
+const QString ReceiptCorrections::kRevertido = QStringLiteral("Revertido com sucesso!!");
+const QString ReceiptCorrections::kErroReverter = QStringLiteral("Erro ao reverter arquivo! ");
+const QString ReceiptCorrections::kValorInvalido =
+    QStringLiteral("O valor informado não é um número!!");
+const QString ReceiptCorrections::kAutenticaInvalida =
+    QStringLiteral("O número de autenticação deve ser um número de 1 a 32767!!");
+const QString ReceiptCorrections::kCodigoInvalido =
+    QStringLiteral("O código de barras deve ter 44 dígitos!!");
+const QString ReceiptCorrections::kTipoInvalido = QStringLiteral("Tipo de guia não cadastrado!!");
+const QString ReceiptCorrections::kNadaAlterado = QStringLiteral("Nenhum campo foi alterado!!");
+const QString ReceiptCorrections::kAutenticaEmUso =
+    QStringLiteral("A autenticação %1 já pertence a outro recebimento deste movimento!!");
+const QString ReceiptCorrections::kContaRecebida = QStringLiteral("Conta já Recebida!!!");
+const QString ReceiptCorrections::kEncerrado =
+    QStringLiteral("O movimento deste dia está encerrado!! Reabra o movimento (F5) para corrigir.");
+const QString ReceiptCorrections::kSemMovimento = QStringLiteral("Não há movimento nesta data!!");
+const QString ReceiptCorrections::kNaoEncontrado =
+    QStringLiteral("Recebimento não encontrado no movimento deste dia!!");
+const QString ReceiptCorrections::kSemEstorno =
+    QStringLiteral("Não há estorno deste recebimento para reverter!!");
+const QString ReceiptCorrections::kRegistroBloqueado =
+    QStringLiteral("Não é possível gravar o registro de estornos em %1!! Nada foi alterado.");
+const QString ReceiptCorrections::kRegistroFalhou =
+    QStringLiteral("A correção foi gravada no banco, mas não no registro de estornos: %1");
+const QString ReceiptCorrections::kFitaFalhou =
+    QStringLiteral("A correção foi gravada, mas a linha da fita não foi impressa.");
+const QString ReceiptCorrections::kLinhaImpressao =
+    QStringLiteral("Erro na geração da linha de impressão!!!");
+
+namespace {
+const QString kAberto = QStringLiteral("ABERTO");
+
+// The amount right-aligned in 12; a long number takes the room of the leading blanks.
+QString amountField(const Money& v, int room) {
+    QString s = v.format().rightJustified(12, QLatin1Char(' '));
+    while (s.size() > room && s.startsWith(QLatin1Char(' ')))
+        s.remove(0, 1);
+    return s;
+}
+
+bool semCodigoProprio(const QString& codbarra) {
+    // The 44 zeros and the codes starting "000" may repeat.
+    return codbarra.startsWith(QLatin1String("000"));
+}
+} // namespace
+
+ReceiptCorrections::ReceiptCorrections(AppContext& ctx, CounterPrinter* printer)
+    : m_ctx(ctx), m_printer(printer), m_log(ctx) {}
+
+QString ReceiptCorrections::numero(int n) {
+    return QStringLiteral("%1").arg(n, 3, 10, QLatin1Char('0'));
+}
+
+QString ReceiptCorrections::perguntaEstorno(qint16 autentica) {
+    return QStringLiteral("Confirma exclusão deste item?") + QStringLiteral(" - ") +
+           numero(autentica);
+}
+
+QString ReceiptCorrections::perguntaReversao(qint16 autentica) {
+    return QStringLiteral("Confirma a reversão do estorno deste item? - ") + numero(autentica);
+}
+
+std::optional<clsMovimento> ReceiptCorrections::movimento() {
+    clsMovimento mov(m_ctx.db);
+    if (!mov.SQLSelectByDate(m_ctx.workingDate))
+        return std::nullopt;
+    return mov;
+}
+
+std::optional<QList<clsRecebimentos::Corrigivel>>
+ReceiptCorrections::listar(std::optional<qint16> autentica) {
+    const auto mov = movimento();
+    if (!mov)
+        return QList<clsRecebimentos::Corrigivel>{};
+    auto rows = clsRecebimentos::listarParaCorrecao(m_ctx.db, mov->ID, autentica);
+    if (!rows)
+        m_ctx.errors.report(QStringLiteral("Função Lista_Movimento_dia"),
+                            {0, m_ctx.db.lastError(), QStringLiteral("frmCorrigeGuia")});
+    return rows;
+}
+
+std::optional<QList<clsEstornos>> ReceiptCorrections::estornosRevertiveis() {
+    const auto mov = movimento();
+    if (!mov)
+        return QList<clsEstornos>{};
+    return clsEstornos::estornosAbertos(m_ctx.db, mov->ID);
+}
+
+QString ReceiptCorrections::descricaoTipo(qint16 idcod) {
+    clsCodBarra k(m_ctx.db);
+    if (k.SQLSelect(idcod) && !k.DESCRICAO.trimmed().isEmpty())
+        return k.DESCRICAO.trimmed();
+    return QString::number(idcod);
+}
+
+void ReceiptCorrections::refuse(const QString& text) {
+    m_ctx.dialogs.critical(kAviso, text);
+}
+
+bool ReceiptCorrections::motivoDado(const QString& motivo) {
+    if (!motivo.trimmed().isEmpty())
+        return true;
+    m_ctx.dialogs.warn(kAviso, kMotivoObrigatorio);
+    return false;
+}
+
+QString ReceiptCorrections::recusaRecebimento(qint32 idrecebe, clsRecebimentos& r,
+                                              clsMovimento& mov) {
+    if (!mov.SQLSelectByDate(m_ctx.workingDate))
+        return kSemMovimento;
+    if (mov.STATUS != kAberto)
+        return kEncerrado;
+    if (!r.SQLSelect(idrecebe) || r.IDMOVIMENTO != mov.ID)
+        return kNaoEncontrado;
+    return {};
+}
+
+QString ReceiptCorrections::recusaNumeroECodigo(qint32 idrecebe, std::optional<qint16> autentica,
+                                                const std::optional<QString>& codbarra,
+                                                qint32 idMovimento) {
+    if (autentica) {
+        const auto used =
+            clsRecebimentos::autenticaEmUso(m_ctx.db, idMovimento, *autentica, idrecebe);
+        if (!used || *used)
+            return kAutenticaEmUso.arg(numero(*autentica));
+    }
+    if (codbarra && !semCodigoProprio(*codbarra)) {
+        const auto used = clsRecebimentos::codigoEmUso(m_ctx.db, *codbarra, idrecebe);
+        if (!used || *used)
+            return kContaRecebida;
+    }
+    return {};
+}
+
+QString ReceiptCorrections::recusaRegistro() {
+    QString where;
+    return m_log.podeGravar(&where) ? QString() : kRegistroBloqueado.arg(where);
+}
+
+CorrectionLog::Entry ReceiptCorrections::entrada(CorrectionLog::Kind kind, const clsMovimento& mov,
+                                                 const clsRecebimentos& r, const QString& motivo) {
+    CorrectionLog::Entry e;
+    e.kind = kind;
+    e.movimento = mov.MOV;
+    e.data = mov.MDATA;
+    e.usuario = m_ctx.userName;
+    e.autentica = r.AUTENTICA;
+    e.tipo = descricaoTipo(r.TIPO);
+    e.valor = r.VALOR;
+    e.motivo = motivo.trimmed();
+    return e;
+}
+
+void ReceiptCorrections::registrar(const CorrectionLog::Entry& e, Resultado& res) {
+    QString error;
+    res.arquivo = m_log.currentPath();
+    res.registrado = m_log.append(e, &error);
+    if (!res.registrado)
+        m_ctx.dialogs.critical(kAviso, kRegistroFalhou.arg(error));
+}
+
+void ReceiptCorrections::imprimir(const QStringList& linhas, Resultado& res) {
+    res.linhasFita = linhas;
+    if (!m_printer)
+        return;
+    for (const QString& l : linhas) {
+        const auto f = m_printer->linhaFita(l);
+        if (f == CounterPrinter::Fita::Falhou || res.fita != CounterPrinter::Fita::Falhou)
+            res.fita = f;
+    }
+    if (res.fita == CounterPrinter::Fita::Falhou)
+        m_ctx.dialogs.warn(kAviso, kFitaFalhou);
+}
+
+bool ReceiptCorrections::podeEstornar(qint32 idrecebe, const QString& motivo) {
+    if (!motivoDado(motivo))
+        return false;
+    clsRecebimentos r(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    QString recusa = recusaRecebimento(idrecebe, r, mov);
+    if (recusa.isEmpty())
+        recusa = recusaRegistro();
+    if (!recusa.isEmpty())
+        refuse(recusa);
+    return recusa.isEmpty();
+}
+
+ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, const QString& motivo) {
+    Resultado res;
+    if (!motivoDado(motivo))
+        return res;
+    clsRecebimentos r(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    QString recusa;
+    bool gravou = false;
+    {
+        Transaction tx(m_ctx.db);
+        if (tx.ok())
+            recusa = recusaRecebimento(idrecebe, r, mov);
+        if (tx.ok() && recusa.isEmpty())
+            recusa = recusaRegistro();
+        if (tx.ok() && recusa.isEmpty()) {
+            clsEstornos e(m_ctx.db);
+            e.copiarRecebimento(r);
+            e.OPERACAO = clsEstornos::Operacao::Estorno;
+            e.MOMENTO = m_ctx.clock.now();
+            e.USUARIO = m_ctx.userName;
+            e.MOTIVO = motivo.trimmed();
+            gravou = e.SQLInsert() && r.SQLDelete() && tx.commit();
+        }
+    }
+    if (!recusa.isEmpty()) {
+        refuse(recusa);
+        return res;
+    }
+    if (!gravou) {
+        m_ctx.dialogs.critical(kAviso, kErroExcluir);
+        return res;
+    }
+    res.feito = true;
+    res.antes = r;
+    registrar(entrada(CorrectionLog::Kind::Estorno, mov, r, motivo), res);
+    m_ctx.dialogs.info(kAviso, kExcluido);
+    clsAutenticadora a;
+    a.SEQ_REG = numero(r.AUTENTICA);
+    a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
+    if (a.EstornoItem())
+        imprimir({a.Correcao}, res);
+    else
+        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    return res;
+}
+
+std::optional<ReceiptCorrections::Valores>
+ReceiptCorrections::lerPedido(const Pedido& p, const clsRecebimentos& atual) {
+    Valores v{atual.TIPO, atual.AUTENTICA, atual.CODBARRA, atual.VALOR};
+    if (p.tipo) {
+        bool ok = false;
+        const int tipo = p.tipo->trimmed().toInt(&ok);
+        clsCodBarra k(m_ctx.db);
+        if (!ok || tipo < 1 || tipo > 99 || !k.SQLSelect(tipo)) {
+            refuse(kTipoInvalido);
+            return std::nullopt;
+        }
+        v.tipo = static_cast<qint16>(tipo);
+    }
+    if (p.autentica) {
+        bool ok = false;
+        const int n = p.autentica->trimmed().toInt(&ok);
+        if (!ok || n < 1 || n > 32767) {
+            refuse(kAutenticaInvalida);
+            return std::nullopt;
+        }
+        v.autentica = static_cast<qint16>(n);
+    }
+    if (p.codbarra) {
+        static const QRegularExpression digits(QStringLiteral("^\\d{44}$"));
+        const QString code = p.codbarra->trimmed();
+        if (!digits.match(code).hasMatch()) {
+            refuse(kCodigoInvalido);
+            return std::nullopt;
+        }
+        v.codbarra = code;
+    }
+    if (p.valor) {
+        const auto valor = Money::parse(p.valor->trimmed());
+        // An amount is whole centavos and more than nothing.
+        if (!valor || valor->units() <= 0 || valor->units() % Money::kUnitsPerCent != 0) {
+            refuse(kValorInvalido);
+            return std::nullopt;
+        }
+        v.valor = *valor;
+    }
+    return v;
+}
+
+ReceiptCorrections::Resultado ReceiptCorrections::alterar(const Pedido& p) {
+    bool preenchidos = p.idrecebe > 0;
+    for (const auto* field : {&p.tipo, &p.autentica, &p.codbarra, &p.valor})
+        preenchidos = preenchidos && !(*field && (*field)->trimmed().isEmpty());
+    if (!preenchidos) {
+        m_ctx.dialogs.warn(kAviso, kCamposObrigatorios);
+        return {};
+    }
+    if (!motivoDado(p.motivo))
+        return {};
+    clsRecebimentos r(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    if (const QString recusa = recusaRecebimento(p.idrecebe, r, mov); !recusa.isEmpty()) {
+        refuse(recusa);
+        return {};
+    }
+    const auto novo = lerPedido(p, r);
+    if (!novo)
+        return {};
+    return alterar(p.idrecebe, *novo, p.motivo);
+}
+
+ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const Valores& novo,
+                                                          const QString& motivo) {
+    Resultado res;
+    if (!motivoDado(motivo))
+        return res;
+    clsRecebimentos antes(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    QString recusa;
+    bool gravou = false;
+    clsRecebimentos depois(m_ctx.db);
+    {
+        Transaction tx(m_ctx.db);
+        if (tx.ok())
+            recusa = recusaRecebimento(idrecebe, antes, mov);
+        if (tx.ok() && recusa.isEmpty() && novo.tipo == antes.TIPO &&
+            novo.autentica == antes.AUTENTICA && novo.codbarra == antes.CODBARRA &&
+            novo.valor == antes.VALOR)
+            recusa = kNadaAlterado;
+        if (tx.ok() && recusa.isEmpty())
+            recusa = recusaNumeroECodigo(
+                antes.IDRECEBE,
+                novo.autentica != antes.AUTENTICA ? std::optional(novo.autentica) : std::nullopt,
+                novo.codbarra != antes.CODBARRA ? std::optional(novo.codbarra) : std::nullopt,
+                mov.ID);
+        if (tx.ok() && recusa.isEmpty())
+            recusa = recusaRegistro();
+        if (tx.ok() && recusa.isEmpty()) {
+            clsEstornos e(m_ctx.db);
+            e.copiarRecebimento(antes);
+            e.OPERACAO = clsEstornos::Operacao::Alteracao;
+            e.MOMENTO = m_ctx.clock.now();
+            e.USUARIO = m_ctx.userName;
+            e.MOTIVO = motivo.trimmed();
+            e.NOVO_TIPO = novo.tipo;
+            e.NOVO_AUTENTICA = novo.autentica;
+            e.NOVO_CODBARRA = novo.codbarra;
+            e.NOVO_VALOR = novo.valor;
+            depois = antes;
+            depois.TIPO = novo.tipo;
+            depois.AUTENTICA = novo.autentica;
+            depois.CODBARRA = novo.codbarra;
+            depois.VALOR = novo.valor;
+            gravou = e.SQLInsert() && depois.SQLUpdate();
+            // Items without barcode never go to a bank file; a real code does.
+            const bool semCodigo = depois.CODBARRA == clsRecebimentos::kSemCodigo;
+            if (gravou && semCodigo != (antes.CODBARRA == clsRecebimentos::kSemCodigo)) {
+                depois.EXPORT = semCodigo ? 1 : 0;
+                gravou = depois.SQLUpdateExport(depois.IDRECEBE, depois.EXPORT);
+            }
+            gravou = gravou && tx.commit();
+        }
+    }
+    if (!recusa.isEmpty()) {
+        recusa == kNadaAlterado ? m_ctx.dialogs.warn(kAviso, recusa) : refuse(recusa);
+        return res;
+    }
+    if (!gravou) {
+        m_ctx.dialogs.critical(kAviso, kErroGravar);
+        return res;
+    }
+    res.feito = true;
+    res.antes = antes;
+    res.depois = depois;
+    CorrectionLog::Entry e = entrada(CorrectionLog::Kind::Alteracao, mov, depois, motivo);
+    if (depois.VALOR != antes.VALOR)
+        e.valorAnterior = antes.VALOR;
+    if (depois.TIPO != antes.TIPO)
+        e.tipoAnterior = descricaoTipo(antes.TIPO);
+    registrar(e, res);
+    m_ctx.dialogs.info(kAviso, kAlterado);
+    QStringList linhas;
+    clsAutenticadora a;
+    a.SEQ_REG = numero(depois.AUTENTICA);
+    bool composed = true;
+    if (depois.VALOR != antes.VALOR) {
+        a.VALOR_DOC = depois.VALOR.format();
+        composed = a.AlteraValor();
+        linhas << a.Correcao;
+    }
+    if (depois.TIPO != antes.TIPO) {
+        a.NOME_GUIA = e.tipo.left(clsAutenticadora::kWidth - 27 - a.SEQ_REG.size());
+        composed = a.AlteraTipo() && composed;
+        linhas << a.Correcao;
+    }
+    if (composed)
+        imprimir(linhas, res);
+    else
+        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    return res;
+}
+
+QString ReceiptCorrections::recusaEstorno(qint32 idrecebe, clsEstornos& e, clsMovimento& mov) {
+    if (!mov.SQLSelectByDate(m_ctx.workingDate))
+        return kSemMovimento;
+    const auto found = clsEstornos::ultimoEstorno(m_ctx.db, idrecebe);
+    if (!found || found->IDMOVIMENTO != mov.ID)
+        return kSemEstorno;
+    if (mov.STATUS != kAberto)
+        return kEncerrado;
+    e = *found;
+    // The receipt comes back with its own number and code, so neither may have been taken.
+    QString recusa = recusaNumeroECodigo(e.IDRECEBE, e.AUTENTICA, e.CODBARRA, mov.ID);
+    return recusa.isEmpty() ? recusaRegistro() : recusa;
+}
+
+bool ReceiptCorrections::podeReverter(qint32 idrecebe) {
+    clsEstornos e(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    const QString recusa = recusaEstorno(idrecebe, e, mov);
+    if (!recusa.isEmpty())
+        refuse(recusa);
+    return recusa.isEmpty();
+}
+
+ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
+    Resultado res;
+    clsEstornos e(m_ctx.db);
+    clsMovimento mov(m_ctx.db);
+    clsRecebimentos r(m_ctx.db);
+    QString recusa;
+    bool gravou = false;
+    {
+        Transaction tx(m_ctx.db);
+        if (tx.ok())
+            recusa = recusaEstorno(idrecebe, e, mov);
+        if (tx.ok() && recusa.isEmpty()) {
+            e.restaurarEm(r);
+            gravou = r.SQLRestore() && e.SQLMarcarRevertido(m_ctx.clock.now(), m_ctx.userName) &&
+                     tx.commit();
+        }
+    }
+    if (!recusa.isEmpty()) {
+        refuse(recusa);
+        return res;
+    }
+    if (!gravou) {
+        m_ctx.dialogs.critical(kAviso, kErroReverter);
+        return res;
+    }
+    res.feito = true;
+    res.depois = r;
+    registrar(entrada(CorrectionLog::Kind::Reversao, mov, r, e.MOTIVO), res);
+    m_ctx.dialogs.info(kAviso, kRevertido);
+    clsAutenticadora a;
+    a.SEQ_REG = numero(r.AUTENTICA);
+    a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
+    if (a.ReverteItem())
+        imprimir({a.Correcao}, res);
+    else
+        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    return res;
+}

@@ -1,0 +1,570 @@
+// Changes, reversals and their undoing on receipts recorded as the counter records them: the
+// rows, the Estornos table, the yearly log line by line, the tape through the emulated printer,
+// and every refusal with nothing changed.
+#include "AuthCounterPrinter.h"
+#include "CorrectionLog.h"
+#include "CounterSession.h"
+#include "DemoData.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "ReceiptCorrections.h"
+#include "TestApp.h"
+#include "TextFile.h"
+#include "clsEstornos.h"
+
+#include <QDir>
+#include <QFile>
+
+using RC = ReceiptCorrections;
+
+namespace {
+const QString kTaxas = QStringLiteral("81660000003124004262026113058888888888888888");
+const QString kAgua = QStringLiteral("00193165100000089151234500000000000000000000");
+
+// A counter of guiche 3 with the first printer model, and one customer recorded: 001 312,40
+// TAXAS DIVERSAS, 002 89,15 AGUA E ESGOTO, 003 5,00 CERTIDAO NEGATIVA (no barcode).
+struct Counter {
+    TestApp& app;
+    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
+    PrinterService service;
+    AuthCounterPrinter printer;
+    CounterSession session;
+    RC corrections;
+    QList<RecordedReceipt> rows;
+    int tapeBefore = 0;
+
+    explicit Counter(TestApp& a)
+        : app(a), service(prepare(a)), printer(a.ctx(), service), session(a.ctx(), &printer),
+          corrections(a.ctx(), &printer) {
+        emulator.setDocument(true);
+        service.makeTransport = [this] { return std::make_unique<MemoryTransport>(emulator); };
+        service.sleep = [](int) {};
+        if (!session.day().abrir())
+            return;
+        session.ler(kTaxas);
+        session.ler(kAgua);
+        session.somaAvulso({8, Money::fromReais(5), QDate(), QString(), QString()});
+        rows = session.gravar().value_or(QList<RecordedReceipt>{});
+        app.dialogs().clear();
+        tapeBefore = int(emulator.tape().size());
+    }
+    static AppContext& prepare(TestApp& a) {
+        DemoData::seed(a.ctx(), nullptr, nullptr);
+        a.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                    QStringLiteral("bematech"));
+        a.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        a.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"), QStringLiteral("PMX"));
+        a.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
+        a.ctx().workingDate = QDate(2026, 11, 23);
+        a.ctx().userName = QStringLiteral("ANA");
+        return a.ctx();
+    }
+    QStringList newTape() const { return emulator.tape().mid(tapeBefore); }
+    QString logPath(int year = 2026) const {
+        return app.path(QStringLiteral("Estorno_3_%1.txt").arg(year));
+    }
+    QStringList log(int year = 2026) const {
+        QFile f(logPath(year));
+        if (!f.open(QIODevice::ReadOnly))
+            return {};
+        QStringList lines = QString::fromLatin1(f.readAll()).split(QStringLiteral("\r\n"));
+        lines.removeLast(); // after the last CRLF
+        return lines;
+    }
+    // Every receipt as a line, to see that nothing changed.
+    QStringList snapshot() const {
+        QStringList out;
+        const auto rs = app.ctx().db.SQLSelect_ReadOnly(
+            QStringLiteral("SELECT IDRECEBE, AUTENTICA, CODBARRA, TIPO, VALOR, EXPORT FROM "
+                           "Recebimentos ORDER BY IDRECEBE"));
+        for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+            out << QStringList{r.text(QStringLiteral("IDRECEBE")),
+                               r.text(QStringLiteral("AUTENTICA")),
+                               r.text(QStringLiteral("CODBARRA")),
+                               r.text(QStringLiteral("TIPO")),
+                               r.text(QStringLiteral("VALOR")),
+                               r.text(QStringLiteral("EXPORT"))}
+                       .join(QLatin1Char(' '));
+        return out;
+    }
+    clsRecebimentos receipt(qint32 id) const {
+        clsRecebimentos r(app.ctx().db);
+        r.SQLSelect(id);
+        return r;
+    }
+};
+
+const QStringList kHeader = {QString(100, QLatin1Char('=')),
+                             QStringLiteral("CONTROLE DE RECEBIMENTO DIÁRIO - PMX"),
+                             QStringLiteral("CAIXA: 3"), QString(100, QLatin1Char('='))};
+
+QStringList entry(const QString& item, const QString& tipo, const QString& valor) {
+    return {QStringLiteral("Movimento: 001"), QStringLiteral("Data: 23/11/2026"),
+            QStringLiteral("User: ANA"),      QStringLiteral("Item: ") + item,
+            QStringLiteral("Tipo: ") + tipo,  QStringLiteral("Valor: ") + valor};
+}
+} // namespace
+
+class tst_corrections : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase_data() { addBackendRows(); }
+
+    void reversalKeepsTheReceiptLogsAndPrints() {
+        TEST_BACKEND();
+        Counter c(app);
+        QCOMPARE(c.rows.size(), 3);
+        const qint32 id = c.rows.at(2).idrecebe;
+        const auto res = c.corrections.estornar(id, QStringLiteral("  Cobrado a mais "));
+        QVERIFY(res.feito);
+        QCOMPARE(res.fita, CounterPrinter::Fita::Impressa);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 2);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("IDRECEBE = %1").arg(id)),
+                 0);
+
+        const auto kept = clsEstornos::listarDoMovimento(app.db(), c.session.day().movimento().ID);
+        QCOMPARE(kept->size(), 1);
+        const clsEstornos& e = kept->first();
+        QCOMPARE(e.OPERACAO, clsEstornos::Operacao::Estorno);
+        QCOMPARE(e.IDRECEBE, id);
+        QCOMPARE(e.AUTENTICA, qint16(3));
+        QCOMPARE(e.CODBARRA, clsRecebimentos::kSemCodigo);
+        QCOMPARE(e.EXPORT, qint16(1));
+        QCOMPARE(e.TIPO, qint16(8));
+        QCOMPARE(e.VALOR, Money::fromReais(5));
+        QCOMPARE(e.USUARIO, QStringLiteral("ANA"));
+        QCOMPARE(e.MOTIVO, QStringLiteral("Cobrado a mais"));
+        QCOMPARE(e.MOMENTO, app.clock().now());
+
+        QCOMPARE(c.log(),
+                 kHeader + entry(QStringLiteral("003"), QStringLiteral("CERTIDAO NEGATIVA"),
+                                 QStringLiteral("5,00"))
+                     << QStringLiteral("Motivo do estorno: Cobrado a mais"));
+        QFile raw(c.logPath());
+        QVERIFY(raw.open(QIODevice::ReadOnly));
+        QVERIFY(raw.readAll().contains("DI\xC1RIO - PMX\r\nCAIXA: 3\r\n")); // Latin-1, CRLF
+
+        QCOMPARE(c.newTape(),
+                 QStringList{QStringLiteral("(-)  ESTORNO ITEM: 003 --->         5,00")});
+        QCOMPARE(c.newTape().first().size(), 40);
+        QCOMPARE(app.dialogs().shown().size(), 1);
+        QCOMPARE(app.dialogs().last().text, RC::kExcluido);
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
+    }
+
+    void change_data() {
+        QTest::addColumn<QString>("tipo");
+        QTest::addColumn<QString>("autentica");
+        QTest::addColumn<QString>("codbarra");
+        QTest::addColumn<QString>("valor");
+        QTest::addColumn<QStringList>("logTail"); // after "User: ANA"
+        QTest::addColumn<QStringList>("tape");
+        QTest::addColumn<int>("exportFlag");
+        const QString m = QStringLiteral("Motivo da Alteração: conferido");
+        QTest::newRow("amount")
+            << QString() << QString() << QString() << QStringLiteral("6,50")
+            << QStringList{QStringLiteral("Item: 003"), QStringLiteral("Tipo: CERTIDAO NEGATIVA"),
+                           QStringLiteral("Valor: 6,50"), QStringLiteral("Valor anterior: 5,00"), m}
+            << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO VALOR: 6,50")} << 1;
+        QTest::newRow("type")
+            << QStringLiteral("2") << QString() << QString() << QString()
+            << QStringList{QStringLiteral("Item: 003"), QStringLiteral("Tipo: TAXAS DIVERSAS"),
+                           QStringLiteral("Valor: 5,00"),
+                           QStringLiteral("Tipo anterior: CERTIDAO NEGATIVA"), m}
+            << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: TAXAS DIVE")} << 1;
+        QTest::newRow("both")
+            << QStringLiteral("4") << QString() << QString() << QStringLiteral("1.234,50")
+            << QStringList{QStringLiteral("Item: 003"),
+                           QStringLiteral("Tipo: AGUA E ESGOTO"),
+                           QStringLiteral("Valor: 1.234,50"),
+                           QStringLiteral("Valor anterior: 5,00"),
+                           QStringLiteral("Tipo anterior: CERTIDAO NEGATIVA"),
+                           m}
+            << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO VALOR: 1.234,50"),
+                           QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: AGUA E ESG")}
+            << 1;
+        // A number or a code changes without a tape line; a real code goes to the bank files.
+        QTest::newRow("number and code")
+            << QString() << QStringLiteral("9") << QString(44, QLatin1Char('5')) << QString()
+            << QStringList{QStringLiteral("Item: 009"), QStringLiteral("Tipo: CERTIDAO NEGATIVA"),
+                           QStringLiteral("Valor: 5,00"), m}
+            << QStringList{} << 0;
+    }
+    void change() {
+        TEST_BACKEND();
+        QFETCH(QString, tipo);
+        QFETCH(QString, autentica);
+        QFETCH(QString, codbarra);
+        QFETCH(QString, valor);
+        QFETCH(QStringList, logTail);
+        QFETCH(QStringList, tape);
+        QFETCH(int, exportFlag);
+        Counter c(app);
+        const clsRecebimentos before = c.receipt(c.rows.at(2).idrecebe);
+        RC::Pedido p;
+        p.idrecebe = before.IDRECEBE;
+        auto given = [](const QString& s) { return s.isEmpty() ? std::nullopt : std::optional(s); };
+        p.tipo = given(tipo);
+        p.autentica = given(autentica);
+        p.codbarra = given(codbarra);
+        p.valor = given(valor);
+        p.motivo = QStringLiteral("conferido");
+        const auto res = c.corrections.alterar(p);
+        QVERIFY(res.feito);
+        QCOMPARE(app.dialogs().last().text, RC::kAlterado);
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
+
+        const clsRecebimentos after = c.receipt(before.IDRECEBE);
+        QCOMPARE(after.TIPO, tipo.isEmpty() ? before.TIPO : qint16(tipo.toInt()));
+        QCOMPARE(after.AUTENTICA,
+                 autentica.isEmpty() ? before.AUTENTICA : qint16(autentica.toInt()));
+        QCOMPARE(after.CODBARRA, codbarra.isEmpty() ? before.CODBARRA : codbarra);
+        QCOMPARE(after.VALOR, valor.isEmpty() ? before.VALOR : *Money::parse(valor));
+        QCOMPARE(after.EXPORT, qint16(exportFlag));
+        QCOMPARE(after.VENCIMENTO, before.VENCIMENTO);
+
+        const auto kept = clsEstornos::listarDoMovimento(app.db(), c.session.day().movimento().ID);
+        QCOMPARE(kept->size(), 1);
+        const clsEstornos& e = kept->first();
+        QCOMPARE(e.OPERACAO, clsEstornos::Operacao::Alteracao);
+        QCOMPARE(e.VALOR, before.VALOR);
+        QCOMPARE(e.TIPO, before.TIPO);
+        QCOMPARE(e.AUTENTICA, before.AUTENTICA);
+        QCOMPARE(e.CODBARRA, before.CODBARRA);
+        QCOMPARE(e.NOVO_VALOR, std::optional(after.VALOR));
+        QCOMPARE(e.NOVO_TIPO, std::optional(after.TIPO));
+        QCOMPARE(e.NOVO_AUTENTICA, std::optional(after.AUTENTICA));
+        QCOMPARE(e.NOVO_CODBARRA, after.CODBARRA);
+
+        QStringList expected = kHeader;
+        expected << QStringLiteral("Movimento: 001") << QStringLiteral("Data: 23/11/2026")
+                 << QStringLiteral("User: ANA") << logTail;
+        QCOMPARE(c.log(), expected);
+        QCOMPARE(c.newTape(), tape);
+        for (const QString& line : c.newTape())
+            QVERIFY2(line.size() <= 40, qPrintable(line));
+    }
+
+    void refusals_data() {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<QString>("field"); // which field of the change carries `text`
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("motivo");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<int>("icon");
+        const int warn = int(DialogIcon::Exclamation);
+        const int crit = int(DialogIcon::Critical);
+        const QString ok = QStringLiteral("motivo");
+        QTest::newRow("reversal, blank reason") << "estornar"
+                                                << ""
+                                                << ""
+                                                << "   " << RC::kMotivoObrigatorio << warn;
+        QTest::newRow("change, blank reason") << "alterar"
+                                              << "valor"
+                                              << "6,00"
+                                              << "" << RC::kMotivoObrigatorio << warn;
+        QTest::newRow("change, empty field") << "alterar"
+                                             << "valor"
+                                             << " " << ok << RC::kCamposObrigatorios << warn;
+        QTest::newRow("amount with letters") << "alterar"
+                                             << "valor"
+                                             << "12,ab" << ok << RC::kValorInvalido << crit;
+        QTest::newRow("amount zero") << "alterar"
+                                     << "valor"
+                                     << "0,00" << ok << RC::kValorInvalido << crit;
+        QTest::newRow("amount below a cent") << "alterar"
+                                             << "valor"
+                                             << "1,005" << ok << RC::kValorInvalido << crit;
+        QTest::newRow("number of another receipt")
+            << "alterar"
+            << "autentica"
+            << "1" << ok << RC::kAutenticaEmUso.arg("001") << crit;
+        QTest::newRow("number not a number") << "alterar"
+                                             << "autentica"
+                                             << "x1" << ok << RC::kAutenticaInvalida << crit;
+        QTest::newRow("code of another receipt")
+            << "alterar"
+            << "codbarra" << kTaxas << ok << QStringLiteral("Conta já Recebida!!!") << crit;
+        QTest::newRow("code too short") << "alterar"
+                                        << "codbarra"
+                                        << "8166" << ok << RC::kCodigoInvalido << crit;
+        QTest::newRow("unknown kind") << "alterar"
+                                      << "tipo"
+                                      << "99" << ok << RC::kTipoInvalido << crit;
+        QTest::newRow("nothing changed") << "alterar"
+                                         << "valor"
+                                         << "5,00" << ok << RC::kNadaAlterado << warn;
+        QTest::newRow("reversal, reason with a quote") << "estornar"
+                                                       << ""
+                                                       << ""
+                                                       << "d'agua" << RC::kErroExcluir << crit;
+        QTest::newRow("change, reason with a quote") << "alterar"
+                                                     << "valor"
+                                                     << "6,00"
+                                                     << "d'agua" << RC::kErroGravar << crit;
+        QTest::newRow("reversal, closed day") << "estornar-fechado"
+                                              << ""
+                                              << "" << ok << RC::kEncerrado << crit;
+        QTest::newRow("change, closed day") << "alterar-fechado"
+                                            << "valor"
+                                            << "6,00" << ok << RC::kEncerrado << crit;
+        QTest::newRow("reversal, log folder cannot be written") << "estornar-pasta"
+                                                                << ""
+                                                                << "" << ok << "" << crit;
+        QTest::newRow("change, log folder cannot be written") << "alterar-pasta"
+                                                              << "valor"
+                                                              << "6,00" << ok << "" << crit;
+        QTest::newRow("reversal, database refuses the delete")
+            << "estornar-falha"
+            << ""
+            << "" << ok << RC::kErroExcluir << crit;
+        QTest::newRow("change, database refuses the update")
+            << "alterar-falha"
+            << "valor"
+            << "6,00" << ok << RC::kErroGravar << crit;
+        QTest::newRow("unknown receipt") << "estornar-desconhecido"
+                                         << ""
+                                         << "" << ok << RC::kNaoEncontrado << crit;
+        QTest::newRow("day without movement") << "alterar-outro"
+                                              << "valor"
+                                              << "6,00" << ok << RC::kSemMovimento << crit;
+    }
+    void refusals() {
+        TEST_BACKEND();
+        QFETCH(QString, op);
+        QFETCH(QString, field);
+        QFETCH(QString, text);
+        QFETCH(QString, motivo);
+        QFETCH(QString, message);
+        QFETCH(int, icon);
+        Counter c(app);
+        qint32 id = c.rows.at(2).idrecebe;
+        if (op.endsWith(QLatin1String("-fechado")))
+            QVERIFY(c.session.day().encerrar());
+        if (op.endsWith(QLatin1String("-pasta"))) {
+            // A folder that cannot be made: its parent is a file.
+            QFile blocker(app.path(QStringLiteral("bloqueio")));
+            QVERIFY(blocker.open(QIODevice::WriteOnly));
+            app.setOption(QStringLiteral("Export"), QStringLiteral("Path2"),
+                          app.path(QStringLiteral("bloqueio/estornos")));
+            message = RC::kRegistroBloqueado.arg(QDir::toNativeSeparators(
+                app.path(QStringLiteral("bloqueio/estornos/Estorno_3_2026.txt"))));
+        }
+        if (op.endsWith(QLatin1String("-falha")))
+            app.db().faultHook = [](const QString& sql) {
+                return sql.startsWith(QLatin1String("DELETE FROM Recebimentos")) ||
+                       sql.startsWith(QLatin1String("UPDATE Recebimentos SET AUTENTICA"));
+            };
+        if (op.endsWith(QLatin1String("-outro")))
+            app.ctx().workingDate = QDate(2026, 11, 24);
+        if (op.endsWith(QLatin1String("-desconhecido")))
+            id = 99999;
+        const QStringList before = c.snapshot();
+        app.dialogs().clear();
+        RC::Resultado res;
+        if (op.startsWith(QLatin1String("estornar"))) {
+            const bool may = c.corrections.podeEstornar(id, motivo);
+            // What the check sees is refused before the question; the rest by the write.
+            QCOMPARE(may, message == RC::kErroExcluir);
+            app.dialogs().clear();
+            res = c.corrections.estornar(id, motivo);
+        } else {
+            RC::Pedido p;
+            p.idrecebe = id;
+            if (field == QLatin1String("valor"))
+                p.valor = text;
+            else if (field == QLatin1String("autentica"))
+                p.autentica = text;
+            else if (field == QLatin1String("codbarra"))
+                p.codbarra = text;
+            else
+                p.tipo = text;
+            p.motivo = motivo;
+            res = c.corrections.alterar(p);
+        }
+        app.db().faultHook = nullptr;
+        QVERIFY(!res.feito);
+        QCOMPARE(app.dialogs().last().text, message);
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
+        QCOMPARE(int(app.dialogs().last().icon), icon);
+        QCOMPARE(c.snapshot(), before);
+        QCOMPARE(app.count(QStringLiteral("Estornos")), 0);
+        QVERIFY(!QFile::exists(c.logPath()));
+        QVERIFY(c.newTape().isEmpty());
+    }
+
+    // The 44 zeros and codes starting "000" may be carried by several receipts.
+    void codesWithoutOwnNumberMayRepeat() {
+        TEST_BACKEND();
+        Counter c(app);
+        RC::Pedido p;
+        p.idrecebe = c.rows.at(0).idrecebe;
+        p.codbarra = clsRecebimentos::kSemCodigo;
+        p.motivo = QStringLiteral("sem código");
+        QVERIFY(c.corrections.alterar(p).feito);
+        QCOMPARE(c.receipt(p.idrecebe).EXPORT, qint16(1)); // no longer goes to a bank file
+        p.codbarra = QStringLiteral("000") + QString(41, QLatin1Char('1'));
+        QVERIFY(c.corrections.alterar(p).feito);
+        p.idrecebe = c.rows.at(1).idrecebe;
+        QVERIFY(c.corrections.alterar(p).feito);
+    }
+
+    // The correction stands when the printer is off-line; the operator is told the line is
+    // missing from the tape.
+    void printerOffline() {
+        TEST_BACKEND();
+        Counter c(app);
+        c.emulator.setOffline(true);
+        const auto res = c.corrections.estornar(c.rows.at(0).idrecebe, QStringLiteral("x"));
+        QVERIFY(res.feito);
+        QCOMPARE(res.fita, CounterPrinter::Fita::Falhou);
+        QVERIFY(res.registrado);
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 2);
+        const QStringList texts = app.dialogs().texts();
+        QCOMPARE(texts,
+                 (QStringList{RC::kExcluido, PrinterService::kImpressaoFalhou, RC::kFitaFalhou}));
+    }
+
+    // Without a printer the correction reports no tape; the log is written all the same.
+    void noPrinter() {
+        TEST_BACKEND();
+        Counter c(app);
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
+        const auto res = c.corrections.estornar(c.rows.at(0).idrecebe, QStringLiteral("x"));
+        QVERIFY(res.feito);
+        QCOMPARE(res.fita, CounterPrinter::Fita::SemImpressora);
+        QCOMPARE(res.linhasFita,
+                 QStringList{QStringLiteral("(-)  ESTORNO ITEM: 001 --->       312,40")});
+        QVERIFY(c.newTape().isEmpty());
+        QCOMPARE(app.dialogs().texts(), QStringList{RC::kExcluido});
+    }
+
+    void undoBringsTheReceiptBack() {
+        TEST_BACKEND();
+        Counter c(app);
+        const clsRecebimentos before = c.receipt(c.rows.at(2).idrecebe);
+        QVERIFY(c.corrections.estornar(before.IDRECEBE, QStringLiteral("engano")).feito);
+        QCOMPARE(c.corrections.estornosRevertiveis()->size(), 1);
+        const QStringList logBefore = c.log();
+        app.dialogs().clear();
+        c.tapeBefore = int(c.emulator.tape().size());
+
+        QVERIFY(c.corrections.podeReverter(before.IDRECEBE));
+        const auto res = c.corrections.reverter(before.IDRECEBE);
+        QVERIFY(res.feito);
+        const clsRecebimentos back = c.receipt(before.IDRECEBE);
+        QCOMPARE(back.AUTENTICA, before.AUTENTICA);
+        QCOMPARE(back.CODBARRA, before.CODBARRA);
+        QCOMPARE(back.VALOR, before.VALOR);
+        QCOMPARE(back.EXPORT, before.EXPORT);
+        QCOMPARE(back.TIPO, before.TIPO);
+        QCOMPARE(app.count(QStringLiteral("Estornos")), 1);
+        QVERIFY(c.corrections.estornosRevertiveis()->isEmpty());
+        clsEstornos e(app.db());
+        QVERIFY(
+            e.SQLSelect(clsEstornos::listarDoMovimento(app.db(), back.IDMOVIMENTO)->first().ID));
+        QCOMPARE(e.REVERTIDO_EM, app.clock().now());
+        QCOMPARE(e.REVERTIDO_POR, QStringLiteral("ANA"));
+
+        QCOMPARE(app.dialogs().texts(), QStringList{RC::kRevertido});
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
+        QCOMPARE(c.log(),
+                 logBefore + entry(QStringLiteral("003"), QStringLiteral("CERTIDAO NEGATIVA"),
+                                   QStringLiteral("5,00"))
+                     << QStringLiteral("Estorno revertido. Motivo do estorno: engano"));
+        QCOMPARE(c.newTape(),
+                 QStringList{QStringLiteral("(+)  REVERTE ITEM: 003 --->         5,00")});
+
+        // Once undone there is nothing left to undo.
+        QVERIFY(!c.corrections.reverter(before.IDRECEBE).feito);
+        QCOMPARE(app.dialogs().last().text, RC::kSemEstorno);
+    }
+
+    void undoRefusals_data() {
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("number taken") << "numero" << RC::kAutenticaEmUso.arg("003");
+        QTest::newRow("code taken") << "codigo" << QStringLiteral("Conta já Recebida!!!");
+        QTest::newRow("day closed") << "fechado" << RC::kEncerrado;
+        QTest::newRow("database refuses") << "falha" << RC::kErroReverter;
+    }
+    void undoRefusals() {
+        TEST_BACKEND();
+        QFETCH(QString, meanwhile);
+        QFETCH(QString, message);
+        Counter c(app);
+        // The reversed receipt holds the highest number and a real code, so a new payment can
+        // take either.
+        QVERIFY(c.corrections.estornar(c.rows.at(2).idrecebe, QStringLiteral("a")).feito);
+        const qint32 id = c.rows.at(0).idrecebe;
+        QVERIFY(c.corrections
+                    .alterar(id, {2, 3, kTaxas, Money::fromCents(31240)}, QStringLiteral("troca"))
+                    .feito);
+        QVERIFY(c.corrections.estornar(id, QStringLiteral("b")).feito);
+        if (meanwhile == QLatin1String("numero")) {
+            c.session.somaAvulso({8, Money::fromReais(7), QDate(), QString(), QString()});
+            const auto again = c.session.gravar();
+            QVERIFY(again && again->first().autentica == 3);
+        } else if (meanwhile == QLatin1String("codigo")) {
+            QVERIFY(c.session.ler(kTaxas).accepted);
+            const auto again = c.session.gravar();
+            QVERIFY(again);
+            QVERIFY(c.corrections
+                        .alterar(again->first().idrecebe, {2, 5, kTaxas, Money::fromCents(31240)},
+                                 QStringLiteral("número livre"))
+                        .feito);
+        } else if (meanwhile == QLatin1String("fechado")) {
+            QVERIFY(c.session.day().encerrar());
+        } else {
+            app.db().faultHook = [](const QString& sql) {
+                return sql.startsWith(QLatin1String("INSERT INTO Recebimentos"));
+            };
+        }
+        const QStringList before = c.snapshot();
+        const QStringList logBefore = c.log();
+        app.dialogs().clear();
+        QVERIFY(!c.corrections.reverter(id).feito);
+        app.db().faultHook = nullptr;
+        QCOMPARE(app.dialogs().last().text, message);
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        QCOMPARE(c.snapshot(), before);
+        QCOMPARE(c.log(), logBefore);
+        QCOMPARE(c.corrections.estornosRevertiveis()->size(), 2);
+    }
+
+    // The year's first entry heads its file; later entries are only appended; a new year starts
+    // a new file, and reading back gives the newest year first.
+    void yearlyFiles() {
+        TEST_BACKEND();
+        Counter c(app);
+        app.setOption(QStringLiteral("Export"), QStringLiteral("Path2"),
+                      QStringLiteral("estornos"));
+        QVERIFY(c.corrections.estornar(c.rows.at(0).idrecebe, QStringLiteral("um")).feito);
+        QVERIFY(c.corrections.estornar(c.rows.at(1).idrecebe, QStringLiteral("dois")).feito);
+        const QString in2026 = app.path(QStringLiteral("estornos/Estorno_3_2026.txt"));
+        const QStringList lines = TextFile::readLines(in2026);
+        QCOMPARE(lines.size(), 4 + 7 + 7);
+        QCOMPARE(lines.count(QString(100, QLatin1Char('='))), 2);
+        app.clock().set(QDateTime(QDate(2027, 1, 4), QTime(9, 0)));
+        QVERIFY(c.corrections.estornar(c.rows.at(2).idrecebe, QStringLiteral("três")).feito);
+        const QString in2027 = app.path(QStringLiteral("estornos/Estorno_3_2027.txt"));
+        QCOMPARE(TextFile::readLines(in2027).mid(0, 4), kHeader);
+        QCOMPARE(TextFile::readLines(in2027).last(), QStringLiteral("Motivo do estorno: três"));
+        QCOMPARE(TextFile::readLines(in2026), lines);
+
+        const CorrectionLog log(app.ctx());
+        const auto files = log.read();
+        QCOMPARE(files.size(), 2);
+        QCOMPARE(files.at(0).year, 2027);
+        QCOMPARE(files.at(1).path, in2026);
+        const auto parsed = CorrectionLog::parse(files.at(1).lines);
+        QCOMPARE(parsed.size(), 2);
+        QCOMPARE(parsed.at(1).value(QStringLiteral("Item")), QStringLiteral("002"));
+        QCOMPARE(parsed.at(1).value(QStringLiteral("Motivo do estorno")), QStringLiteral("dois"));
+        QCOMPARE(log.read(2026).size(), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_corrections)
+#include "tst_corrections.moc"
