@@ -37,6 +37,10 @@ QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const Q
 void ErrorLog::report(const QString& location, const ErrorInfo& error) {
     m_dialogs.message(QStringLiteral("Tolvane"), messageText(location, error),
                       DialogIcon::Exclamation, DialogButtons::Ok);
+    log(location, error);
+}
+
+void ErrorLog::log(const QString& location, const ErrorInfo& error) {
     QFile f(logPath());
     if (f.open(QIODevice::WriteOnly | QIODevice::Append))
         f.write(record(location, error, m_clock.now()));

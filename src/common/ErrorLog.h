@@ -20,6 +20,8 @@ public:
     ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder);
 
     void report(const QString& location, const ErrorInfo& error);
+    // Only the Log.ini record: for what the operator was already told another way.
+    void log(const QString& location, const ErrorInfo& error);
 
     QString logPath() const;
     static QString messageText(const QString& location, const ErrorInfo& error);

@@ -5,17 +5,25 @@
 #include "DateUtil.h"
 #include "PaymentRecorder.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "clsAutenticadora.h"
 #include "clsMovimento.h"
 
 #include <QDir>
 #include <QFile>
+#include <memory>
 
 namespace {
 QString seq(int n, int width) {
     return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0')).right(width);
 }
 } // namespace
+
+AuthCounterPrinter::AuthCounterPrinter(AppContext& ctx, PrinterService& printer)
+    : m_ctx(ctx), m_printer(&printer) {}
+
+AuthCounterPrinter::AuthCounterPrinter(AppContext& ctx, PrinterWorker& worker)
+    : m_ctx(ctx), m_worker(&worker) {}
 
 QString AuthCounterPrinter::guiche() const {
     return clsAutenticadora::pad(m_ctx.settings.guiche.trimmed(), 1);
@@ -25,9 +33,41 @@ QString AuthCounterPrinter::mensagem() const {
     return clsAutenticadora::pad(m_ctx.settings.cabecalho.trimmed(), 3);
 }
 
-void AuthCounterPrinter::tape(const QString& lines) {
+QList<AuthCounterPrinter::Step> AuthCounterPrinter::tape(const QString& lines) {
+    QList<Step> steps;
     for (const QString& l : lines.split(QLatin1Char('\n')))
-        m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), l);
+        steps.append({PrinterOperation::Imprimir, l, 0});
+    return steps;
+}
+
+void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
+    const bool report =
+        bool(autenticados) && std::any_of(steps.begin(), steps.end(), [](const Step& s) {
+            return s.op == PrinterOperation::Autenticar;
+        });
+    auto job = [steps = std::move(steps), newBlock](PrinterService& p) {
+        if (newBlock)
+            p.novoCliente();
+        QList<int> missed;
+        for (const Step& s : steps)
+            if (!p.ImprimeAutenticadora(s.op, p.modelo(), s.text) &&
+                s.op == PrinterOperation::Autenticar)
+                missed.append(s.documento);
+        return missed;
+    };
+    if (!m_worker) {
+        const QList<int> missed = job(*m_printer);
+        if (report)
+            autenticados(missed);
+        return;
+    }
+    auto missed = std::make_shared<QList<int>>();
+    m_worker->post([job, missed](PrinterService& p) { *missed = job(p); });
+    if (report)
+        m_worker->postBack([this, missed] {
+            if (autenticados) // the screen that asked may be gone
+                autenticados(*missed);
+        });
 }
 
 bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
@@ -36,8 +76,7 @@ bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
     a.GUICHE = guiche();
     if (!a.AbreCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    tape(a.AbreFita);
-    tape(a.Cabecalho);
+    run(tape(a.AbreFita) + tape(a.Cabecalho), true);
     return true;
 }
 
@@ -50,8 +89,7 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
         clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
     if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    tape(a.EncerraFita);
-    tape(a.Cabecalho);
+    run(tape(a.EncerraFita) + tape(a.Cabecalho), true);
     return true;
 }
 
@@ -60,12 +98,13 @@ bool AuthCounterPrinter::reabertura(const clsMovimento& mov) {
     a.SEQ_MOV = seq(mov.MOV, 3);
     if (!a.ReabreCaixa())
         return false;
-    tape(a.Reabertura);
+    run(tape(a.Reabertura), true);
     return true;
 }
 
 bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
     bool ok = true;
+    QList<Step> steps;
     for (const RecordedReceipt& r : rows) {
         clsAutenticadora a;
         a.MENSAGEM = mensagem();
@@ -76,15 +115,15 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
         a.NOME_GUIA = clsAutenticadora::pad(r.item.descricao, 10);
         a.VALOR_TOTAL = a.VALOR_DOC;
         if (a.AutenticaBoleto())
-            m_printer.ImprimeAutenticadora(PrinterOperation::Autenticar, m_printer.modelo(),
-                                           a.BOLETO);
+            steps.append({PrinterOperation::Autenticar, a.BOLETO, int(r.autentica)});
         else
             ok = false;
         if (a.AutenticaFita())
-            m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), a.FITA);
+            steps.append({PrinterOperation::Imprimir, a.FITA, 0});
         else
             ok = false;
     }
+    run(steps, true);
     return ok;
 }
 
@@ -111,9 +150,9 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
           << QStringLiteral("DATA/HORA: ") +
                  m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
           << clsAutenticadora::pad(m_ctx.settings.mensagem.trimmed(), 40);
-    if (m_printer.modelo() == PrinterModel::Txt)
+    if (PrinterService::modelFrom(m_ctx.settings.impressora) == PrinterModel::Txt)
         return textCoupon ? textCoupon(lines) : couponFile(lines);
-    tape(lines.join(QLatin1Char('\n')));
+    run(tape(lines.join(QLatin1Char('\n'))), false); // the same block as the documents
     return true;
 }
 
