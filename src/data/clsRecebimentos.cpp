@@ -105,12 +105,18 @@ clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento) {
 std::optional<QList<clsRecebimentos::Lancado>>
 clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento, qint32 antesDe,
                                    int limite) {
-    const auto rs = db.SQLSelect_ReadOnly(
+    // Two plain statements rather than one with an OR, so the movement's index walks the page
+    // in order and a page costs the same on any day.
+    const QString base =
         QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
                        "Recebimentos.VALOR FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = "
-                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? AND (? = 0 OR "
-                       "Recebimentos.IDRECEBE < ?) ORDER BY Recebimentos.IDRECEBE DESC LIMIT ?"),
-        {idMovimento, antesDe, antesDe, limite});
+                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? ");
+    const QString order = QStringLiteral("ORDER BY Recebimentos.IDRECEBE DESC LIMIT ?");
+    const auto rs =
+        antesDe > 0
+            ? db.SQLSelect_ReadOnly(base + QStringLiteral("AND Recebimentos.IDRECEBE < ? ") + order,
+                                    {idMovimento, antesDe, limite})
+            : db.SQLSelect_ReadOnly(base + order, {idMovimento, limite});
     if (!rs)
         return std::nullopt;
     QList<Lancado> out;

@@ -1,5 +1,8 @@
 #include "LancadosModel.h"
 
+#include <QAbstractItemView>
+#include <QScrollBar>
+
 LancadosModel::LancadosModel(Loader loader, QObject* parent)
     : QAbstractTableModel(parent), m_loader(std::move(loader)) {}
 
@@ -66,18 +69,23 @@ QVariant LancadosModel::headerData(int section, Qt::Orientation o, int role) con
     return {};
 }
 
-bool LancadosModel::canFetchMore(const QModelIndex& parent) const {
-    return !parent.isValid() && m_more;
+void LancadosModel::attach(QAbstractItemView* view) {
+    QScrollBar* bar = view->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) {
+        if (m_more && bar->maximum() > 0 && value >= bar->maximum() - bar->pageStep() / 2)
+            loadMore();
+    });
 }
 
-void LancadosModel::fetchMore(const QModelIndex& parent) {
-    if (parent.isValid() || !m_more || m_rows.isEmpty())
-        return;
+bool LancadosModel::loadMore() {
+    if (!m_more || m_rows.isEmpty())
+        return false;
     const auto page = m_loader(m_rows.last().idrecebe, kPage);
     m_more = page.size() == kPage;
     if (page.isEmpty())
-        return;
+        return false;
     beginInsertRows({}, int(m_rows.size()), int(m_rows.size() + page.size()) - 1);
     m_rows += page;
     endInsertRows();
+    return true;
 }

@@ -5,8 +5,12 @@
 #include <QAbstractTableModel>
 #include <functional>
 
-// The day's receipts for lstLancado, newest first, read a page at a time as the list scrolls.
-// A payment adds its own rows at the top, so the cost of a payment does not grow with the day.
+class QAbstractItemView;
+
+// The day's receipts for lstLancado, newest first, read a page at a time as the list is scrolled
+// to its end. A payment adds its own rows at the top, so the cost of a payment does not grow with
+// the day. Pages are read only when the view asks for them (see attach): a view's own guesses
+// while rows are being inserted would otherwise read the whole day.
 class LancadosModel : public QAbstractTableModel {
     Q_OBJECT
 public:
@@ -15,6 +19,9 @@ public:
     explicit LancadosModel(Loader loader, QObject* parent = nullptr);
 
     void reload(); // the first page again
+    // Reads the next page whenever `view` is scrolled to its last rows.
+    void attach(QAbstractItemView* view);
+    bool loadMore();
     // Rows just recorded, in the order they were recorded.
     void addRecorded(const QList<clsRecebimentos::Lancado>& rows);
 
@@ -22,8 +29,6 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation o, int role) const override;
-    bool canFetchMore(const QModelIndex& parent) const override;
-    void fetchMore(const QModelIndex& parent) override;
 
     static constexpr int kPage = 200;
 

@@ -162,6 +162,7 @@ QWidget* frmFrente::buildLancados(QWidget* parent) {
     m_lancadoModel = new LancadosModel(
         [this](qint32 antesDe, int limite) { return m_session.lancados(antesDe, limite); }, this);
     m_lancado->setModel(m_lancadoModel);
+    m_lancadoModel->attach(m_lancado);
     QFont f = m_lancado->font();
     f.setPointSize(12);
     m_lancado->setFont(f);

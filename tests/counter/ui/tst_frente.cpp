@@ -8,7 +8,9 @@
 #include "OverdueHandler.h"
 #include "PaymentRecorder.h"
 #include "TestApp.h"
+#include "Transaction.h"
 #include "TypedLine.h"
+#include "clsRecebimentos.h"
 #include "frmFrente.h"
 
 #include <QAction>
@@ -229,6 +231,37 @@ private slots:
         QCOMPARE(s.text("lblLancado"), QStringLiteral("Caixa dia: 23 - 11 - 2026"));
         s.typeItem(0, QStringLiteral("1,00"));
         QCOMPARE(s.text("lblTroco"), QStringLiteral("A Pagar"));
+    }
+
+    // A long day is read a page at a time as its list is scrolled; the count and total come from
+    // the database, not from the rows read.
+    void dayListReadsPagesAsItScrolls() {
+        Screen s;
+        {
+            Transaction tx(s.app.db());
+            for (int i = 1; i <= 450; ++i) {
+                clsRecebimentos r(s.app.db());
+                r.AUTENTICA = static_cast<qint16>(i);
+                r.IDMOVIMENTO = static_cast<qint16>(s.session.day().movimento().ID);
+                r.TIPO = 7;
+                r.VALOR = Money::fromReais(2);
+                r.CODBARRA = QStringLiteral("9%1").arg(i, 43, 10, QLatin1Char('0'));
+                QVERIFY(r.SQLInsert());
+            }
+            QVERIFY(tx.commit());
+        }
+        s.form->refreshAll();
+        auto* view = s.w<QTreeView>("lstLancado");
+        QCOMPARE(s.lancados()->rowCount(), LancadosModel::kPage);
+        QCOMPARE(s.lancados()->index(0, 0).data().toString(), QStringLiteral("0450"));
+        QCOMPARE(s.text("lblTotalDia"),
+                 QStringLiteral("450 recebimentos    Total do dia: R$ 900,00"));
+        for (int i = 0; i < 3; ++i) {
+            view->scrollToBottom();
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(s.lancados()->rowCount(), 450);
+        QCOMPARE(s.lancados()->index(449, 0).data().toString(), QStringLiteral("0001"));
     }
 
     // Enter with an amount typed takes it as the amount paid first, and records only when it
