@@ -75,6 +75,8 @@ int tipoListar(CliEnv& e) {
     if (!kinds)
         return ExitRefused;
     QJsonArray list;
+    if (!e.json)
+        e.out << "IDCOD\tIDTIPO\tDESCRICAO\tPADRAO\tJUROS\tBLOQUEIO\tCODBANCO\n";
     for (const GuideKind& k : *kinds) {
         const QStringList cols = {QStringLiteral("%1").arg(k.idcod, 3, 10, QLatin1Char('0')),
                                   k.idtipo,
