@@ -121,12 +121,12 @@ bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d) {
                                                       code.mid(29, 5), code.mid(15, 4));
     if (!kinds || kinds->isEmpty()) {
         if (kindsFilled)
-            kindsFilled({});
+            kindsFilled({}, false);
         return false;
     }
     d.kinds = *kinds;
     if (kindsFilled)
-        kindsFilled(d.kinds);
+        kindsFilled(d.kinds, false);
     d.idcod = d.kinds.first().idcod;
     d.descricao = d.kinds.first().descricao;
     return true;
@@ -196,6 +196,8 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
         d.clearField = true;
         return;
     }
+    if (kindsFilled)
+        kindsFilled(d.kinds, true);
     // The value field's first digit (position 5) is not part of the value.
     const auto valor = digitsValue(code.mid(5, 8), code.mid(13, 2));
     const QDate due(code.mid(19, 4).toInt(), code.mid(23, 2).toInt(), code.mid(25, 2).toInt());
@@ -229,6 +231,8 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
         d.clearField = true;
         return;
     }
+    if (kindsFilled)
+        kindsFilled(d.kinds, true);
     const auto rule = DueFactor::ruleFromSetting(
         m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
     const DueFactor::Result due = DueFactor::dueDate(code.mid(5, 4), working, rule);

@@ -79,8 +79,9 @@ public:
     static QString textoDuplicado(ReadingDecision::Outcome o); // "Conta já Lançada!!!" ...
 
     std::function<bool()> networkAlive; // the operating system's word on the network
-    // The kind list as filled (empty when no kind matches), before any notice is shown.
-    std::function<void(const GuideKinds&)> kindsFilled;
+    // The kind list as filled (empty when no kind matches), and again when its first entry is
+    // selected (the check digit held), before any notice is shown.
+    std::function<void(const GuideKinds&, bool selectFirst)> kindsFilled;
 
 private:
     bool duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d);

@@ -45,28 +45,30 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
         bool(autenticados) && std::any_of(steps.begin(), steps.end(), [](const Step& s) {
             return s.op == PrinterOperation::Autenticar;
         });
+    using Outcome = std::pair<QList<int>, QList<int>>; // stamped, missed
     auto job = [steps = std::move(steps), newBlock](PrinterService& p) {
         if (newBlock)
             p.novoCliente();
-        QList<int> missed;
-        for (const Step& s : steps)
-            if (!p.ImprimeAutenticadora(s.op, p.modelo(), s.text) &&
-                s.op == PrinterOperation::Autenticar)
-                missed.append(s.documento);
-        return missed;
+        Outcome o;
+        for (const Step& s : steps) {
+            const bool done = p.ImprimeAutenticadora(s.op, p.modelo(), s.text);
+            if (s.op == PrinterOperation::Autenticar)
+                (done ? o.first : o.second).append(s.documento);
+        }
+        return o;
     };
     if (!m_worker) {
-        const QList<int> missed = job(*m_printer);
+        const Outcome o = job(*m_printer);
         if (report)
-            autenticados(missed);
+            autenticados(o.first, o.second);
         return;
     }
-    auto missed = std::make_shared<QList<int>>();
-    m_worker->post([job, missed](PrinterService& p) { *missed = job(p); });
+    auto outcome = std::make_shared<Outcome>();
+    m_worker->post([job, outcome](PrinterService& p) { *outcome = job(p); });
     if (report)
-        m_worker->postBack([this, missed] {
+        m_worker->postBack([this, outcome] {
             if (autenticados) // the screen that asked may be gone
-                autenticados(*missed);
+                autenticados(outcome->first, outcome->second);
         });
 }
 

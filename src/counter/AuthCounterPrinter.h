@@ -6,6 +6,7 @@
 #include <QList>
 #include <QStringList>
 #include <functional>
+#include <utility>
 
 class AppContext;
 class PrinterWorker;
@@ -30,9 +31,10 @@ public:
     // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
     // (the screens set this) or, without one, to a text file in Cupons/.
     std::function<bool(const QStringList& lines)> textCoupon;
-    // After each block of documents: the authentication numbers left without a stamp (empty
-    // when all were stamped). Called on the caller's thread.
-    std::function<void(const QList<int>& semAutenticacao)> autenticados;
+    // After each block of documents: the authentication numbers stamped and those left without
+    // a stamp. Called on the caller's thread.
+    std::function<void(const QList<int>& autenticados, const QList<int>& semAutenticacao)>
+        autenticados;
 
 private:
     struct Step {

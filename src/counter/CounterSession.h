@@ -111,8 +111,9 @@ public:
 
     // The network check of the shared duplicate refusal; the system's by default.
     std::function<bool()> networkAlive;
-    // The kind list as the reading fills it (empty for an unknown code), before its notices.
-    std::function<void(const GuideKinds&)> kindsFilled;
+    // The kind list as the reading fills it (empty for an unknown code) and selects its first
+    // entry, before its notices.
+    std::function<void(const GuideKinds&, bool selectFirst)> kindsFilled;
 
     // The item-adding operations the reading routine hands a code to.
     bool Pagto_febraban(CustomerItem item, const QDate& vencimento, Money valor, bool juros,

@@ -87,8 +87,11 @@ private slots:
         service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
         service.sleep = [](int) {};
         AuthCounterPrinter printer(app.ctx(), service);
-        QList<QList<int>> missed;
-        printer.autenticados = [&](const QList<int>& n) { missed << n; };
+        QList<QList<int>> missed, stamped;
+        printer.autenticados = [&](const QList<int>& done, const QList<int>& n) {
+            stamped << done;
+            missed << n;
+        };
         CounterSession s(app.ctx(), &printer);
         QVERIFY(s.day().abrir());
 
@@ -102,6 +105,7 @@ private slots:
                  (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 3);
         QCOMPARE(missed, (QList<QList<int>>{{1, 2, 3}}));
+        QCOMPARE(stamped, (QList<QList<int>>{{}}));
         QVERIFY(emulator.documents().isEmpty());
 
         emulator.setSilent(false);
@@ -112,6 +116,7 @@ private slots:
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
                               QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
         QCOMPARE(missed.last(), QList<int>{});
+        QCOMPARE(stamped.last(), (QList<int>{1, 2, 3}));
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
         const QStringList tape = emulator.tape();

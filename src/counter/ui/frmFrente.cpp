@@ -94,7 +94,9 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     timer->start(1000);
     tick();
     fillKinds();
-    m_session.kindsFilled = [this](const GuideKinds& kinds) { showKinds(kinds); };
+    m_session.kindsFilled = [this](const GuideKinds& kinds, bool selectFirst) {
+        showKinds(kinds, selectFirst);
+    };
     if (m_consulta) {
         // A past day is only looked at: what cannot act here is shown disabled.
         for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
@@ -136,11 +138,14 @@ QWidget* frmFrente::buildTopBar(QWidget* parent) {
     m_dataCaixa->setContentsMargins(8, 2, 8, 2);
     m_dia = label(QStringLiteral("lblDia"), QString(), bar, 12);
     m_hora = label(QStringLiteral("lblHora"), QString(), bar, 18, true);
+    // A long status line wraps inside the room left; it never widens the window.
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_status->setMinimumWidth(260);
+    m_status->setWordWrap(true);
     auto* top = new QHBoxLayout(bar);
     top->setContentsMargins(0, 0, 0, 0);
-    top->addWidget(m_status);
+    top->addWidget(m_status, 1);
     top->addWidget(m_rede);
-    top->addStretch();
     top->addWidget(m_user);
     top->addSpacing(16);
     top->addWidget(m_dataCaixa);
@@ -192,6 +197,8 @@ void frmFrente::buildUi() {
 
     m_impressora = label(QStringLiteral("lblImpressora"), QString(), central, 14, true);
     m_impressora->setContentsMargins(10, 6, 10, 6);
+    m_impressora->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_impressora->setWordWrap(true);
     m_impressora->hide();
 
     m_entry = new QLineEdit(central);
@@ -373,7 +380,9 @@ void frmFrente::buildRibbon() {
 void frmFrente::setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer) {
     m_authPrinter = printer;
     if (printer)
-        printer->autenticados = [this](const QList<int>& missed) { stampsMissed(missed); };
+        printer->autenticados = [this](const QList<int>& stamped, const QList<int>& missed) {
+            stampsMissed(stamped, missed);
+        };
     if (!worker)
         return;
     connect(worker, &PrinterWorker::aguardandoDocumento, this, [this](const QString& texto) {
@@ -393,13 +402,20 @@ void frmFrente::printerLine(const QString& text, bool waiting) {
     m_impressora->setVisible(!text.isEmpty());
 }
 
-void frmFrente::stampsMissed(const QList<int>& numbers) {
-    if (numbers.isEmpty()) {
+void frmFrente::stampsMissed(const QList<int>& stamped, const QList<int>& missed) {
+    // Every document still without a stamp stays named until one re-stamp covers it.
+    for (int a : stamped)
+        m_unstamped.remove(a);
+    for (int a : missed)
+        m_unstamped.insert(a);
+    if (m_unstamped.isEmpty()) {
         printerLine(QString(), false);
         return;
     }
+    QList<int> sorted(m_unstamped.begin(), m_unstamped.end());
+    std::sort(sorted.begin(), sorted.end());
     QStringList n;
-    for (int a : numbers)
+    for (int a : sorted)
         n << QStringLiteral("%1").arg(a, 4, 10, QLatin1Char('0'));
     printerLine(QStringLiteral("Documentos sem autenticação: %1. Quando a autenticadora voltar: "
                                "Caixa > Reautenticar.")
@@ -428,11 +444,11 @@ bool frmFrente::fillKinds() {
     return m_kinds->count() > 0;
 }
 
-void frmFrente::showKinds(const GuideKinds& kinds) {
+void frmFrente::showKinds(const GuideKinds& kinds, bool selectFirst) {
     m_kinds->clear();
     for (const GuideKind& k : kinds)
         m_kinds->addItem(k.descricao, k.idcod);
-    m_kinds->setCurrentIndex(kinds.isEmpty() ? -1 : 0);
+    m_kinds->setCurrentIndex(selectFirst && !kinds.isEmpty() ? 0 : -1);
     m_kindsAreEntry = false;
 }
 
@@ -492,7 +508,8 @@ void frmFrente::refreshStatus() {
 void frmFrente::statusLine(const QString& text) {
     // A scan that added nothing still gets a word and a sound, so the cashier knows it was seen.
     m_status->setText(text);
-    m_status->setStyleSheet(QStringLiteral("color: white; background: #b00000; padding: 0 6px;"));
+    m_status->setStyleSheet(
+        QStringLiteral("color: white; background: #b00000; padding: 2px 6px; font-size: 13pt;"));
     QApplication::beep();
     m_statusTimer->start(8000);
 }

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QSet>
 
 class AppContext;
 class AuthCounterPrinter;
@@ -82,14 +83,14 @@ private:
     void recebidas();
     void reautenticarUltimo();
     void reautenticarNumero();
-    void stampsMissed(const QList<int>& numbers);
+    void stampsMissed(const QList<int>& stamped, const QList<int>& missed);
     void typedLine();
     void avulso();
     void juros();
     void calculadora();
     void feriados();
     bool fillKinds();
-    void showKinds(const GuideKinds& kinds);
+    void showKinds(const GuideKinds& kinds, bool selectFirst);
 
     CounterSession& m_session;
     AppContext& m_ctx;
@@ -106,6 +107,7 @@ private:
     qint64 m_dayCount = 0;
     Money m_dayTotal;
     AuthCounterPrinter* m_authPrinter = nullptr;
+    QSet<int> m_unstamped; // documents of this session still without a stamp
 
     QLineEdit* m_entry = nullptr; // txtValorCodBarra
     QComboBox* m_kinds = nullptr; // cmbTipoGuia

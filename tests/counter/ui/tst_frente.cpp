@@ -1,4 +1,5 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
+#include "AuthCounterPrinter.h"
 #include "CheckDigits.h"
 #include "CommandRibbon.h"
 #include "CounterPrinter.h"
@@ -7,6 +8,9 @@
 #include "LancadosModel.h"
 #include "OverdueHandler.h"
 #include "PaymentRecorder.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "TestApp.h"
 #include "Transaction.h"
 #include "TypedLine.h"
@@ -427,8 +431,10 @@ private slots:
         s.scan(code);
         QCOMPARE(s.text("lblStatus"), status);
         QCOMPARE(s.soma()->topLevelItemCount(), 0);
-        if (kinds >= 0) // the kind list as the reading left it: emptied for an unknown code
+        if (kinds >= 0) { // the kind list as the reading left it: emptied for an unknown code
             QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->count(), kinds);
+            QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->currentIndex(), -1);
+        }
         s.scan(closed ? QString() : kOnTime);
         if (!closed)
             QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
@@ -488,6 +494,64 @@ private slots:
         QVERIFY(past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))
                     ->styleSheet()
                     .contains(QStringLiteral("background")));
+    }
+
+    // The printer on its own thread: the document prompt shows while the screen keeps running,
+    // a printer that fails names the documents left without a stamp, and a re-stamp clears them.
+    void printerPromptsAndLeftOutStamps() {
+        TestApp app;
+        for (const char* kv : {"impressora=bematech", "modo=1", "porta=LPT1"})
+            app.setOption(QStringLiteral("Print"), QString::fromLatin1(kv).section('=', 0, 0),
+                          QString::fromLatin1(kv).section('=', 1));
+        QVERIFY(app.db().SQLExecute(
+            QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
+                           "BLOQUEIO) VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N')")));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        PrinterWorker worker(app.ctx());
+        worker.service().makeTransport = [&] {
+            return std::make_unique<MemoryTransport>(emulator);
+        };
+        worker.service().documentTimeoutMs = 60000;
+        AuthCounterPrinter printer(app.ctx(), worker);
+        CounterSession session(app.ctx(), &printer);
+        QVERIFY(session.day().abrir());
+        frmFrente form(session, false);
+        form.setPrinter(&worker, &printer);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        form.activateWindow();
+        QTRY_VERIFY(form.isActiveWindow());
+        auto* banner = form.findChild<QLabel*>(QStringLiteral("lblImpressora"));
+        auto* valor = form.findChild<QLineEdit*>(QStringLiteral("mskvalor"));
+        const auto pay = [&](const char* amount) {
+            form.findChild<QComboBox*>(QStringLiteral("cmbTipoGuia"))->setCurrentIndex(0);
+            valor->setFocus();
+            QTest::keyClicks(valor, QString::fromLatin1(amount));
+            QTest::keyClick(valor, Qt::Key_Return);
+            QTest::keyClick(form.findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra")),
+                            Qt::Key_Return);
+        };
+        pay("5,00");
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 1);
+        QTRY_VERIFY(banner->isVisible());
+        QVERIFY(banner->text().startsWith(QStringLiteral("Insira o documento: ")));
+        emulator.setDocument(true);
+        QTRY_VERIFY(!banner->isVisible());
+        QCOMPARE(emulator.documents().size(), 1);
+
+        emulator.setSilent(true);
+        app.dialogs().clear();
+        pay("6,00");
+        QTRY_COMPARE(banner->text(),
+                     QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
+                                    "voltar: Caixa > Reautenticar."));
+        QCOMPARE(app.dialogs().texts(),
+                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+        emulator.setSilent(false);
+        form.findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
+        QTRY_VERIFY(!banner->isVisible());
+        QCOMPARE(emulator.documents().size(), 2);
     }
 
     // The re-stamp entries: the last payment's documents, or one receipt by its number.

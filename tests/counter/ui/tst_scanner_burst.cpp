@@ -224,7 +224,7 @@ private slots:
             << "" << slipWithWrongDigit() << QStringList{}
             << QStringList{QStringLiteral("QMessageBox|Aviso|ERRO NA LEITURA DO CÓDIGO DE "
                                           "BARRAS!!!")}
-            << "AGUA E ESGOTO" << 0;
+            << "" << 0; // listed, not selected: the check digit failed
         QTest::newRow("closed day")
             << "closed" << kOnTime << QStringList{}
             << QStringList{QStringLiteral("QMessageBox|Aviso|") + PaymentRecorder::kEncerrado} << ""
