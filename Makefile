@@ -24,7 +24,7 @@ test: build
 run: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
-	$(BUILD)/tolvane --pasta demo
+	@$(BUILD)/tolvane --pasta demo
 
 bench: build
 	@set -e; for b in $(BUILD)/bench/bench_*; do [ -x "$$b" ] && "$$b"; done
