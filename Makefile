@@ -37,7 +37,7 @@ test-sanitizers: deps
 run: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
-	$(BUILD)/tolvane --pasta demo
+	@$(BUILD)/tolvane --pasta demo
 
 # Every benchmark program; the first that fails stops the run and fails it.
 bench: build

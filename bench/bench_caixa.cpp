@@ -1,20 +1,28 @@
-// Counter figures: login among 50 and 200 operators, recording a 10-item payment on SQLite, and
-// start-up to a usable counter screen.
+// Counter figures: login among 50 and 200 operators, recording a 10-item payment on SQLite,
+// start-up to a usable counter screen, and the counter screen's work per payment on a day of
+// 1 000 and of 100 000 receipts (the ratio between the two is printed at the end).
 #include "AppContext.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "IniFile.h"
+#include "LancadosModel.h"
 #include "Login.h"
 #include "PasswordHash.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
+#include "Transaction.h"
+#include "clsRecebimentos.h"
 #include "clsUsuarios.h"
 #include "frmFrente.h"
 
 #include <QApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTreeView>
 #include <benchmark/benchmark.h>
+#include <map>
 
 namespace {
 
@@ -98,13 +106,116 @@ void BM_StartupToCounterScreen(benchmark::State& state) {
 }
 BENCHMARK(BM_StartupToCounterScreen)->Unit(benchmark::kMillisecond);
 
+// A day that already has `n` receipts.
+struct Day : Folder {
+    std::unique_ptr<CounterSession> session;
+    explicit Day(int n) {
+        session = std::make_unique<CounterSession>(*ctx, nullptr);
+        session->day().abrir();
+        Transaction tx(ctx->db);
+        for (int i = 1; i <= n; ++i) {
+            clsRecebimentos r(ctx->db);
+            r.AUTENTICA = static_cast<qint16>(i);
+            r.IDMOVIMENTO = static_cast<qint16>(session->day().movimento().ID);
+            r.TIPO = 1;
+            r.VALOR = Money::fromCents(1000 + i % 977);
+            r.CODBARRA = QStringLiteral("9%1").arg(i, 43, 10, QLatin1Char('0'));
+            r.SQLInsert();
+        }
+        tx.commit();
+    }
+    void addItem(int n) {
+        CustomerItem it;
+        it.tipo = 1;
+        it.descricao = QStringLiteral("IPTU");
+        it.valor = Money::fromCents(2500);
+        it.codbarra = QStringLiteral("8%1").arg(n, 43, 10, QLatin1Char('0'));
+        session->list().append(it);
+    }
+};
+
+// Enter on the counter screen with one item: the payment recorded, the day's list and totals
+// brought up to date, the screen painted.
+void BM_PaymentOnTheCounterScreen(benchmark::State& state) {
+    Day day(int(state.range(0)));
+    frmFrente form(*day.session, false);
+    form.setScannerEnterWindow(0);
+    form.show();
+    QApplication::processEvents();
+    auto* entry = form.findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra"));
+    int n = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        day.addItem(++n);
+        state.ResumeTiming();
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+        QApplication::sendEvent(entry, &enter);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_PaymentOnTheCounterScreen)
+    ->Arg(1000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(200);
+
+// The screen's own share: the day's list gains one row at the top and is painted.
+void BM_DayListAfterPayment(benchmark::State& state) {
+    Day day(int(state.range(0)));
+    LancadosModel model(
+        [&](qint32 before, int limit) { return day.session->lancados(before, limit); });
+    model.reload();
+    QTreeView view;
+    view.setUniformRowHeights(true);
+    view.setModel(&model);
+    model.attach(&view);
+    view.show();
+    QApplication::processEvents();
+    qint32 id = 10000000;
+    for (auto _ : state) {
+        model.addRecorded({{++id, 1, QStringLiteral("IPTU"), Money::fromCents(2500)}});
+        view.scrollToTop();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_DayListAfterPayment)->Arg(1000)->Arg(100000)->Unit(benchmark::kMicrosecond);
+
+// Prints the 100 000 / 1 000 ratio of each day-size benchmark after the usual report.
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override {
+        ConsoleReporter::ReportRuns(runs);
+        for (const Run& r : runs) {
+            const std::string name = r.benchmark_name();
+            const auto slash = name.find('/');
+            if (slash != std::string::npos && r.iterations > 0)
+                m_times[name.substr(0, slash)]
+                       [name.substr(slash + 1, name.find('/', slash + 1) - slash - 1)] =
+                           r.GetAdjustedRealTime();
+        }
+    }
+    void Finalize() override {
+        ConsoleReporter::Finalize();
+        for (const auto& [name, bySize] : m_times) {
+            const auto small = bySize.find("1000"), large = bySize.find("100000");
+            if (small != bySize.end() && large != bySize.end() && small->second > 0)
+                std::printf("%s: 100000/1000 = %.2fx (limit 1.5x)\n", name.c_str(),
+                            large->second / small->second);
+        }
+    }
+
+private:
+    std::map<std::string, std::map<std::string, double>> m_times;
+};
+
 } // namespace
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;
 }

@@ -6,6 +6,7 @@
 #include "Clock.h"
 #include "CounterSession.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "QtDialogPort.h"
 #include "SkinLook.h"
 #include "Startup.h"
@@ -23,15 +24,26 @@ namespace {
 // Date screen, then the counter screen; logging off goes back to the date screen.
 class GuiRun : public QObject {
 public:
-    explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_service(ctx), m_printer(ctx, m_service) {
-        ctx.printer = &m_service;
+    explicit GuiRun(AppContext& ctx) : m_ctx(ctx), m_worker(ctx), m_printer(ctx, m_worker) {
+        ctx.printerJobs = [this](std::function<void(PrinterService&)> job) {
+            m_worker.post(std::move(job));
+        };
         m_printer.textCoupon = [&ctx](const QStringList& lines) {
             return TextCouponPrinter::imprimir(ctx, lines);
         };
+        // Until a counter screen shows them, the printer's messages go to the dialog port.
+        QObject::connect(&m_worker, &PrinterWorker::aviso, this,
+                         [this](const QString& title, const QString& text, int icon) {
+                             if (!m_front)
+                                 m_ctx.dialogs.message(title, text, DialogIcon(icon),
+                                                       DialogButtons::Ok);
+                         });
     }
     ~GuiRun() override {
+        m_ctx.printerJobs = nullptr;
+        m_front.reset();
         if (m_portOpen)
-            m_service.fecharPorta(true);
+            m_worker.post([](PrinterService& p) { p.fecharPorta(true); });
     }
 
     void showDate() {
@@ -45,7 +57,8 @@ private:
     void open(DateScreenLogic::Action action) {
         const bool consulta = action == DateScreenLogic::Action::Consultar;
         if (!consulta && !m_portOpen) {
-            m_service.abrirPorta(); // kept open while the counter screen is up
+            // Kept open while the counter screen is up; opened on the printer's own thread.
+            m_worker.post([](PrinterService& p) { p.abrirPorta(); });
             m_portOpen = true;
         }
         auto session = std::make_unique<CounterSession>(m_ctx, consulta ? nullptr : &m_printer);
@@ -55,6 +68,7 @@ private:
         m_front.reset();
         m_session = std::move(session);
         m_front = std::make_unique<frmFrente>(*m_session, consulta);
+        m_front->setPrinter(&m_worker, &m_printer);
         QObject::connect(m_front.get(), &frmFrente::logoff, this, [this] {
             m_front->hide();
             m_date->show();
@@ -65,7 +79,7 @@ private:
     }
 
     AppContext& m_ctx;
-    PrinterService m_service;
+    PrinterWorker m_worker;
     AuthCounterPrinter m_printer;
     bool m_portOpen = false;
     std::unique_ptr<frmData> m_date;
@@ -91,6 +105,10 @@ int runGui(int argc, char** argv) {
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
     Startup::run(ctx);
+    // A printer setting that cannot work is said once, at start-up, never left to silence.
+    const QString problem = PrinterService::problemaConfiguracao(PrinterConfig::from(ctx));
+    if (!problem.isEmpty())
+        dialogs.warn(QStringLiteral("Autenticadora"), problem);
     SkinLook::apply(ctx);
     if (UpdateOffer::run(ctx))
         return 0; // the updater replaces the program; it starts again afterwards

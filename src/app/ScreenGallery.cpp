@@ -70,7 +70,8 @@ int saveOverdueScreens(AppContext& ctx, const QString& out) {
     int failures = 0;
     DialogAnswer answer;
     std::unique_ptr<QDialog> consent(QtDialogPort::createNotice(
-        QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia, OverdueHandler::kLinhasGuia,
+        QStringLiteral("frmGuiavencida"), OverdueHandler::kCaptionGuia,
+        OverdueHandler::linhasGuia(QDate(2026, 1, 10), *Money::parse(QStringLiteral("1.234,56"))),
         DialogButtons::YesNo, &answer, nullptr));
     failures += !save(*consent, out, QStringLiteral("frmGuiavencida"));
     const auto e = Acrescimos::Calcula_acrescimos(QDate(2026, 1, 10), ctx.workingDate,
@@ -346,6 +347,26 @@ int runScreens(int argc, char** argv) {
     frmFrente empty(session, false);
     failures += !save(empty, out, QStringLiteral("frmFrente-vazio"));
 
+    // The morning's customers, so the day's list, its count and its total show.
+    const struct {
+        int idcod;
+        const char* descricao;
+        qint64 cents;
+    } morning[] = {{1, "IPTU", 45210},
+                   {2, "TAXAS DIVERSAS", 3124},
+                   {3, "ISSQN", 128990},
+                   {4, "AGUA E ESGOTO", 8915},
+                   {7, "TAXA DE EXPEDIENTE", 1500},
+                   {8, "CERTIDAO NEGATIVA", 3200}};
+    for (int customer = 0; customer < 5; ++customer) {
+        for (int i = 0; i <= customer % 3; ++i) {
+            const auto& m = morning[(customer + i * 2) % 6];
+            session.adicionarDigitado(m.idcod, QString::fromLatin1(m.descricao),
+                                      Money::fromCents(m.cents + 100 * customer));
+        }
+        session.gravar();
+    }
+
     // A customer as the cashier builds one: two guides on time, one overdue (consent given),
     // a one-off item, and the amount tendered.
     session.ler(QStringLiteral("81660000003124004262026113058888888888888888"));
@@ -365,6 +386,8 @@ int runScreens(int argc, char** argv) {
     failures += saveAdminScreens(ctx, out);
 
     session.gravar(); // the customer pays: the day has receipts
+    frmFrente recorded(session, false);
+    failures += !save(recorded, out, QStringLiteral("frmFrente-dia-com-recebimentos"));
     session.list().clear();
     session.resetPayment();
     failures += saveOpenDayScreens(ctx, session.day().movimento(), out);
@@ -372,6 +395,13 @@ int runScreens(int argc, char** argv) {
     failures += saveCountScreen(ctx, session.day().movimento(), out);
     frmFrente closed(session, false);
     failures += !save(closed, out, QStringLiteral("frmFrente-encerrado"));
+
+    // A past day opened for consultation: the date stands out, what cannot act is disabled.
+    ctx.workingDate = clock.today().addDays(-3);
+    CounterSession past(ctx, nullptr);
+    past.day().abrir();
+    frmFrente consulta(past, true);
+    failures += !save(consulta, out, QStringLiteral("frmFrente-consulta-dia-anterior"));
 
     err << QStringLiteral("Telas gravadas em %1\n").arg(QDir(out).absolutePath());
     return failures == 0 ? 0 : 1;

@@ -76,38 +76,57 @@ bool BarcodeReader::Conta_recebida_rede(const QString& code) {
     return n && *n > 0;
 }
 
-bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes,
-                              ReadingDecision& d) {
-    const auto refuse = [&](ReadingDecision::Outcome o, const QString& text) {
-        d.outcome = o;
-        d.clearField = true;
-        notice(d, QStringLiteral("frmContaLancada"), QStringLiteral("Aviso"), {text});
-        return true;
-    };
+std::optional<ReadingDecision::Outcome>
+BarcodeReader::duplicado(const QString& code, const QStringList& customerBarcodes,
+                         bool* networkChecked, bool* networkDown) {
+    if (code.startsWith(QLatin1String("000")))
+        return std::nullopt;
     for (const QString& b : customerBarcodes)
         if (b.startsWith(code))
-            return refuse(ReadingDecision::Outcome::Lancada, QStringLiteral("Conta já Lançada!!!"));
+            return ReadingDecision::Outcome::Lancada;
     if (Conta_recebida(code))
-        return refuse(ReadingDecision::Outcome::Recebida, QStringLiteral("Conta já Recebida!!!"));
+        return ReadingDecision::Outcome::Recebida;
     if (m_ctx.settings.rede == 1) {
-        d.networkChecked = true;
+        if (networkChecked)
+            *networkChecked = true;
         if (!Rede_ativa()) {
-            d.showNetworkLabel = true;
-            return false;
+            if (networkDown)
+                *networkDown = true;
+            return std::nullopt;
         }
         if (Conta_recebida_rede(code))
-            return refuse(ReadingDecision::Outcome::Recebida,
-                          QStringLiteral("Conta já Recebida!!!"));
+            return ReadingDecision::Outcome::Recebida;
     }
-    return false;
+    return std::nullopt;
+}
+
+QString BarcodeReader::textoDuplicado(ReadingDecision::Outcome o) {
+    return o == ReadingDecision::Outcome::Lancada ? QStringLiteral("Conta já Lançada!!!")
+                                                  : QStringLiteral("Conta já Recebida!!!");
+}
+
+bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes,
+                              ReadingDecision& d) {
+    const auto o = duplicado(code, customerBarcodes, &d.networkChecked, &d.showNetworkLabel);
+    if (!o)
+        return false;
+    d.outcome = *o;
+    d.clearField = true;
+    notice(d, QStringLiteral("frmContaLancada"), QStringLiteral("Aviso"), {textoDuplicado(*o)});
+    return true;
 }
 
 bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d) {
     const auto kinds = clsCodBarra::candidatosLeitura(m_ctx.db, code.mid(24, 3), code.mid(19, 5),
                                                       code.mid(29, 5), code.mid(15, 4));
-    if (!kinds || kinds->isEmpty())
+    if (!kinds || kinds->isEmpty()) {
+        if (kindsFilled)
+            kindsFilled({}, false);
         return false;
+    }
     d.kinds = *kinds;
+    if (kindsFilled)
+        kindsFilled(d.kinds, false);
     d.idcod = d.kinds.first().idcod;
     d.descricao = d.kinds.first().descricao;
     return true;
@@ -118,7 +137,7 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
     ReadingDecision d;
     if (code.size() != 44)
         return d;
-    if (!code.startsWith(QLatin1String("000")) && duplicate(code, customerBarcodes, d))
+    if (duplicate(code, customerBarcodes, d))
         return d;
     if (!fillKinds(code, d)) {
         d.outcome = ReadingDecision::Outcome::Desconhecida;
@@ -177,6 +196,8 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
         d.clearField = true;
         return;
     }
+    if (kindsFilled)
+        kindsFilled(d.kinds, true);
     // The value field's first digit (position 5) is not part of the value.
     const auto valor = digitsValue(code.mid(5, 8), code.mid(13, 2));
     const QDate due(code.mid(19, 4).toInt(), code.mid(23, 2).toInt(), code.mid(25, 2).toInt());
@@ -210,6 +231,8 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
         d.clearField = true;
         return;
     }
+    if (kindsFilled)
+        kindsFilled(d.kinds, true);
     const auto rule = DueFactor::ruleFromSetting(
         m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
     const DueFactor::Result due = DueFactor::dueDate(code.mid(5, 4), working, rule);

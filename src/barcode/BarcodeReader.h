@@ -68,7 +68,20 @@ public:
     bool Conta_recebida_rede(const QString& code);
     bool Rede_ativa() const { return networkAlive ? networkAlive() : false; }
 
+    // The duplicate refusals of a read, without a word to the operator: Lancada (on the
+    // customer's list), Recebida (received here or, with the network on, at another counter),
+    // or nothing. Codes starting "000" are never refused. `networkDown` is set when the shared
+    // check was skipped because the network was down.
+    std::optional<ReadingDecision::Outcome> duplicado(const QString& code,
+                                                      const QStringList& customerBarcodes,
+                                                      bool* networkChecked = nullptr,
+                                                      bool* networkDown = nullptr);
+    static QString textoDuplicado(ReadingDecision::Outcome o); // "Conta já Lançada!!!" ...
+
     std::function<bool()> networkAlive; // the operating system's word on the network
+    // The kind list as filled (empty when no kind matches), and again when its first entry is
+    // selected (the check digit held), before any notice is shown.
+    std::function<void(const GuideKinds&, bool selectFirst)> kindsFilled;
 
 private:
     bool duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d);

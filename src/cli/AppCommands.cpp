@@ -34,6 +34,27 @@ const QString kUltimoAdministrador =
     QStringLiteral("Este é o único administrador: sem ele nenhuma entrada de administrador "
                    "poderá ser aberta.");
 
+// The new administrator's password, last and framed so it is not lost above other output, with
+// the command that changes it.
+void printAdminPassword(CliEnv& e, const QString& folder, const QString& password) {
+    int id = 0;
+    if (const auto users = clsUsuarios::listar(e.ctx.db))
+        for (const clsUsuarios& u : *users)
+            if (u.TIPO == QLatin1String("ADM"))
+                id = u.ID;
+    const QString rule(72, QLatin1Char('#'));
+    e.out << "\n"
+          << rule << "\n"
+          << QStringLiteral("#  Senha do administrador (anote, não será mostrada de novo): %1\n")
+                 .arg(password)
+          << "#  Para trocá-la, a nova senha na primeira linha da entrada:\n"
+          << QStringLiteral("#    tolvane --pasta \"%1\" usuario gravar --id %2 --nome "
+                            "ADMINISTRADOR --tipo ADM\n")
+                 .arg(QDir::toNativeSeparators(QDir(folder).absolutePath()))
+                 .arg(id)
+          << rule << "\n";
+}
+
 int iniciar(CliEnv& e) {
     const QString folder = e.ctx.folder;
     const bool existed = QFileInfo::exists(folder);
@@ -78,21 +99,20 @@ int iniciar(CliEnv& e) {
         e.err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
         return ExitRefused;
     }
+    QString adminPassword;
     if (e.args.has(QStringLiteral("demo"))) {
-        QString password, error;
-        if (!DemoData::seed(e.ctx, &password, &error)) {
+        QString error;
+        if (!DemoData::seed(e.ctx, &adminPassword, &error)) {
             e.err << error << "\n";
             return ExitRefused;
         }
         e.out << QStringLiteral("Dados de demonstração gravados.\n");
-        if (!password.isEmpty())
-            e.out << QStringLiteral(
-                         "Senha do administrador (anote, não será mostrada de novo): %1\n")
-                         .arg(password);
     }
     e.out << QStringLiteral("Pasta pronta: %1 (banco %2, versão %3)\n")
                  .arg(QDir::toNativeSeparators(folder), e.ctx.db.config().describe())
                  .arg(Schema::currentVersion());
+    if (!adminPassword.isEmpty())
+        printAdminPassword(e, folder, adminPassword);
     return ExitOk;
 }
 

@@ -72,6 +72,8 @@ int tipoListar(CliEnv& e) {
     if (!kinds)
         return ExitRefused;
     QJsonArray list;
+    if (!e.json)
+        e.out << "IDCOD\tIDTIPO\tDESCRICAO\tPADRAO\tJUROS\tBLOQUEIO\tCODBANCO\n";
     for (const clsCodBarra& k : *kinds) {
         const QStringList cols = {QStringLiteral("%1").arg(k.IDCOD, 3, 10, QLatin1Char('0')),
                                   k.IDTIPO,

@@ -9,7 +9,19 @@
 
 namespace {
 
+// A setting the printer cannot work with (an unknown model or port, a modo that is neither 0
+// nor 1) is said plainly, never left to silence.
+int refuseMisconfigured(CliEnv& e, PrinterService& p) {
+    const QString problem = p.problemaConfiguracao();
+    if (problem.isEmpty())
+        return -1;
+    e.err << problem << "\n";
+    return ExitRefused;
+}
+
 int refuseDisabled(CliEnv& e, PrinterService& p) {
+    if (int rc = refuseMisconfigured(e, p); rc >= 0)
+        return rc;
     if (p.habilitada())
         return -1;
     e.err << "A autenticadora está desativada no Config.ini ([Print] modo diferente de 1): nada "
@@ -68,6 +80,8 @@ int autenticar(CliEnv& e) {
 
 int status(CliEnv& e) {
     PrinterService p(e.ctx);
+    if (int rc = refuseMisconfigured(e, p); rc >= 0)
+        return rc;
     if (p.modelo() == PrinterModel::Txt) {
         e.out << "Modelo txt: não há autenticadora para consultar.\n";
         return ExitOk;

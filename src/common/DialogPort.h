@@ -5,7 +5,7 @@
 #include <optional>
 
 enum class DialogIcon { None, Information, Exclamation, Critical, Question };
-enum class DialogButtons { Ok, YesNo, OkCancel };
+enum class DialogButtons { Ok, YesNo, OkCancel, YesNoCancel };
 enum class DialogAnswer { Ok, Yes, No, Cancel };
 
 // Every message box, question, input box and modal notice goes through this port, so that the
@@ -41,6 +41,29 @@ public:
         return message(title, text, DialogIcon::Question, DialogButtons::YesNo) ==
                DialogAnswer::Yes;
     }
+
+    // While set, a dialog drops every key that reaches it within `ms` of its showing: the Enter a
+    // scanner sends after a code must never answer what that code opened. 0 lifts it.
+    virtual void setKeyGuard(int ms) { m_keyGuardMs = ms; }
+    int keyGuard() const { return m_keyGuardMs; }
+
+protected:
+    int m_keyGuardMs = 0;
+};
+
+// Sets the key guard for one scope and puts the previous one back.
+class DialogKeyGuard {
+public:
+    DialogKeyGuard(DialogPort& port, int ms) : m_port(port), m_previous(port.keyGuard()) {
+        m_port.setKeyGuard(ms);
+    }
+    ~DialogKeyGuard() { m_port.setKeyGuard(m_previous); }
+    DialogKeyGuard(const DialogKeyGuard&) = delete;
+    DialogKeyGuard& operator=(const DialogKeyGuard&) = delete;
+
+private:
+    DialogPort& m_port;
+    int m_previous;
 };
 
 QString dialogIconName(DialogIcon icon);

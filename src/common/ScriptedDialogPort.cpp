@@ -26,13 +26,14 @@ DialogAnswer ScriptedDialogPort::answerFor(DialogButtons buttons) {
 
 DialogAnswer ScriptedDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                          DialogButtons buttons) {
-    m_shown.append({QStringLiteral("message"), title, text, icon, {}});
+    m_shown.append({QStringLiteral("message"), title, text, icon, {}, m_keyGuardMs > 0});
     return answerFor(buttons);
 }
 
 std::optional<QString> ScriptedDialogPort::input(const QString& title, const QString& prompt, bool,
                                                  const QString&) {
-    m_shown.append({QStringLiteral("input"), title, prompt, DialogIcon::None, {}});
+    m_shown.append(
+        {QStringLiteral("input"), title, prompt, DialogIcon::None, {}, m_keyGuardMs > 0});
     if (m_inputs.isEmpty())
         return std::nullopt;
     return m_inputs.dequeue();
@@ -40,8 +41,8 @@ std::optional<QString> ScriptedDialogPort::input(const QString& title, const QSt
 
 DialogAnswer ScriptedDialogPort::notice(const QString& form, const QString& caption,
                                         const QStringList& lines, DialogButtons buttons) {
-    m_shown.append(
-        {QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')), DialogIcon::None, form});
+    m_shown.append({QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')),
+                    DialogIcon::None, form, m_keyGuardMs > 0});
     return answerFor(buttons);
 }
 

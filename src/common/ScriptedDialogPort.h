@@ -14,7 +14,8 @@ public:
         QString title;
         QString text; // message text, input prompt, or the notice's lines joined by '\n'
         DialogIcon icon = DialogIcon::None;
-        QString form; // notices only
+        QString form;         // notices only
+        bool guarded = false; // shown while the key guard was set
     };
 
     DialogAnswer message(const QString& title, const QString& text, DialogIcon icon,

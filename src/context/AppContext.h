@@ -6,6 +6,7 @@
 
 #include <QDate>
 #include <QString>
+#include <functional>
 
 class Clock;
 class DialogPort;
@@ -31,9 +32,9 @@ public:
     QString userName;
     QString userType;
     QDate workingDate;
-    // The authenticating printer the counter keeps open, for the screens that stamp while it is
-    // up; null when none is open.
-    PrinterService* printer = nullptr;
+    // Runs a job on the authenticating printer the counter keeps (on its own thread), for the
+    // screens that stamp while the counter is up; empty when there is none.
+    std::function<void(std::function<void(PrinterService&)>)> printerJobs;
 
     QString iniPath() const;
     QString filePath(const QString& name) const;

@@ -5,17 +5,26 @@
 #include "DateUtil.h"
 #include "PaymentRecorder.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "clsAutenticadora.h"
 #include "clsMovimento.h"
 
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
+#include <memory>
 
 namespace {
 QString seq(int n, int width) {
     return QStringLiteral("%1").arg(n, width, 10, QLatin1Char('0')).right(width);
 }
 } // namespace
+
+AuthCounterPrinter::AuthCounterPrinter(AppContext& ctx, PrinterService& printer)
+    : m_ctx(ctx), m_printer(&printer) {}
+
+AuthCounterPrinter::AuthCounterPrinter(AppContext& ctx, PrinterWorker& worker)
+    : m_ctx(ctx), m_worker(&worker) {}
 
 QString AuthCounterPrinter::guiche() const {
     return clsAutenticadora::pad(m_ctx.settings.guiche.trimmed(), 1);
@@ -25,19 +34,63 @@ QString AuthCounterPrinter::mensagem() const {
     return clsAutenticadora::pad(m_ctx.settings.cabecalho.trimmed(), 3);
 }
 
-void AuthCounterPrinter::tape(const QString& lines) {
+QList<AuthCounterPrinter::Step> AuthCounterPrinter::tape(const QString& lines) {
+    QList<Step> steps;
     for (const QString& l : lines.split(QLatin1Char('\n')))
-        m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), l);
+        steps.append({PrinterOperation::Imprimir, l, 0});
+    return steps;
+}
+
+void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
+    const bool report =
+        bool(autenticados) && std::any_of(steps.begin(), steps.end(), [](const Step& s) {
+            return s.op == PrinterOperation::Autenticar;
+        });
+    using Outcome = std::pair<QList<int>, QList<int>>; // stamped, missed
+    auto job = [steps = std::move(steps), newBlock](PrinterService& p) {
+        if (newBlock)
+            p.novoCliente();
+        Outcome o;
+        for (const Step& s : steps) {
+            const bool done = p.ImprimeAutenticadora(s.op, p.modelo(), s.text);
+            if (s.op == PrinterOperation::Autenticar)
+                (done ? o.first : o.second).append(s.documento);
+        }
+        return o;
+    };
+    if (!m_worker) {
+        const Outcome o = job(*m_printer);
+        if (report)
+            autenticados(o.first, o.second);
+        return;
+    }
+    auto outcome = std::make_shared<Outcome>();
+    m_worker->post([job, outcome](PrinterService& p) { *outcome = job(p); });
+    if (report)
+        m_worker->postBack([this, outcome] {
+            if (autenticados) // the screen that asked may be gone
+                autenticados(outcome->first, outcome->second);
+        });
 }
 
 CounterPrinter::Fita AuthCounterPrinter::linhaFita(const QString& linha) {
-    const PrinterModel modelo = m_printer.modelo();
-    if (!m_printer.habilitada() ||
-        (modelo != PrinterModel::Bematech && modelo != PrinterModel::Quattro))
-        return Fita::SemImpressora;
-    return m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, modelo, linha)
-               ? Fita::Impressa
-               : Fita::Falhou;
+    const auto print = [linha](PrinterService& p) {
+        const PrinterModel modelo = p.modelo();
+        if (!p.habilitada() ||
+            (modelo != PrinterModel::Bematech && modelo != PrinterModel::Quattro))
+            return Fita::SemImpressora;
+        return p.ImprimeAutenticadora(PrinterOperation::Imprimir, modelo, linha) ? Fita::Impressa
+                                                                                 : Fita::Falhou;
+    };
+    if (!m_worker)
+        return print(*m_printer);
+    // One line whose outcome the caller reports: wait for the printer's thread, painting.
+    auto result = std::make_shared<Fita>(Fita::Falhou);
+    QEventLoop loop;
+    m_worker->post([print, result](PrinterService& p) { *result = print(p); });
+    m_worker->postBack([&loop] { loop.quit(); });
+    loop.exec();
+    return *result;
 }
 
 bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
@@ -46,8 +99,7 @@ bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
     a.GUICHE = guiche();
     if (!a.AbreCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    tape(a.AbreFita);
-    tape(a.Cabecalho);
+    run(tape(a.AbreFita) + tape(a.Cabecalho), true);
     return true;
 }
 
@@ -60,12 +112,12 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
         clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
     if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    tape(a.EncerraFita);
+    QString block = a.EncerraFita;
     // The audit chain's last hash, to compare with `tolvane auditar` later.
     if (!mov.HASH_CADEIA.isEmpty())
-        tape(QStringLiteral("CADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
-             QString(8, QLatin1Char(' ')) + mov.HASH_CADEIA.mid(32));
-    tape(a.Cabecalho);
+        block += QStringLiteral("\nCADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
+                 QString(8, QLatin1Char(' ')) + mov.HASH_CADEIA.mid(32);
+    run(tape(block) + tape(a.Cabecalho), true);
     return true;
 }
 
@@ -74,12 +126,13 @@ bool AuthCounterPrinter::reabertura(const clsMovimento& mov) {
     a.SEQ_MOV = seq(mov.MOV, 3);
     if (!a.ReabreCaixa())
         return false;
-    tape(a.Reabertura);
+    run(tape(a.Reabertura), true);
     return true;
 }
 
 bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
     bool ok = true;
+    QList<Step> steps;
     for (const RecordedReceipt& r : rows) {
         clsAutenticadora a;
         a.MENSAGEM = mensagem();
@@ -90,15 +143,15 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
         a.NOME_GUIA = clsAutenticadora::pad(r.item.descricao, 10);
         a.VALOR_TOTAL = a.VALOR_DOC;
         if (a.AutenticaBoleto())
-            m_printer.ImprimeAutenticadora(PrinterOperation::Autenticar, m_printer.modelo(),
-                                           a.BOLETO);
+            steps.append({PrinterOperation::Autenticar, a.BOLETO, int(r.autentica)});
         else
             ok = false;
         if (a.AutenticaFita())
-            m_printer.ImprimeAutenticadora(PrinterOperation::Imprimir, m_printer.modelo(), a.FITA);
+            steps.append({PrinterOperation::Imprimir, a.FITA, 0});
         else
             ok = false;
     }
+    run(steps, true);
     return ok;
 }
 
@@ -125,9 +178,9 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
           << QStringLiteral("DATA/HORA: ") +
                  m_ctx.clock.now().toString(QStringLiteral("dd-MM-yy hh:mm"))
           << clsAutenticadora::pad(m_ctx.settings.mensagem.trimmed(), 40);
-    if (m_printer.modelo() == PrinterModel::Txt)
+    if (PrinterService::modelFrom(m_ctx.settings.impressora) == PrinterModel::Txt)
         return textCoupon ? textCoupon(lines) : couponFile(lines);
-    tape(lines.join(QLatin1Char('\n')));
+    run(tape(lines.join(QLatin1Char('\n'))), false); // the same block as the documents
     return true;
 }
 

@@ -1,18 +1,25 @@
 #pragma once
 
 #include "CounterPrinter.h"
+#include "PrinterService.h"
 
+#include <QList>
 #include <QStringList>
 #include <functional>
+#include <utility>
 
 class AppContext;
-class PrinterService;
+class PrinterWorker;
 
 // The counter's printing on the authenticating printer: lines composed by clsAutenticadora to
-// 40 columns, stamps and tape lines through ImprimeAutenticadora.
+// 40 columns, stamps and tape lines through ImprimeAutenticadora. Each operation is one block
+// for the printer (a customer's documents and coupon, an opening, a closing): a printer found
+// down is tried again at the start of the next block. The lines are composed here, on the
+// caller's thread; the printing runs there too, or on the printer's own thread when one is given.
 class AuthCounterPrinter : public CounterPrinter {
 public:
-    AuthCounterPrinter(AppContext& ctx, PrinterService& printer) : m_ctx(ctx), m_printer(printer) {}
+    AuthCounterPrinter(AppContext& ctx, PrinterService& printer);
+    AuthCounterPrinter(AppContext& ctx, PrinterWorker& worker);
 
     bool aberturaMovimento(const clsMovimento& mov) override;
     bool encerramento(const clsMovimento& mov) override;
@@ -25,13 +32,24 @@ public:
     // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
     // (the screens set this) or, without one, to a text file in Cupons/.
     std::function<bool(const QStringList& lines)> textCoupon;
+    // After each block of documents: the authentication numbers stamped and those left without
+    // a stamp. Called on the caller's thread.
+    std::function<void(const QList<int>& autenticados, const QList<int>& semAutenticacao)>
+        autenticados;
 
 private:
-    void tape(const QString& lines);
+    struct Step {
+        PrinterOperation op = PrinterOperation::Nenhuma;
+        QString text;
+        int documento = 0; // the authentication number a stamp belongs to
+    };
+    void run(QList<Step> steps, bool newBlock);
+    static QList<Step> tape(const QString& lines);
     bool couponFile(const QStringList& lines);
     QString guiche() const;
     QString mensagem() const;
 
     AppContext& m_ctx;
-    PrinterService& m_printer;
+    PrinterService* m_printer = nullptr;
+    PrinterWorker* m_worker = nullptr;
 };

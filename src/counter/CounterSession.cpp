@@ -70,6 +70,8 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     const auto rows = PaymentRecorder::record(m_ctx, m_day.movimento(), m_list);
     if (!rows)
         return std::nullopt; // the list stays for another try
+    m_ultimo = *rows;
+    forgetSumFileIfRecorded(*rows);
     if (m_printer) {
         m_printer->documentos(*rows);
         if (m_ctx.settings.print_cupom == 1)
@@ -79,25 +81,62 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, *rows))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
     m_list.clear();
+    m_removidos.clear();
     resetPayment();
     return rows;
 }
 
-QString CounterSession::sumFilePath() const {
-    QString p = QDir::fromNativeSeparators(
-        m_ctx.option(QStringLiteral("Export"), QStringLiteral("caminho_soma")).trimmed());
+QString CounterSession::exportPath(const QString& key, const QString& fallback) const {
+    QString p = QDir::fromNativeSeparators(m_ctx.option(QStringLiteral("Export"), key).trimmed());
     if (p.isEmpty())
-        p = QStringLiteral("soma.txt");
+        p = fallback;
     return QDir::isRelativePath(p) ? QDir(m_ctx.folder).filePath(p) : p;
+}
+
+QString CounterSession::sumFilePath() const {
+    return exportPath(QStringLiteral("caminho_soma"), QStringLiteral("soma.txt"));
+}
+
+QString CounterSession::removedFilePath() const {
+    return exportPath(QStringLiteral("caminho_remove_item"), QStringLiteral("removidos.txt"));
+}
+
+bool CounterSession::removerUltimo() {
+    if (m_list.isEmpty())
+        return false;
+    m_removidos.append(m_list.at(m_list.size() - 1));
+    m_list.removeLast();
+    resetPayment();
+    return true;
+}
+
+CustomerList::RemoveResult CounterSession::removerNumero(const QString& answer) {
+    const CustomerList before = m_list;
+    const auto r = m_list.removeByNumber(answer);
+    if (r == CustomerList::RemoveResult::Removed) {
+        m_removidos.append(before.at(answer.trimmed().toInt() - 1));
+        resetPayment();
+    }
+    return r;
+}
+
+void CounterSession::limparSoma() {
+    for (const CustomerItem& it : m_list.items())
+        m_removidos.append(it);
+    m_list.clear();
+    resetPayment();
 }
 
 bool CounterSession::salvarSoma() {
     const QString p = sumFilePath();
     QFile::remove(p);
-    if (!TextFile::writeAll(p, m_list.toLines())) {
+    QFile::remove(removedFilePath());
+    if (!TextFile::writeAll(p, m_list.toLines()) ||
+        !TextFile::writeAll(removedFilePath(), m_removidos.toLines())) {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
         return false;
     }
+    m_sumFile = m_list.items();
     m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo salvo com sucesso!!"));
     return true;
 }
@@ -109,15 +148,92 @@ bool CounterSession::carregarSoma() {
         m_ctx.dialogs.info(kAviso, QStringLiteral("Não há dados!!"));
         return false;
     }
-    m_list = loaded;
+    // Every loaded code is refused as a scan would be: a code already on the list or already
+    // received stays out.
+    BarcodeReader reader(m_ctx);
+    if (networkAlive)
+        reader.networkAlive = networkAlive;
+    CustomerList accepted;
+    QStringList refused;
+    for (const CustomerItem& it : loaded.items()) {
+        const auto why = reader.duplicado(it.codbarra, accepted.barcodes());
+        if (!why) {
+            accepted.append(it);
+            continue;
+        }
+        refused << QStringLiteral("%1 %2: %3")
+                       .arg(it.kindColumn(), it.codbarra, BarcodeReader::textoDuplicado(*why));
+    }
+    CustomerList removed;
+    CustomerList::fromLines(TextFile::readLines(removedFilePath()), removed);
+    m_list = accepted;
+    m_removidos = removed;
+    m_sumFile = loaded.items();
     resetPayment();
+    if (!refused.isEmpty())
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Itens da soma não carregados:\n") +
+                                       refused.join(QLatin1Char('\n')));
+    if (accepted.isEmpty())
+        return false;
     m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo carregado com sucesso!!"));
     return true;
+}
+
+void CounterSession::forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows) {
+    if (m_sumFile.isEmpty())
+        return;
+    QList<RecordedReceipt> left = rows;
+    for (const CustomerItem& it : m_sumFile) {
+        const auto same = std::find_if(left.begin(), left.end(), [&](const RecordedReceipt& r) {
+            return r.item.codbarra == it.codbarra && r.item.tipo == it.tipo &&
+                   r.item.valor == it.valor;
+        });
+        if (same == left.end())
+            return; // the file still holds something not recorded
+        left.erase(same);
+    }
+    TextFile::writeAll(sumFilePath(), {});
+    TextFile::writeAll(removedFilePath(), {});
+    m_sumFile.clear();
+}
+
+bool CounterSession::reautenticarUltimo() {
+    if (m_ultimo.isEmpty()) {
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
+        return false;
+    }
+    return m_printer && m_printer->documentos(m_ultimo);
+}
+
+bool CounterSession::reautenticar(int autentica) {
+    clsRecebimentos r(m_ctx.db);
+    RecordedReceipt row;
+    if (!m_day.loaded() ||
+        !r.SQLSelectAutentica(m_day.movimento().ID, autentica, &row.item.descricao)) {
+        m_ctx.dialogs.warn(kAviso, QStringLiteral("Autenticação %1 não encontrada neste movimento.")
+                                       .arg(autentica, 4, 10, QLatin1Char('0')));
+        return false;
+    }
+    row.idrecebe = r.IDRECEBE;
+    row.autentica = r.AUTENTICA;
+    row.item.tipo = r.TIPO;
+    row.item.valor = r.VALOR;
+    row.item.codbarra = r.CODBARRA;
+    return m_printer && m_printer->documentos({row});
 }
 
 QList<clsRecebimentos::Lancado> CounterSession::lancados() {
     return clsRecebimentos::listarDoMovimento(m_ctx.db, m_day.movimento().ID)
         .value_or(QList<clsRecebimentos::Lancado>{});
+}
+
+QList<clsRecebimentos::Lancado> CounterSession::lancados(qint32 antesDe, int limite) {
+    return clsRecebimentos::listarDoMovimento(m_ctx.db, m_day.movimento().ID, antesDe, limite)
+        .value_or(QList<clsRecebimentos::Lancado>{});
+}
+
+std::optional<clsRecebimentos::Resumo> CounterSession::resumoLancados() {
+    return clsRecebimentos::resumoDoMovimento(m_ctx.db, m_day.movimento().ID);
 }
 
 QString CounterSession::lancadosHeading() const {
@@ -132,11 +248,13 @@ CounterSession::ReadResult CounterSession::ler(const QString& code) {
         m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
         r.resultado = Outcome::Encerrado;
         r.mensagens << PaymentRecorder::kEncerrado;
+        r.clearField = true; // the next scan must not be glued to this one
         return r;
     }
     BarcodeReader reader(m_ctx);
     if (networkAlive)
         reader.networkAlive = networkAlive;
+    reader.kindsFilled = kindsFilled;
     const ReadingDecision d =
         reader.Leitura_codigo_barras(code, m_ctx.workingDate, m_list.barcodes());
     r.clearField = d.clearField;
@@ -183,6 +301,17 @@ bool CounterSession::pareceLinhaDigitavel(const QString& text) {
     return digits == 47 || digits == 48;
 }
 
+bool CounterSession::pareceInicioDeLinha(const QString& text) {
+    int digits = 0;
+    for (const QChar c : text) {
+        if (c.isDigit())
+            ++digits;
+        else if (c != QLatin1Char('.') && c != QLatin1Char(' ') && c != QLatin1Char('-'))
+            return false;
+    }
+    return digits >= 11;
+}
+
 CounterSession::ReadResult CounterSession::lerLinha(const QString& line) {
     const TypedLine::Result t = TypedLine::toBarcode(line);
     if (!t.ok()) {
@@ -221,6 +350,8 @@ bool CounterSession::addWithCharges(CustomerItem item, const QDate& vencimento, 
     if (OverdueHandler::vencida(m_ctx, vencimento, &efetivo)) {
         m_pending = p;
         r.precisaConsentimento = true;
+        r.vencimento = vencimento;
+        r.valor = valor;
         return false;
     }
     Encargos e;

@@ -44,6 +44,8 @@ public:
         // An overdue guide waits for the operator's consent (frmGuiavencida): the caller asks
         // and answers with continuar(). Nothing is added until then.
         bool precisaConsentimento = false;
+        QDate vencimento; // the guide waiting for consent: its due date and value
+        Money valor;
     };
 
     // A 44-character entry: the reading routine, then the item-adding operation it chose.
@@ -53,6 +55,9 @@ public:
     ReadResult lerLinha(const QString& line);
     // Whether the text is a typed line (47 or 48 digits once dots, spaces and dashes go).
     static bool pareceLinhaDigitavel(const QString& text);
+    // Whether the text is the start of a typed line (11 digits or more, only digits, dots, spaces
+    // and dashes): a "-" then belongs to the line, not to the amount tendered.
+    static bool pareceInicioDeLinha(const QString& text);
     // The one-off sum: a kind and a value, charged like a guide when the kind charges interest.
     ReadResult somaAvulso(const OneOffItem& item);
     // The operator's answer to frmGuiavencida for the item waiting on it.
@@ -78,18 +83,38 @@ public:
     // the control file and clears the list. nullopt when nothing was recorded.
     std::optional<QList<RecordedReceipt>> gravar();
 
-    // Sum files (F11 / F12).
+    // Items taken off the sum (F2, by number, F3). They are kept for the removed-items file.
+    bool removerUltimo();
+    CustomerList::RemoveResult removerNumero(const QString& answer);
+    void limparSoma();
+    const CustomerList& removidos() const { return m_removidos; }
+
+    // Sum files (F11 / F12), with the removed-items file beside them. A loaded code goes
+    // through the same duplicate refusals as a scan; a sum file whose items were all recorded is
+    // emptied, so it cannot bring them back.
     bool salvarSoma();
     bool carregarSoma();
 
-    // Receipts of the movement, newest first.
+    // The documents of the last payment, or of one receipt of the movement by its
+    // authentication number, stamped again (the printer was off when they were recorded).
+    bool reautenticarUltimo();
+    bool reautenticar(int autentica);
+    const QList<RecordedReceipt>& ultimoPagamento() const { return m_ultimo; }
+
+    // Receipts of the movement, newest first: everything, or a page below a receipt id.
     QList<clsRecebimentos::Lancado> lancados();
+    QList<clsRecebimentos::Lancado> lancados(qint32 antesDe, int limite);
+    // How many receipts the movement has, and their sum, counted by the database.
+    std::optional<clsRecebimentos::Resumo> resumoLancados();
     QString lancadosHeading() const; // "Caixa dia: dd - MM - yyyy"
 
     void resetPayment();
 
     // The network check of the shared duplicate refusal; the system's by default.
     std::function<bool()> networkAlive;
+    // The kind list as the reading fills it (empty for an unknown code) and selects its first
+    // entry, before its notices.
+    std::function<void(const GuideKinds&, bool selectFirst)> kindsFilled;
 
     // The item-adding operations the reading routine hands a code to.
     bool Pagto_febraban(CustomerItem item, const QDate& vencimento, Money valor, bool juros,
@@ -110,6 +135,9 @@ private:
                         ReadResult& r, const QString& routine);
     bool addCharged(const Pending& p, ReadResult& r);
     QString sumFilePath() const;
+    QString removedFilePath() const;
+    QString exportPath(const QString& key, const QString& fallback) const;
+    void forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows);
 
     AppContext& m_ctx;
     CounterPrinter* m_printer;
@@ -119,4 +147,7 @@ private:
     ChangeResult m_change;
     std::optional<Money> m_tendered;
     std::optional<Pending> m_pending;
+    CustomerList m_removidos;
+    QList<CustomerItem> m_sumFile; // what the sum file holds, as saved or loaded here
+    QList<RecordedReceipt> m_ultimo;
 };

@@ -11,6 +11,11 @@ const QString OverdueHandler::kCaptionGuia = QStringLiteral("Guia Vencida");
 const QStringList OverdueHandler::kLinhasGuia = {
     QStringLiteral("Guia com a data de vencimento vencida."), QStringLiteral("Deseja Continuar?")};
 
+QStringList OverdueHandler::linhasGuia(const QDate& vencimento, Money valor) {
+    return {kLinhasGuia.first(), QStringLiteral("Vencimento: ") + DateUtil::br(vencimento),
+            QStringLiteral("Valor: ") + valor.formatCurrency(), kLinhasGuia.last()};
+}
+
 QStringList OverdueHandler::linhasAcrescimos(const Encargos& e, const QDate& today) {
     QStringList lines = {
         QStringLiteral("Vencimento: ") + DateUtil::br(e.vencimento),

@@ -26,4 +26,6 @@ public:
     static const QString kFormGuia;    // "frmGuiavencida"
     static const QString kCaptionGuia; // "Guia Vencida"
     static const QStringList kLinhasGuia;
+    // frmGuiavencida's lines with the guide's due date and value before the question.
+    static QStringList linhasGuia(const QDate& vencimento, Money valor);
 };

@@ -303,3 +303,57 @@ std::optional<bool> clsRecebimentos::codigoEmUso(clsDataAccess& db, const QStrin
         return std::nullopt;
     return rs->integer(QStringLiteral("N")) > 0;
 }
+
+std::optional<QList<clsRecebimentos::Lancado>>
+clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento, qint32 antesDe,
+                                   int limite) {
+    // Two plain statements rather than one with an OR, so the movement's index walks the page
+    // in order and a page costs the same on any day.
+    const QString base =
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
+                       "Recebimentos.VALOR FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = "
+                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? ");
+    const QString order = QStringLiteral("ORDER BY Recebimentos.IDRECEBE DESC LIMIT ?");
+    const auto rs =
+        antesDe > 0
+            ? db.SQLSelect_ReadOnly(base + QStringLiteral("AND Recebimentos.IDRECEBE < ? ") + order,
+                                    {idMovimento, antesDe, limite})
+            : db.SQLSelect_ReadOnly(base + order, {idMovimento, limite});
+    if (!rs)
+        return std::nullopt;
+    QList<Lancado> out;
+    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
+        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
+                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
+    return out;
+}
+
+std::optional<clsRecebimentos::Resumo> clsRecebimentos::resumoDoMovimento(clsDataAccess& db,
+                                                                          qint32 idMovimento) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT COUNT(*) AS N, SUM(VALOR) AS TOTAL FROM Recebimentos WHERE "
+                       "IDMOVIMENTO = ?"),
+        {idMovimento});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    Resumo r;
+    r.quantidade = rs->integer(QStringLiteral("N"));
+    if (!rs->isNull(QStringLiteral("TOTAL")))
+        r.total = rs->money(QStringLiteral("TOTAL"));
+    return r;
+}
+
+bool clsRecebimentos::SQLSelectAutentica(qint32 idMovimento, qint32 autentica, QString* descricao) {
+    const auto rs = m_db->SQLSelect_ReadOnly(
+        QStringLiteral("SELECT Recebimentos.IDRECEBE, CodBarra.DESCRICAO FROM Recebimentos LEFT "
+                       "JOIN CodBarra ON Recebimentos.TIPO = CodBarra.IDCOD WHERE "
+                       "Recebimentos.IDMOVIMENTO = ? AND Recebimentos.AUTENTICA = ? ORDER BY "
+                       "Recebimentos.IDRECEBE"),
+        {idMovimento, autentica});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return false;
+    if (descricao)
+        *descricao = rs->text(QStringLiteral("DESCRICAO"));
+    return SQLSelect(static_cast<qint32>(rs->integer(QStringLiteral("IDRECEBE"))));
+}

@@ -96,6 +96,18 @@ public:
     // Whether a receipt other than `outro` carries this barcode.
     static std::optional<bool> codigoEmUso(clsDataAccess& db, const QString& codbarra,
                                            qint32 outro);
+    // One page of that list: at most `limite` receipts below the id `antesDe` (0: from the
+    // newest), so a long day is read a screenful at a time.
+    static std::optional<QList<Lancado>> listarDoMovimento(clsDataAccess& db, qint32 idMovimento,
+                                                           qint32 antesDe, int limite);
+    // How many receipts a movement has and their sum, counted by the database.
+    struct Resumo {
+        qint64 quantidade = 0;
+        Money total;
+    };
+    static std::optional<Resumo> resumoDoMovimento(clsDataAccess& db, qint32 idMovimento);
+    // The movement's receipt with this authentication number, with its kind's description.
+    bool SQLSelectAutentica(qint32 idMovimento, qint32 autentica, QString* descricao);
 
 private:
     void fill(const Recordset& rs);

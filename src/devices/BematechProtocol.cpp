@@ -92,19 +92,37 @@ int BematechProtocol::FormataTX(const QString& text, int tipoLetra, int italico,
 
 int BematechProtocol::AutenticaDoc(const QString& text, int timeoutMs) {
     QDeadlineTimer deadline(timeoutMs);
+    bool waiting = false;
+    const auto stopWaiting = [&] {
+        if (waiting && onWaiting)
+            onWaiting(false);
+        waiting = false;
+    };
     for (;;) {
         const PrinterStatus s = Status();
-        if (!s.answered || !s.online || s.paperOut)
+        if (!s.answered || !s.online || s.paperOut) {
+            stopWaiting();
             return 0;
+        }
         if (s.document)
             break;
-        if (deadline.hasExpired())
+        if (deadline.hasExpired()) {
+            stopWaiting();
             return -1;
+        }
+        if (!waiting && onWaiting)
+            onWaiting(true);
+        waiting = true;
         wait(pollIntervalMs);
     }
+    stopWaiting();
     const bool ok = send(kDocumentOn) && send(Cp850::encodeFor(m_codePage, text) + kCrLf);
     const bool off = send(kDocumentOff); // always leave document mode
-    return ok && off ? 1 : 0;
+    if (!ok || !off)
+        return 0;
+    // Bytes written are not a stamp: a printer that hung up or went off line meanwhile is asked.
+    const PrinterStatus after = Status();
+    return after.answered && after.online ? 1 : 0;
 }
 
 int BematechProtocol::ComandoTX(const QByteArray& command) {

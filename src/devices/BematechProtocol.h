@@ -15,7 +15,8 @@ struct PrinterStatus {
 };
 
 // The first model's operations, spoken in ESC/Bema over any transport. Results follow the
-// vendor library's: 1 done, 0 failure; AutenticaDoc also -1 when the document never came.
+// vendor library's: 1 done, 0 failure; AutenticaDoc also -1 when the document never came. A stamp
+// counts as done only when the printer still answers, on line, after it.
 class BematechProtocol {
 public:
     explicit BematechProtocol(QString codePage = QStringLiteral("cp850"))
@@ -35,6 +36,8 @@ public:
     int replyTimeoutMs = 1000;
     int pollIntervalMs = 100;
     std::function<void(int)> sleep; // waits between polls; tests may shorten them
+    // The stamp starts (true) or stops (false) waiting for the document in the slot.
+    std::function<void(bool waiting)> onWaiting;
 
 private:
     bool send(const QByteArray& bytes);

@@ -23,17 +23,25 @@ QString DocumentStamp::line(const QString& header, const QString& guiche, const 
            QLatin1Char('R');
 }
 
-DocumentStamp::Outcome DocumentStamp::stamp(AppContext& ctx, PrinterService& printer,
-                                            const std::optional<Money>& valor, QString* sent) {
+DocumentStamp::Outcome DocumentStamp::preparar(AppContext& ctx, const std::optional<Money>& valor,
+                                               QString* text) {
     if (!valor || valor->isNegative() || valor->isZero() || valor->format().size() > kValueWidth)
         return Outcome::InvalidValue;
-    if (!printer.habilitada())
+    if (PrinterConfig::from(ctx).modo.trimmed() != QLatin1String("1"))
         return Outcome::PrinterOff;
     const QDate day = ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today();
-    const QString text =
-        line(header(ctx.option(QStringLiteral("Print"), QStringLiteral("cabecalho")),
-                    ctx.settings.cabecalho),
-             ctx.settings.guiche, day, *valor);
+    *text = line(header(ctx.option(QStringLiteral("Print"), QStringLiteral("cabecalho")),
+                        ctx.settings.cabecalho),
+                 ctx.settings.guiche, day, *valor);
+    return Outcome::Sent;
+}
+
+DocumentStamp::Outcome DocumentStamp::stamp(AppContext& ctx, PrinterService& printer,
+                                            const std::optional<Money>& valor, QString* sent) {
+    QString text;
+    const Outcome o = preparar(ctx, valor, &text);
+    if (o != Outcome::Sent)
+        return o;
     if (sent)
         *sent = text;
     printer.ImprimeAutenticadora(PrinterOperation::Autenticar, printer.modelo(), text);

@@ -24,8 +24,11 @@ public:
                         Money valor);
 
     enum class Outcome { Sent, InvalidValue, PrinterOff };
-    // Checks the amount (positive, fits the stamp) and hands the line to the printer, whose own
-    // messages tell the operator how it went. `sent` receives the line.
+    // Checks the amount (positive, fits the stamp) and that the printer is enabled, and composes
+    // the line into `text`; Sent means it is ready to be stamped.
+    static Outcome preparar(AppContext& ctx, const std::optional<Money>& valor, QString* text);
+    // preparar, then the line to the printer, whose own messages tell the operator how it went.
+    // `sent` receives the line.
     static Outcome stamp(AppContext& ctx, PrinterService& printer,
                          const std::optional<Money>& valor, QString* sent = nullptr);
 };

@@ -1,7 +1,6 @@
 #include "PrinterService.h"
 
 #include "AppContext.h"
-#include "DialogPort.h"
 #include "PrinterBytes.h"
 #include "QuattroProtocol.h"
 
@@ -23,26 +22,51 @@ const QString PrinterService::kImpressaoFalhou =
                    "off-line ou sem papel");
 const QString PrinterService::kSoParalela =
     QStringLiteral("Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3");
+const QString PrinterService::kLabel = QStringLiteral("ImprimeAutenticadora");
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
+const QString kTituloAutenticacao = QStringLiteral("Autenticação de Documentos");
+
+QString withDefault(const QString& v, const QString& fallback) {
+    return v.trimmed().isEmpty() ? fallback : v.trimmed();
+}
+} // namespace
+
+PrinterConfig PrinterConfig::from(const AppContext& ctx) {
+    const auto opt = [&ctx](const char* key) {
+        return ctx.option(QStringLiteral("Print"), QLatin1String(key)).trimmed();
+    };
+    PrinterConfig c;
+    c.impressora = ctx.settings.impressora;
+    c.modo = ctx.settings.modo;
+    c.porta = ctx.settings.porta;
+    c.serial = opt("serial");
+    c.paginaCodigo = withDefault(opt("pagina_codigo"), QStringLiteral("cp850"));
+    c.quattroEstado = opt("quattro_estado");
+    c.quattroEspera = opt("quattro_espera");
+    c.quattroFim = opt("quattro_fim");
+    return c;
 }
 
 PrinterService::PrinterService(AppContext& ctx) : m_ctx(ctx) {
     bool ok = false;
-    const int wait = option("espera_documento").toInt(&ok);
+    const int wait =
+        ctx.option(QStringLiteral("Print"), QStringLiteral("espera_documento")).toInt(&ok);
     if (ok && wait > 0)
         documentTimeoutMs = wait;
-    const int reply = option("tempo_resposta").toInt(&ok);
+    const int reply =
+        ctx.option(QStringLiteral("Print"), QStringLiteral("tempo_resposta")).toInt(&ok);
     if (ok && reply > 0)
         replyTimeoutMs = reply;
 }
 
-PrinterService::~PrinterService() = default;
+PrinterService::~PrinterService() {
+    dropPending();
+}
 
-QString PrinterService::option(const char* key, const QString& fallback) const {
-    const QString v = m_ctx.option(QStringLiteral("Print"), QLatin1String(key)).trimmed();
-    return v.isEmpty() ? fallback : v;
+PrinterConfig PrinterService::config() const {
+    return m_pinned ? *m_pinned : PrinterConfig::from(m_ctx);
 }
 
 PrinterModel PrinterService::modelFrom(const QString& setting) {
@@ -57,11 +81,36 @@ PrinterModel PrinterService::modelFrom(const QString& setting) {
 }
 
 PrinterModel PrinterService::modelo() const {
-    return modelFrom(m_ctx.settings.impressora);
+    return modelFrom(config().impressora);
 }
 
 bool PrinterService::habilitada() const {
-    return m_ctx.settings.modo.trimmed() == QLatin1String("1");
+    return config().modo.trimmed() == QLatin1String("1");
+}
+
+QString PrinterService::problemaConfiguracao(const PrinterConfig& c) {
+    const QString modo = c.modo.trimmed();
+    const QString comment =
+        QStringLiteral(" No Config.ini um comentário (;) só pode começar uma linha.");
+    if (!modo.isEmpty() && modo != QLatin1String("0") && modo != QLatin1String("1"))
+        return QStringLiteral("A autenticadora está desligada: [Print] modo=\"%1\" não é 0 nem 1.")
+                   .arg(c.modo) +
+               comment;
+    if (modo != QLatin1String("1"))
+        return {};
+    const PrinterModel m = modelFrom(c.impressora);
+    if (m == PrinterModel::Desconhecido)
+        return QStringLiteral("Modelo de autenticadora desconhecido: [Print] impressora=\"%1\". "
+                              "Use bematech, quattro ou txt. Nada será autenticado.")
+                   .arg(c.impressora) +
+               comment;
+    if (m != PrinterModel::Txt && !TransportFactory::recognised(c.porta))
+        return QStringLiteral("Porta da autenticadora desconhecida: [Print] porta=\"%1\". Use "
+                              "LPT1, LPT2, LPT3, COM1, COM2, USB, um dispositivo (/dev/...), "
+                              "tcp:ENDEREÇO[:PORTA] ou file:ARQUIVO.")
+                   .arg(c.porta) +
+               comment;
+    return {};
 }
 
 int PrinterService::portaQuattro(const QString& porta) {
@@ -80,47 +129,112 @@ int PrinterService::portaQuattro(const QString& porta) {
 std::unique_ptr<Transport> PrinterService::transport() const {
     if (makeTransport)
         return makeTransport();
-    return TransportFactory::create(m_ctx.settings.porta,
-                                    TransportFactory::optionsFrom(option("serial")));
+    const PrinterConfig c = config();
+    return TransportFactory::create(c.porta, TransportFactory::optionsFrom(c.serial));
 }
 
 BematechProtocol& PrinterService::bematech() {
     if (!m_bema) {
-        m_bema =
-            std::make_unique<BematechProtocol>(option("pagina_codigo", QStringLiteral("cp850")));
+        m_bema = std::make_unique<BematechProtocol>(config().paginaCodigo);
         m_bema->replyTimeoutMs = replyTimeoutMs;
         m_bema->sleep = sleep;
     }
     return *m_bema;
 }
 
-void PrinterService::abrirPorta() {
-    if (!habilitada() || modelo() != PrinterModel::Bematech)
-        return; // "txt" prints nothing here; the second model opens per call
+bool PrinterService::ensureBematechOpen() {
     BematechProtocol& b = bematech();
-    if (b.IniciaPorta(transport()) > 0) {
-        b.ConfiguraModeloImpressora(1);
-        m_portOpen = true;
-    } else {
-        m_ctx.dialogs.critical(kAviso, kAbrirFalhou);
+    if (b.isOpen())
+        return true;
+    if (b.IniciaPorta(transport()) <= 0)
+        return false;
+    m_closedAfterFailure = false;
+    b.ConfiguraModeloImpressora(1);
+    return true;
+}
+
+void PrinterService::fail(const QString& title, const QString& text, DialogIcon icon, bool down) {
+    if (down) {
+        m_down = true;
+        if (m_bema && m_bema->FechaPorta() > 0)
+            m_closedAfterFailure = true; // the next customer connects afresh
+    }
+    if (m_told)
+        return; // one message per customer
+    m_told = true;
+    tell(title, text, icon);
+}
+
+void PrinterService::tell(const QString& title, const QString& text, DialogIcon icon) {
+    if (avisar)
+        avisar(title, text, icon);
+    else
+        m_ctx.dialogs.message(title, text, icon, DialogButtons::Ok);
+}
+
+void PrinterService::novoCliente() {
+    m_down = false;
+    m_told = false;
+    if (m_pending.isEmpty() || !habilitada())
+        return;
+    const PrinterModel m = modelo();
+    QStringList lines;
+    lines.swap(m_pending);
+    for (int i = 0; i < lines.size(); ++i) {
+        if (!print(m, lines[i])) { // the failed line is kept again
+            m_pending += lines.mid(i + 1);
+            return;
+        }
     }
 }
 
+void PrinterService::keep(const QString& texto) {
+    if (m_pending.size() >= kMaxPendentes) {
+        m_pending.removeFirst();
+        ++m_dropped;
+    }
+    m_pending.append(texto);
+}
+
+void PrinterService::dropPending() {
+    const int n = int(m_pending.size()) + m_dropped;
+    m_pending.clear();
+    m_dropped = 0;
+    if (n > 0)
+        m_ctx.errors.append(
+            kLabel, {0,
+                     QStringLiteral("%1 linha(s) da fita não impressa(s) e descartada(s): a "
+                                    "autenticadora ficou fora de linha.")
+                         .arg(n),
+                     QStringLiteral("Tolvane")});
+}
+
+void PrinterService::abrirPorta() {
+    if (!habilitada() || modelo() != PrinterModel::Bematech)
+        return; // "txt" prints nothing here; the second model opens per call
+    if (ensureBematechOpen())
+        m_portOpen = true;
+    else
+        fail(kAviso, kAbrirFalhou, DialogIcon::Critical, true);
+}
+
 void PrinterService::fecharPorta(bool counterScreen) {
+    dropPending();
     if (!habilitada() || modelo() != PrinterModel::Bematech)
         return;
     m_portOpen = false;
-    if (bematech().FechaPorta() <= 0)
-        m_ctx.dialogs.critical(kAviso,
-                               counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao);
+    if (bematech().FechaPorta() <= 0 && !m_closedAfterFailure)
+        tell(kAviso, counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
+             DialogIcon::Critical);
 }
 
 PrinterStatus PrinterService::status() {
-    if (modelo() == PrinterModel::Quattro) {
+    const PrinterConfig c = config();
+    if (modelFrom(c.impressora) == PrinterModel::Quattro) {
         QuattroProtocol q(
             transport(),
-            PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-            option("pagina_codigo", QStringLiteral("cp850")));
+            PrinterBytes::fromHex(c.quattroEstado, PrinterBytes::kQuattroStatusDefault),
+            c.paginaCodigo);
         q.replyTimeoutMs = replyTimeoutMs;
         PrinterStatus s;
         const int e = q.open() ? q.Estado() : -1;
@@ -130,98 +244,121 @@ PrinterStatus PrinterService::status() {
         s.raw = e;
         return s;
     }
-    BematechProtocol& b = bematech();
-    if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
-        b.ConfiguraModeloImpressora(1);
-    return b.Status();
+    ensureBematechOpen();
+    return bematech().Status();
 }
 
 bool PrinterService::ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo,
                                           const QString& texto) {
     if (operacao == PrinterOperation::Nenhuma || !habilitada())
-        return true;
-    const bool quattro = modelo == PrinterModel::Quattro;
-    // Every model but the second stamps through the first model's protocol.
-    if (operacao == PrinterOperation::Autenticar)
-        return quattro ? authenticateQuattro(texto) : authenticateBematech(texto);
-    if (quattro)
-        return printQuattro(texto);
-    if (modelo == PrinterModel::Bematech)
-        return printBematech(texto);
-    return true;
+        return false;
+    if (operacao == PrinterOperation::Autenticar) {
+        if (m_down)
+            return false; // left for the re-stamp
+        // Every model but the second stamps through the first model's protocol.
+        return modelo == PrinterModel::Quattro ? authenticateQuattro(texto)
+                                               : authenticateBematech(texto);
+    }
+    if (modelo != PrinterModel::Quattro && modelo != PrinterModel::Bematech)
+        return false;
+    if (m_down) {
+        keep(texto);
+        return false;
+    }
+    return print(modelo, texto);
+}
+
+bool PrinterService::print(PrinterModel modelo, const QString& texto) {
+    const bool ok = modelo == PrinterModel::Quattro ? printQuattro(texto) : printBematech(texto);
+    if (!ok)
+        keep(texto);
+    return ok;
 }
 
 bool PrinterService::authenticateBematech(const QString& texto) {
     BematechProtocol& b = bematech();
-    if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
-        b.ConfiguraModeloImpressora(1);
+    ensureBematechOpen();
+    b.onWaiting = [this, texto](bool waiting) {
+        if (aguardandoDocumento)
+            aguardandoDocumento(waiting ? texto : QString());
+    };
     const int r = b.AutenticaDoc(texto, documentTimeoutMs);
+    b.onWaiting = nullptr;
+    b.ComandoTX(PrinterBytes::kAfterStamp); // in every case
     if (r == 0)
-        m_ctx.dialogs.critical(kAviso, kAutenticacaoFalhou);
-    else if (r == -1)
-        m_ctx.dialogs.critical(QStringLiteral("Autenticação de Documentos"), kTempoExcedido);
-    b.ComandoTX(PrinterBytes::kAfterStamp);
-    return r > 0;
+        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+    else if (r == -1) // the printer is there, the document was not: the next one is tried
+        fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
+    return r == 1;
 }
 
 bool PrinterService::printBematech(const QString& texto) {
     BematechProtocol& b = bematech();
-    if (!b.isOpen() && b.IniciaPorta(transport()) > 0)
-        b.ConfiguraModeloImpressora(1);
+    ensureBematechOpen();
     if (b.FormataTX(texto + QLatin1Char('\n'), 3, 0, 0, 0, 0) != 0)
         return true;
-    m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
     return false;
 }
 
 bool PrinterService::authenticateQuattro(const QString& texto) {
-    const int port = portaQuattro(m_ctx.settings.porta);
+    const PrinterConfig c = config();
+    const int port = portaQuattro(c.porta);
     if (port == 1 || port == 2) { // a serial port
-        m_ctx.dialogs.info(kAviso, kSoParalela);
+        fail(kAviso, kSoParalela, DialogIcon::Information, false);
         return false;
     }
-    QuattroProtocol q(
-        transport(),
-        PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-        option("pagina_codigo", QStringLiteral("cp850")));
+    QuattroProtocol q(transport(),
+                      PrinterBytes::fromHex(c.quattroEstado, PrinterBytes::kQuattroStatusDefault),
+                      c.paginaCodigo);
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TXI(PrinterBytes::kQuattroAuthOn)) {
-        m_ctx.dialogs.critical(kAviso, kAutenticacaoFalhou);
+        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
         return false;
     }
     auto pause = [this](int ms) { sleep ? sleep(ms) : QThread::msleep(ulong(ms)); };
     pause(1);
     // The printer is asked until the document is in place, but never for ever.
-    bool ok = true;
-    const int waitMs = option("quattro_espera", QStringLiteral("60000")).toInt();
+    const int waitMs = withDefault(c.quattroEspera, QStringLiteral("60000")).toInt();
     QDeadlineTimer deadline(waitMs > 0 ? waitMs : 60000);
+    bool ok = true, waiting = false;
     int e = q.Estado();
-    while (ok && (e < 0 || !(e & PrinterBytes::kQuattroDocument))) {
+    while (e < 0 || !(e & PrinterBytes::kQuattroDocument)) {
         if (deadline.hasExpired() || e < 0) {
             ok = false;
             break;
         }
+        if (!waiting && aguardandoDocumento)
+            aguardandoDocumento(texto);
+        waiting = true;
         pause(100);
         e = q.Estado();
     }
+    if (waiting && aguardandoDocumento)
+        aguardandoDocumento(QString());
     if (ok)
         ok = q.TXI(PrinterBytes::kQuattroStamp + q.encode(texto) +
-                   PrinterBytes::fromHex(option("quattro_fim"), PrinterBytes::kQuattroEndDefault));
+                   PrinterBytes::fromHex(c.quattroFim, PrinterBytes::kQuattroEndDefault));
     q.TXI(PrinterBytes::kQuattroAuthOff); // always leave authentication mode
-    if (!ok)
-        m_ctx.dialogs.critical(e < 0 ? kAviso : QStringLiteral("Autenticação de Documentos"),
-                               e < 0 ? kAutenticacaoFalhou : kTempoExcedido);
+    if (ok && q.Estado() < 0) {           // hung up after the stamp's bytes: not stamped
+        ok = false;
+        e = -1;
+    }
+    if (!ok && e < 0)
+        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+    else if (!ok)
+        fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
     return ok;
 }
 
 bool PrinterService::printQuattro(const QString& texto) {
-    QuattroProtocol q(
-        transport(),
-        PrinterBytes::fromHex(option("quattro_estado"), PrinterBytes::kQuattroStatusDefault),
-        option("pagina_codigo", QStringLiteral("cp850")));
+    const PrinterConfig c = config();
+    QuattroProtocol q(transport(),
+                      PrinterBytes::fromHex(c.quattroEstado, PrinterBytes::kQuattroStatusDefault),
+                      c.paginaCodigo);
     q.replyTimeoutMs = replyTimeoutMs;
     if (q.open() && q.TX(texto + QLatin1Char('\n')))
         return true;
-    m_ctx.dialogs.info(kAviso, kImpressaoFalhou);
+    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
     return false;
 }

@@ -1,21 +1,37 @@
 #pragma once
 
 #include "BematechProtocol.h"
+#include "DialogPort.h"
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class AppContext;
 
-// The authenticating printer as the screens use it: the port kept open while a printing screen
-// is shown (first model), and ImprimeAutenticadora for stamps and tape lines.
-// Nothing is printed unless [Print] modo is 1. Every failure ends in the program's message.
 // The authenticating printer models of [Print] impressora ("bematech", "quattro", "txt").
 enum class PrinterModel { Bematech, Quattro, Txt, Desconhecido };
 // What ImprimeAutenticadora does: nothing, stamp a document, or print a tape line.
 enum class PrinterOperation { Nenhuma, Autenticar, Imprimir };
 
+// The printer's settings, read at one moment: a printing thread works on its own copy and never
+// reads the settings while a screen reloads them.
+struct PrinterConfig {
+    QString impressora, modo, porta, serial, paginaCodigo;
+    QString quattroEstado, quattroEspera, quattroFim;
+    static PrinterConfig from(const AppContext& ctx);
+};
+
+// The authenticating printer as the screens use it: the port kept open while a printing screen
+// is shown (first model), and ImprimeAutenticadora for stamps and tape lines. Nothing is printed
+// unless [Print] modo is 1.
+//
+// A printer that fails is marked down for the rest of the customer: one message, no more
+// attempts (so an unreachable printer costs one connection time-out, not one per line), its tape
+// lines kept and printed first when the next customer finds it back. Lines still kept when the
+// port closes are dropped with one record in Log.ini.
 class PrinterService {
 public:
     explicit PrinterService(AppContext& ctx);
@@ -23,21 +39,38 @@ public:
 
     void abrirPorta();                    // on showing a printing screen
     void fecharPorta(bool counterScreen); // on closing it; the two screens word it differently
-    // False when the printer reported a failure (the message was shown).
+    // True when the document was stamped (and the printer answered after it) or the line printed.
     bool ImprimeAutenticadora(PrinterOperation operacao, PrinterModel modelo, const QString& texto);
     // The configured model, for callers that pass it on.
     PrinterModel modelo() const;
     static PrinterModel modelFrom(const QString& setting);
     bool habilitada() const;
     PrinterStatus status();
+    // What in the settings keeps the printer from working (an unknown model or port, a modo that
+    // is neither 0 nor 1), in the operator's words; empty when nothing does.
+    static QString problemaConfiguracao(const PrinterConfig& c);
+    QString problemaConfiguracao() const { return problemaConfiguracao(config()); }
+
+    // A new customer (or block of tape): a printer marked down is tried again, starting with the
+    // tape lines it missed.
+    void novoCliente();
+    bool fora() const { return m_down; }
+    int linhasPendentes() const { return int(m_pending.size()); }
+    // Pins the settings to a copy (the printing thread); unpinned, they are read at each call.
+    void fixarConfig(const PrinterConfig& c) { m_pinned = c; }
 
     static int portaQuattro(const QString& porta); // LPT1 888, LPT2 632, COM1 1, COM2 2, else 0
 
     // Tests and the command line may replace how the transport is built and how time passes.
     std::function<std::unique_ptr<Transport>()> makeTransport;
     std::function<void(int)> sleep;
+    // How failures reach the operator; the dialog port when not set.
+    std::function<void(const QString& title, const QString& text, DialogIcon icon)> avisar;
+    // A stamp waits for its document (the stamp's text), or stopped waiting (empty text).
+    std::function<void(const QString& texto)> aguardandoDocumento;
     int documentTimeoutMs = 6000; // how long a stamp waits for the document
     int replyTimeoutMs = 1000;
+    static constexpr int kMaxPendentes = 500; // tape lines kept while the printer is down
 
     static const QString kAbrirFalhou;
     static const QString kFecharFalhouCaixa;
@@ -46,17 +79,30 @@ public:
     static const QString kTempoExcedido;
     static const QString kImpressaoFalhou;
     static const QString kSoParalela;
+    static const QString kLabel; // "ImprimeAutenticadora"
 
 private:
+    PrinterConfig config() const;
     std::unique_ptr<Transport> transport() const;
     BematechProtocol& bematech();
+    bool ensureBematechOpen();
     bool authenticateBematech(const QString& texto);
     bool authenticateQuattro(const QString& texto);
+    bool print(PrinterModel modelo, const QString& texto);
     bool printBematech(const QString& texto);
     bool printQuattro(const QString& texto);
-    QString option(const char* key, const QString& fallback = {}) const;
+    void keep(const QString& texto);
+    void dropPending();
+    void fail(const QString& title, const QString& text, DialogIcon icon, bool down);
+    void tell(const QString& title, const QString& text, DialogIcon icon);
 
     AppContext& m_ctx;
+    std::optional<PrinterConfig> m_pinned;
     std::unique_ptr<BematechProtocol> m_bema;
     bool m_portOpen = false;
+    bool m_down = false; // failed for this customer: nothing more is tried
+    bool m_told = false; // this customer's one message was shown
+    bool m_closedAfterFailure = false;
+    QStringList m_pending;
+    int m_dropped = 0;
 };

@@ -40,6 +40,9 @@ public:
     // name, "tcp:HOST[:PORT]", or "file:PATH" (a spool file).
     static std::unique_ptr<Transport> create(const QString& porta, const TransportOptions& options);
     static QString classicName(const QString& porta); // the platform name of a classic port
+    // Whether `create` knows what to make of the setting (a classic name, a device path, a
+    // serial port name, tcp: or file:); a value with a comment glued to it is not.
+    static bool recognised(const QString& porta);
     // "9600,8,N,1" ([Print] serial); unparsable parts keep the defaults.
     static TransportOptions optionsFrom(const QString& serial);
 };

@@ -1,6 +1,7 @@
 #include "Transport.h"
 #include "Transports.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 QString TransportFactory::classicName(const QString& porta) {
@@ -24,6 +25,27 @@ QString TransportFactory::classicName(const QString& porta) {
         return QStringLiteral("/dev/usb/lp0");
     return porta.trimmed();
 #endif
+}
+
+bool TransportFactory::recognised(const QString& porta) {
+    const QString p = porta.trimmed();
+    if (p.isEmpty() || p.contains(QLatin1Char(';')) || p.contains(QLatin1Char(' ')) ||
+        p.contains(QLatin1Char('\t')))
+        return false;
+    static const QRegularExpression classic(QStringLiteral("^(LPT[1-3]|COM[0-9]{1,3}|USB)$"),
+                                            QRegularExpression::CaseInsensitiveOption);
+    if (classic.match(p).hasMatch())
+        return true;
+    if (p.startsWith(QLatin1String("tcp:"), Qt::CaseInsensitive)) {
+        const QStringList parts = p.mid(4).split(QLatin1Char(':'));
+        bool ok = parts.size() == 1;
+        if (parts.size() == 2)
+            parts[1].toInt(&ok);
+        return ok && !parts[0].isEmpty();
+    }
+    if (p.startsWith(QLatin1String("file:"), Qt::CaseInsensitive))
+        return p.size() > 5;
+    return p.startsWith(QLatin1String("/dev/")) || p.startsWith(QLatin1String("\\\\.\\"));
 }
 
 TransportOptions TransportFactory::optionsFrom(const QString& serial) {

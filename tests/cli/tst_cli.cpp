@@ -47,6 +47,13 @@ private slots:
         const QString password =
             r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
         QVERIFY(!password.isEmpty());
+        // Last and framed, with the command that changes it.
+        const QStringList lines = r.out.trimmed().split(QLatin1Char('\n'));
+        QCOMPARE(lines.last(), QString(72, QLatin1Char('#')));
+        QVERIFY(r.out.indexOf(QStringLiteral("Pasta pronta")) <
+                r.out.indexOf(QStringLiteral("Senha do administrador")));
+        const QString change = lines.at(lines.size() - 2).section(QStringLiteral("tolvane "), 1);
+        QVERIFY2(change.contains(QStringLiteral("usuario gravar --id ")), qPrintable(change));
 
         {
             QSqlDatabase db =
@@ -91,6 +98,10 @@ private slots:
         r = tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")},
                     password.toUpper().toUtf8() + "\n");
         QCOMPARE(r.code, 0);
+        // The printed command sets a new password.
+        const QStringList words = change.section(QStringLiteral("\" "), 1).split(QLatin1Char(' '));
+        QCOMPARE(tolvane(f, words, "nova-senha-1\n").code, 0);
+        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "nova-senha-1\n").code, 0);
         QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8())
                      .object()
                      .value(QStringLiteral("tipo"))
@@ -249,6 +260,51 @@ private slots:
         const Run help = tolvane(folder(QStringLiteral("u")), {QStringLiteral("--help")});
         QCOMPARE(help.code, 0);
         QVERIFY(help.out.contains(QStringLiteral("iniciar")));
+    }
+
+    void kindListHasAHeader() {
+        const QString f = folder(QStringLiteral("tipos"));
+        QCOMPARE(tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")}).code, 0);
+        const Run r = tolvane(f, {QStringLiteral("tipo"), QStringLiteral("listar")});
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.out.section(QLatin1Char('\n'), 0, 0),
+                 QStringLiteral("IDCOD\tIDTIPO\tDESCRICAO\tPADRAO\tJUROS\tBLOQUEIO\tCODBANCO"));
+        QVERIFY(r.out.section(QLatin1Char('\n'), 1, 1).startsWith(QStringLiteral("001\t0425\t")));
+    }
+
+    // A printer setting with a comment glued to it is named, never printed to in silence.
+    void printerSettingProblemIsNamed_data() {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("model") << "impressora"
+                               << "bematech   ; bematech, quattro ou txt";
+        QTest::newRow("port") << "porta"
+                              << "LPT1            ; LPT1 LPT2 COM1";
+        QTest::newRow("switch") << "modo"
+                                << "1 ; liga";
+    }
+    void printerSettingProblemIsNamed() {
+        QFETCH(QString, key);
+        QFETCH(QString, value);
+        const QString f = folder(QStringLiteral("impressora-") + key);
+        QCOMPARE(tolvane(f, {QStringLiteral("iniciar")}).code, 0);
+        const QString ini = f + QStringLiteral("/Config.ini");
+        const QString p = QStringLiteral("Print");
+        IniFile::write(p, QStringLiteral("impressora"), QStringLiteral("bematech"), ini);
+        IniFile::write(p, QStringLiteral("modo"), QStringLiteral("1"), ini);
+        IniFile::write(p, QStringLiteral("porta"),
+                       QStringLiteral("file:") + f + QStringLiteral("/fita.bin"), ini);
+        IniFile::write(p, key, value, ini);
+        const QList<QStringList> commands = {
+            {QStringLiteral("impressora"), QStringLiteral("status")},
+            {QStringLiteral("impressora"), QStringLiteral("fita"), QStringLiteral("TESTE")}};
+        for (const QStringList& command : commands) {
+            const Run r = tolvane(f, command);
+            QCOMPARE(r.code, 1);
+            QVERIFY2(r.err.contains(QStringLiteral("[Print] ") + key + QLatin1Char('=')),
+                     qPrintable(r.err));
+        }
+        QVERIFY(!QFile::exists(f + QStringLiteral("/fita.bin")));
     }
 };
 

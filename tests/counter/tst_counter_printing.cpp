@@ -3,6 +3,7 @@
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "PaymentRecorder.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "TestApp.h"
@@ -64,6 +65,71 @@ private slots:
             emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
         QVERIFY(emulator.attributesOff());
         QVERIFY(!emulator.inDocumentMode());
+    }
+
+    // A customer of three documents with the printer switched off: one message, the payment
+    // kept, the documents named for the re-stamp. With the printer back, the last payment and
+    // one receipt by its number are stamped again, after the tape lines kept meanwhile.
+    void switchedOffPrinterAndRestamp() {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
+                      QStringLiteral("PMX"));
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        emulator.setDocument(true);
+        PrinterService service(app.ctx());
+        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
+        service.sleep = [](int) {};
+        AuthCounterPrinter printer(app.ctx(), service);
+        QList<QList<int>> missed, stamped;
+        printer.autenticados = [&](const QList<int>& done, const QList<int>& n) {
+            stamped << done;
+            missed << n;
+        };
+        CounterSession s(app.ctx(), &printer);
+        QVERIFY(s.day().abrir());
+
+        emulator.setSilent(true);
+        app.dialogs().clear();
+        QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
+        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
+        QVERIFY(s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+        QVERIFY(s.gravar());
+        QCOMPARE(app.dialogs().texts(),
+                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 3);
+        QCOMPARE(missed, (QList<QList<int>>{{1, 2, 3}}));
+        QCOMPARE(stamped, (QList<QList<int>>{{}}));
+        QVERIFY(emulator.documents().isEmpty());
+
+        emulator.setSilent(false);
+        app.dialogs().clear();
+        QVERIFY(s.reautenticarUltimo());
+        QCOMPARE(emulator.documents(),
+                 (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
+                              QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
+                              QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
+        QCOMPARE(missed.last(), QList<int>{});
+        QCOMPARE(stamped.last(), (QList<int>{1, 2, 3}));
+        // The tape lines and the coupon kept while the printer was off come first, then the
+        // re-stamp's own tape lines.
+        const QStringList tape = emulator.tape();
+        const QString line1 = QStringLiteral("0001 23/11/2026 TAXAS DIVE        312,40");
+        QCOMPARE(tape.count(line1), 2);
+        QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ")));
+        QVERIFY(tape.indexOf(QStringLiteral(" OPR: ")) < tape.lastIndexOf(line1));
+        QVERIFY(s.reautenticar(2));
+        QCOMPARE(emulator.documents().last(),
+                 QStringLiteral("PMX 3 0002 23/11/2026         89,15R"));
+        QVERIFY(!s.reautenticar(9));
+        QCOMPARE(app.dialogs().texts(),
+                 QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
     }
 
     void textModelCoupon() {

@@ -4,6 +4,7 @@
 #include "CounterSession.h"
 #include "DailyControlFile.h"
 #include "TestApp.h"
+#include "TextFile.h"
 #include "clsRecebimentos.h"
 
 #include <QFile>
@@ -269,6 +270,82 @@ private slots:
         QCOMPARE(app.dialogs().last().text, QStringLiteral("Arquivo carregado com sucesso!!"));
         QCOMPARE(s.list().total().format(), QStringLiteral("1.234,56"));
         QCOMPARE(s.list().at(0).codbarra, QString(44, QLatin1Char('7')));
+    }
+
+    // Scan, F11, record, F12: the recorded guides never come back. A sum file whose items were
+    // all recorded is emptied; a code of the file already received or already on the loaded list
+    // is refused as a scan refuses it, and the rest is loaded.
+    void sumFileNeverBringsBackRecordedCodes() {
+        TEST_BACKEND();
+        CounterSession s(app.ctx(), nullptr);
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        QVERIFY(s.day().abrir());
+        const QString a = QStringLiteral("8") + QString(43, QLatin1Char('1'));
+        const QString b = QStringLiteral("8") + QString(43, QLatin1Char('2'));
+        QVERIFY(s.append(item(3, "10,00", a)));
+        QVERIFY(s.append(item(3, "20,00", b)));
+        QVERIFY(s.salvarSoma());
+        QVERIFY(s.gravar());
+        app.dialogs().clear();
+        QVERIFY(!s.carregarSoma());
+        QCOMPARE(app.dialogs().texts(), QStringList{QStringLiteral("Não há dados!!")});
+        QVERIFY(s.list().isEmpty());
+
+        // A file written before a was recorded, and a code twice: a and the second c stay out.
+        const QString c = QStringLiteral("8") + QString(43, QLatin1Char('3'));
+        CustomerList file;
+        file.append(item(3, "10,00", a));
+        file.append(item(4, "20,00", c));
+        file.append(item(4, "20,00", c));
+        file.append(item(5, "5,00", QString(44, QLatin1Char('0'))));
+        QVERIFY(TextFile::writeAll(app.path(QStringLiteral("soma.txt")), file.toLines()));
+        app.dialogs().clear();
+        QVERIFY(s.carregarSoma());
+        QCOMPARE(s.list().size(), 2);
+        QCOMPARE(s.list().at(0).codbarra, c);
+        QCOMPARE(app.dialogs().shown().size(), 2);
+        const auto refused = app.dialogs().shown().at(0);
+        QCOMPARE(refused.icon, DialogIcon::Exclamation);
+        QCOMPARE(
+            refused.text,
+            QStringLiteral("Itens da soma não carregados:\n03-TIPO 3 %1: Conta já Recebida!!!\n"
+                           "04-TIPO 4 %2: Conta já Lançada!!!")
+                .arg(a, c));
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Arquivo carregado com sucesso!!"));
+        QVERIFY(s.gravar());
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 4);
+        // Part of the file was refused, so it is kept as it was.
+        QCOMPARE(TextFile::readLines(app.path(QStringLiteral("soma.txt"))).size(), 4);
+    }
+
+    // Items taken off the sum go to the removed-items file with the sum, and come back with it.
+    void removedItemsFileIsKeptWithTheSum() {
+        TEST_BACKEND();
+        app.setOption(QStringLiteral("Export"), QStringLiteral("caminho_remove_item"),
+                      QStringLiteral("removidos.txt"));
+        CounterSession s(app.ctx(), nullptr);
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        QVERIFY(s.day().abrir());
+        QVERIFY(s.append(item(3, "1,00")));
+        QVERIFY(s.append(item(4, "2,00")));
+        QVERIFY(s.append(item(5, "3,00")));
+        QVERIFY(s.removerUltimo());
+        QCOMPARE(s.removerNumero(QStringLiteral("1")), CustomerList::RemoveResult::Removed);
+        QCOMPARE(s.removerNumero(QStringLiteral("7")), CustomerList::RemoveResult::NoSuchItem);
+        QCOMPARE(s.list().size(), 1);
+        QVERIFY(s.salvarSoma());
+        const QStringList removed = TextFile::readLines(app.path(QStringLiteral("removidos.txt")));
+        QCOMPARE(removed.size(), 2);
+        QVERIFY(removed.at(0).startsWith(QStringLiteral("01;05-TIPO 5;3,00;")));
+        QVERIFY(removed.at(1).startsWith(QStringLiteral("02;03-TIPO 3;1,00;")));
+        s.limparSoma();
+        QCOMPARE(s.removidos().size(), 3);
+        QVERIFY(s.carregarSoma());
+        QCOMPARE(s.list().size(), 1);
+        QCOMPARE(s.removidos().size(), 2);
+        QVERIFY(s.gravar());
+        QVERIFY(s.removidos().isEmpty());
+        QVERIFY(TextFile::readLines(app.path(QStringLiteral("removidos.txt"))).isEmpty());
     }
 };
 

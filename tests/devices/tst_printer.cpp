@@ -5,10 +5,13 @@
 #include "PrinterBytes.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "TestApp.h"
 #include "clsAutenticadora.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
 #include <QThread>
 
 using namespace PrinterBytes;
@@ -267,8 +270,10 @@ private slots:
             QVERIFY(b.emulator.received().isEmpty());
         } else {
             QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("PMX 1 0001")});
+            // The printer is asked once more after the stamp: only an answer counts it stamped.
             QCOMPARE(b.emulator.received(), kQuattroAuthOn + kQuattroStatusDefault + kQuattroStamp +
-                                                QByteArray("PMX 1 0001\r\n") + kQuattroAuthOff);
+                                                QByteArray("PMX 1 0001\r\n") + kQuattroAuthOff +
+                                                kQuattroStatusDefault);
         }
     }
 
@@ -330,12 +335,11 @@ private slots:
         b.service.makeTransport = nullptr;
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("tcp:127.0.0.1:1"));
-        QElapsedTimer t;
-        t.start();
         b.service.abrirPorta();
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kAbrirFalhou);
-        b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
-                                       QStringLiteral("X"));
+        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAbrirFalhou});
+        b.service.novoCliente();
+        QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
+                                                PrinterModel::Bematech, QStringLiteral("X")));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
         b.service.fecharPorta(true);
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouCaixa);
@@ -343,9 +347,209 @@ private slots:
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/nao-existe"));
+        b.service.novoCliente();
         b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
+    }
+
+    // A printer that fails is down for the rest of the customer: one message, one connection
+    // attempt, its stamps left for the re-stamp and its tape lines kept. The next customer tries
+    // again and, the printer back, gets the kept lines first.
+    void downPrinterCostsOneMessagePerCustomer_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("switched off") << "silent" << PrinterService::kAutenticacaoFalhou;
+        QTest::newRow("off-line") << "offline" << PrinterService::kAutenticacaoFalhou;
+        QTest::newRow("no paper") << "paper" << PrinterService::kAutenticacaoFalhou;
+        QTest::newRow("unplugged") << "unplugged" << PrinterService::kAutenticacaoFalhou;
+    }
+    void downPrinterCostsOneMessagePerCustomer() {
+        QFETCH(QString, fault);
+        QFETCH(QString, message);
+        Bench b;
+        int connections = 0;
+        b.service.makeTransport = [&]() -> std::unique_ptr<Transport> {
+            ++connections;
+            if (fault == QLatin1String("unplugged"))
+                return nullptr;
+            return std::make_unique<MemoryTransport>(b.emulator);
+        };
+        b.emulator.setDocument(true);
+        b.emulator.setSilent(fault == QLatin1String("silent"));
+        b.emulator.setOffline(fault == QLatin1String("offline"));
+        b.emulator.setPaperOut(fault == QLatin1String("paper"));
+        b.service.novoCliente();
+        int stamped = 0;
+        for (int i = 1; i <= 5; ++i) {
+            stamped +=
+                b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
+                                               QStringLiteral("DOC %1").arg(i));
+            b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
+                                           QStringLiteral("FITA %1").arg(i));
+        }
+        QCOMPARE(stamped, 0);
+        QCOMPARE(b.app.dialogs().texts(), QStringList{message});
+        QCOMPARE(connections, 1);
+        QCOMPARE(b.service.linhasPendentes(), 5);
+        QVERIFY(b.emulator.documents().isEmpty());
+
+        // The next customer: the printer is back.
+        fault.clear();
+        b.emulator.setSilent(false);
+        b.emulator.setOffline(false);
+        b.emulator.setPaperOut(false);
+        b.service.novoCliente();
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
+                                               QStringLiteral("DOC 6")));
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
+                                               QStringLiteral("FITA 6")));
+        QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("DOC 6")});
+        QCOMPARE(b.emulator.tape().filter(QStringLiteral("FITA")),
+                 (QStringList{QStringLiteral("FITA 1"), QStringLiteral("FITA 2"),
+                              QStringLiteral("FITA 3"), QStringLiteral("FITA 4"),
+                              QStringLiteral("FITA 5"), QStringLiteral("FITA 6")}));
+        QCOMPARE(b.app.dialogs().shown().size(), 1);
+        QCOMPARE(b.service.linhasPendentes(), 0);
+    }
+
+    // Lines still kept when the port closes are dropped with one record in Log.ini.
+    void keptLinesDroppedWithOneLogLine() {
+        Bench b;
+        b.emulator.setSilent(true);
+        b.service.novoCliente();
+        for (int i = 0; i < 3; ++i)
+            b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
+                                           QStringLiteral("FITA"));
+        QCOMPARE(b.service.linhasPendentes(), 3);
+        b.service.fecharPorta(true);
+        QFile log(b.app.path(QStringLiteral("Log.ini")));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QString text = QString::fromLatin1(log.readAll());
+        QCOMPARE(text.count(QStringLiteral("Erro interno")), 1);
+        QVERIFY(text.contains(QStringLiteral("3 linha(s) da fita")));
+        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kImpressaoFalhou});
+    }
+
+    // A TCP printer that hangs up in the middle of a stamp has not stamped it.
+    void tcpHangUpMidStamp() {
+        Bench b;
+        auto link = EmulatorLink::tcp(b.emulator);
+        QVERIFY(link);
+        b.service.makeTransport = nullptr;
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), link->porta());
+        b.service.replyTimeoutMs = 500;
+        b.emulator.setDocument(true);
+        b.emulator.hangUpOnStamp(true);
+        b.service.novoCliente();
+        QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
+                                                PrinterModel::Bematech, QStringLiteral("DOC")));
+        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAutenticacaoFalhou});
+        QVERIFY(b.emulator.documents().isEmpty());
+        QVERIFY(b.service.fora());
+
+        // The next customer connects afresh and stamps.
+        b.emulator.hangUpOnStamp(false);
+        b.service.novoCliente();
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
+                                               QStringLiteral("DOC 2")));
+        QTRY_COMPARE(b.emulator.documents(), QStringList{QStringLiteral("DOC 2")});
+    }
+
+    // A setting the printer cannot work with is named, never left to silence.
+    void settingProblems_data() {
+        QTest::addColumn<QString>("impressora");
+        QTest::addColumn<QString>("modo");
+        QTest::addColumn<QString>("porta");
+        QTest::addColumn<QString>("names");
+        QTest::newRow("sound") << "bematech"
+                               << "1"
+                               << "LPT1"
+                               << "";
+        QTest::newRow("tcp") << "quattro"
+                             << "1"
+                             << "tcp:10.0.0.9:9100"
+                             << "";
+        QTest::newRow("device") << "bematech"
+                                << "1"
+                                << "/dev/usb/lp0"
+                                << "";
+        QTest::newRow("txt needs no port") << "txt"
+                                           << "1"
+                                           << ""
+                                           << "";
+        QTest::newRow("switched off") << "qualquer"
+                                      << "0"
+                                      << ""
+                                      << "";
+        QTest::newRow("comment after the model") << "bematech   ; bematech, quattro ou txt"
+                                                 << "1"
+                                                 << "LPT1"
+                                                 << "impressora=";
+        QTest::newRow("comment after the port") << "bematech"
+                                                << "1"
+                                                << "LPT1            ; LPT1 LPT2"
+                                                << "porta=";
+        QTest::newRow("comment after modo") << "bematech"
+                                            << "1 ; liga"
+                                            << "LPT1"
+                                            << "modo=";
+        QTest::newRow("tcp port not a number") << "bematech"
+                                               << "1"
+                                               << "tcp:host:abc"
+                                               << "porta=";
+        QTest::newRow("empty port") << "bematech"
+                                    << "1"
+                                    << ""
+                                    << "porta=";
+    }
+    void settingProblems() {
+        QFETCH(QString, impressora);
+        QFETCH(QString, modo);
+        QFETCH(QString, porta);
+        QFETCH(QString, names);
+        PrinterConfig c;
+        c.impressora = impressora;
+        c.modo = modo;
+        c.porta = porta;
+        const QString problem = PrinterService::problemaConfiguracao(c);
+        if (names.isEmpty())
+            QVERIFY2(problem.isEmpty(), qPrintable(problem));
+        else
+            QVERIFY2(problem.contains(QStringLiteral("[Print] ") + names), qPrintable(problem));
+    }
+
+    // On its own thread the printer never holds the caller: a stamp waiting for its document
+    // says so, and the caller goes on until the document comes.
+    void workerWaitsForTheDocumentOffTheCallersThread() {
+        TestApp app;
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), QStringLiteral("LPT1"));
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        PrinterWorker worker(app.ctx());
+        worker.service().makeTransport = [&] {
+            return std::make_unique<MemoryTransport>(emulator);
+        };
+        worker.service().documentTimeoutMs = 60000;
+        QSignalSpy waiting(&worker, &PrinterWorker::aguardandoDocumento);
+        QSignalSpy idle(&worker, &PrinterWorker::ociosa);
+        worker.post([](PrinterService& p) {
+            p.novoCliente();
+            p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(),
+                                   QStringLiteral("PMX A 0001"));
+        });
+        QVERIFY(worker.ocupada());
+        QTRY_COMPARE(waiting.count(), 1); // this thread kept running its events meanwhile
+        QCOMPARE(waiting.at(0).at(0).toString(), QStringLiteral("PMX A 0001"));
+        QVERIFY(worker.ocupada());
+        emulator.setDocument(true);
+        QTRY_COMPARE(idle.count(), 1);
+        QCOMPARE(waiting.count(), 2);
+        QVERIFY(waiting.at(1).at(0).toString().isEmpty());
+        QCOMPARE(emulator.documents(), QStringList{QStringLiteral("PMX A 0001")});
+        QVERIFY(app.dialogs().shown().isEmpty());
     }
 
     void cablePulledMidStamp() {

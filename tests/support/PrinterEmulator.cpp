@@ -38,6 +38,16 @@ void PrinterEmulator::setPaperOut(bool v) {
     std::lock_guard l(m_mutex);
     m_paperOut = v;
 }
+void PrinterEmulator::hangUpOnStamp(bool on) {
+    std::lock_guard l(m_mutex);
+    m_hangUpOnStamp = on;
+}
+bool PrinterEmulator::takeHangUp() {
+    std::lock_guard l(m_mutex);
+    const bool h = m_hangUp;
+    m_hangUp = false;
+    return h;
+}
 QStringList PrinterEmulator::tape() const {
     std::lock_guard l(m_mutex);
     return m_tape;
@@ -149,12 +159,20 @@ void PrinterEmulator::parseBematech(QByteArray& out) {
             continue;
         }
         m_pending.remove(0, 1);
-        if (c == 0x05)
+        if (c == 0x05) {
             out += char(statusByte());
-        else if (c == '\n')
+        } else if (c == '\n' && m_documentMode && m_hangUpOnStamp) {
+            // The stamp's text came whole; the printer dies before printing it.
+            m_hangUp = true;
+            m_documentMode = false;
+            m_line.clear();
+            m_pending.clear();
+            return;
+        } else if (c == '\n') {
             endLine(m_documentMode);
-        else if (c != '\r')
+        } else if (c != '\r') {
             m_line += c;
+        }
     }
 }
 
@@ -278,6 +296,8 @@ void EmulatorLink::pump(int fd) {
             continue;
         }
         const QByteArray reply = m_emulator.feed(QByteArray(buf, int(n)));
+        if (fd != m_fd && m_emulator.takeHangUp())
+            return; // the caller closes the connection
         if (!reply.isEmpty() && ::write(fd, reply.constData(), size_t(reply.size())) < 0)
             return;
     }

@@ -25,6 +25,10 @@ public:
     void setOffline(bool offline);
     void setSilent(bool silent); // powered off: no answer at all
     void setPaperOut(bool out);
+    // Over TCP: hang up once a stamp's bytes have come, before it is printed, as a printer
+    // losing its cable or power would.
+    void hangUpOnStamp(bool on);
+    bool takeHangUp(); // whether the link should hang up now (asked once)
 
     QStringList tape() const;
     QStringList documents() const;
@@ -52,6 +56,7 @@ private:
     bool m_bold = false, m_expanded = false, m_underline = false, m_italic = false,
          m_condensed = false;
     bool m_document = false, m_offline = false, m_silent = false, m_paperOut = false;
+    bool m_hangUpOnStamp = false, m_hangUp = false;
     int m_documentAfterMs = -1;
     QElapsedTimer m_clock;
 };

@@ -19,14 +19,12 @@ namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
-frmAutenticar::frmAutenticar(AppContext& ctx, QWidget* parent)
-    : QDialog(parent), m_ctx(ctx), m_printer(ctx.printer) {
+frmAutenticar::frmAutenticar(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmAutenticar"));
     setWindowTitle(QStringLiteral("Autenticação de Documentos"));
-    if (!m_printer) {
+    // With the counter up, its printer thread stamps; otherwise this screen drives the printer.
+    if (!ctx.printerJobs)
         m_own = std::make_unique<PrinterService>(ctx);
-        m_printer = m_own.get();
-    }
     const QDate day = ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today();
     auto info = [this](const char* name, const QString& text) {
         auto* l = new QLabel(text, this);
@@ -91,7 +89,10 @@ void frmAutenticar::done(int result) {
 
 void frmAutenticar::autenticar() {
     QString sent;
-    switch (DocumentStamp::stamp(m_ctx, *m_printer, Money::parse(m_valor->text()), &sent)) {
+    const auto valor = Money::parse(m_valor->text());
+    const auto outcome = m_own ? DocumentStamp::stamp(m_ctx, *m_own, valor, &sent)
+                               : DocumentStamp::preparar(m_ctx, valor, &sent);
+    switch (outcome) {
     case DocumentStamp::Outcome::InvalidValue:
         m_ctx.dialogs.warn(kAviso, QStringLiteral("Informe o valor do documento!!"));
         m_valor->selectAll();
@@ -102,6 +103,10 @@ void frmAutenticar::autenticar() {
                                                   "Impressão: \"Habilitar a autenticadora?\")."));
         return;
     case DocumentStamp::Outcome::Sent:
+        if (!m_own)
+            m_ctx.printerJobs([sent](PrinterService& p) {
+                p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), sent);
+            });
         break;
     }
     m_ultima->setText(sent);

@@ -25,7 +25,6 @@ private:
 
     AppContext& m_ctx;
     std::unique_ptr<PrinterService> m_own; // when no printer is kept open by the counter
-    PrinterService* m_printer;
     bool m_portOpen = false;
     QLineEdit* m_valor; // mskvalor
     QLabel* m_ultima;   // lblUltima

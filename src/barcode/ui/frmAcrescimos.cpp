@@ -3,6 +3,7 @@
 #include "DialogPort.h"
 
 #include <QCloseEvent>
+#include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -15,19 +16,35 @@ frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const 
     setObjectName(QStringLiteral("frmAcrescimos"));
     setWindowTitle(caption);
     auto* layout = new QVBoxLayout(this);
-    // Lines in order: due date, fine, other charges, amount due, and the days beyond 90.
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(12);
+    layout->addLayout(grid);
+    // Lines in order: due date, fine, other charges, amount due, and the days beyond 90. A line
+    // with an amount is split at "R$" so the amounts stand right-aligned in one column.
     const char* names[] = {"lblvencimento", "lblmulta", "lbloutros", "lblvalor", "lbldif"};
+    const QString currency = QStringLiteral(":R$");
     for (int i = 0; i < lines.size() && i < 5; ++i) {
-        auto* l = new QLabel(lines[i], this);
-        l->setObjectName(QLatin1String(names[i]));
-        QFont f(QStringLiteral("Monospace"));
-        f.setStyleHint(QFont::TypeWriter);
-        f.setPointSize(12);
+        QFont f = font();
+        f.setPointSize(13);
         f.setBold(i == 3 || i == 4);
+        const int cut = lines[i].indexOf(currency);
+        auto* l = new QLabel(cut < 0 ? lines[i] : lines[i].left(cut + currency.size()), this);
+        l->setObjectName(QLatin1String(names[i]));
         l->setFont(f);
         if (i == 4)
             l->setStyleSheet(QStringLiteral("color: #b00000"));
-        layout->addWidget(l);
+        if (cut < 0) {
+            grid->addWidget(l, i, 0, 1, 2);
+            continue;
+        }
+        grid->addWidget(l, i, 0);
+        auto* amount = new QLabel(lines[i].mid(cut + currency.size()).trimmed(), this);
+        amount->setObjectName(QLatin1String(names[i]) + QStringLiteral("Valor"));
+        amount->setFont(f);
+        amount->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        amount->setMinimumWidth(
+            amount->fontMetrics().horizontalAdvance(QStringLiteral("00.000.000,00")));
+        grid->addWidget(amount, i, 1);
     }
     auto* ok = new QPushButton(QStringLiteral("OK"), this);
     ok->setObjectName(QStringLiteral("cmdOk"));

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
+#include "DateField.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "HolidayCalendar.h"
@@ -27,7 +28,7 @@ frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_
     m_list->setRootIsDecorated(false);
     m_list->setHeaderLabels({QStringLiteral("Código"), QStringLiteral("Feriado")});
     m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_data = new QDateEdit(ctx.clock.today(), this);
+    m_data = new DateField(ctx.clock.today(), this);
     m_data->setObjectName(QStringLiteral("dtpData"));
     m_data->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_data->setCalendarPopup(true);

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
+#include "DateField.h"
 #include "DialogPort.h"
 #include "InterestCalculator.h"
 
@@ -18,7 +19,7 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     setObjectName(QStringLiteral("frmJuros"));
     setWindowTitle(QStringLiteral("Calcular Juros"));
     auto date = [this](const char* name, const QDate& d) {
-        auto* e = new QDateEdit(d, this);
+        auto* e = new DateField(d, this);
         e->setObjectName(QLatin1String(name));
         e->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
         e->setCalendarPopup(true);

@@ -4,8 +4,10 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QHBoxLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -28,6 +30,45 @@ QMessageBox::Icon toQt(DialogIcon icon) {
     }
     return QMessageBox::NoIcon;
 }
+
+// Drops the keys that reach `dialog` (or any widget in it) before `ms` have passed since it was
+// shown. Keys the scanner sent before the dialog opened are delivered once it shows, so they
+// fall inside the window too.
+class KeyGuardFilter : public QObject {
+public:
+    KeyGuardFilter(QWidget* dialog, int ms) : m_dialog(dialog), m_ms(ms) {
+        m_since.start();
+        if (m_ms > 0)
+            qApp->installEventFilter(this);
+    }
+    ~KeyGuardFilter() override { qApp->removeEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == m_dialog && event->type() == QEvent::Show) {
+            m_since.restart();
+            return false;
+        }
+        switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::ShortcutOverride:
+        case QEvent::Shortcut:
+            break;
+        default:
+            return false;
+        }
+        if (m_since.elapsed() >= m_ms)
+            return false;
+        auto* w = qobject_cast<QWidget*>(watched);
+        return w && (w == m_dialog || m_dialog->isAncestorOf(w));
+    }
+
+private:
+    QWidget* m_dialog;
+    int m_ms;
+    QElapsedTimer m_since;
+};
 } // namespace
 
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
@@ -35,20 +76,33 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
     QMessageBox box(toQt(icon), title,
                     QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
                     QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
-    if (buttons == DialogButtons::YesNo) {
+    if (buttons == DialogButtons::YesNo || buttons == DialogButtons::YesNoCancel) {
+        // The safe answer is the default: a stray Enter never says yes.
         box.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
-        box.setDefaultButton(box.addButton(QStringLiteral("&Não"), QMessageBox::NoRole));
+        QPushButton* no = box.addButton(QStringLiteral("&Não"), QMessageBox::NoRole);
+        box.setDefaultButton(no);
+        if (buttons == DialogButtons::YesNoCancel) {
+            QPushButton* cancel =
+                box.addButton(QStringLiteral("&Cancelar"), QMessageBox::RejectRole);
+            box.setDefaultButton(cancel);
+            box.setEscapeButton(cancel);
+        }
     } else if (buttons == DialogButtons::OkCancel) {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
         box.addButton(QStringLiteral("Cancelar"), QMessageBox::RejectRole);
     } else {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     }
+    KeyGuardFilter guard(&box, m_keyGuardMs);
     box.exec();
     const auto role = box.buttonRole(box.clickedButton());
     switch (buttons) {
     case DialogButtons::YesNo:
         return role == QMessageBox::YesRole ? DialogAnswer::Yes : DialogAnswer::No;
+    case DialogButtons::YesNoCancel:
+        return role == QMessageBox::YesRole  ? DialogAnswer::Yes
+               : role == QMessageBox::NoRole ? DialogAnswer::No
+                                             : DialogAnswer::Cancel;
     case DialogButtons::OkCancel:
         return role == QMessageBox::AcceptRole ? DialogAnswer::Ok : DialogAnswer::Cancel;
     case DialogButtons::Ok:
@@ -66,6 +120,7 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
     dlg.setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
     dlg.setOkButtonText(QStringLiteral("OK"));
     dlg.setCancelButtonText(QStringLiteral("Cancelar"));
+    KeyGuardFilter guard(&dlg, m_keyGuardMs);
     if (dlg.exec() != QDialog::Accepted)
         return std::nullopt;
     return dlg.textValue();
@@ -76,12 +131,14 @@ DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
     if (form == QLatin1String("frmAcrescimos")) {
         frmAcrescimos dlg(*this, caption, lines,
                           m_parent ? m_parent : QApplication::activeWindow());
+        KeyGuardFilter guard(&dlg, m_keyGuardMs);
         dlg.exec();
         return DialogAnswer::Ok;
     }
     DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
     std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer,
                                               m_parent ? m_parent : QApplication::activeWindow()));
+    KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
     dlg->exec();
     return answer;
 }
@@ -118,7 +175,9 @@ QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption,
         });
         row->addWidget(yes);
         row->addWidget(no);
-        yes->setDefault(true);
+        // A consent is about money: the default and the focus are on No.
+        no->setDefault(true);
+        no->setFocus();
     } else {
         auto* ok = new QPushButton(QStringLiteral("OK"), dlg);
         ok->setObjectName(QStringLiteral("cmdOk"));

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
+#include "DateField.h"
 #include "DialogPort.h"
 #include "clsCodBarra.h"
 
@@ -25,7 +26,7 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
     m_valor->setObjectName(QStringLiteral("mskvalor"));
     m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_vencimento =
-        new QDateEdit(ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today(), this);
+        new DateField(ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today(), this);
     m_vencimento->setObjectName(QStringLiteral("dtpVencimento"));
     m_vencimento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_vencimento->setCalendarPopup(true);

@@ -3,6 +3,8 @@
 #include "AppContext.h"
 #include "Clock.h"
 
+#include "DateField.h"
+
 #include <QDateEdit>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -14,6 +16,7 @@
 frmData::frmData(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmData"));
     setWindowTitle(QStringLiteral("Tolvane - Abertura do Caixa"));
+    setMinimumWidth(560); // the whole title in the title bar, the explanation in two lines
 
     auto* explain = new QLabel(
         QStringLiteral("A data apresentada refere-se ao dia atual, caso haja necessidade de "
@@ -23,7 +26,7 @@ frmData::frmData(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx)
     m_senha = new QLineEdit(this);
     m_senha->setObjectName(QStringLiteral("txtsenha"));
     m_senha->setEchoMode(QLineEdit::Password);
-    m_data = new QDateEdit(ctx.clock.today(), this);
+    m_data = new DateField(ctx.clock.today(), this);
     m_data->setObjectName(QStringLiteral("dtpData"));
     m_data->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_data->setCalendarPopup(true);

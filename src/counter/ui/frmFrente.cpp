@@ -2,12 +2,17 @@
 
 #include "AdminGuard.h"
 #include "AppContext.h"
+#include "AuthCounterPrinter.h"
 #include "CalculatorDialog.h"
 #include "CashDayMenu.h"
 #include "Clock.h"
+#include "CommandRibbon.h"
 #include "CounterSession.h"
+#include "DateUtil.h"
 #include "DialogPort.h"
+#include "LancadosModel.h"
 #include "OverdueHandler.h"
+#include "PrinterWorker.h"
 #include "ReversalUndoDialog.h"
 #include "frmAtualiza.h"
 #include "frmAutenticar.h"
@@ -24,9 +29,9 @@
 #include "frmUsuarios.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -34,12 +39,17 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QStackedWidget>
 #include <QTimer>
+#include <QToolButton>
+#include <QTreeView>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
+const QString kReady = QStringLiteral("color: #006000");
+const QString kAlert = QStringLiteral("color: #b00000");
 
 QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0,
               bool bold = false) {
@@ -54,72 +64,174 @@ QLabel* label(const QString& name, const QString& text, QWidget* parent, int poi
     }
     return l;
 }
+
+bool allDigits(const QString& text) {
+    return !text.isEmpty() &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+}
+
+// What the cashier sees in lblStatus when a read ends without a notice of its own.
+QString statusText(ReadingDecision::Outcome o) {
+    switch (o) {
+    case ReadingDecision::Outcome::Encerrado:
+        return QStringLiteral("Movimento encerrado: reabra com F5 para receber");
+    case ReadingDecision::Outcome::Desconhecida:
+        return QStringLiteral("Tipo de guia não cadastrado");
+    case ReadingDecision::Outcome::Digito:
+        return QStringLiteral("Dígito verificador não confere");
+    case ReadingDecision::Outcome::NaoReconhecida:
+        return QStringLiteral("Código não reconhecido: confira o tipo de guia");
+    default:
+        break;
+    }
+    return {};
+}
 } // namespace
 
 frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     : QMainWindow(parent), m_session(session), m_ctx(session.ctx()), m_consulta(consulta) {
     setObjectName(QStringLiteral("frmFrente"));
-    setWindowTitle(QStringLiteral("Tolvane - Caixa"));
+    setWindowTitle(consulta ? QStringLiteral("Tolvane - Caixa (consulta)")
+                            : QStringLiteral("Tolvane - Caixa"));
+    m_keyClock.start();
     buildUi();
     buildMenus();
+    buildRibbon();
+    m_statusTimer = new QTimer(this);
+    m_statusTimer->setSingleShot(true);
+    connect(m_statusTimer, &QTimer::timeout, this, &frmFrente::refreshStatus);
     auto* timer = new QTimer(this);
     timer->setObjectName(QStringLiteral("tmrDiaHora"));
     connect(timer, &QTimer::timeout, this, &frmFrente::tick);
     timer->start(1000);
     tick();
     fillKinds();
+    m_session.kindsFilled = [this](const GuideKinds& kinds, bool selectFirst) {
+        showKinds(kinds, selectFirst);
+    };
     if (m_consulta) {
-        // A past day is only looked at: nothing can be added, recorded, closed or reopened here.
-        setWindowTitle(QStringLiteral("Tolvane - Caixa (consulta)"));
+        // A past day is only looked at: what cannot act here is shown disabled.
         for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
                            static_cast<QWidget*>(m_valor)})
             w->setEnabled(false);
+        for (const char* name : {"mnuEncerrar", "mnuReabrir", "mnuGravar", "mnuCarregar",
+                                 "mnuRemove", "mnuExcluiUltimo", "mnuLimpar", "mnuLimpaIdent",
+                                 "mnuLdg", "mnuAvulso", "mnuReautenticar", "mnuReautNumero"})
+            if (QAction* a = action(name))
+                a->setEnabled(false);
+        for (const char* name : {"cmdLdg", "cmdAvulso"})
+            findChild<QPushButton*>(QLatin1String(name))->setEnabled(false);
     }
     refreshAll();
+    // The screen sees every key first, wherever the focus is inside it.
+    qApp->installEventFilter(this);
     m_entry->setFocus();
 }
 
-void frmFrente::keyPressEvent(QKeyEvent* event) {
-    if (!handleKey(event->key()))
-        QMainWindow::keyPressEvent(event);
+frmFrente::~frmFrente() {
+    qApp->removeEventFilter(this);
+    m_session.kindsFilled = nullptr;
+    if (m_authPrinter)
+        m_authPrinter->autenticados = nullptr;
+}
+
+QAction* frmFrente::action(const char* name) const {
+    return findChild<QAction*>(QLatin1String(name));
+}
+
+QWidget* frmFrente::buildTopBar(QWidget* parent) {
+    auto* bar = new QWidget(parent);
+    m_status = label(QStringLiteral("lblStatus"), QString(), bar, 16, true);
+    m_rede = label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), bar, 0, true);
+    m_rede->setStyleSheet(kAlert);
+    m_rede->hide();
+    m_user = label(QStringLiteral("lbluser"), QString(), bar, 12);
+    m_dataCaixa = label(QStringLiteral("lblDataCaixa"), QString(), bar, 18, true);
+    m_dataCaixa->setContentsMargins(8, 2, 8, 2);
+    m_dia = label(QStringLiteral("lblDia"), QString(), bar, 12);
+    m_hora = label(QStringLiteral("lblHora"), QString(), bar, 18, true);
+    // A long status line wraps inside the room left; it never widens the window.
+    m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_status->setMinimumWidth(260);
+    m_status->setWordWrap(true);
+    auto* top = new QHBoxLayout(bar);
+    top->setContentsMargins(0, 0, 0, 0);
+    top->addWidget(m_status, 1);
+    top->addWidget(m_rede);
+    top->addWidget(m_user);
+    top->addSpacing(16);
+    top->addWidget(m_dataCaixa);
+    top->addSpacing(16);
+    top->addWidget(m_dia);
+    top->addSpacing(8);
+    top->addWidget(m_hora);
+    return bar;
+}
+
+QWidget* frmFrente::buildLancados(QWidget* parent) {
+    auto* box = new QWidget(parent);
+    m_lancadoTitle = label(QStringLiteral("lblLancado"), QString(), box, 13, true);
+    m_lancado = new QTreeView(box);
+    m_lancado->setObjectName(QStringLiteral("lstLancado"));
+    m_lancado->setRootIsDecorated(false);
+    m_lancado->setUniformRowHeights(true);
+    m_lancado->setAlternatingRowColors(true);
+    m_lancadoModel = new LancadosModel(
+        [this](qint32 antesDe, int limite) { return m_session.lancados(antesDe, limite); }, this);
+    m_lancado->setModel(m_lancadoModel);
+    m_lancadoModel->attach(m_lancado);
+    QFont f = m_lancado->font();
+    f.setPointSize(12);
+    m_lancado->setFont(f);
+    QHeaderView* h = m_lancado->header();
+    h->setStretchLastSection(false);
+    h->setSectionResizeMode(0, QHeaderView::Fixed);
+    h->setSectionResizeMode(1, QHeaderView::Stretch);
+    h->setSectionResizeMode(2, QHeaderView::Fixed);
+    // Whole amounts: the value column is as wide as the largest amount a day can hold.
+    const QFontMetrics fm(f);
+    h->resizeSection(0, fm.horizontalAdvance(QStringLiteral("00000")) + 16);
+    h->resizeSection(2, fm.horizontalAdvance(QStringLiteral("99.999.999,99")) + 20);
+    m_lancado->setMinimumWidth(430);
+    m_dayTotals = label(QStringLiteral("lblTotalDia"), QString(), box, 13, true);
+    m_dayTotals->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    auto* v = new QVBoxLayout(box);
+    v->setContentsMargins(0, 0, 0, 0);
+    v->addWidget(m_lancadoTitle);
+    v->addWidget(m_lancado, 1);
+    v->addWidget(m_dayTotals);
+    return box;
 }
 
 void frmFrente::buildUi() {
     auto* central = new QWidget(this);
     setCentralWidget(central);
 
-    m_status = label(QStringLiteral("lblStatus"), QString(), central, 14, true);
-    m_rede =
-        label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), central, 0, true);
-    m_rede->setStyleSheet(QStringLiteral("color: #b00000"));
-    m_rede->hide();
-    m_user = label(QStringLiteral("lbluser"), QString(), central);
-    m_dia = label(QStringLiteral("lblDia"), QString(), central);
-    m_hora = label(QStringLiteral("lblHora"), QString(), central);
-    auto* top = new QHBoxLayout;
-    top->addWidget(m_status);
-    top->addWidget(m_rede);
-    top->addStretch();
-    top->addWidget(m_user);
-    top->addSpacing(20);
-    top->addWidget(m_dia);
-    top->addSpacing(10);
-    top->addWidget(m_hora);
+    m_impressora = label(QStringLiteral("lblImpressora"), QString(), central, 14, true);
+    m_impressora->setContentsMargins(10, 6, 10, 6);
+    m_impressora->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_impressora->setWordWrap(true);
+    m_impressora->hide();
 
     m_entry = new QLineEdit(central);
     m_entry->setObjectName(QStringLiteral("txtValorCodBarra"));
     m_entry->setMaxLength(60);
     QFont big = m_entry->font();
-    big.setPointSize(16);
+    big.setPointSize(18);
     m_entry->setFont(big);
-    m_entry->setPlaceholderText(QStringLiteral("Código de barras, valor ou valor pago"));
+    m_entry->setPlaceholderText(QStringLiteral("Código, linha digitável ou valor pago"));
     m_kinds = new QComboBox(central);
     m_kinds->setObjectName(QStringLiteral("cmbTipoGuia"));
-    m_kinds->setMinimumWidth(260);
+    m_kinds->setMinimumWidth(300);
+    QFont mid = m_kinds->font();
+    mid.setPointSize(12);
+    m_kinds->setFont(mid);
     m_valor = new QLineEdit(central);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
     m_valor->setPlaceholderText(QStringLiteral("0,00"));
-    m_valor->setMaximumWidth(140);
+    m_valor->setAlignment(Qt::AlignRight);
+    m_valor->setFont(mid);
+    m_valor->setMaximumWidth(160);
     auto* ldg = new QPushButton(QStringLiteral("Linha &Digitável"), central);
     ldg->setObjectName(QStringLiteral("cmdLdg"));
     ldg->setFocusPolicy(Qt::NoFocus);
@@ -129,14 +241,15 @@ void frmFrente::buildUi() {
     avulso->setFocusPolicy(Qt::NoFocus);
     connect(avulso, &QPushButton::clicked, this, &frmFrente::avulso);
     auto* entryRow = new QHBoxLayout;
-    entryRow->addWidget(label(QStringLiteral("lblCodigo"), QStringLiteral("Código:"), central));
+    entryRow->addWidget(label(QStringLiteral("lblCodigo"), QStringLiteral("Código:"), central, 13));
     entryRow->addWidget(m_entry, 1);
     entryRow->addWidget(ldg);
     entryRow->addWidget(avulso);
     auto* kindRow = new QHBoxLayout;
-    kindRow->addWidget(label(QStringLiteral("lblTipo"), QStringLiteral("Tipo de guia:"), central));
+    kindRow->addWidget(
+        label(QStringLiteral("lblTipo"), QStringLiteral("Tipo de guia:"), central, 12));
     kindRow->addWidget(m_kinds, 1);
-    kindRow->addWidget(label(QStringLiteral("lblValor"), QStringLiteral("Valor:"), central));
+    kindRow->addWidget(label(QStringLiteral("lblValor"), QStringLiteral("Valor:"), central, 12));
     kindRow->addWidget(m_valor);
 
     m_soma = new QTreeWidget(central);
@@ -144,73 +257,56 @@ void frmFrente::buildUi() {
     m_soma->setRootIsDecorated(false);
     m_soma->setAlternatingRowColors(true);
     m_soma->setFocusPolicy(Qt::NoFocus);
+    m_soma->setFont(mid);
     m_soma->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Tipo"),
                              QStringLiteral("Valor"), QStringLiteral("Total"),
                              QStringLiteral("Código de barras"), QStringLiteral("Vencimento"),
                              QStringLiteral("Parcela"), QStringLiteral("Obs")});
     m_soma->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_soma->headerItem()->setTextAlignment(2, Qt::AlignRight);
+    m_soma->headerItem()->setTextAlignment(3, Qt::AlignRight);
+    // An empty sum says what the counter expects instead of showing a blank list.
+    auto* empty = label(QStringLiteral("lblSomaVazia"),
+                        QStringLiteral("Passe o leitor no código de barras\nou digite a linha "
+                                       "digitável e tecle Enter\n\n"
+                                       "+  item sem código      -  valor pago      "
+                                       "Enter  grava o pagamento"),
+                        central, 15);
+    empty->setAlignment(Qt::AlignCenter);
+    empty->setStyleSheet(
+        QStringLiteral("color: #505a64; border: 2px dashed #b8c0c8; border-radius: 6px;"));
+    m_somaStack = new QStackedWidget(central);
+    m_somaStack->addWidget(empty);
+    m_somaStack->addWidget(m_soma);
 
-    m_total = label(QStringLiteral("lbltotalConta"), QStringLiteral("Calcular"), central, 22, true);
+    auto* totalCaption =
+        label(QStringLiteral("lblTotalCaption"), QStringLiteral("Total do cliente"), central, 13);
+    m_total = label(QStringLiteral("lbltotalConta"), QStringLiteral("Calcular"), central, 28, true);
     m_total->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_troco = label(QStringLiteral("lblTroco"), QStringLiteral("A Pagar"), central, 16, true);
+    m_troco = label(QStringLiteral("lblTroco"), QStringLiteral("A Pagar"), central, 20, true);
     m_troco->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-
-    m_lancadoTitle = label(QStringLiteral("lblLancado"), QString(), central, 0, true);
-    m_lancado = new QTreeWidget(central);
-    m_lancado->setObjectName(QStringLiteral("lstLancado"));
-    m_lancado->setRootIsDecorated(false);
-    m_lancado->setHeaderLabels(
-        {QStringLiteral("Aut."), QStringLiteral("Descrição"), QStringLiteral("Valor")});
-    m_lancado->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_lancado->setMaximumWidth(380);
+    auto* totals = new QHBoxLayout;
+    totals->addWidget(totalCaption);
+    totals->addStretch();
+    totals->addWidget(m_total);
 
     auto* left = new QVBoxLayout;
     left->addLayout(entryRow);
     left->addLayout(kindRow);
-    left->addWidget(m_soma, 1);
-    left->addWidget(m_total);
+    left->addWidget(m_somaStack, 1);
+    left->addLayout(totals);
     left->addWidget(m_troco);
-    auto* right = new QVBoxLayout;
-    right->addWidget(m_lancadoTitle);
-    right->addWidget(m_lancado, 1);
     auto* body = new QHBoxLayout;
-    body->addLayout(left, 1);
-    body->addLayout(right);
+    body->addLayout(left, 3);
+    body->addWidget(buildLancados(central), 2);
 
     auto* layout = new QVBoxLayout(central);
-    layout->addLayout(top);
+    layout->addWidget(buildTopBar(central));
+    layout->addWidget(m_impressora);
     layout->addLayout(body, 1);
-    layout->addWidget(buildKeyBar());
 
     connect(m_entry, &QLineEdit::textChanged, this, &frmFrente::onEntryChanged);
-    for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
-                       static_cast<QWidget*>(m_valor)})
-        w->installEventFilter(this);
-    resize(1180, 680);
-}
-
-QWidget* frmFrente::buildKeyBar() {
-    auto* bar = new QWidget(this);
-    auto* grid = new QGridLayout(bar);
-    const QStringList captions = {QStringLiteral("Exclui último Item (F2)"),
-                                  QStringLiteral("Limpa Soma (F3)"),
-                                  QStringLiteral("Encerrar Mov. (F4)"),
-                                  QStringLiteral("Reabrir Cupom (F5)"),
-                                  QStringLiteral("Juros por Dia/Mês (F6)"),
-                                  QStringLiteral("Contas Recebidas (F7)"),
-                                  QStringLiteral("Limpar Identificação (F8)"),
-                                  QStringLiteral("Calculadora (F9)"),
-                                  QStringLiteral("Salvar Soma (F11)"),
-                                  QStringLiteral("Carregar Soma (F12)"),
-                                  QStringLiteral("Sair (ESC)")};
-    for (int i = 0; i < captions.size(); ++i) {
-        auto* l = new QLabel(captions[i], bar);
-        l->setObjectName(QStringLiteral("lblTecla%1").arg(i + 1));
-        l->setFrameShape(QFrame::StyledPanel);
-        l->setAlignment(Qt::AlignCenter);
-        grid->addWidget(l, i / 6, i % 6);
-    }
-    return bar;
+    resize(1280, 760);
 }
 
 void frmFrente::buildMenus() {
@@ -225,27 +321,37 @@ void frmFrente::buildMenus() {
         &frmFrente::encerrar);
     add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Movimento (F5)"),
         &frmFrente::reabrir);
+    add(caixa, QStringLiteral("mnuRecebidas"), QStringLiteral("Contas Recebidas (F7)"),
+        &frmFrente::recebidas);
+    caixa->addSeparator();
+    add(caixa, QStringLiteral("mnuReautenticar"), QStringLiteral("Reautenticar Último Pagamento"),
+        &frmFrente::reautenticarUltimo);
+    add(caixa, QStringLiteral("mnuReautNumero"), QStringLiteral("Reautenticar por Número..."),
+        &frmFrente::reautenticarNumero);
     caixa->addSeparator();
     add(caixa, QStringLiteral("mnulogoff"), QStringLiteral("Trocar Operador"),
         [this] { emit logoff(); });
     add(caixa, QStringLiteral("mnuSair"), QStringLiteral("Sair (ESC)"), [this] { close(); });
     QMenu* soma = menuBar()->addMenu(QStringLiteral("&Soma"));
-    add(soma, QStringLiteral("mnuGravar"), QStringLiteral("Salvar Soma (F11)"),
-        [this] { m_session.salvarSoma(); });
-    add(soma, QStringLiteral("mnuCarregar"), QStringLiteral("Carregar Soma (F12)"), [this] {
-        m_session.carregarSoma();
-        refreshAll();
-    });
-    add(soma, QStringLiteral("mnuRemove"), QStringLiteral("Excluir Item..."),
-        &frmFrente::removeByNumber);
+    add(soma, QStringLiteral("mnuExcluiUltimo"), QStringLiteral("Exclui último Item (F2)"),
+        &frmFrente::removeLast);
     add(soma, QStringLiteral("mnuLimpar"), QStringLiteral("Limpa Soma (F3)"),
         &frmFrente::limparSoma);
     add(soma, QStringLiteral("mnuLimpaIdent"), QStringLiteral("Limpar Identificação (F8)"),
         &frmFrente::limparIdentificacao);
+    add(soma, QStringLiteral("mnuRemove"), QStringLiteral("Excluir Item..."),
+        &frmFrente::removeByNumber);
+    soma->addSeparator();
+    add(soma, QStringLiteral("mnuGravar"), QStringLiteral("Salvar Soma (F11)"),
+        [this] { m_session.salvarSoma(); });
+    add(soma, QStringLiteral("mnuCarregar"), QStringLiteral("Carregar Soma (F12)"),
+        &frmFrente::carregarSoma);
+    soma->addSeparator();
+    add(soma, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."),
+        &frmFrente::typedLine);
+    add(soma, QStringLiteral("mnuAvulso"), QStringLiteral("Item Avulso..."), &frmFrente::avulso);
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Ferramentas"));
     tools->setObjectName(QStringLiteral("mnuFerramentas"));
-    add(tools, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."),
-        &frmFrente::typedLine);
     add(tools, QStringLiteral("mnuJuros"), QStringLiteral("Juros por Dia/Mês (F6)"),
         &frmFrente::juros);
     add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"),
@@ -317,10 +423,92 @@ void frmFrente::openAdmin(const QString& guardTitle,
     m_entry->setFocus();
 }
 
+void frmFrente::buildRibbon() {
+    // Names listed here and not (yet) in the menus add nothing: a menu entry with one of these
+    // names shows on the ribbon by itself.
+    m_ribbon = new CommandRibbon(this, centralWidget());
+    const int dia = m_ribbon->addGroup(QStringLiteral("Dia"));
+    for (const char* n :
+         {"mnuEncerrar", "mnuReabrir", "mnuRecebidas", "mnuReautenticar", "mnuReautNumero",
+          "mnuLanca", "mnuSangria", "mnuPagtos", "mnuSuprimentos", "mnuConferir", "mnuConftemp"})
+        m_ribbon->addCommand(dia, QLatin1String(n));
+    const int soma = m_ribbon->addGroup(QStringLiteral("Soma"));
+    for (const char* n : {"mnuExcluiUltimo", "mnuLimpar", "mnuLimpaIdent", "mnuRemove", "mnuGravar",
+                          "mnuCarregar", "mnuLdg", "mnuAvulso"})
+        m_ribbon->addCommand(soma, QLatin1String(n));
+    const int tools = m_ribbon->addGroup(QStringLiteral("Ferramentas"));
+    for (const char* n : {"mnuJuros", "mnuCalculadora", "mnuFeriados", "mnuestornos"})
+        m_ribbon->addCommand(tools, QLatin1String(n));
+    const int adm = m_ribbon->addGroup(QStringLiteral("Administração"));
+    for (const char* n : {"mnuCorrige", "mnureverter", "mnuAlt_item", "mnuItens", "mnuuser",
+                          "mnuExpCebi", "mnuParam", "mnuAltSkin", "mnuAtualiza", "mnulogoff"})
+        m_ribbon->addCommand(adm, QLatin1String(n));
+    m_ribbon->setCurrentIndex(soma);
+    auto* strip = new QHBoxLayout;
+    strip->addWidget(m_ribbon, 1);
+    if (QToolButton* sair =
+            m_ribbon->standaloneCommand(QStringLiteral("mnuSair"), centralWidget(),
+                                        QStringLiteral("Sair"), QStringLiteral("ESC")))
+        strip->addWidget(sair, 0, Qt::AlignBottom);
+    static_cast<QVBoxLayout*>(centralWidget()->layout())->addLayout(strip);
+}
+
+void frmFrente::setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer) {
+    m_authPrinter = printer;
+    if (printer)
+        printer->autenticados = [this](const QList<int>& stamped, const QList<int>& missed) {
+            stampsMissed(stamped, missed);
+        };
+    if (!worker)
+        return;
+    connect(worker, &PrinterWorker::aguardandoDocumento, this, [this](const QString& texto) {
+        printerLine(texto.isEmpty() ? QString() : QStringLiteral("Insira o documento: ") + texto,
+                    true);
+    });
+    connect(worker, &PrinterWorker::aviso, this,
+            [this](const QString& title, const QString& text, int icon) {
+                m_ctx.dialogs.message(title, text, DialogIcon(icon), DialogButtons::Ok);
+            });
+}
+
+void frmFrente::printerLine(const QString& text, bool waiting) {
+    m_impressora->setText(text);
+    m_impressora->setStyleSheet(waiting ? QStringLiteral("background: #fff3b0; color: #3a2c00;")
+                                        : QStringLiteral("background: #ffd8c8; color: #6a1400;"));
+    m_impressora->setVisible(!text.isEmpty());
+}
+
+void frmFrente::stampsMissed(const QList<int>& stamped, const QList<int>& missed) {
+    // Every document still without a stamp stays named until one re-stamp covers it.
+    for (int a : stamped)
+        m_unstamped.remove(a);
+    for (int a : missed)
+        m_unstamped.insert(a);
+    if (m_unstamped.isEmpty()) {
+        printerLine(QString(), false);
+        return;
+    }
+    QList<int> sorted(m_unstamped.begin(), m_unstamped.end());
+    std::sort(sorted.begin(), sorted.end());
+    QStringList n;
+    for (int a : sorted)
+        n << QStringLiteral("%1").arg(a, 4, 10, QLatin1Char('0'));
+    printerLine(QStringLiteral("Documentos sem autenticação: %1. Quando a autenticadora voltar: "
+                               "Caixa > Reautenticar.")
+                    .arg(n.join(QStringLiteral(", "))),
+                false);
+}
+
 void frmFrente::tick() {
     const QDateTime now = m_ctx.clock.now();
     m_dia->setText(now.toString(QStringLiteral("dd/MM/yyyy")));
     m_hora->setText(QStringLiteral("Agora: ") + now.toString(QStringLiteral("hh:mm:ss AP")));
+    // A working date that is not today must not be missed.
+    const bool past = m_ctx.workingDate.isValid() && m_ctx.workingDate != now.date();
+    m_dataCaixa->setText(QStringLiteral("Caixa de ") + DateUtil::br(m_ctx.workingDate) +
+                         (past ? QStringLiteral(" (não é hoje)") : QString()));
+    m_dataCaixa->setStyleSheet(past ? QStringLiteral("background: #c0392b; color: white;")
+                                    : QStringLiteral("color: #1f3a5f;"));
 }
 
 bool frmFrente::fillKinds() {
@@ -328,7 +516,16 @@ bool frmFrente::fillKinds() {
     for (const GuideKind& k : m_session.kinds())
         m_kinds->addItem(k.descricao, k.idcod);
     m_kinds->setCurrentIndex(-1);
+    m_kindsAreEntry = true;
     return m_kinds->count() > 0;
+}
+
+void frmFrente::showKinds(const GuideKinds& kinds, bool selectFirst) {
+    m_kinds->clear();
+    for (const GuideKind& k : kinds)
+        m_kinds->addItem(k.descricao, k.idcod);
+    m_kinds->setCurrentIndex(selectFirst && !kinds.isEmpty() ? 0 : -1);
+    m_kindsAreEntry = false;
 }
 
 void frmFrente::refreshAll() {
@@ -350,99 +547,127 @@ void frmFrente::refreshList() {
         m_soma->addTopLevelItem(item);
         m_soma->scrollToItem(item);
     }
+    m_somaStack->setCurrentIndex(list.isEmpty() ? 0 : 1);
+    if (!list.isEmpty())
+        m_lastChange.clear();
     m_total->setText(list.isEmpty() ? QStringLiteral("Calcular") : list.total().formatCurrency());
-    m_troco->setText(m_session.paymentLabel());
+    m_total->setStyleSheet(list.isEmpty() ? QStringLiteral("color: #8a949e") : QString());
+    m_troco->setText(list.isEmpty() && !m_lastChange.isEmpty() ? m_lastChange
+                                                               : m_session.paymentLabel());
 }
 
 void frmFrente::refreshLancados() {
     m_lancadoTitle->setText(m_session.lancadosHeading());
-    m_lancado->clear();
-    for (const auto& l : m_session.lancados()) {
-        auto* item =
-            new QTreeWidgetItem({QStringLiteral("%1").arg(l.autentica, 4, 10, QLatin1Char('0')),
-                                 l.descricao, l.valor.format()});
-        item->setData(0, Qt::UserRole, l.idrecebe);
-        item->setTextAlignment(2, Qt::AlignRight);
-        m_lancado->addTopLevelItem(item);
-    }
+    m_lancadoModel->reload();
+    const auto r = m_session.resumoLancados();
+    m_dayCount = r ? r->quantidade : 0;
+    m_dayTotal = r ? r->total : Money();
+    refreshDayTotals();
+}
+
+void frmFrente::refreshDayTotals() {
+    m_dayTotals->setText(
+        QStringLiteral("%1 %2    Total do dia: %3")
+            .arg(m_dayCount)
+            .arg(m_dayCount == 1 ? QStringLiteral("recebimento") : QStringLiteral("recebimentos"))
+            .arg(m_dayTotal.formatCurrency()));
 }
 
 void frmFrente::refreshStatus() {
+    m_statusTimer->stop();
     m_status->setText(m_consulta ? QStringLiteral("CONSULTA - ") + m_session.day().statusLabel()
                                  : m_session.day().statusLabel());
-    m_status->setStyleSheet(m_session.day().aberto() ? QStringLiteral("color: #006000")
-                                                     : QStringLiteral("color: #b00000"));
+    m_status->setStyleSheet(m_session.day().aberto() ? kReady : kAlert);
     m_user->setText(QStringLiteral("Operador: ") + m_ctx.userName);
 }
 
-bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) {
-        auto* ke = static_cast<QKeyEvent*>(event);
-        if (handleKey(ke->key()))
-            return true;
-    }
-    return QMainWindow::eventFilter(watched, event);
+void frmFrente::statusLine(const QString& text) {
+    // A scan that added nothing still gets a word and a sound, so the cashier knows it was seen.
+    m_status->setText(text);
+    m_status->setStyleSheet(
+        QStringLiteral("color: white; background: #b00000; padding: 2px 6px; font-size: 13pt;"));
+    QApplication::beep();
+    m_statusTimer->start(8000);
 }
 
-bool frmFrente::handleKey(int key) {
-    const bool onEntry = focusWidget() == m_entry;
-    switch (key) {
+bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    auto* w = qobject_cast<QWidget*>(watched);
+    // Dialogs and popups keep their own keys; every key inside this window comes here first.
+    if (!w || w->window() != this)
+        return false;
+    auto* ke = static_cast<QKeyEvent*>(event);
+    if (handleKey(ke))
+        return true;
+    // Typing while the focus is on a list goes to the entry, so a scan is never lost there.
+    const bool onInput = w == m_entry || w == m_valor || w == m_kinds || m_kinds->isAncestorOf(w);
+    if (!onInput && !ke->text().isEmpty() && ke->text().at(0).isPrint() && m_entry->isEnabled()) {
+        m_entry->setFocus();
+        QKeyEvent copy(ke->type(), ke->key(), ke->modifiers(), ke->text());
+        QApplication::sendEvent(m_entry, &copy);
+        return true;
+    }
+    return false;
+}
+
+bool frmFrente::handleKey(QKeyEvent* event) {
+    const auto trigger = [this](const char* name) {
+        if (QAction* a = action(name))
+            a->trigger(); // does nothing while the action is disabled
+        return true;
+    };
+    QWidget* focus = QApplication::focusWidget();
+    switch (event->key()) {
     case Qt::Key_Plus:
+        if (m_consulta)
+            return true;
         m_entry->clear();
+        if (!m_kindsAreEntry)
+            fillKinds();
         m_kinds->setFocus();
-        if (m_ctx.settings.tecla_mais == 1 && !m_consulta)
+        if (m_ctx.settings.tecla_mais == 1)
             m_kinds->showPopup();
         return true;
     case Qt::Key_Minus:
+        // The dashes of a typed line are part of the line, not the amount key.
+        if (focus == m_entry && CounterSession::pareceInicioDeLinha(m_entry->text()))
+            return false;
         tender();
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (focusWidget() == m_kinds) {
+        if (focus == m_kinds) {
             m_valor->setFocus();
             m_valor->selectAll();
-        } else if (focusWidget() == m_valor) {
+        } else if (focus == m_valor) {
             addTypedItem();
-        } else if (onEntry) {
+        } else {
             enter();
         }
         return true;
     case Qt::Key_F2:
-        removeLast();
-        return true;
+        return trigger("mnuExcluiUltimo");
     case Qt::Key_F3:
-        limparSoma();
-        return true;
+        return trigger("mnuLimpar");
     case Qt::Key_F4:
-        encerrar();
-        return true;
+        return trigger("mnuEncerrar");
     case Qt::Key_F5:
-        reabrir();
-        return true;
+        return trigger("mnuReabrir");
     case Qt::Key_F6:
-        juros();
-        return true;
+        return trigger("mnuJuros");
     case Qt::Key_F7:
-        m_lancado->setFocus();
-        return true;
-    case Qt::Key_F9:
-        calculadora();
-        return true;
+        return trigger("mnuRecebidas");
     case Qt::Key_F8:
-        limparIdentificacao();
-        return true;
+        return trigger("mnuLimpaIdent");
+    case Qt::Key_F9:
+        return trigger("mnuCalculadora");
     case Qt::Key_F11:
-        m_session.salvarSoma();
-        return true;
+        return trigger("mnuGravar");
     case Qt::Key_F12:
-        if (!m_consulta) {
-            m_session.carregarSoma();
-            refreshList();
-        }
-        return true;
+        return trigger("mnuCarregar");
     case Qt::Key_Escape:
-        close();
-        return true;
+        return trigger("mnuSair");
     default:
         break;
     }
@@ -450,14 +675,35 @@ bool frmFrente::handleKey(int key) {
 }
 
 void frmFrente::onEntryChanged(const QString& text) {
-    if (text.size() == 44)
+    const qint64 now = m_keyClock.elapsed();
+    if (text.isEmpty()) {
+        m_handTyped = false;
+        m_lastChangeAt = -1;
+        return;
+    }
+    // One pause longer than a scanner ever makes, and the entry is being typed by hand: it is
+    // read on Enter, as a code or as a typed line.
+    if (m_lastChangeAt >= 0 && now - m_lastChangeAt > m_scannerKeyGapMs)
+        m_handTyped = true;
+    m_lastChangeAt = now;
+    if (text.size() == 44 && !m_handTyped && !m_reading)
         Leitura_codigo_barras();
 }
 
 void frmFrente::Leitura_codigo_barras() {
+    read(m_entry->text(), false);
+}
+
+void frmFrente::read(const QString& text, bool typedLine) {
     if (m_consulta)
         return;
-    showRead(settle(m_session.ler(m_entry->text())));
+    m_reading = true;
+    {
+        // Whatever the read opens ignores the keys the scanner sends right after the code.
+        DialogKeyGuard guard(m_ctx.dialogs, m_scannerEnterMs);
+        showRead(settle(typedLine ? m_session.lerLinha(text) : m_session.ler(text)));
+    }
+    m_reading = false;
     m_valor->clear();
     m_entry->setFocus();
     m_lastScan.start();
@@ -468,7 +714,7 @@ CounterSession::ReadResult frmFrente::settle(CounterSession::ReadResult r) {
     while (r.precisaConsentimento) {
         const bool yes =
             m_ctx.dialogs.notice(OverdueHandler::kFormGuia, OverdueHandler::kCaptionGuia,
-                                 OverdueHandler::kLinhasGuia,
+                                 OverdueHandler::linhasGuia(r.vencimento, r.valor),
                                  DialogButtons::YesNo) == DialogAnswer::Yes;
         r = m_session.continuar(yes);
     }
@@ -480,41 +726,77 @@ void frmFrente::showRead(const CounterSession::ReadResult& r) {
         m_rede->setVisible(r.showNetworkLabel);
     if (r.clearField || r.accepted)
         m_entry->clear();
-    if (r.clearKind)
+    if (r.accepted)
+        fillKinds(); // the append resets the kind list
+    else if (r.clearKind)
         m_kinds->setCurrentIndex(-1);
+    const QString status = statusText(r.resultado);
+    if (status.isEmpty())
+        refreshStatus();
+    else
+        statusLine(status);
     refreshList();
 }
 
 void frmFrente::enter() {
-    const QString text = m_entry->text().trimmed();
-    if (CounterSession::pareceLinhaDigitavel(text) && !m_consulta) {
-        showRead(settle(m_session.lerLinha(text)));
-        m_lastScan.start();
+    if (m_consulta)
         return;
-    }
+    // The scanner's own Enter right after a code records nothing.
     if (m_lastScan.isValid() && m_lastScan.elapsed() < m_scannerEnterMs)
         return;
-    if (m_consulta || m_session.list().isEmpty())
+    const QString text = m_entry->text().trimmed();
+    if (text.size() == 44 && allDigits(text)) { // a code keyed by hand
+        read(text, false);
         return;
-    if (m_session.gravar()) {
+    }
+    if (CounterSession::pareceLinhaDigitavel(text)) {
+        read(text, true);
+        return;
+    }
+    if (m_session.list().isEmpty())
+        return;
+    // An amount typed is the amount paid, as "-" takes it; the payment is recorded only when
+    // it covers the total.
+    if (!text.isEmpty() && (!tender() || !m_session.mayRecord()))
+        return;
+    record();
+}
+
+void frmFrente::record() {
+    const QString change = m_session.paymentLabel();
+    const auto rows = m_session.gravar();
+    if (rows) {
         m_entry->clear();
         m_valor->clear();
-        refreshAll();
+        m_lastChange = change.startsWith(QLatin1String("Troco")) ? change : QString();
+        QList<clsRecebimentos::Lancado> added;
+        for (const RecordedReceipt& r : *rows) {
+            added.append({r.idrecebe, r.autentica, r.item.descricao, r.item.valor});
+            ++m_dayCount;
+            m_dayTotal += r.item.valor;
+        }
+        m_lancadoModel->addRecorded(added);
+        m_lancado->scrollToTop();
+        refreshDayTotals();
+        refreshList();
+        refreshStatus();
     }
     m_entry->setFocus();
 }
 
-void frmFrente::tender() {
+bool frmFrente::tender() {
     // "-" on an empty screen only says there is nothing to pay.
     const bool bare = m_entry->text().trimmed().isEmpty() && m_session.list().isEmpty();
     const auto paid = bare ? std::optional<Money>(Money()) : Money::parse(m_entry->text());
     if (!paid || m_session.tender(*paid).state == ChangeResult::State::AmountInvalid) {
         m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor informado não é um número!!"));
         m_entry->selectAll();
-        return;
+        return false;
     }
     m_entry->clear();
+    m_lastChange.clear();
     refreshList();
+    return true;
 }
 
 void frmFrente::addTypedItem() {
@@ -528,17 +810,15 @@ void frmFrente::addTypedItem() {
     if (m_session.adicionarDigitado(m_kinds->currentData().toInt(), m_kinds->currentText(),
                                     Money::parse(m_valor->text()))) {
         m_valor->clear();
-        m_kinds->setCurrentIndex(-1);
+        fillKinds();
         refreshList();
         m_entry->setFocus();
     }
 }
 
 void frmFrente::removeLast() {
-    if (m_session.list().removeLast()) {
-        m_session.resetPayment();
+    if (m_session.removerUltimo())
         refreshList();
-    }
 }
 
 void frmFrente::removeByNumber() {
@@ -547,12 +827,11 @@ void frmFrente::removeByNumber() {
                                             false, QString());
     if (!answer)
         return;
-    const auto r = m_session.list().removeByNumber(*answer);
+    const auto r = m_session.removerNumero(*answer);
     if (r != CustomerList::RemoveResult::Removed) {
         m_ctx.dialogs.critical(kAviso, CustomerList::removeMessage(r));
         return;
     }
-    m_session.resetPayment();
     refreshList();
 }
 
@@ -561,17 +840,21 @@ void frmFrente::limparSoma() {
         return;
     if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja realmente limpar a soma?")))
         return;
-    m_session.list().clear();
-    m_session.resetPayment();
+    m_session.limparSoma();
     refreshList();
 }
 
 void frmFrente::limparIdentificacao() {
     m_entry->clear();
     m_valor->clear();
-    m_kinds->setCurrentIndex(-1);
+    fillKinds();
     m_rede->hide();
     m_entry->setFocus();
+}
+
+void frmFrente::carregarSoma() {
+    m_session.carregarSoma();
+    refreshList();
 }
 
 void frmFrente::encerrar() {
@@ -603,12 +886,42 @@ void frmFrente::reabrir() {
     refreshStatus();
 }
 
+void frmFrente::recebidas() {
+    // The day's list for reading; the screen still takes every key first.
+    m_lancado->setFocus();
+    if (!m_lancado->currentIndex().isValid() && m_lancadoModel->rowCount() > 0)
+        m_lancado->setCurrentIndex(m_lancadoModel->index(0, 0));
+}
+
+void frmFrente::reautenticarUltimo() {
+    m_session.reautenticarUltimo();
+    m_entry->setFocus();
+}
+
+void frmFrente::reautenticarNumero() {
+    const auto answer =
+        m_ctx.dialogs.input(QStringLiteral("Reautenticar"),
+                            QStringLiteral("Número da autenticação:"), false, QString());
+    if (!answer || answer->trimmed().isEmpty())
+        return;
+    bool ok = false;
+    const int n = answer->trimmed().toInt(&ok);
+    if (!ok || n <= 0) {
+        m_ctx.dialogs.critical(kAviso, QStringLiteral("O valor informado não é um número!!"));
+        return;
+    }
+    m_session.reautenticar(n);
+    m_entry->setFocus();
+}
+
 void frmFrente::typedLine() {
     if (m_consulta)
         return;
     frmLdg dlg(m_ctx.dialogs, this);
-    if (dlg.exec() == QDialog::Accepted)
+    if (dlg.exec() == QDialog::Accepted) {
+        m_entry->clear();
         m_entry->setText(dlg.barcode()); // 44 digits: read exactly as a scanned code
+    }
     m_entry->setFocus();
 }
 
@@ -644,12 +957,28 @@ void frmFrente::feriados() {
 }
 
 void frmFrente::closeEvent(QCloseEvent* event) {
-    if (!m_session.list().isEmpty() &&
-        !m_ctx.dialogs.ask(
-            kAviso,
-            QStringLiteral("Há itens na soma que não foram gravados. Deseja sair assim mesmo?"))) {
-        event->ignore();
+    event->ignore();
+    if (!m_session.list().isEmpty()) {
+        if (m_ctx.dialogs.ask(kAviso, QStringLiteral("Há itens na soma que não foram gravados. "
+                                                     "Deseja sair assim mesmo?")))
+            event->accept();
         return;
     }
-    event->accept();
+    // Leaving is asked, and going back to the date screen (another operator or day) offered.
+    switch (m_ctx.dialogs.message(QStringLiteral("Sair"),
+                                  QStringLiteral("Deseja sair do Tolvane?\n\n"
+                                                 "Sim: fecha o programa.\n"
+                                                 "Não: volta à tela de data (outro operador "
+                                                 "ou outro dia).\n"
+                                                 "Cancelar: continua no caixa."),
+                                  DialogIcon::Question, DialogButtons::YesNoCancel)) {
+    case DialogAnswer::Yes:
+        event->accept();
+        break;
+    case DialogAnswer::No:
+        emit logoff();
+        break;
+    default:
+        break;
+    }
 }

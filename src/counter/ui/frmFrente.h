@@ -4,15 +4,25 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QSet>
 #include <functional>
 #include <memory>
 
 class AppContext;
+class AuthCounterPrinter;
+class CommandRibbon;
+class LancadosModel;
+class PrinterWorker;
+class QAction;
 class QComboBox;
 class QDialog;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QPushButton;
+class QStackedWidget;
+class QTimer;
+class QTreeView;
 class QTreeWidget;
 
 // The counter screen: the cashier's whole day. A thin view over CounterSession: it reads keys,
@@ -21,42 +31,62 @@ class frmFrente : public QMainWindow {
     Q_OBJECT
 public:
     frmFrente(CounterSession& session, bool consulta, QWidget* parent = nullptr);
+    ~frmFrente() override;
 
+    // Every receipt and total read again (after cash entries and corrections).
     void refreshAll();
-    // How long after a code an Enter is taken as the scanner's own (150 ms).
+    // How long after a read the keys that follow are taken as the scanner's own (150 ms): an
+    // Enter then neither records nor answers a question the read opened.
     void setScannerEnterWindow(int ms) { m_scannerEnterMs = ms; }
+    // The longest pause between a scanner's characters (50 ms). A code whose characters came
+    // further apart was typed by hand: it is read on Enter, not at its 44th character.
+    void setScannerKeyGap(int ms) { m_scannerKeyGapMs = ms; }
+    // The printer's own thread, for the document prompt, its messages and the stamps left out.
+    void setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer);
 
 signals:
-    void logoff();
+    void logoff(); // back to the date screen
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildUi();
+    QWidget* buildTopBar(QWidget* parent);
+    QWidget* buildLancados(QWidget* parent);
     void buildMenus();
-    QWidget* buildKeyBar();
+    void buildRibbon();
+    QAction* action(const char* name) const;
     void refreshList();
     void refreshLancados();
     void refreshStatus();
+    void refreshDayTotals();
     void tick();
+    void statusLine(const QString& text);
+    void printerLine(const QString& text, bool waiting);
 
-    bool handleKey(int key);
+    bool handleKey(QKeyEvent* event);
     void onEntryChanged(const QString& text);
     void Leitura_codigo_barras();
+    void read(const QString& text, bool typedLine);
     CounterSession::ReadResult settle(CounterSession::ReadResult r);
     void showRead(const CounterSession::ReadResult& r);
     void enter();
-    void tender();
+    bool tender();
+    void record();
     void addTypedItem();
     void removeLast();
     void removeByNumber();
     void limparSoma();
     void limparIdentificacao();
+    void carregarSoma();
     void encerrar();
     void reabrir();
+    void recebidas();
+    void reautenticarUltimo();
+    void reautenticarNumero();
+    void stampsMissed(const QList<int>& stamped, const QList<int>& missed);
     void typedLine();
     void avulso();
     void juros();
@@ -66,24 +96,43 @@ private:
     void openAdmin(const QString& guardTitle,
                    const std::function<std::unique_ptr<QDialog>()>& make);
     bool fillKinds();
+    void showKinds(const GuideKinds& kinds, bool selectFirst);
 
     CounterSession& m_session;
     AppContext& m_ctx;
     bool m_consulta;
     QElapsedTimer m_lastScan;
     int m_scannerEnterMs = 150;
+    int m_scannerKeyGapMs = 50;
+    QElapsedTimer m_keyClock;
+    qint64 m_lastChangeAt = -1;
+    bool m_handTyped = false;
+    bool m_reading = false;
+    bool m_kindsAreEntry = true;
+    QString m_lastChange; // the last customer's change, shown until the next item
+    qint64 m_dayCount = 0;
+    Money m_dayTotal;
+    AuthCounterPrinter* m_authPrinter = nullptr;
+    QSet<int> m_unstamped; // documents of this session still without a stamp
 
-    QLineEdit* m_entry = nullptr;     // txtValorCodBarra
-    QComboBox* m_kinds = nullptr;     // cmbTipoGuia
-    QLineEdit* m_valor = nullptr;     // mskvalor
-    QTreeWidget* m_soma = nullptr;    // lstSoma
-    QTreeWidget* m_lancado = nullptr; // lstLancado
+    QLineEdit* m_entry = nullptr; // txtValorCodBarra
+    QComboBox* m_kinds = nullptr; // cmbTipoGuia
+    QLineEdit* m_valor = nullptr; // mskvalor
+    QStackedWidget* m_somaStack = nullptr;
+    QTreeWidget* m_soma = nullptr;  // lstSoma
+    QTreeView* m_lancado = nullptr; // lstLancado
+    LancadosModel* m_lancadoModel = nullptr;
     QLabel* m_lancadoTitle = nullptr;
-    QLabel* m_total = nullptr;  // lbltotalConta
-    QLabel* m_troco = nullptr;  // lblTroco
-    QLabel* m_status = nullptr; // lblStatus
-    QLabel* m_rede = nullptr;   // lblStatusRede
-    QLabel* m_user = nullptr;   // lbluser
-    QLabel* m_dia = nullptr;    // lblDia
-    QLabel* m_hora = nullptr;   // lblHora
+    QLabel* m_dayTotals = nullptr;  // lblTotalDia
+    QLabel* m_total = nullptr;      // lbltotalConta
+    QLabel* m_troco = nullptr;      // lblTroco
+    QLabel* m_status = nullptr;     // lblStatus
+    QLabel* m_rede = nullptr;       // lblStatusRede
+    QLabel* m_user = nullptr;       // lbluser
+    QLabel* m_dia = nullptr;        // lblDia
+    QLabel* m_hora = nullptr;       // lblHora
+    QLabel* m_dataCaixa = nullptr;  // lblDataCaixa
+    QLabel* m_impressora = nullptr; // lblImpressora
+    QTimer* m_statusTimer = nullptr;
+    CommandRibbon* m_ribbon = nullptr;
 };

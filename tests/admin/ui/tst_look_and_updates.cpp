@@ -168,7 +168,10 @@ private slots:
         service.makeTransport = [&emulator] { return std::make_unique<MemoryTransport>(emulator); };
         service.sleep = [](int) {};
         service.documentTimeoutMs = 50;
-        app.ctx().printer = &service;
+        // The counter's printer, here run at once instead of on its own thread.
+        app.ctx().printerJobs = [&service](std::function<void(PrinterService&)> job) {
+            job(service);
+        };
         frmAutenticar form(app.ctx());
         QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblCabecalho"))->text(),
                  QStringLiteral("PMX"));

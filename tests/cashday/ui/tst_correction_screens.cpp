@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
+#include <QTreeView>
 #include <QTreeWidget>
 
 using RC = ReceiptCorrections;
@@ -241,8 +242,8 @@ private slots:
         Day d;
         frmFrente front(d.session, false);
         front.show();
-        auto* lancado = child<QTreeWidget>(front, "lstLancado");
-        QCOMPARE(lancado->topLevelItemCount(), 3);
+        auto* lancado = child<QTreeView>(front, "lstLancado");
+        QCOMPARE(lancado->model()->rowCount(), 3);
         auto trigger = [&](const char* name) {
             front.findChild<QAction*>(QLatin1String(name))->trigger();
         };
@@ -274,7 +275,7 @@ private slots:
         });
         trigger("mnuAlt_item");
         QCOMPARE(opened, QStringLiteral("frmCorrigeGuia"));
-        QCOMPARE(lancado->topLevelItemCount(), 2);
+        QCOMPARE(lancado->model()->rowCount(), 2);
 
         d.app.dialogs().pushInput(kSenhaAdm);
         whenOpen([](QWidget& w) {
@@ -284,7 +285,7 @@ private slots:
         });
         trigger("mnureverter");
         QCOMPARE(opened, QStringLiteral("ReversalUndoDialog"));
-        QCOMPARE(lancado->topLevelItemCount(), 3);
+        QCOMPARE(lancado->model()->rowCount(), 3);
 
         whenOpen([](QWidget&) {});
         trigger("mnuestornos");

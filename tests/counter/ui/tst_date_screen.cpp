@@ -3,6 +3,7 @@
 #include "clsMovimento.h"
 #include "frmData.h"
 
+#include <QApplication>
 #include <QDateEdit>
 #include <QLineEdit>
 #include <QPushButton>
@@ -67,6 +68,48 @@ private slots:
                      senha == QLatin1String("nao") || date > QDate(2026, 11, 23)
                          ? DialogIcon::Critical
                          : DialogIcon::Exclamation);
+    }
+
+    // A date keyed digit by digit fills day, month and year in order, wherever the field was
+    // entered, as an operator types it without a mouse.
+    void typedDateFillsInOrder_data() {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QDate>("date");
+        QTest::addColumn<bool>("byClick");
+        QTest::newRow("eight digits") << "20112026" << QDate(2026, 11, 20) << false;
+        QTest::newRow("with slashes") << "05/03/2026" << QDate(2026, 3, 5) << false;
+        QTest::newRow("day and month only") << "0109" << QDate(2026, 9, 1) << false;
+        QTest::newRow("clicked on the year") << "20112026" << QDate(2026, 11, 20) << true;
+    }
+    void typedDateFillsInOrder() {
+        QFETCH(QString, keys);
+        QFETCH(QDate, date);
+        QFETCH(bool, byClick);
+        TestApp app;
+        frmData screen(app.ctx());
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&screen));
+        auto* field = screen.findChild<QDateEdit*>(QStringLiteral("dtpData"));
+        if (byClick) {
+            auto* edit = field->findChild<QLineEdit*>();
+            QTest::mouseClick(edit, Qt::LeftButton, {}, QPoint(edit->width() - 30, 5));
+        } else {
+            QTest::keyClick(screen.findChild<QLineEdit*>(QStringLiteral("txtsenha")), Qt::Key_Tab);
+        }
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(field));
+        QCoreApplication::processEvents();
+        QTest::keyClicks(field, keys);
+        QCOMPARE(field->date(), date);
+    }
+
+    // The title is whole in the title bar, and the screen wide enough for its explanation.
+    void titleFits() {
+        TestApp app;
+        frmData screen(app.ctx());
+        screen.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&screen));
+        QVERIFY(screen.width() >=
+                screen.fontMetrics().horizontalAdvance(screen.windowTitle()) + 160);
     }
 };
 

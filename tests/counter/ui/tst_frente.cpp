@@ -1,32 +1,100 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
+#include "AuthCounterPrinter.h"
+#include "CheckDigits.h"
+#include "CommandRibbon.h"
+#include "CounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "LancadosModel.h"
 #include "OverdueHandler.h"
+#include "PaymentRecorder.h"
+#include "PrinterEmulator.h"
+#include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "TestApp.h"
+#include "Transaction.h"
+#include "TypedLine.h"
+#include "clsRecebimentos.h"
 #include "frmFrente.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QToolButton>
+#include <QTreeView>
 #include <QTreeWidget>
 
 constexpr int kScannerPause = 200; // longer than the scanner's own Enter
+
+namespace {
+const QString kOnTime = QStringLiteral("81660000003124004262026113058888888888888888");
+const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
+
+// Records the documents the counter asked to stamp.
+class StampRecorder : public CounterPrinter {
+public:
+    QStringList stamped;
+    bool aberturaMovimento(const clsMovimento&) override { return true; }
+    bool encerramento(const clsMovimento&) override { return true; }
+    bool reabertura(const clsMovimento&) override { return true; }
+    bool documentos(const QList<RecordedReceipt>& rows) override {
+        for (const auto& r : rows)
+            stamped << QStringLiteral("%1 %2").arg(r.autentica).arg(r.item.valor.format());
+        return true;
+    }
+    bool cupom(const QList<RecordedReceipt>&, const QString&, const QString&) override {
+        return true;
+    }
+};
+
+// A collection guide (value identifier 6, modulo 10) of `kind`, due on `due`.
+QString febraban(const QString& kind, const QDate& due, qint64 cents) {
+    const QString body = QStringLiteral("816") +
+                         QStringLiteral("0%1").arg(cents, 10, 10, QLatin1Char('0')) + kind +
+                         due.toString(QStringLiteral("yyyyMMdd")) + QString(17, QLatin1Char('8'));
+    return body.left(3) + Modulo10_arrecadacao(body) + body.mid(3);
+}
+
+// The collection line of a 48-digit code as printed: four blocks, each with its check digit
+// after a dash.
+QString printedLine(const QString& code) {
+    QString digits = TypedLine::fromBarcode(code);
+    digits.remove(QRegularExpression(QStringLiteral("[^0-9]")));
+    QStringList blocks;
+    for (int i = 0; i < 4; ++i)
+        blocks << digits.mid(i * 12, 11) + QLatin1Char('-') + digits.mid(i * 12 + 11, 1);
+    return blocks.join(QLatin1Char(' '));
+}
+} // namespace
 
 class tst_frente : public QObject {
     Q_OBJECT
 
     struct Screen {
         TestApp app;
-        CounterSession session{app.ctx(), nullptr};
+        StampRecorder printer;
+        CounterSession session{app.ctx(), &printer};
         std::unique_ptr<frmFrente> form;
-        Screen() {
-            QVERIFY(app.db().SQLExecute(QStringLiteral(
-                "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
-                "VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N'), "
-                "(8, 'AV2', 'CERTIDAO', 'A', 'N', 'N'), (100, 'DIN', 'DINHEIRO', 'S', 'N', 'N')")));
+        explicit Screen(bool demo = false) {
+            if (demo) {
+                QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+                app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"),
+                              QStringLiteral("1"));
+            } else {
+                QVERIFY(app.db().SQLExecute(QStringLiteral(
+                    "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) "
+                    "VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N'), "
+                    "(8, 'AV2', 'CERTIDAO', 'A', 'N', 'N'), (100, 'DIN', 'DINHEIRO', 'S', 'N', "
+                    "'N')")));
+            }
             app.ctx().workingDate = QDate(2026, 11, 23);
             app.ctx().userName = QStringLiteral("ANA");
+            session.networkAlive = [] { return true; };
             QVERIFY(session.day().abrir());
             app.dialogs().clear();
             form = std::make_unique<frmFrente>(session, false);
@@ -36,6 +104,10 @@ class tst_frente : public QObject {
         template <class T> T* w(const char* name) {
             return form->findChild<T*>(QLatin1String(name));
         }
+        QLineEdit* entry() { return w<QLineEdit>("txtValorCodBarra"); }
+        QTreeWidget* soma() { return w<QTreeWidget>("lstSoma"); }
+        QAbstractItemModel* lancados() { return w<QTreeView>("lstLancado")->model(); }
+        QString text(const char* label) { return w<QLabel>(label)->text(); }
         void key(int k) { QTest::keyClick(QApplication::focusWidget(), Qt::Key(k)); }
         void typeItem(int kindRow, const QString& valor) {
             key(Qt::Key_Plus);
@@ -46,36 +118,38 @@ class tst_frente : public QObject {
             QTest::keyClicks(w<QLineEdit>("mskvalor"), valor);
             key(Qt::Key_Return);
         }
+        // A scan: the code as one burst; the scanner's own Enter is left out.
+        void scan(const QString& code) {
+            form->setScannerEnterWindow(0);
+            QTest::keyClicks(entry(), code);
+        }
     };
 
 private slots:
-    // An overdue guide: the screen asks frmGuiavencida; No adds nothing, Yes adds it charged.
+    // An overdue guide: the screen asks frmGuiavencida, showing its due date and value; No adds
+    // nothing, Yes adds it charged. The question is asked with the scanner's keys held off.
     void overdueGuideAsksBeforeAdding() {
-        Screen s;
-        QVERIFY(s.app.db().SQLExecute(
-            QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
-                           "BLOQUEIO) VALUES (3, '0427', 'ISSQN', 'F', 'S', 'N')")));
-        s.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
-        s.app.ctx().reloadSettings();
-        const QString overdue = QStringLiteral("81830000012345604272026011000000000000000000");
-        auto* entry = s.w<QLineEdit>("txtValorCodBarra");
+        Screen s(true);
         s.app.dialogs().pushAnswer(DialogAnswer::No);
-        entry->setText(overdue);
-        const auto asked = s.app.dialogs().shown().first();
-        QCOMPARE(asked.form, OverdueHandler::kFormGuia);
-        QCOMPARE(asked.title, QStringLiteral("Guia Vencida"));
-        QCOMPARE(asked.text,
-                 QStringLiteral("Guia com a data de vencimento vencida.\nDeseja Continuar?"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);
-        QVERIFY(entry->text().isEmpty());
+        s.entry()->setText(kOverdue);
+        const auto consent = s.app.dialogs().shown().first();
+        QCOMPARE(consent.form, OverdueHandler::kFormGuia);
+        QCOMPARE(consent.title, QStringLiteral("Guia Vencida"));
+        QCOMPARE(consent.text, QStringLiteral("Guia com a data de vencimento vencida.\n"
+                                              "Vencimento: 10/01/2026\nValor: R$ 1.234,56\n"
+                                              "Deseja Continuar?"));
+        QVERIFY(consent.guarded);
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        QVERIFY(s.entry()->text().isEmpty());
 
         s.app.dialogs().clear();
         s.app.dialogs().pushAnswer(DialogAnswer::Yes);
-        entry->setText(overdue);
+        s.entry()->setText(kOverdue);
         QCOMPARE(s.app.dialogs().shown().size(), 2);
         QCOMPARE(s.app.dialogs().last().form, QStringLiteral("frmAcrescimos"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 1);
-        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("R$ 1.493,82"));
+        QVERIFY(s.app.dialogs().last().guarded);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
+        QCOMPARE(s.text("lbltotalConta"), QStringLiteral("R$ 1.493,82"));
     }
 
     // F4 and F5: the screen asks, the day closes and reopens, and each answer is respected.
@@ -85,7 +159,7 @@ private slots:
         s.key(Qt::Key_F4);
         QCOMPARE(s.app.dialogs().texts(),
                  (QStringList{CashDay::kPerguntaEncerrar, CashDay::kCancelado}));
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
 
         s.app.dialogs().clear();
         s.app.dialogs().pushAnswer(DialogAnswer::Yes);
@@ -95,7 +169,7 @@ private slots:
                  (QStringList{CashDay::kPerguntaEncerrar, CashDay::kPerguntaCupomEncerramento,
                               CashDay::kEncerrado}));
         QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Information);
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA ENCERRADO"));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA ENCERRADO"));
 
         s.app.dialogs().clear();
         s.key(Qt::Key_F4);
@@ -108,7 +182,7 @@ private slots:
         s.key(Qt::Key_F5);
         QCOMPARE(s.app.dialogs().texts(),
                  (QStringList{CashDay::kPerguntaReabrir, CashDay::kPerguntaCupomReabertura}));
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
     }
 
     void kindListOffersEntryKindsOnly() {
@@ -117,42 +191,98 @@ private slots:
         QCOMPARE(kinds->count(), 2);
         QCOMPARE(kinds->itemText(0), QStringLiteral("CERTIDAO"));
         QCOMPARE(kinds->currentIndex(), -1);
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
-        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("Calcular"));
-        QVERIFY(s.w<QLabel>("lblHora")->text().startsWith(QStringLiteral("Agora: 10:00:00")));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
+        QCOMPARE(s.text("lbltotalConta"), QStringLiteral("Calcular"));
+        QVERIFY(s.text("lblHora").startsWith(QStringLiteral("Agora: 10:00:00")));
     }
 
+    // Two typed items, the change, and Enter: the day's list gains the new receipts at the top
+    // without being read again, with the day's count and total under it.
     void typedItemsChangeAndEnter() {
         Screen s;
         s.typeItem(1, QStringLiteral("12,50"));
         s.typeItem(0, QStringLiteral("7,50"));
-        auto* soma = s.w<QTreeWidget>("lstSoma");
-        QCOMPARE(soma->topLevelItemCount(), 2);
-        QCOMPARE(soma->topLevelItem(1)->text(1), QStringLiteral("08-CERTIDAO"));
-        QCOMPARE(soma->topLevelItem(1)->text(3), QStringLiteral("20,00"));
-        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("R$ 20,00"));
-        QCOMPARE(QApplication::focusWidget(), s.w<QLineEdit>("txtValorCodBarra"));
+        QCOMPARE(s.soma()->topLevelItemCount(), 2);
+        QCOMPARE(s.soma()->topLevelItem(1)->text(1), QStringLiteral("08-CERTIDAO"));
+        QCOMPARE(s.soma()->topLevelItem(1)->text(3), QStringLiteral("20,00"));
+        QCOMPARE(s.text("lbltotalConta"), QStringLiteral("R$ 20,00"));
+        QCOMPARE(QApplication::focusWidget(), s.entry());
 
-        QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("15"));
+        QTest::keyClicks(s.entry(), QStringLiteral("15"));
         s.key(Qt::Key_Minus);
-        QCOMPARE(s.w<QLabel>("lblTroco")->text(), QStringLiteral("Deve: R$ 5,00"));
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Deve: R$ 5,00"));
         s.key(Qt::Key_Return); // still owes: nothing recorded
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
 
-        QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("50,00"));
+        QSignalSpy reset(s.lancados(), &QAbstractItemModel::modelReset);
+        QSignalSpy inserted(s.lancados(), &QAbstractItemModel::rowsInserted);
+        QTest::keyClicks(s.entry(), QStringLiteral("50,00"));
         s.key(Qt::Key_Minus);
-        QCOMPARE(s.w<QLabel>("lblTroco")->text(), QStringLiteral("Troco: R$ 30,00"));
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Troco: R$ 30,00"));
         s.app.dialogs().clear();
         s.key(Qt::Key_Return);
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 2);
         QCOMPARE(s.app.dialogs().texts(), QStringList{QStringLiteral("Registro Gravado!!!")});
-        QCOMPARE(soma->topLevelItemCount(), 0);
-        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("Calcular"));
-        QCOMPARE(s.w<QLabel>("lblTroco")->text(), QStringLiteral("A Pagar"));
-        auto* lancado = s.w<QTreeWidget>("lstLancado");
-        QCOMPARE(lancado->topLevelItemCount(), 2);
-        QCOMPARE(lancado->topLevelItem(0)->text(0), QStringLiteral("0002"));
-        QCOMPARE(s.w<QLabel>("lblLancado")->text(), QStringLiteral("Caixa dia: 23 - 11 - 2026"));
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        QCOMPARE(s.text("lbltotalConta"), QStringLiteral("Calcular"));
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Troco: R$ 30,00")); // until the next item
+        QCOMPARE(reset.count(), 0);
+        QCOMPARE(inserted.count(), 1);
+        QCOMPARE(s.lancados()->rowCount(), 2);
+        QCOMPARE(s.lancados()->index(0, 0).data().toString(), QStringLiteral("0002"));
+        QCOMPARE(s.lancados()->index(0, 2).data().toString(), QStringLiteral("7,50"));
+        QCOMPARE(s.text("lblTotalDia"), QStringLiteral("2 recebimentos    Total do dia: R$ 20,00"));
+        QCOMPARE(s.text("lblLancado"), QStringLiteral("Caixa dia: 23 - 11 - 2026"));
+        s.typeItem(0, QStringLiteral("1,00"));
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("A Pagar"));
+    }
+
+    // A long day is read a page at a time as its list is scrolled; the count and total come from
+    // the database, not from the rows read.
+    void dayListReadsPagesAsItScrolls() {
+        Screen s;
+        {
+            Transaction tx(s.app.db());
+            for (int i = 1; i <= 450; ++i) {
+                clsRecebimentos r(s.app.db());
+                r.AUTENTICA = static_cast<qint16>(i);
+                r.IDMOVIMENTO = static_cast<qint16>(s.session.day().movimento().ID);
+                r.TIPO = 7;
+                r.VALOR = Money::fromReais(2);
+                r.CODBARRA = QStringLiteral("9%1").arg(i, 43, 10, QLatin1Char('0'));
+                QVERIFY(r.SQLInsert());
+            }
+            QVERIFY(tx.commit());
+        }
+        s.form->refreshAll();
+        auto* view = s.w<QTreeView>("lstLancado");
+        QCOMPARE(s.lancados()->rowCount(), LancadosModel::kPage);
+        QCOMPARE(s.lancados()->index(0, 0).data().toString(), QStringLiteral("0450"));
+        QCOMPARE(s.text("lblTotalDia"),
+                 QStringLiteral("450 recebimentos    Total do dia: R$ 900,00"));
+        for (int i = 0; i < 3; ++i) {
+            view->scrollToBottom();
+            QCoreApplication::processEvents();
+        }
+        QCOMPARE(s.lancados()->rowCount(), 450);
+        QCOMPARE(s.lancados()->index(449, 0).data().toString(), QStringLiteral("0001"));
+    }
+
+    // Enter with an amount typed takes it as the amount paid first, and records only when it
+    // covers the total; the change stays on screen.
+    void enterTakesTheTypedAmountFirst() {
+        Screen s(true);
+        s.scan(kOnTime);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
+        QTest::keyClicks(s.entry(), QStringLiteral("100"));
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Deve: R$ 212,40"));
+        QTest::keyClicks(s.entry(), QStringLiteral("400,00"));
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 1);
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Troco: R$ 87,60"));
+        QVERIFY(s.entry()->text().isEmpty());
     }
 
     void emptyValueAndTwoCommasAreRefused() {
@@ -160,13 +290,31 @@ private slots:
         s.typeItem(0, QString());
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Um valor deve ser informado!!"));
         s.typeItem(0, QStringLiteral("1,0,0"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);
-        s.w<QLineEdit>("txtValorCodBarra")->setFocus();
-        QTest::keyClicks(s.w<QLineEdit>("txtValorCodBarra"), QStringLiteral("1,0,0"));
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        s.entry()->setFocus();
+        QTest::keyClicks(s.entry(), QStringLiteral("1,0,0"));
         s.key(Qt::Key_Minus);
         QCOMPARE(s.app.dialogs().last().text,
                  QStringLiteral("O valor informado não é um número!!"));
-        s.key(Qt::Key_Escape); // an empty list leaves without asking
+    }
+
+    // Esc asks even with an empty sum, and offers the date screen; the safe answer stays.
+    void escapeAsksAndOffersTheDateScreen() {
+        Screen s;
+        QSignalSpy logoff(s.form.get(), &frmFrente::logoff);
+        s.app.dialogs().pushAnswer(DialogAnswer::Cancel);
+        s.key(Qt::Key_Escape);
+        QVERIFY(s.form->isVisible());
+        QCOMPARE(s.app.dialogs().last().title, QStringLiteral("Sair"));
+        QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Question);
+        QVERIFY(s.app.dialogs().last().text.startsWith(QStringLiteral("Deseja sair do Tolvane?")));
+        QCOMPARE(logoff.count(), 0);
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        s.key(Qt::Key_Escape);
+        QCOMPARE(logoff.count(), 1);
+        QVERIFY(s.form->isVisible());
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        s.key(Qt::Key_Escape);
         QVERIFY(!s.form->isVisible());
     }
 
@@ -175,7 +323,7 @@ private slots:
         for (const char* v : {"1,00", "2,00", "3,00"})
             s.typeItem(0, QString::fromLatin1(v));
         s.key(Qt::Key_F2);
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 2);
+        QCOMPARE(s.soma()->topLevelItemCount(), 2);
 
         s.app.dialogs().clear();
         for (const char* answer : {"", "dois", "9"}) {
@@ -191,75 +339,295 @@ private slots:
                               QStringLiteral("O Valor informado não corresponde!!!")}));
         s.app.dialogs().pushInput(QStringLiteral("1"));
         s.form->findChild<QAction*>(QStringLiteral("mnuRemove"))->trigger();
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItem(0)->text(2), QStringLiteral("2,00"));
+        QCOMPARE(s.soma()->topLevelItem(0)->text(2), QStringLiteral("2,00"));
+        QCOMPARE(s.session.removidos().size(), 2);
 
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F3);
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Deseja realmente limpar a soma?"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 1);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_Escape); // items not recorded: asks, and stays
         QVERIFY(s.form->isVisible());
         s.app.dialogs().pushAnswer(DialogAnswer::Yes);
         s.key(Qt::Key_F3);
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(), 0);
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
     }
 
     void closeAndReopenByKeys() {
         Screen s;
         s.app.dialogs().defaultAnswer = DialogAnswer::Yes;
         s.key(Qt::Key_F4);
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA ENCERRADO"));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA ENCERRADO"));
         s.typeItem(0, QStringLiteral("1,00"));
-        QCOMPARE(s.w<QTreeWidget>("lstSoma")->topLevelItemCount(),
-                 0); // nothing added after closing
+        QCOMPARE(s.soma()->topLevelItemCount(), 0); // nothing added after closing
         s.key(Qt::Key_F5);
-        QCOMPARE(s.w<QLabel>("lblStatus")->text(), QStringLiteral("CAIXA PRONTO"));
+        QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
     }
 
     void scanningAtTheCounter() {
-        Screen s;
-        QVERIFY(DemoData::seed(s.app.ctx(), nullptr, nullptr));
-        s.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
-        auto* entry = s.w<QLineEdit>("txtValorCodBarra");
-        auto* soma = s.w<QTreeWidget>("lstSoma");
-        const QString onTime = QStringLiteral("81660000003124004262026113058888888888888888");
-        const QString overdue = QStringLiteral("81830000012345604272026011000000000000000000");
+        Screen s(true);
+        auto* entry = s.entry();
         s.form->setScannerEnterWindow(60000); // however slow this machine is
-        QTest::keyClicks(entry, onTime);
-        QCOMPARE(soma->topLevelItemCount(), 1);
+        QTest::keyClicks(entry, kOnTime);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
         QVERIFY(entry->text().isEmpty());
         s.key(Qt::Key_Return); // the scanner's own Enter right after the code
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 0);
         s.form->setScannerEnterWindow(kScannerPause / 2);
 
-        QTest::keyClicks(entry, onTime);
+        QTest::keyClicks(entry, kOnTime);
         QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Conta já Lançada!!!"));
-        QCOMPARE(soma->topLevelItemCount(), 1);
+        QVERIFY(s.app.dialogs().last().guarded);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
 
         s.app.dialogs().pushAnswer(DialogAnswer::No);
-        QTest::keyClicks(entry, overdue);
+        QTest::keyClicks(entry, kOverdue);
         QCOMPARE(s.app.dialogs().last().form, QStringLiteral("frmGuiavencida"));
-        QCOMPARE(soma->topLevelItemCount(), 1);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
         QVERIFY(entry->text().isEmpty());
         QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->currentIndex(), -1);
 
         s.app.dialogs().pushAnswer(DialogAnswer::Yes);
-        QTest::keyClicks(entry, overdue);
-        QCOMPARE(soma->topLevelItemCount(), 2);
-        QCOMPARE(soma->topLevelItem(1)->text(2), QStringLiteral("1.493,82"));
-        QCOMPARE(s.w<QLabel>("lbltotalConta")->text(), QStringLiteral("R$ 1.806,22"));
+        QTest::keyClicks(entry, kOverdue);
+        QCOMPARE(s.soma()->topLevelItemCount(), 2);
+        QCOMPARE(s.soma()->topLevelItem(1)->text(2), QStringLiteral("1.493,82"));
+        QCOMPARE(s.text("lbltotalConta"), QStringLiteral("R$ 1.806,22"));
 
         // A bank-slip line pasted into the same field, then Enter.
         entry->setText(QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915"));
         QTest::qWait(kScannerPause);
         s.key(Qt::Key_Return);
-        QCOMPARE(soma->topLevelItemCount(), 3);
+        QCOMPARE(s.soma()->topLevelItemCount(), 3);
         QTest::qWait(kScannerPause);
         s.key(Qt::Key_Return);
         QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 3);
     }
 
+    // A scan that adds nothing without a notice of its own still gets a word in lblStatus.
+    void statusLineSaysWhyAScanAddedNothing_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<bool>("closed");
+        QTest::addColumn<QString>("status");
+        QTest::addColumn<int>("kinds");
+        QTest::newRow("closed day")
+            << kOnTime << true << "Movimento encerrado: reabra com F5 para receber" << -1;
+        QTest::newRow("unknown kind") << "81610000001000099992026113000000000000000000" << false
+                                      << "Tipo de guia não cadastrado" << 0;
+        QTest::newRow("wrong check digit") << "81650000003124004262026113058888888888888888"
+                                           << false << "Dígito verificador não confere" << 1;
+    }
+    void statusLineSaysWhyAScanAddedNothing() {
+        QFETCH(QString, code);
+        QFETCH(bool, closed);
+        QFETCH(QString, status);
+        QFETCH(int, kinds);
+        Screen s(true);
+        if (closed) {
+            s.app.dialogs().defaultAnswer = DialogAnswer::No;
+            s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+            s.key(Qt::Key_F4);
+        }
+        s.scan(code);
+        QCOMPARE(s.text("lblStatus"), status);
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        if (kinds >= 0) { // the kind list as the reading left it: emptied for an unknown code
+            QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->count(), kinds);
+            QCOMPARE(s.w<QComboBox>("cmbTipoGuia")->currentIndex(), -1);
+        }
+        s.scan(closed ? QString() : kOnTime);
+        if (!closed)
+            QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
+    }
+
+    // After F7 the keys still belong to the screen: a scan, "-" and Enter work on the list.
+    void dayListNeverTrapsTheKeyboard() {
+        Screen s(true);
+        s.scan(kOnTime);
+        s.key(Qt::Key_F7);
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(s.w<QTreeView>("lstLancado")));
+        QTest::keyClicks(QApplication::focusWidget(),
+                         febraban(QStringLiteral("0426"), QDate(2026, 11, 30), 1000));
+        QCOMPARE(s.soma()->topLevelItemCount(), 2);
+        s.key(Qt::Key_F7);
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("500"));
+        s.key(Qt::Key_Minus);
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("Troco: R$ 177,60"));
+        s.key(Qt::Key_F7);
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 2);
+    }
+
+    // Keyed by hand, a code or a typed line waits for Enter; its dashes are not the amount key.
+    void handTypedEntriesWaitForEnter_data() {
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("collection line with dashes") << printedLine(kOnTime);
+        QTest::newRow("bank-slip line") << "00191.23454 00000.000000 00000.000000 3 16510000008915";
+        QTest::newRow("44 digits") << kOnTime;
+    }
+    void handTypedEntriesWaitForEnter() {
+        QFETCH(QString, keys);
+        Screen s(true);
+        s.form->setScannerKeyGap(-1); // every pause counts as a hand's
+        s.form->setScannerEnterWindow(0);
+        QTest::keyClicks(s.entry(), keys);
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        QCOMPARE(s.entry()->text(), keys);
+        QCOMPARE(s.text("lblTroco"), QStringLiteral("A Pagar"));
+        QVERIFY(s.app.dialogs().shown().isEmpty());
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
+        QVERIFY(s.entry()->text().isEmpty());
+    }
+
+    // The working date is as large as the clock and stands out when it is not today.
+    void pastWorkingDateStandsOut() {
+        Screen s;
+        QCOMPARE(s.text("lblDataCaixa"), QStringLiteral("Caixa de 23/11/2026"));
+        QCOMPARE(s.w<QLabel>("lblDataCaixa")->font().pointSize(),
+                 s.w<QLabel>("lblHora")->font().pointSize());
+        QVERIFY(!s.w<QLabel>("lblDataCaixa")->styleSheet().contains(QStringLiteral("background")));
+        s.app.ctx().workingDate = QDate(2026, 11, 20);
+        frmFrente past(s.session, false);
+        QCOMPARE(past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))->text(),
+                 QStringLiteral("Caixa de 20/11/2026 (não é hoje)"));
+        QVERIFY(past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))
+                    ->styleSheet()
+                    .contains(QStringLiteral("background")));
+    }
+
+    // The printer on its own thread: the document prompt shows while the screen keeps running,
+    // a printer that fails names the documents left without a stamp, and a re-stamp clears them.
+    void printerPromptsAndLeftOutStamps() {
+        TestApp app;
+        for (const char* kv : {"impressora=bematech", "modo=1", "porta=LPT1"})
+            app.setOption(QStringLiteral("Print"), QString::fromLatin1(kv).section('=', 0, 0),
+                          QString::fromLatin1(kv).section('=', 1));
+        QVERIFY(app.db().SQLExecute(
+            QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
+                           "BLOQUEIO) VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N')")));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        PrinterWorker worker(app.ctx());
+        worker.service().makeTransport = [&] {
+            return std::make_unique<MemoryTransport>(emulator);
+        };
+        worker.service().documentTimeoutMs = 60000;
+        AuthCounterPrinter printer(app.ctx(), worker);
+        CounterSession session(app.ctx(), &printer);
+        QVERIFY(session.day().abrir());
+        frmFrente form(session, false);
+        form.setPrinter(&worker, &printer);
+        form.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&form));
+        form.activateWindow();
+        QTRY_VERIFY(form.isActiveWindow());
+        auto* banner = form.findChild<QLabel*>(QStringLiteral("lblImpressora"));
+        auto* valor = form.findChild<QLineEdit*>(QStringLiteral("mskvalor"));
+        const auto pay = [&](const char* amount) {
+            form.findChild<QComboBox*>(QStringLiteral("cmbTipoGuia"))->setCurrentIndex(0);
+            valor->setFocus();
+            QTest::keyClicks(valor, QString::fromLatin1(amount));
+            QTest::keyClick(valor, Qt::Key_Return);
+            QTest::keyClick(form.findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra")),
+                            Qt::Key_Return);
+        };
+        pay("5,00");
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 1);
+        QTRY_VERIFY(banner->isVisible());
+        QVERIFY(banner->text().startsWith(QStringLiteral("Insira o documento: ")));
+        emulator.setDocument(true);
+        QTRY_VERIFY(!banner->isVisible());
+        QCOMPARE(emulator.documents().size(), 1);
+
+        emulator.setSilent(true);
+        app.dialogs().clear();
+        pay("6,00");
+        QTRY_COMPARE(banner->text(),
+                     QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
+                                    "voltar: Caixa > Reautenticar."));
+        QCOMPARE(app.dialogs().texts(),
+                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+        emulator.setSilent(false);
+        form.findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
+        QTRY_VERIFY(!banner->isVisible());
+        QCOMPARE(emulator.documents().size(), 2);
+    }
+
+    // The re-stamp entries: the last payment's documents, or one receipt by its number.
+    void restampEntries() {
+        Screen s;
+        s.app.dialogs().clear();
+        s.form->findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
+        QCOMPARE(s.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Nenhum pagamento foi gravado nesta sessão.")});
+        s.typeItem(0, QStringLiteral("7,00"));
+        s.typeItem(1, QStringLiteral("8,00"));
+        s.key(Qt::Key_Return);
+        s.printer.stamped.clear();
+        s.form->findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
+        QCOMPARE(s.printer.stamped,
+                 (QStringList{QStringLiteral("1 7,00"), QStringLiteral("2 8,00")}));
+        s.printer.stamped.clear();
+        s.app.dialogs().pushInput(QStringLiteral("2"));
+        s.form->findChild<QAction*>(QStringLiteral("mnuReautNumero"))->trigger();
+        QCOMPARE(s.printer.stamped, QStringList{QStringLiteral("2 8,00")});
+    }
+
+    // F11, record, F12: nothing comes back to be recorded twice.
+    void sumFileAfterRecording() {
+        Screen s(true);
+        s.scan(kOnTime);
+        s.key(Qt::Key_F11);
+        QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Arquivo salvo com sucesso!!"));
+        QTest::qWait(kScannerPause);
+        s.form->setScannerEnterWindow(0);
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 1);
+        s.key(Qt::Key_F12);
+        QCOMPARE(s.app.dialogs().last().text, QStringLiteral("Não há dados!!"));
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        s.key(Qt::Key_Return);
+        QCOMPARE(s.app.count(QStringLiteral("Recebimentos")), 1);
+    }
+
+    // The ribbon: one button per menu action, with its key, following the action's state; a
+    // name with no action adds nothing.
+    void ribbonRunsTheMenuActions() {
+        QWidget owner;
+        auto* on = new QAction(QStringLiteral("&Encerrar Movimento (F4)"), &owner);
+        on->setObjectName(QStringLiteral("mnuEncerrar"));
+        auto* later = new QAction(QStringLiteral("Sangria..."), &owner);
+        later->setObjectName(QStringLiteral("mnuSangria"));
+        CommandRibbon ribbon(&owner);
+        const int dia = ribbon.addGroup(QStringLiteral("Dia"));
+        QToolButton* b = ribbon.addCommand(dia, QStringLiteral("mnuEncerrar"));
+        QVERIFY(b);
+        QCOMPARE(b->text(), QStringLiteral("Encerrar Movimento\nF4"));
+        QCOMPARE(ribbon.addCommand(dia, QStringLiteral("mnuSangria"))->text(),
+                 QStringLiteral("Sangria"));
+        QVERIFY(!ribbon.addCommand(dia, QStringLiteral("mnuNenhum")));
+        QSignalSpy fired(on, &QAction::triggered);
+        b->click();
+        QCOMPARE(fired.count(), 1);
+        on->setEnabled(false);
+        QVERIFY(!b->isEnabled());
+
+        Screen s;
+        QCOMPARE(s.w<CommandRibbon>("CommandRibbon")->count(), 4);
+        for (const char* name :
+             {"ribmnuExcluiUltimo", "ribmnuLimpar", "ribmnuEncerrar", "ribmnuReabrir",
+              "ribmnuJuros", "ribmnuRecebidas", "ribmnuLimpaIdent", "ribmnuCalculadora",
+              "ribmnuGravar", "ribmnuCarregar", "ribmnuSair"})
+            QVERIFY2(s.w<QToolButton>(name), name);
+        QCOMPARE(s.w<QToolButton>("ribmnuSair")->text(), QStringLiteral("Sair\nESC"));
+        s.app.dialogs().pushAnswer(DialogAnswer::No);
+        s.w<QToolButton>("ribmnuEncerrar")->click();
+        QCOMPARE(s.app.dialogs().shown().first().text, CashDay::kPerguntaEncerrar);
+        QCOMPARE(QApplication::focusWidget(), s.entry());
+    }
+
+    // Looking at a past day: what cannot act looks disabled, and keys do nothing there.
     void consultationIsReadOnly() {
         TestApp app;
         app.ctx().workingDate = QDate(2026, 11, 20);
@@ -269,6 +637,12 @@ private slots:
         frmFrente form(session, true);
         form.show();
         QVERIFY(!form.findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra"))->isEnabled());
+        for (const char* name : {"cmdLdg", "cmdAvulso"})
+            QVERIFY(!form.findChild<QPushButton*>(QLatin1String(name))->isEnabled());
+        for (const char* name : {"ribmnuEncerrar", "ribmnuReabrir", "ribmnuGravar",
+                                 "ribmnuCarregar", "ribmnuLimpar", "ribmnuReautenticar"})
+            QVERIFY2(!form.findChild<QToolButton*>(QLatin1String(name))->isEnabled(), name);
+        QVERIFY(form.findChild<QToolButton*>(QStringLiteral("ribmnuRecebidas"))->isEnabled());
         QTest::keyClick(&form, Qt::Key_F4);
         QVERIFY(app.dialogs().shown().isEmpty());
         QVERIFY(session.day().aberto());

@@ -1,0 +1,31 @@
+#include "DateField.h"
+
+#include <QKeyEvent>
+#include <QTimer>
+
+DateField::DateField(const QDate& date, QWidget* parent) : QDateEdit(date, parent) {
+    setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+}
+
+void DateField::focusInEvent(QFocusEvent* event) {
+    QDateEdit::focusInEvent(event);
+    m_advanced = false;
+    // After the click or the tab has placed the cursor: typing always starts at the day.
+    QTimer::singleShot(0, this, [this] {
+        if (hasFocus())
+            setSelectedSection(QDateTimeEdit::DaySection);
+    });
+}
+
+void DateField::keyPressEvent(QKeyEvent* event) {
+    const QString t = event->text();
+    const bool separator = t == QLatin1String("/") || t == QLatin1String(".") ||
+                           t == QLatin1String("-") || t == QLatin1String(" ");
+    if (separator && m_advanced) {
+        m_advanced = false; // the section already moved on by itself
+        return;
+    }
+    const int before = currentSectionIndex();
+    QDateEdit::keyPressEvent(event);
+    m_advanced = !t.isEmpty() && t.at(0).isDigit() && currentSectionIndex() != before;
+}
