@@ -4,6 +4,8 @@
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
+#include <limits>
+
 const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
 
 namespace {
@@ -160,20 +162,7 @@ std::optional<int> clsRecebimentos::contarCodigo(clsDataAccess& db, const QStrin
 
 std::optional<QList<clsRecebimentos::Lancado>>
 clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento) {
-    const auto rs = db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
-                       "Recebimentos.VALOR FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = "
-                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? ORDER BY "
-                       "Recebimentos.IDRECEBE DESC"),
-        {idMovimento});
-    if (!rs)
-        return std::nullopt;
-    QList<Lancado> out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint32>(r.integer(QStringLiteral("AUTENTICA"))),
-                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
-    return out;
+    return listarDoMovimento(db, idMovimento, 0, std::numeric_limits<int>::max());
 }
 
 std::optional<QList<clsRecebimentos>>
