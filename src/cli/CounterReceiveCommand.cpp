@@ -118,12 +118,14 @@ int receber(CliEnv& e) {
 
 void registerCounterReceiveCommand(QList<CliCommand>& c) {
     const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
-    c.append(
-        {{QStringLiteral("caixa"), QStringLiteral("receber")},
-         QStringLiteral("caixa receber") + d + QStringLiteral(" [--pago VALOR] [--json] CODIGO..."),
-         QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
-                        "leitura do caixa)"),
-         {QStringLiteral("recusar-vencidas")},
-         CliCommand::Db::Existing,
-         receber});
+    c.append({{QStringLiteral("caixa"), QStringLiteral("receber")},
+              QStringLiteral("caixa receber") + d +
+                  QStringLiteral(" [--pago VALOR] [--recusar-vencidas] "
+                                 "[--avulso IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]]... [--json] "
+                                 "CODIGO..."),
+              QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
+                             "leitura do caixa)"),
+              {QStringLiteral("recusar-vencidas")},
+              CliCommand::Db::Existing,
+              receber});
 }
