@@ -25,7 +25,7 @@ const QString ReceiptCorrections::kErroReverter = QStringLiteral("Erro ao revert
 const QString ReceiptCorrections::kValorInvalido =
     QStringLiteral("O valor informado não é um número!!");
 const QString ReceiptCorrections::kAutenticaInvalida =
-    QStringLiteral("O número de autenticação deve ser um número de 1 a 32767!!");
+    QStringLiteral("O número de autenticação deve ser um número maior que zero!!");
 const QString ReceiptCorrections::kCodigoInvalido =
     QStringLiteral("O código de barras deve ter 44 dígitos!!");
 const QString ReceiptCorrections::kTipoInvalido = QStringLiteral("Tipo de guia não cadastrado!!");
@@ -73,12 +73,12 @@ QString ReceiptCorrections::numero(int n) {
     return QStringLiteral("%1").arg(n, 3, 10, QLatin1Char('0'));
 }
 
-QString ReceiptCorrections::perguntaEstorno(qint16 autentica) {
+QString ReceiptCorrections::perguntaEstorno(qint32 autentica) {
     return QStringLiteral("Confirma exclusão deste item?") + QStringLiteral(" - ") +
            numero(autentica);
 }
 
-QString ReceiptCorrections::perguntaReversao(qint16 autentica) {
+QString ReceiptCorrections::perguntaReversao(qint32 autentica) {
     return QStringLiteral("Confirma a reversão do estorno deste item? - ") + numero(autentica);
 }
 
@@ -90,7 +90,7 @@ std::optional<clsMovimento> ReceiptCorrections::movimento() {
 }
 
 std::optional<QList<clsRecebimentos::Corrigivel>>
-ReceiptCorrections::listar(std::optional<qint16> autentica) {
+ReceiptCorrections::listar(std::optional<qint32> autentica) {
     const auto mov = movimento();
     if (!mov)
         return QList<clsRecebimentos::Corrigivel>{};
@@ -137,7 +137,7 @@ QString ReceiptCorrections::recusaRecebimento(qint32 idrecebe, clsRecebimentos& 
     return {};
 }
 
-QString ReceiptCorrections::recusaNumeroECodigo(qint32 idrecebe, std::optional<qint16> autentica,
+QString ReceiptCorrections::recusaNumeroECodigo(qint32 idrecebe, std::optional<qint32> autentica,
                                                 const std::optional<QString>& codbarra,
                                                 qint32 idMovimento) {
     if (autentica) {
@@ -271,11 +271,11 @@ ReceiptCorrections::lerPedido(const Pedido& p, const clsRecebimentos& atual) {
     if (p.autentica) {
         bool ok = false;
         const int n = p.autentica->trimmed().toInt(&ok);
-        if (!ok || n < 1 || n > 32767) {
+        if (!ok || n < 1) {
             refuse(kAutenticaInvalida);
             return std::nullopt;
         }
-        v.autentica = static_cast<qint16>(n);
+        v.autentica = n;
     }
     if (p.codbarra) {
         static const QRegularExpression digits(QStringLiteral("^\\d{44}$"));

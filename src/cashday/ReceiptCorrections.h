@@ -33,7 +33,7 @@ public:
     // What a receipt becomes.
     struct Valores {
         qint16 tipo = 0;
-        qint16 autentica = 0;
+        qint32 autentica = 0;
         QString codbarra;
         Money valor;
     };
@@ -51,14 +51,14 @@ public:
     std::optional<clsMovimento> movimento();
     // The movement's receipts with their kinds, newest first; with `autentica`, that one only.
     // nullopt when the read failed (reported under "Função Lista_Movimento_dia").
-    std::optional<QList<clsRecebimentos::Corrigivel>> listar(std::optional<qint16> autentica = {});
+    std::optional<QList<clsRecebimentos::Corrigivel>> listar(std::optional<qint32> autentica = {});
     // The movement's reversals that can still be undone, newest first.
     std::optional<QList<clsEstornos>> estornosRevertiveis();
     // The description of a kind, or its number when it has none.
     QString descricaoTipo(qint16 idcod);
 
-    static QString perguntaEstorno(qint16 autentica); // "Confirma exclusão deste item? - 005"
-    static QString perguntaReversao(qint16 autentica);
+    static QString perguntaEstorno(qint32 autentica); // "Confirma exclusão deste item? - 005"
+    static QString perguntaReversao(qint32 autentica);
 
     // What can be refused before the question is asked (message shown).
     bool podeEstornar(qint32 idrecebe, const QString& motivo);
@@ -100,7 +100,7 @@ private:
     bool motivoDado(const QString& motivo);
     QString recusaRecebimento(qint32 idrecebe, clsRecebimentos& r, clsMovimento& mov);
     // A number or code (those given) that another receipt than `idrecebe` already carries.
-    QString recusaNumeroECodigo(qint32 idrecebe, std::optional<qint16> autentica,
+    QString recusaNumeroECodigo(qint32 idrecebe, std::optional<qint32> autentica,
                                 const std::optional<QString>& codbarra, qint32 idMovimento);
     QString recusaEstorno(qint32 idrecebe, clsEstornos& e, clsMovimento& mov);
     QString recusaRegistro();

@@ -11,6 +11,7 @@
 #include "DialogPort.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
@@ -25,6 +26,7 @@ int existing(CliEnv& e, CounterSession& s) {
 
 QJsonObject situacao(CounterSession& s) {
     const clsMovimento& m = s.day().movimento();
+    const auto resumo = s.resumoLancados(); // counted by the database
     return {{QStringLiteral("id"), m.ID},
             {QStringLiteral("mov"), m.MOV},
             {QStringLiteral("mdata"), DateUtil::br(m.MDATA)},
@@ -33,7 +35,7 @@ QJsonObject situacao(CounterSession& s) {
             {QStringLiteral("entrada"), m.ENTRADA.format()},
             {QStringLiteral("saida"), m.SAIDA.format()},
             {QStringLiteral("suprimento"), m.SUPRIMENTO.format()},
-            {QStringLiteral("recebimentos"), int(s.lancados().size())}};
+            {QStringLiteral("recebimentos"), resumo ? resumo->quantidade : qint64(0)}};
 }
 
 int abrir(CliEnv& e) {
@@ -100,20 +102,36 @@ int recebimentos(CliEnv& e) {
     CounterSession s(e.ctx, nullptr);
     if (int rc = existing(e, s); rc >= 0)
         return rc;
-    QJsonArray list;
-    for (const auto& l : s.lancados()) {
-        if (e.json)
-            list.append(QJsonObject{{QStringLiteral("idrecebe"), l.idrecebe},
-                                    {QStringLiteral("autentica"), l.autentica},
-                                    {QStringLiteral("descricao"), l.descricao},
-                                    {QStringLiteral("valor"), l.valor.format()}});
-        else
-            e.out << QStringLiteral("%1\t%2\t%3\n")
-                         .arg(l.autentica, 4, 10, QLatin1Char('0'))
-                         .arg(l.descricao, l.valor.format());
+    // Page by page, each row written as it is read: a long day never sits in memory whole.
+    constexpr int kPage = 2000;
+    if (e.json)
+        e.out << '[';
+    bool first = true;
+    qint32 before = 0;
+    for (;;) {
+        const auto page = s.lancados(before, kPage);
+        for (const auto& l : page) {
+            if (e.json) {
+                if (!first)
+                    e.out << ',';
+                e.out << QJsonDocument(QJsonObject{{QStringLiteral("idrecebe"), l.idrecebe},
+                                                   {QStringLiteral("autentica"), l.autentica},
+                                                   {QStringLiteral("descricao"), l.descricao},
+                                                   {QStringLiteral("valor"), l.valor.format()}})
+                             .toJson(QJsonDocument::Compact);
+            } else {
+                e.out << QStringLiteral("%1\t%2\t%3\n")
+                             .arg(l.autentica, 4, 10, QLatin1Char('0'))
+                             .arg(l.descricao, l.valor.format());
+            }
+            first = false;
+        }
+        if (page.size() < kPage)
+            break;
+        before = page.last().idrecebe;
     }
     if (e.json)
-        CliSupport::printJson(e, list);
+        e.out << "]\n";
     return ExitOk;
 }
 

@@ -51,9 +51,12 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
         if (newBlock)
             p.novoCliente();
         Outcome o;
+        // With the printer switched off in the settings nothing is stamped, and nothing is
+        // left waiting for a re-stamp either.
+        const bool stamps = p.habilitada();
         for (const Step& s : steps) {
             const bool done = p.ImprimeAutenticadora(s.op, p.modelo(), s.text);
-            if (s.op == PrinterOperation::Autenticar)
+            if (s.op == PrinterOperation::Autenticar && stamps)
                 (done ? o.first : o.second).append(s.documento);
         }
         return o;

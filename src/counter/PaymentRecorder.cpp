@@ -6,8 +6,10 @@
 #include "DialogPort.h"
 #include "NetworkOutbox.h"
 #include "Transaction.h"
+
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
+#include <limits>
 
 #include <QSet>
 
@@ -19,7 +21,8 @@ const QString PaymentRecorder::kFalhou = QStringLiteral(
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
-constexpr int kMaxAutentica = 32767;
+// Authentication numbers are 32-bit: a movement never runs out of them in practice.
+constexpr qint64 kMaxAutentica = std::numeric_limits<qint32>::max();
 
 QString itemText(int index, const CustomerItem& item) {
     return QStringLiteral("item %1 (%2)")
@@ -75,7 +78,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
     clsRecebimentos max(ctx.db);
     max.AUTENTICA = 0; // the first receipt of a movement is 1
     max.SQLSelectMax(mov.ID);
-    if (int(max.AUTENTICA) + list.size() > kMaxAutentica) {
+    if (qint64(max.AUTENTICA) + list.size() > kMaxAutentica) {
         ctx.dialogs.critical(kAviso, QStringLiteral("Limite de %1 autenticações do movimento "
                                                     "atingido. Nada foi gravado.")
                                          .arg(kMaxAutentica));
@@ -83,7 +86,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
     }
     const QDateTime momento = ctx.clock.now();
     QList<RecordedReceipt> out;
-    qint16 next = max.AUTENTICA;
+    qint32 next = max.AUTENTICA;
     bool ok = true;
     for (int i = 0; ok && i < list.size(); ++i) {
         const CustomerItem& item = list.at(i);

@@ -11,7 +11,7 @@ class clsMovimento;
 
 struct RecordedReceipt {
     qint32 idrecebe = 0;
-    qint16 autentica = 0;
+    qint32 autentica = 0;
     CustomerItem item;
     QDateTime momento; // when it was recorded
 };

@@ -120,21 +120,13 @@ bool clsCodBarra::Excluir() {
 std::optional<QList<clsCodBarra>> clsCodBarra::listarPorPadrao(clsDataAccess& db,
                                                                const QString& padrao) {
     const auto rs = db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, CODBANCO FROM "
-                       "CodBarra WHERE PADRAO = ? ORDER BY DESCRICAO, IDCOD"),
-        {padrao});
+        kSelect + QStringLiteral("WHERE PADRAO = ? ORDER BY DESCRICAO, IDCOD"), {padrao});
     if (!rs)
         return std::nullopt;
     QList<clsCodBarra> kinds;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
         clsCodBarra k(db);
-        k.IDCOD = static_cast<qint16>(r.integer(QStringLiteral("IDCOD")));
-        k.IDTIPO = r.text(QStringLiteral("IDTIPO"));
-        k.DESCRICAO = r.text(QStringLiteral("DESCRICAO"));
-        k.PADRAO = r.text(QStringLiteral("PADRAO"));
-        k.Juros = r.text(QStringLiteral("JUROS"));
-        k.BLOQUEIO = r.text(QStringLiteral("BLOQUEIO"));
-        k.CODBANCO = r.text(QStringLiteral("CODBANCO"));
+        fill(k, r);
         kinds.append(k);
     }
     return kinds;

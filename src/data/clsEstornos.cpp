@@ -77,7 +77,7 @@ std::optional<QList<clsEstornos>> clsEstornos::select(clsDataAccess& db, const Q
         e.USUARIO = r.text(QStringLiteral("USUARIO"));
         e.MOTIVO = r.text(QStringLiteral("MOTIVO"));
         e.IDRECEBE = static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE")));
-        e.AUTENTICA = static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA")));
+        e.AUTENTICA = static_cast<qint32>(r.integer(QStringLiteral("AUTENTICA")));
         e.CODBARRA = r.text(QStringLiteral("CODBARRA"));
         e.IDMOVIMENTO = static_cast<qint16>(r.integer(QStringLiteral("IDMOVIMENTO")));
         e.TIPO = static_cast<qint16>(r.integer(QStringLiteral("TIPO")));
@@ -88,7 +88,7 @@ std::optional<QList<clsEstornos>> clsEstornos::select(clsDataAccess& db, const Q
         e.PARCELA = r.text(QStringLiteral("PARCELA"));
         e.OBS = r.text(QStringLiteral("OBS"));
         if (!r.isNull(QStringLiteral("NOVO_AUTENTICA")))
-            e.NOVO_AUTENTICA = static_cast<qint16>(r.integer(QStringLiteral("NOVO_AUTENTICA")));
+            e.NOVO_AUTENTICA = static_cast<qint32>(r.integer(QStringLiteral("NOVO_AUTENTICA")));
         e.NOVO_CODBARRA = r.text(QStringLiteral("NOVO_CODBARRA"));
         if (!r.isNull(QStringLiteral("NOVO_TIPO")))
             e.NOVO_TIPO = static_cast<qint16>(r.integer(QStringLiteral("NOVO_TIPO")));

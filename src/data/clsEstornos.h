@@ -26,7 +26,7 @@ public:
     QString MOTIVO;
     // The receipt before the operation, every column.
     qint32 IDRECEBE = 0;
-    qint16 AUTENTICA = 0;
+    qint32 AUTENTICA = 0;
     QString CODBARRA;
     qint16 IDMOVIMENTO = 0;
     qint16 TIPO = 0;
@@ -37,7 +37,7 @@ public:
     QString PARCELA;
     QString OBS;
     // A change only: what the receipt became.
-    std::optional<qint16> NOVO_AUTENTICA;
+    std::optional<qint32> NOVO_AUTENTICA;
     QString NOVO_CODBARRA;
     std::optional<qint16> NOVO_TIPO;
     std::optional<Money> NOVO_VALOR;

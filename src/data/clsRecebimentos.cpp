@@ -4,6 +4,8 @@
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
+#include <limits>
+
 const QString clsRecebimentos::kSemCodigo = QString(44, QLatin1Char('0'));
 
 namespace {
@@ -28,7 +30,7 @@ std::optional<bool> clsRecebimentos::codigoRecebido(clsDataAccess& db, const QSt
 }
 
 void clsRecebimentos::fill(const Recordset& rs) {
-    AUTENTICA = static_cast<qint16>(rs.integer(QStringLiteral("AUTENTICA")));
+    AUTENTICA = static_cast<qint32>(rs.integer(QStringLiteral("AUTENTICA")));
     CODBARRA = rs.text(QStringLiteral("CODBARRA"));
     IDMOVIMENTO = static_cast<qint16>(rs.integer(QStringLiteral("IDMOVIMENTO")));
     IDRECEBE = static_cast<qint32>(rs.integer(QStringLiteral("IDRECEBE")));
@@ -77,7 +79,7 @@ bool clsRecebimentos::SQLSelectMax(qint32 idMovimento) {
         {idMovimento});
     if (!clsDataAccess::CheckValidRecordset(rs) || rs->isNull(QStringLiteral("MaxAUT")))
         return false;
-    AUTENTICA = static_cast<qint16>(rs->integer(QStringLiteral("MaxAUT")));
+    AUTENTICA = static_cast<qint32>(rs->integer(QStringLiteral("MaxAUT")));
     return true;
 }
 
@@ -160,20 +162,7 @@ std::optional<int> clsRecebimentos::contarCodigo(clsDataAccess& db, const QStrin
 
 std::optional<QList<clsRecebimentos::Lancado>>
 clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento) {
-    const auto rs = db.SQLSelect_ReadOnly(
-        QStringLiteral("SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.DESCRICAO, "
-                       "Recebimentos.VALOR FROM Recebimentos, CodBarra WHERE Recebimentos.TIPO = "
-                       "CodBarra.IDCOD AND Recebimentos.IDMOVIMENTO = ? ORDER BY "
-                       "Recebimentos.IDRECEBE DESC"),
-        {idMovimento});
-    if (!rs)
-        return std::nullopt;
-    QList<Lancado> out;
-    for (Recordset r = *rs; !r.EOF_(); r.moveNext())
-        out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
-                    r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
-    return out;
+    return listarDoMovimento(db, idMovimento, 0, std::numeric_limits<int>::max());
 }
 
 std::optional<QList<clsRecebimentos>>
@@ -192,7 +181,7 @@ clsRecebimentos::listarExportacao(clsDataAccess& db, qint32 idMovimento, int tip
     for (Recordset r = *rs; !r.EOF_(); r.moveNext()) {
         clsRecebimentos row(db);
         row.IDRECEBE = static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE")));
-        row.AUTENTICA = static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA")));
+        row.AUTENTICA = static_cast<qint32>(r.integer(QStringLiteral("AUTENTICA")));
         row.VALOR = r.money(QStringLiteral("VALOR"));
         row.CODBARRA = r.text(QStringLiteral("CODBARRA"));
         row.EXPORT = static_cast<qint16>(r.integer(QStringLiteral("EXPORT")));
@@ -229,7 +218,7 @@ std::optional<QList<clsRecebimentos>> clsRecebimentos::paraIntegracao(clsDataAcc
     for (const QVector<QVariant>& row : rs->rows()) {
         clsRecebimentos r(db);
         r.IDRECEBE = static_cast<qint32>(variantToInt64(row[0]));
-        r.AUTENTICA = static_cast<qint16>(variantToInt64(row[1]));
+        r.AUTENTICA = static_cast<qint32>(variantToInt64(row[1]));
         r.VALOR = Money::fromUnits(variantToInt64(row[2]));
         r.CODBARRA = row[3].toString();
         r.EXPORT = static_cast<qint16>(variantToInt64(row[4]));
@@ -258,7 +247,7 @@ bool clsRecebimentos::SQLRestore() {
 
 std::optional<QList<clsRecebimentos::Corrigivel>>
 clsRecebimentos::listarParaCorrecao(clsDataAccess& db, qint32 idMovimento,
-                                    std::optional<qint16> autentica) {
+                                    std::optional<qint32> autentica) {
     QString sql = QStringLiteral(
         "SELECT Recebimentos.IDRECEBE, Recebimentos.AUTENTICA, CodBarra.IDCOD, "
         "CodBarra.DESCRICAO, Recebimentos.VALOR, Recebimentos.CODBARRA FROM Recebimentos, "
@@ -275,7 +264,7 @@ clsRecebimentos::listarParaCorrecao(clsDataAccess& db, qint32 idMovimento,
     QList<Corrigivel> out;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
         out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    static_cast<qint32>(r.integer(QStringLiteral("AUTENTICA"))),
                     static_cast<qint16>(r.integer(QStringLiteral("IDCOD"))),
                     r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR")),
                     r.text(QStringLiteral("CODBARRA"))});
@@ -283,7 +272,7 @@ clsRecebimentos::listarParaCorrecao(clsDataAccess& db, qint32 idMovimento,
 }
 
 std::optional<bool> clsRecebimentos::autenticaEmUso(clsDataAccess& db, qint32 idMovimento,
-                                                    qint16 autentica, qint32 outro) {
+                                                    qint32 autentica, qint32 outro) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT COUNT(*) AS N FROM Recebimentos WHERE IDMOVIMENTO = ? AND "
                        "AUTENTICA = ? AND IDRECEBE <> ?"),
@@ -324,7 +313,7 @@ clsRecebimentos::listarDoMovimento(clsDataAccess& db, qint32 idMovimento, qint32
     QList<Lancado> out;
     for (Recordset r = *rs; !r.EOF_(); r.moveNext())
         out.append({static_cast<qint32>(r.integer(QStringLiteral("IDRECEBE"))),
-                    static_cast<qint16>(r.integer(QStringLiteral("AUTENTICA"))),
+                    static_cast<qint32>(r.integer(QStringLiteral("AUTENTICA"))),
                     r.text(QStringLiteral("DESCRICAO")), r.money(QStringLiteral("VALOR"))});
     return out;
 }

@@ -21,7 +21,7 @@ public:
     explicit clsRecebimentos(clsDataAccess& db) : m_db(&db) {}
 
     qint32 IDRECEBE = 0;
-    qint16 AUTENTICA = 0;
+    qint32 AUTENTICA = 0;
     QString CODBARRA;
     qint16 IDMOVIMENTO = 0;
     qint16 TIPO = 0;
@@ -59,7 +59,7 @@ public:
     // The receipts of a movement with their kind's description, newest first (lstLancado).
     struct Lancado {
         qint32 idrecebe = 0;
-        qint16 autentica = 0;
+        qint32 autentica = 0;
         QString descricao;
         Money valor;
     };
@@ -82,17 +82,17 @@ public:
     // The receipts of a movement with their kind, newest first; with `autentica`, only that one.
     struct Corrigivel {
         qint32 idrecebe = 0;
-        qint16 autentica = 0;
+        qint32 autentica = 0;
         qint16 idcod = 0;
         QString descricao;
         Money valor;
         QString codbarra;
     };
     static std::optional<QList<Corrigivel>>
-    listarParaCorrecao(clsDataAccess& db, qint32 idMovimento, std::optional<qint16> autentica = {});
+    listarParaCorrecao(clsDataAccess& db, qint32 idMovimento, std::optional<qint32> autentica = {});
     // Whether a receipt of the movement other than `outro` carries this authentication number.
     static std::optional<bool> autenticaEmUso(clsDataAccess& db, qint32 idMovimento,
-                                              qint16 autentica, qint32 outro);
+                                              qint32 autentica, qint32 outro);
     // Whether a receipt other than `outro` carries this barcode.
     static std::optional<bool> codigoEmUso(clsDataAccess& db, const QString& codbarra,
                                            qint32 outro);

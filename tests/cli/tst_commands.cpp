@@ -6,6 +6,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -48,6 +50,47 @@ private:
 class tst_commands : public QObject {
     Q_OBJECT
 private slots:
+    // A long day is listed in pages and counted by the database: every receipt comes out once,
+    // newest first, in one JSON array.
+    void longDayListing() {
+        Folder f;
+        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        {
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("longDay"));
+            db.setDatabaseName(f.path(QStringLiteral("caixa.db")));
+            QVERIFY(db.open());
+            QVERIFY(db.transaction());
+            QSqlQuery q(db);
+            QVERIFY(q.prepare(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, "
+                                             "IDMOVIMENTO, TIPO, VALOR) VALUES (?, ?, 1, 1, ?)")));
+            for (int i = 1; i <= 4321; ++i) {
+                q.addBindValue(i);
+                q.addBindValue(QStringLiteral("8") +
+                               QString::number(i).rightJustified(43, QLatin1Char('0')));
+                q.addBindValue(qint64(i) * 100);
+                QVERIFY(q.exec());
+            }
+            QVERIFY(db.commit());
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("longDay"));
+        const Run r = f.cashier(
+            {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")});
+        QCOMPARE(r.code, 0);
+        QJsonParseError error;
+        const QJsonArray rows = QJsonDocument::fromJson(r.out.toUtf8(), &error).array();
+        QCOMPARE(error.error, QJsonParseError::NoError);
+        QCOMPARE(rows.size(), 4321);
+        for (int i = 0; i < rows.size(); ++i)
+            QCOMPARE(rows[i].toObject().value(QStringLiteral("autentica")).toInt(), 4321 - i);
+        QCOMPARE(rows.last().toObject().value(QStringLiteral("valor")).toString(),
+                 QStringLiteral("0,01"));
+        const Run sit = f.cashier(
+            {QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--json")});
+        QCOMPARE(sit.json().value(QStringLiteral("recebimentos")).toInt(), 4321);
+    }
+
     void kindsAndHolidays() {
         Folder f;
         const QStringList base = {

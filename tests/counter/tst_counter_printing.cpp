@@ -13,6 +13,28 @@
 class tst_counter_printing : public QObject {
     Q_OBJECT
 private slots:
+    // With the printer switched off in the settings a payment leaves no document waiting for a
+    // re-stamp and says nothing about the printer.
+    void printerSwitchedOffLeavesNothingToReStamp() {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
+                      QStringLiteral("bematech"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        PrinterService service(app.ctx());
+        AuthCounterPrinter printer(app.ctx(), service);
+        QList<int> missed = {-1};
+        printer.autenticados = [&](const QList<int>&, const QList<int>& n) { missed = n; };
+        CounterSession s(app.ctx(), &printer);
+        QVERIFY(s.day().abrir());
+        app.dialogs().clear();
+        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
+        QVERIFY(s.gravar());
+        QCOMPARE(missed, QList<int>{});
+        QCOMPARE(app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
+    }
+
     void wholeDay() {
         TestApp app;
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));

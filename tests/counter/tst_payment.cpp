@@ -188,6 +188,34 @@ private slots:
         QCOMPARE(rows->last().autentica, qint16(5));
     }
 
+    // Authentication numbers go on past 32 767 within one movement, recorded and listed.
+    void numbersPastSixteenBits() {
+        TEST_BACKEND();
+        CounterSession s(app.ctx(), nullptr);
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        QVERIFY(
+            app.db().SQLExecute(QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, "
+                                               "PADRAO) VALUES (4, '4', 'TIPO 4', 'F')")));
+        QVERIFY(s.day().abrir());
+        clsRecebimentos last(app.db());
+        last.AUTENTICA = 32767;
+        last.IDMOVIMENTO = s.day().movimento().ID;
+        last.TIPO = 4;
+        last.CODBARRA = QString(44, QLatin1Char('7'));
+        last.VALOR = Money::fromReais(1);
+        QVERIFY(last.SQLInsert());
+        QVERIFY(s.append(item(4, "2,00")));
+        QVERIFY(s.append(item(4, "3,00")));
+        const auto rows = s.gravar();
+        QVERIFY(rows);
+        QCOMPARE(rows->at(0).autentica, 32768);
+        QCOMPARE(rows->at(1).autentica, 32769);
+        const auto listed = s.lancados();
+        QCOMPARE(listed.size(), 3);
+        QCOMPARE(listed.first().autentica, 32769); // newest first
+        QCOMPARE(s.resumoLancados()->quantidade, qint64(3));
+    }
+
     void owedAmountAndClosedDayRefuse() {
         TEST_BACKEND();
         CounterSession s(app.ctx(), nullptr);

@@ -115,7 +115,7 @@ bool frmCorrigeGuia::abrir(AppContext& ctx, CounterPrinter* printer, const QStri
     return form.corrigiu();
 }
 
-void frmCorrigeGuia::Lista_Movimento_dia(std::optional<qint16> autentica) {
+void frmCorrigeGuia::Lista_Movimento_dia(std::optional<qint32> autentica) {
     m_lista->clear();
     for (const auto& r :
          m_corrections.listar(autentica).value_or(QList<clsRecebimentos::Corrigivel>{})) {
@@ -136,11 +136,11 @@ void frmCorrigeGuia::procurar() {
     }
     bool ok = false;
     const int n = text.toInt(&ok);
-    if (!ok || n < 1 || n > 32767) {
+    if (!ok || n < 1) {
         m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kAutenticaInvalida);
         return;
     }
-    Lista_Movimento_dia(static_cast<qint16>(n));
+    Lista_Movimento_dia(n);
 }
 
 void frmCorrigeGuia::selecionar() {

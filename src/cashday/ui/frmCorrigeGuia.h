@@ -24,7 +24,7 @@ public:
     bool corrigiu() const { return m_corrigiu; }
 
 private:
-    void Lista_Movimento_dia(std::optional<qint16> autentica = {});
+    void Lista_Movimento_dia(std::optional<qint32> autentica = {});
     void procurar();
     void selecionar();
     void alterar();

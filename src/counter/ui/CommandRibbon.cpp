@@ -31,6 +31,19 @@ void CommandRibbon::splitText(const QString& text, QString* caption, QString* ke
         *key = m.hasMatch() ? m.captured(2).trimmed() : QString();
 }
 
+QString CommandRibbon::wrapped(const QString& caption) {
+    // A long caption takes two lines, broken at the blank nearest its middle, so a row of
+    // buttons fits the counter's width without cutting words.
+    if (caption.size() <= 14)
+        return caption;
+    int best = -1;
+    for (int i = 0; i < caption.size(); ++i)
+        if (caption.at(i) == QLatin1Char(' ') &&
+            (best < 0 || qAbs(i - caption.size() / 2) < qAbs(best - caption.size() / 2)))
+            best = i;
+    return best < 0 ? caption : caption.left(best) + QLatin1Char('\n') + caption.mid(best + 1);
+}
+
 int CommandRibbon::addGroup(const QString& title) {
     auto* page = new QWidget(this);
     auto* row = new QHBoxLayout(page);
@@ -50,7 +63,7 @@ QToolButton* CommandRibbon::makeButton(QAction* action, const QString& caption, 
         k = key;
     auto* b = new QToolButton(parent);
     b->setObjectName(QStringLiteral("rib") + action->objectName());
-    b->setText(k.isEmpty() ? c : c + QLatin1Char('\n') + k);
+    b->setText(k.isEmpty() ? wrapped(c) : wrapped(c) + QLatin1Char('\n') + k);
     b->setToolTip(k.isEmpty() ? c : c + QStringLiteral(" (") + k + QLatin1Char(')'));
     b->setToolButtonStyle(Qt::ToolButtonTextOnly);
     b->setFocusPolicy(Qt::NoFocus);

@@ -25,6 +25,7 @@ public:
                                    const QString& caption = {}, const QString& key = {});
 
     // "Encerrar Movimento (F4)" -> caption "Encerrar Movimento", key "F4".
+    static QString wrapped(const QString& caption);
     static void splitText(const QString& text, QString* caption, QString* key);
 
 private:

@@ -435,19 +435,25 @@ void frmFrente::buildRibbon() {
     m_ribbon = new CommandRibbon(this, centralWidget());
     const int dia = m_ribbon->addGroup(QStringLiteral("Dia"));
     for (const char* n :
-         {"mnuEncerrar", "mnuReabrir", "mnuRecebidas", "mnuReautenticar", "mnuReautNumero",
-          "mnuLanca", "mnuSangria", "mnuPagtos", "mnuSuprimentos", "mnuConferir", "mnuConftemp"})
+         {"mnuEncerrar", "mnuReabrir", "mnuRecebidas", "mnuReautenticar", "mnuReautNumero"})
         m_ribbon->addCommand(dia, QLatin1String(n));
+    const int caixa = m_ribbon->addGroup(QStringLiteral("Lançamentos"));
+    for (const char* n :
+         {"mnuLanca", "mnuSangria", "mnuPagtos", "mnuSuprimentos", "mnuConferir", "mnuConftemp"})
+        m_ribbon->addCommand(caixa, QLatin1String(n));
     const int soma = m_ribbon->addGroup(QStringLiteral("Soma"));
     for (const char* n : {"mnuExcluiUltimo", "mnuLimpar", "mnuLimpaIdent", "mnuRemove", "mnuGravar",
                           "mnuCarregar", "mnuLdg", "mnuAvulso"})
         m_ribbon->addCommand(soma, QLatin1String(n));
     const int tools = m_ribbon->addGroup(QStringLiteral("Ferramentas"));
-    for (const char* n : {"mnuJuros", "mnuCalculadora", "mnuFeriados", "mnuestornos"})
+    for (const char* n : {"mnuJuros", "mnuCalculadora", "mnuFeriados"})
         m_ribbon->addCommand(tools, QLatin1String(n));
+    const int corr = m_ribbon->addGroup(QStringLiteral("Correções"));
+    for (const char* n : {"mnuCorrige", "mnuAlt_item", "mnureverter", "mnuestornos"})
+        m_ribbon->addCommand(corr, QLatin1String(n));
     const int adm = m_ribbon->addGroup(QStringLiteral("Administração"));
-    for (const char* n : {"mnuCorrige", "mnureverter", "mnuAlt_item", "mnuItens", "mnuuser",
-                          "mnuExpCebi", "mnuParam", "mnuAltSkin", "mnuAtualiza", "mnulogoff"})
+    for (const char* n : {"mnuItens", "mnuuser", "mnuExpCebi", "mnuParam", "mnuAltSkin",
+                          "mnuAtualiza", "mnuAutenticar", "mnulogoff"})
         m_ribbon->addCommand(adm, QLatin1String(n));
     m_ribbon->setCurrentIndex(soma);
     auto* strip = new QHBoxLayout;

@@ -603,7 +603,7 @@ private slots:
         const int dia = ribbon.addGroup(QStringLiteral("Dia"));
         QToolButton* b = ribbon.addCommand(dia, QStringLiteral("mnuEncerrar"));
         QVERIFY(b);
-        QCOMPARE(b->text(), QStringLiteral("Encerrar Movimento\nF4"));
+        QCOMPARE(b->text(), QStringLiteral("Encerrar\nMovimento\nF4"));
         QCOMPARE(ribbon.addCommand(dia, QStringLiteral("mnuSangria"))->text(),
                  QStringLiteral("Sangria"));
         QVERIFY(!ribbon.addCommand(dia, QStringLiteral("mnuNenhum")));
@@ -614,7 +614,7 @@ private slots:
         QVERIFY(!b->isEnabled());
 
         Screen s;
-        QCOMPARE(s.w<CommandRibbon>("CommandRibbon")->count(), 4);
+        QCOMPARE(s.w<CommandRibbon>("CommandRibbon")->count(), 6);
         for (const char* name :
              {"ribmnuExcluiUltimo", "ribmnuLimpar", "ribmnuEncerrar", "ribmnuReabrir",
               "ribmnuJuros", "ribmnuRecebidas", "ribmnuLimpaIdent", "ribmnuCalculadora",
