@@ -66,3 +66,7 @@ bool CentralSchema::preparar(clsDataAccess& db, QString* why) {
                    .arg(db.lastError().trimmed());
     return false;
 }
+
+bool CentralSchema::responde(clsDataAccess& db) {
+    return db.SQLSelect_ReadOnly(QStringLiteral("SELECT 1 AS UM")).has_value();
+}

@@ -14,4 +14,6 @@ public:
     // Whether the tables are there; when they are not, makes them (the user needs the right to
     // create tables). False, with the reason, when neither.
     static bool preparar(clsDataAccess& db, QString* why);
+    // The cheapest round trip: whether the central still answers.
+    static bool responde(clsDataAccess& db);
 };

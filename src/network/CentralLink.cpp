@@ -122,7 +122,7 @@ void CentralLink::desconectar() {
 bool CentralLink::ping() {
     if (!ativa())
         return false;
-    if (m_db.SQLSelect_ReadOnly(QStringLiteral("SELECT 1 AS UM")))
+    if (CentralSchema::responde(m_db))
         return true;
     const QString err = m_db.lastError();
     m_db.close();
