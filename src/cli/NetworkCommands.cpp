@@ -207,7 +207,8 @@ int conflitos(CliEnv& e) {
                         {QStringLiteral("valor"), c.VALOR.format()},
                         {QStringLiteral("recebido"), moment(c.MOMENTO)},
                         {QStringLiteral("guiche_central"), c.GUICHE_CENTRAL},
-                        {QStringLiteral("momento_central"), c.MOMENTO_CENTRAL},
+                        {QStringLiteral("momento_central"),
+                         moment(QDateTime::fromString(c.MOMENTO_CENTRAL, Qt::ISODateWithMs))},
                         {QStringLiteral("detectado"), moment(c.DETECTADO)},
                         {QStringLiteral("situacao"),
                          c.estornado ? QStringLiteral("estornado") : QStringLiteral("recebido")}});

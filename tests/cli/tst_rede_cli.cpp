@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTcpServer>
@@ -166,6 +167,10 @@ private slots:
         const QJsonObject first = c.value(QStringLiteral("conflitos")).toArray().first().toObject();
         QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), code(5));
         QCOMPARE(first.value(QStringLiteral("guiche_central")).toString(), QStringLiteral("A"));
+        // Both moments in the counter's own format, whatever the central stores.
+        const QRegularExpression moment(QStringLiteral("^\\d\\d/11/2026 \\d\\d:\\d\\d:\\d\\d$"));
+        QVERIFY(moment.match(first.value(QStringLiteral("recebido")).toString()).hasMatch());
+        QVERIFY(moment.match(first.value(QStringLiteral("momento_central")).toString()).hasMatch());
         QCOMPARE(a.rede(QStringLiteral("conflitos")).json().value(QStringLiteral("total")).toInt(),
                  0);
     }
