@@ -44,6 +44,13 @@ QList<OptionCatalog::Key> build() {
         {"Export", "cedente_agua", K::Text, true},
         {"Export", "cedente_iptu", K::Text, true},
         {"Print", "modo", K::Flag, true},
+        // The central database of several counters.
+        {"Rede", "host", K::Text, true},
+        {"Rede", "porta", K::Number, true},
+        {"Rede", "nome", K::Text, true},
+        {"Rede", "usuario", K::Text, true},
+        {"Rede", "senha", K::Secret, true},
+        {"Rede", "tempo_limite", K::Number, true},
         // Written by their own screens or only from the command line.
         {"Skin", "nome", K::Skin, false},
         {"Opcoes", "Atualiza", K::UpdateFolder, false},

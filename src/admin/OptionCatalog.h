@@ -20,6 +20,7 @@ public:
         Number,       // a whole number (may be empty)
         Skin,         // empty or a style sheet file that loads
         UpdateFolder, // kept with a trailing separator; may be out of reach when saved
+        Secret,       // a password: written, never shown back
         Fixed         // shown but never written by the options (money or the database link)
     };
 

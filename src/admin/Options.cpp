@@ -49,6 +49,7 @@ E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
     switch (kind) {
     case K::Text:
     case K::UpdateFolder:
+    case K::Secret:
         return E::None;
     case K::Flag:
         return isFlag(v) ? E::None : E::Flag;
@@ -122,6 +123,8 @@ QString Options::stored(OptionCatalog::Kind kind, const QString& value) {
         return v.toUpper();
     case K::Modelo:
         return v.toLower();
+    case K::Secret:
+        return value; // blanks may belong to a password
     default:
         return v;
     }

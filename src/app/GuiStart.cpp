@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "AppFolder.h"
 #include "AuthCounterPrinter.h"
+#include "BackgroundCentral.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "PrinterService.h"
@@ -105,6 +106,9 @@ int runGui(int argc, char** argv) {
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
     Startup::run(ctx);
+    // The central's link works on its own thread; the screens never wait on the network.
+    if (ctx.db.isOpen())
+        ctx.rede = std::make_shared<BackgroundCentral>(ctx);
     // A printer setting that cannot work is said once, at start-up, never left to silence.
     const QString problem = PrinterService::problemaConfiguracao(PrinterConfig::from(ctx));
     if (!problem.isEmpty())

@@ -1,6 +1,8 @@
 #include "BarcodeReader.h"
 
 #include "AppContext.h"
+#include "CentralAccess.h"
+#include "CentralNetwork.h"
 #include "CheckDigits.h"
 #include "DialogPort.h"
 #include "DueFactor.h"
@@ -71,9 +73,21 @@ bool BarcodeReader::Conta_recebida(const QString& code) {
     return n && *n == 1;
 }
 
-bool BarcodeReader::Conta_recebida_rede(const QString& code) {
+bool BarcodeReader::Rede_ativa() const {
+    if (CentralNetwork* c = CentralAccess::of(m_ctx); c && c->configurada())
+        return c->ativa();
+    return networkAlive ? networkAlive() : false;
+}
+
+std::optional<bool> BarcodeReader::recebidaRede(const QString& code) {
+    if (CentralNetwork* c = CentralAccess::of(m_ctx); c && c->configurada())
+        return c->recebida(code);
     const auto n = clsRecebimentos1::contarCodigo(m_ctx.db, code);
     return n && *n > 0;
+}
+
+bool BarcodeReader::Conta_recebida_rede(const QString& code) {
+    return recebidaRede(code).value_or(false);
 }
 
 std::optional<ReadingDecision::Outcome>
@@ -94,7 +108,10 @@ BarcodeReader::duplicado(const QString& code, const QStringList& customerBarcode
                 *networkDown = true;
             return std::nullopt;
         }
-        if (Conta_recebida_rede(code))
+        const auto recebida = recebidaRede(code);
+        if (!recebida && networkDown)
+            *networkDown = true; // no answer in time: as if the network were down
+        if (recebida.value_or(false))
             return ReadingDecision::Outcome::Recebida;
     }
     return std::nullopt;

@@ -65,8 +65,10 @@ public:
     // (then "Erro na leitura do código de barras!!" is shown).
     std::optional<GuideKind> Busca_padrao(const QString& idtipo);
     bool Conta_recebida(const QString& code);
+    // With a central database ([Rede]) both ask it; without one, the network is the operating
+    // system's word and RECEBIMENTOS1 the counter's own table.
     bool Conta_recebida_rede(const QString& code);
-    bool Rede_ativa() const { return networkAlive ? networkAlive() : false; }
+    bool Rede_ativa() const;
 
     // The duplicate refusals of a read, without a word to the operator: Lancada (on the
     // customer's list), Recebida (received here or, with the network on, at another counter),
@@ -85,6 +87,8 @@ public:
 
 private:
     bool duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d);
+    // nullopt when the central did not answer in time.
+    std::optional<bool> recebidaRede(const QString& code);
     bool fillKinds(const QString& code, ReadingDecision& d);
     void febraban(const QString& code, const QDate& working, ReadingDecision& d);
     void bankSlip(const QString& code, const QDate& working, const QStringList& kinds,

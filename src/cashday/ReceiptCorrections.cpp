@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DialogPort.h"
+#include "NetworkOutbox.h"
 #include "Transaction.h"
 #include "clsAutenticadora.h"
 #include "clsCodBarra.h"
@@ -227,7 +228,8 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
             e.MOMENTO = m_ctx.clock.now();
             e.USUARIO = m_ctx.userName;
             e.MOTIVO = motivo.trimmed();
-            gravou = e.SQLInsert() && r.SQLDelete() && tx.commit();
+            gravou = e.SQLInsert() && r.SQLDelete() &&
+                     NetworkOutbox::retirar(m_ctx, r, e.MOMENTO) && tx.commit();
         }
     }
     if (!recusa.isEmpty()) {
@@ -240,6 +242,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
     }
     res.feito = true;
     res.antes = r;
+    NetworkOutbox::enviar(m_ctx);
     registrar(entrada(CorrectionLog::Kind::Estorno, mov, r, motivo), res);
     m_ctx.dialogs.info(kAviso, kExcluido);
     clsAutenticadora a;
@@ -360,6 +363,9 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
             depois.CODBARRA = novo.codbarra;
             depois.VALOR = novo.valor;
             gravou = e.SQLInsert() && depois.SQLUpdate();
+            if (gravou && depois.CODBARRA != antes.CODBARRA)
+                gravou = NetworkOutbox::retirar(m_ctx, antes, e.MOMENTO) &&
+                         NetworkOutbox::publicar(m_ctx, depois);
             // Items without barcode never go to a bank file; a real code does.
             const bool semCodigo = depois.CODBARRA == clsRecebimentos::kSemCodigo;
             if (gravou && semCodigo != (antes.CODBARRA == clsRecebimentos::kSemCodigo)) {
@@ -380,6 +386,8 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
     res.feito = true;
     res.antes = antes;
     res.depois = depois;
+    if (depois.CODBARRA != antes.CODBARRA)
+        NetworkOutbox::enviar(m_ctx);
     CorrectionLog::Entry e = entrada(CorrectionLog::Kind::Alteracao, mov, depois, motivo);
     if (depois.VALOR != antes.VALOR)
         e.valorAnterior = antes.VALOR;
@@ -445,7 +453,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
         if (tx.ok() && recusa.isEmpty()) {
             e.restaurarEm(r);
             gravou = r.SQLRestore() && e.SQLMarcarRevertido(m_ctx.clock.now(), m_ctx.userName) &&
-                     tx.commit();
+                     NetworkOutbox::publicar(m_ctx, r) && tx.commit();
         }
     }
     if (!recusa.isEmpty()) {
@@ -458,6 +466,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
     }
     res.feito = true;
     res.depois = r;
+    NetworkOutbox::enviar(m_ctx);
     registrar(entrada(CorrectionLog::Kind::Reversao, mov, r, e.MOTIVO), res);
     m_ctx.dialogs.info(kAviso, kRevertido);
     clsAutenticadora a;

@@ -12,11 +12,19 @@
 
 namespace {
 
+// What is printed of a value: a password only says that it is set.
+QString shown(const IniFile::Entry& e) {
+    const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
+    return k && k->kind == OptionCatalog::Kind::Secret && !e.value.isEmpty()
+               ? QStringLiteral("********")
+               : e.value;
+}
+
 QJsonObject bySection(const Options::Values& values) {
     QJsonObject out;
     for (const IniFile::Entry& e : values) {
         QJsonObject section = out.value(e.section).toObject();
-        section.insert(e.key, e.value);
+        section.insert(e.key, shown(e));
         out.insert(e.section, section);
     }
     return out;
@@ -33,7 +41,7 @@ int opcoes(CliEnv& e) {
         return ExitOk;
     }
     for (const IniFile::Entry& v : values)
-        e.out << v.section << "/" << v.key << "=" << v.value << "\n";
+        e.out << v.section << "/" << v.key << "=" << shown(v) << "\n";
     return ExitOk;
 }
 
@@ -95,7 +103,7 @@ int opcoesGravar(CliEnv& e) {
         return ExitOk;
     }
     for (const IniFile::Entry& v : stored)
-        e.out << v.section << "/" << v.key << "=" << v.value << "\n";
+        e.out << v.section << "/" << v.key << "=" << shown(v) << "\n";
     e.out << "Opções gravadas.\n";
     return ExitOk;
 }

@@ -185,6 +185,9 @@ int diaUtil(CliEnv& e) {
 QJsonObject decisionJson(const ReadingDecision& d) {
     QJsonObject o{{QStringLiteral("resultado"), CliSupport::resultado(d.outcome)},
                   {QStringLiteral("mensagens"), QJsonArray::fromStringList(d.mensagens)}};
+    if (d.networkChecked) // lblStatusRede as the counter would show it
+        o.insert(QStringLiteral("rede"),
+                 d.showNetworkLabel ? QStringLiteral("inativa") : QStringLiteral("ativa"));
     if (d.outcome != ReadingDecision::Outcome::Aceito)
         return o;
     o.insert(QStringLiteral("padrao"), CliSupport::padrao(d.route));

@@ -29,6 +29,7 @@ QList<CliCommand> allCommands() {
     registerCashDayCommands(c);
     registerMaintenanceCommands(c);
     registerCorrectionCommands(c);
+    registerNetworkCommands(c);
     return c;
 }
 

@@ -46,3 +46,4 @@ void registerAdminCommands(QList<CliCommand>& commands);
 void registerCashDayCommands(QList<CliCommand>& commands);
 void registerMaintenanceCommands(QList<CliCommand>& commands);
 void registerCorrectionCommands(QList<CliCommand>& commands);
+void registerNetworkCommands(QList<CliCommand>& commands);

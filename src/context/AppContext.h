@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CentralNetwork.h"
 #include "ErrorLog.h"
 #include "Settings.h"
 #include "clsDataAccess.h"
@@ -7,6 +8,7 @@
 #include <QDate>
 #include <QString>
 #include <functional>
+#include <memory>
 
 class Clock;
 class DialogPort;
@@ -35,6 +37,9 @@ public:
     // Runs a job on the authenticating printer the counter keeps (on its own thread), for the
     // screens that stamp while the counter is up; empty when there is none.
     std::function<void(std::function<void(PrinterService&)>)> printerJobs;
+    // The central database of several counters: set by the screens' start-up (a link kept on its
+    // own thread), else made on first use when Config.ini names one; empty otherwise.
+    std::shared_ptr<CentralNetwork> rede;
 
     QString iniPath() const;
     QString filePath(const QString& name) const;

@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "NetworkOutbox.h"
 #include "Transaction.h"
 
 #include "clsMovimento.h"
@@ -101,7 +102,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         r.INTEGRA = 0;
         r.EXPORT = 0;
         r.MOMENTO = momento;
-        ok = r.SQLInsert();
+        ok = r.SQLInsert() && NetworkOutbox::publicar(ctx, r);
         if (ok)
             out.append({r.IDRECEBE, r.AUTENTICA, item, momento});
     }
@@ -109,6 +110,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         ctx.dialogs.critical(kAviso, kFalhou);
         return std::nullopt;
     }
+    NetworkOutbox::enviar(ctx);
     ctx.dialogs.info(QStringLiteral("Gravar Registro"), kGravado);
     return out;
 }

@@ -24,7 +24,8 @@ struct RecordedReceipt {
 // holds the database's write lock, every code that may be received once (not the 44 zeros nor
 // codes starting "000") is looked up again among all the receipts and within the list itself,
 // and the whole payment is refused when one is found. The unique index of Recebimentos stands
-// behind this check.
+// behind this check. With a central database, each code also goes into the outbox in the same
+// transaction, and is sent after the commit.
 class PaymentRecorder {
 public:
     static const QString kGravado;   // "Registro Gravado!!!"

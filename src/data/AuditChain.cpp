@@ -30,6 +30,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("Itens"), QStringLiteral("ID")},
     {QStringLiteral("ConfCaixa"), QStringLiteral("ID")},
     {QStringLiteral("Estornos"), QStringLiteral("ID")},
+    {QStringLiteral("ConflitoRede"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {

@@ -17,6 +17,9 @@ struct DbConfig {
     QString name;
     QString user;
     QString password;
+    int connectTimeout = 10;    // seconds; libpq waits 2 at least
+    int statementTimeoutMs = 0; // 0: statements may take as long as they need
+    QString extraOptions;       // more libpq options, "key=value;key=value"
 
     static DbConfig fromIni(const QString& appFolder);
     static DbConfig sqlite(const QString& path);

@@ -129,6 +129,34 @@ QStringList migrationEstornos(DbBackend b) {
             QStringLiteral("CREATE INDEX idx_estornos_idmovimento ON Estornos(IDMOVIMENTO)")};
 }
 
+// The central database of several counters: the outbox of codes to publish or withdraw (written
+// in the transaction of the receipts), the codes the central refused after they were received
+// here, and the random name under which this database publishes (with the moment until which
+// commands do not wait for a central that did not answer).
+QStringList migrationRede(DbBackend b) {
+    const Types t = typesFor(b);
+    const QString plain = QStringLiteral("TEXT");
+    const QString random = b == DbBackend::PostgreSQL
+                               ? QStringLiteral("md5(random()::text || clock_timestamp()::text)")
+                               : QStringLiteral("lower(hex(randomblob(16)))");
+    return {
+        QStringLiteral("CREATE TABLE PublicacaoRede (ID %1, OPERACAO %2 NOT NULL, CODBARRA %2 NOT "
+                       "NULL, IDRECEBE BIGINT NOT NULL, AUTENTICA INTEGER, IDMOVIMENTO INTEGER, "
+                       "GUICHE %2, MOMENTO %2 NOT NULL, PENDENTE INTEGER NOT NULL DEFAULT 1, "
+                       "ENVIADO %2, RESULTADO %2)")
+            .arg(t.id, plain),
+        QStringLiteral("CREATE INDEX idx_publicacaorede_pendente ON PublicacaoRede(PENDENTE, ID)"),
+        QStringLiteral("CREATE TABLE ConflitoRede (ID %1, IDPUBLICACAO BIGINT NOT NULL UNIQUE, "
+                       "CODBARRA %2 NOT NULL, IDRECEBE BIGINT, AUTENTICA INTEGER, IDMOVIMENTO "
+                       "INTEGER, VALOR BIGINT NOT NULL DEFAULT 0, MOMENTO %2, GUICHE_CENTRAL %2, "
+                       "MOMENTO_CENTRAL %2, DETECTADO %2 NOT NULL)")
+            .arg(t.id, plain),
+        QStringLiteral("CREATE TABLE OrigemRede (ID INTEGER PRIMARY KEY CHECK (ID = 1), ORIGEM %1 "
+                       "NOT NULL, PAUSA_ATE %1, PAUSA_MOTIVO %1)")
+            .arg(plain),
+        QStringLiteral("INSERT INTO OrigemRede (ID, ORIGEM) VALUES (1, %1)").arg(random)};
+}
+
 // The next authentication number reads the movement's highest: with this index that read costs
 // the same on a day of a thousand receipts and on a day of a hundred thousand.
 QStringList migrationAutenticaIndex(DbBackend) {
@@ -137,9 +165,9 @@ QStringList migrationAutenticaIndex(DbBackend) {
 }
 
 using Migration = QStringList (*)(DbBackend);
-const Migration kMigrations[] = {migration1, migrationSequenciaArquivo,
-                                 migrationReceiptsOnceAndChain, migrationEstornos,
-                                 migrationAutenticaIndex};
+const Migration kMigrations[] = {
+    migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
+    migrationEstornos, migrationAutenticaIndex,   migrationRede};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

@@ -100,7 +100,10 @@ bool clsDataAccess::open(const DbConfig& config, OpenMode mode) {
         db.setUserName(config.user);
         // Without a password here, libpq looks in PGPASSFILE or ~/.pgpass.
         db.setPassword(config.password);
-        db.setConnectOptions(QStringLiteral("connect_timeout=10"));
+        QString options = QStringLiteral("connect_timeout=%1").arg(config.connectTimeout);
+        if (!config.extraOptions.isEmpty())
+            options += QLatin1Char(';') + config.extraOptions;
+        db.setConnectOptions(options);
         if (!db.open()) {
             remember(db.lastError());
             db = QSqlDatabase();
@@ -110,6 +113,8 @@ bool clsDataAccess::open(const DbConfig& config, OpenMode mode) {
         QStringList setup = {QStringLiteral("SET client_min_messages TO warning")};
         if (mode == OpenMode::ReadOnly)
             setup << QStringLiteral("SET default_transaction_read_only = on");
+        if (config.statementTimeoutMs > 0)
+            setup << QStringLiteral("SET statement_timeout = %1").arg(config.statementTimeoutMs);
         for (const QString& stmt : setup)
             if (!execRaw(stmt)) {
                 db = QSqlDatabase();
@@ -192,6 +197,8 @@ void clsDataAccess::applyLockWait() {
 
 void clsDataAccess::logFailure(const QString& label, qint32 number, const QString& description) {
     m_lastError = description;
+    if (m_quiet)
+        return;
     m_log.report(label, {number, description, QStringLiteral("clsDataAccess")});
 }
 

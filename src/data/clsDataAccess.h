@@ -70,6 +70,10 @@ public:
     std::function<void(const QString& text)> onLockWait;
     static const QString kAguardando; // "Aguardando o banco de dados..."
 
+    // A connection whose failures are expected (a network link): they are kept in lastError()
+    // for the caller, which tells them once, instead of a report for each statement.
+    void setQuiet(bool quiet) { m_quiet = quiet; }
+
     // Tests: a hook that makes chosen statements fail as if the database had refused them.
     std::function<bool(const QString& sql)> faultHook;
 
@@ -98,6 +102,7 @@ private:
     DbConfig m_config;
     OpenMode m_mode = OpenMode::ReadWrite;
     bool m_walIgnored = false;
+    bool m_quiet = false;
     QString m_connection;
     QString m_lastError;
     QString m_lastCode; // the engine's own code of the last failure

@@ -2,10 +2,79 @@
 
 #include "clsDataAccess.h"
 
+namespace {
+QVariant nullableText(const QString& s) {
+    return s.isEmpty() ? QVariant(QMetaType::fromType<QString>()) : QVariant(s);
+}
+} // namespace
+
 std::optional<int> clsRecebimentos1::contarCodigo(clsDataAccess& db, const QString& codbarra) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT COUNT(*) AS N FROM RECEBIMENTOS1 WHERE CODBARRA = ?"), {codbarra});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return std::nullopt;
     return int(rs->integer(QStringLiteral("N")));
+}
+
+std::optional<bool> clsRecebimentos1::SQLSelect(const QString& codbarra) {
+    const auto rs = m_db->SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, CODBARRA, GUICHE, MOMENTO, AUTENTICA, ORIGEM, IDRECEBE FROM "
+                       "RECEBIMENTOS1 WHERE CODBARRA = ?"),
+        {codbarra});
+    if (!rs)
+        return std::nullopt;
+    if (!rs->atRow())
+        return false;
+    ID = rs->integer(QStringLiteral("ID"));
+    CODBARRA = rs->text(QStringLiteral("CODBARRA"));
+    GUICHE = rs->text(QStringLiteral("GUICHE"));
+    MOMENTO = rs->text(QStringLiteral("MOMENTO"));
+    AUTENTICA = qint32(rs->integer(QStringLiteral("AUTENTICA")));
+    ORIGEM = rs->text(QStringLiteral("ORIGEM"));
+    IDRECEBE = rs->integer(QStringLiteral("IDRECEBE"));
+    return true;
+}
+
+std::optional<bool> clsRecebimentos1::SQLInsert() {
+    // The insert answers through a select: the unique index says whether the row went in.
+    const auto rs = m_db->SQLSelect_ReadOnly(
+        QStringLiteral("WITH ins AS (INSERT INTO RECEBIMENTOS1 (CODBARRA, GUICHE, MOMENTO, "
+                       "AUTENTICA, ORIGEM, IDRECEBE) VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT "
+                       "(CODBARRA) DO NOTHING RETURNING ID) SELECT ID FROM ins"),
+        {CODBARRA, nullableText(GUICHE), nullableText(MOMENTO), AUTENTICA, ORIGEM, IDRECEBE});
+    if (!rs)
+        return std::nullopt;
+    if (!rs->atRow())
+        return false;
+    ID = rs->integer(QStringLiteral("ID"));
+    return true;
+}
+
+bool clsRecebimentos1::SQLDelete() {
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM RECEBIMENTOS1 WHERE CODBARRA = ? AND "
+                                           "ORIGEM = ? AND IDRECEBE = ?"),
+                            {CODBARRA, ORIGEM, IDRECEBE});
+}
+
+std::optional<qint64> clsRecebimentos1::importar(clsDataAccess& db, const QStringList& codes,
+                                                 const QString& origem, const QString& guiche) {
+    if (codes.isEmpty())
+        return 0;
+    // One text of comma-separated digits: one bound value whatever the size of the batch.
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("WITH ins AS (INSERT INTO RECEBIMENTOS1 (CODBARRA, ORIGEM, GUICHE) SELECT "
+                       "c, ?, ? FROM unnest(string_to_array(?, ',')) AS c ON CONFLICT "
+                       "(CODBARRA) DO NOTHING RETURNING 1) SELECT COUNT(*) AS N FROM ins"),
+        {origem, nullableText(guiche), codes.join(QLatin1Char(','))});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N"));
+}
+
+std::optional<qint64> clsRecebimentos1::contar(clsDataAccess& db) {
+    const auto rs =
+        db.SQLSelect_ReadOnly(QStringLiteral("SELECT COUNT(*) AS N FROM RECEBIMENTOS1"));
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N"));
 }

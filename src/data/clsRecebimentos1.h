@@ -1,13 +1,45 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 class clsDataAccess;
 
-// RECEBIMENTOS1: the receipts of the other counters, consulted by the duplicate refusal.
+// RECEBIMENTOS1: the codes received at every counter, consulted by the duplicate refusal. With a
+// central database ([Rede] in Config.ini) the table lives there, one row per code (a unique
+// index), with the counter, the moment and the authentication; without one, the counter's own
+// table is read.
 class clsRecebimentos1 {
 public:
+    explicit clsRecebimentos1(clsDataAccess& db) : m_db(&db) {}
+
+    qint64 ID = 0;
+    QString CODBARRA;
+    QString GUICHE;
+    QString MOMENTO; // ISO text, as the counter recorded it
+    qint32 AUTENTICA = 0;
+    QString ORIGEM; // the database that published it (OrigemRede), or the import it came from
+    qint64 IDRECEBE = 0;
+
     // How many rows carry this barcode.
     static std::optional<int> contarCodigo(clsDataAccess& db, const QString& codbarra);
+
+    // The row of this code: true when found, false when there is none, nullopt on failure.
+    std::optional<bool> SQLSelect(const QString& codbarra);
+    // True when inserted, false when the code was already there (the unique index decides),
+    // nullopt on failure.
+    std::optional<bool> SQLInsert();
+    // Withdraws the row this database published for this receipt; another's row of the same
+    // code stays. No row is not a failure.
+    bool SQLDelete();
+
+    // Codes of an earlier database, all in one statement; a code already there is left as it is.
+    // Answers how many were inserted.
+    static std::optional<qint64> importar(clsDataAccess& db, const QStringList& codes,
+                                          const QString& origem, const QString& guiche);
+    static std::optional<qint64> contar(clsDataAccess& db);
+
+private:
+    clsDataAccess* m_db;
 };

@@ -91,14 +91,33 @@ bool PgServer::start() {
                           QStringLiteral("-E"), QStringLiteral("UTF8"),
                           QStringLiteral("--locale=C"), QStringLiteral("--no-sync")}))
         return false;
+    return startServer();
+}
+
+bool PgServer::startServer() {
     const QString opts = QStringLiteral("-p %1 -k %2 -c listen_addresses=127.0.0.1 -c fsync=off "
                                         "-c synchronous_commit=off -c full_page_writes=off")
                              .arg(m_port)
                              .arg(d->dir.path());
     return runAsServerUser(d->bin + QStringLiteral("/pg_ctl"),
-                           {QStringLiteral("-D"), data, QStringLiteral("-o"), opts,
-                            QStringLiteral("-l"), d->dir.filePath(QStringLiteral("server.log")),
-                            QStringLiteral("-w"), QStringLiteral("start")});
+                           {QStringLiteral("-D"), d->dir.filePath(QStringLiteral("data")),
+                            QStringLiteral("-o"), opts, QStringLiteral("-l"),
+                            d->dir.filePath(QStringLiteral("server.log")), QStringLiteral("-w"),
+                            QStringLiteral("start")});
+}
+
+bool PgServer::pause() {
+    // The admin connection would not survive the stop.
+    if (QSqlDatabase::contains(QStringLiteral("pg-admin")))
+        QSqlDatabase::removeDatabase(QStringLiteral("pg-admin"));
+    return m_ok && runAsServerUser(d->bin + QStringLiteral("/pg_ctl"),
+                                   {QStringLiteral("-D"), d->dir.filePath(QStringLiteral("data")),
+                                    QStringLiteral("-m"), QStringLiteral("fast"),
+                                    QStringLiteral("-w"), QStringLiteral("stop")});
+}
+
+bool PgServer::resume() {
+    return m_ok && startServer();
 }
 
 DbConfig PgServer::freshDatabase() {

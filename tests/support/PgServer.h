@@ -17,10 +17,14 @@ public:
     QString error() const { return m_error; }
     // A new, empty database on the server.
     DbConfig freshDatabase();
+    // The server goes away (connections are cut) and comes back on the same port.
+    bool pause();
+    bool resume();
 
 private:
     PgServer();
     bool start();
+    bool startServer();
     bool runAsServerUser(const QString& program, const QStringList& args,
                          QString* output = nullptr);
 

@@ -169,12 +169,29 @@ QWidget* frmOpcoes::buildParametros() {
             QRegularExpression(QStringLiteral("\\d{0,%1}").arg(max)), e));
         return e;
     };
+    const QString rede = QStringLiteral("Rede");
+    auto number = [this, rede](const char* name, const char* key) {
+        QLineEdit* e = edit(name, rede, QLatin1String(key));
+        e->setValidator(
+            new QRegularExpressionValidator(QRegularExpression(QStringLiteral("\\d{0,5}")), e));
+        return e;
+    };
+    QLineEdit* senha = edit("txtRedeSenha", rede, QStringLiteral("senha"));
+    senha->setEchoMode(QLineEdit::Password);
     const QList<QPair<QString, QWidget*>> rows = {
         {QStringLiteral("Nome do Banco no Arquivo"), banco},
         {QStringLiteral("Nome Empresa"), pref},
         {QStringLiteral("CNPJ"), cnpj},
         {QString(), check("chkRede", QStringLiteral("Habilitar Consulta de Arquivos"), ex,
                           QStringLiteral("rede"))},
+        {QStringLiteral("Central da rede: servidor"),
+         edit("txtRedeHost", rede, QStringLiteral("host"))},
+        {QStringLiteral("Porta da central"), number("txtRedePorta", "porta")},
+        {QStringLiteral("Banco da central"), edit("txtRedeNome", rede, QStringLiteral("nome"))},
+        {QStringLiteral("Usuário da central"),
+         edit("txtRedeUsuario", rede, QStringLiteral("usuario"))},
+        {QStringLiteral("Senha da central (vazia: ~/.pgpass)"), senha},
+        {QStringLiteral("Tempo limite da central (ms)"), number("txtRedeTempo", "tempo_limite")},
         {QStringLiteral("Código do banco (CNAB)"),
          digits("txtcod_banco_cnab", "cod_banco_cnab", 3)},
         {QStringLiteral("Agência"), digits("txtagencia", "agencia", 5)},

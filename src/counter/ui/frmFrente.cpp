@@ -11,6 +11,7 @@
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "LancadosModel.h"
+#include "NetworkStatus.h"
 #include "OverdueHandler.h"
 #include "PrinterWorker.h"
 #include "ReversalUndoDialog.h"
@@ -50,6 +51,7 @@ namespace {
 const QString kAviso = QStringLiteral("Aviso");
 const QString kReady = QStringLiteral("color: #006000");
 const QString kAlert = QStringLiteral("color: #b00000");
+constexpr int kRedeMs = 5000; // how often the network label looks at the central and the outbox
 
 QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0,
               bool bold = false) {
@@ -105,6 +107,10 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     connect(timer, &QTimer::timeout, this, &frmFrente::tick);
     timer->start(1000);
     tick();
+    auto* rede = new QTimer(this);
+    rede->setObjectName(QStringLiteral("tmrRede"));
+    connect(rede, &QTimer::timeout, this, &frmFrente::refreshNetwork);
+    rede->start(kRedeMs);
     fillKinds();
     m_session.kindsFilled = [this](const GuideKinds& kinds, bool selectFirst) {
         showKinds(kinds, selectFirst);
@@ -727,9 +733,29 @@ CounterSession::ReadResult frmFrente::settle(CounterSession::ReadResult r) {
     return r;
 }
 
+void frmFrente::refreshNetwork() {
+    // Only the link the start-up made: the screen never makes one that would wait in its thread.
+    if (!m_ctx.rede || !m_ctx.rede->configurada())
+        return;
+    const NetworkStatus::Situacao s = NetworkStatus::consultar(m_ctx);
+    const QDateTime now = m_ctx.clock.now();
+    m_redeAtrasada = NetworkStatus::atrasada(s, now);
+    if (m_ctx.settings.rede == 1) {
+        m_rede->setText(s.ativa ? QStringLiteral("REDE: %1 PENDENTE(S)").arg(s.pendentes)
+                                : QStringLiteral("REDE INATIVA"));
+        m_rede->setVisible(NetworkStatus::mostrarRotulo(s, now));
+    }
+    if (m_reading || !m_session.list().isEmpty() || m_session.aguardandoConsentimento())
+        return; // told between customers
+    for (const QString& text : m_ctx.rede->novidades()) {
+        const DialogKeyGuard guard(m_ctx.dialogs, m_scannerEnterMs);
+        m_ctx.dialogs.warn(QStringLiteral("Rede"), text);
+    }
+}
+
 void frmFrente::showRead(const CounterSession::ReadResult& r) {
     if (r.networkChecked)
-        m_rede->setVisible(r.showNetworkLabel);
+        m_rede->setVisible(r.showNetworkLabel || m_redeAtrasada);
     if (r.clearField || r.accepted)
         m_entry->clear();
     if (r.accepted)

@@ -61,6 +61,7 @@ private:
     void refreshList();
     void refreshLancados();
     void refreshStatus();
+    void refreshNetwork(); // lblStatusRede and the central's messages
     void refreshDayTotals();
     void tick();
     void statusLine(const QString& text);
@@ -128,6 +129,7 @@ private:
     QLabel* m_troco = nullptr;      // lblTroco
     QLabel* m_status = nullptr;     // lblStatus
     QLabel* m_rede = nullptr;       // lblStatusRede
+    bool m_redeAtrasada = false;    // the outbox holds codes the central should have by now
     QLabel* m_user = nullptr;       // lbluser
     QLabel* m_dia = nullptr;        // lblDia
     QLabel* m_hora = nullptr;       // lblHora

@@ -1,0 +1,162 @@
+#include "BackgroundCentral.h"
+
+#include "AppContext.h"
+#include "CentralLink.h"
+#include "ErrorLog.h"
+#include "SilentDialogPort.h"
+
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QThread>
+
+namespace {
+// The thread wakes every kIntervaloMs; what is due within this much is done on that wake.
+constexpr int kFolgaMs = 250;
+} // namespace
+
+BackgroundCentral::BackgroundCentral(AppContext& ctx)
+    : m_folder(ctx.folder), m_iniPath(ctx.iniPath()), m_local(ctx.db.config()), m_clock(ctx.clock) {
+    const CentralConfig c = CentralConfig::fromIni(m_iniPath);
+    m_configurada = c.configurada();
+    m_tempoMs = c.tempoMs;
+    m_thread = QThread::create([this] { run(); });
+    m_thread->start();
+}
+
+BackgroundCentral::~BackgroundCentral() {
+    {
+        QMutexLocker lock(&m_mutex);
+        m_parar = true;
+        m_acorda.wakeAll();
+    }
+    m_thread->wait();
+    delete m_thread;
+}
+
+bool BackgroundCentral::configurada() {
+    QMutexLocker lock(&m_mutex);
+    return m_configurada;
+}
+
+bool BackgroundCentral::ativa() {
+    QMutexLocker lock(&m_mutex);
+    return m_ativa && !m_suspeita;
+}
+
+std::optional<bool> BackgroundCentral::recebida(const QString& codbarra) {
+    QMutexLocker lock(&m_mutex);
+    if (!m_ativa || m_suspeita)
+        return std::nullopt;
+    auto p = std::make_shared<Pedido>();
+    p->codigo = codbarra;
+    m_pedidos.append(p);
+    m_acorda.wakeAll();
+    QDeadlineTimer deadline(m_tempoMs);
+    while (!p->pronto && !deadline.hasExpired())
+        m_respondido.wait(&m_mutex, deadline);
+    if (p->pronto)
+        return p->resposta;
+    m_pedidos.removeAll(p);
+    m_suspeita = true;
+    return std::nullopt;
+}
+
+void BackgroundCentral::publicar() {
+    QMutexLocker lock(&m_mutex);
+    m_enviar = true;
+    m_acorda.wakeAll();
+}
+
+QStringList BackgroundCentral::novidades() {
+    QMutexLocker lock(&m_mutex);
+    QStringList out;
+    out.swap(m_novidades);
+    return out;
+}
+
+bool BackgroundCentral::aguardarPrimeiraVerificacao(int ms) {
+    QMutexLocker lock(&m_mutex);
+    QDeadlineTimer deadline(ms);
+    while (!m_verificada && !deadline.hasExpired())
+        m_respondido.wait(&m_mutex, deadline);
+    return m_verificada;
+}
+
+void BackgroundCentral::run() {
+    SilentDialogPort port;
+    ErrorLog log(port, m_clock, m_folder);
+    clsDataAccess local(log);
+    CentralLink link(log, m_clock);
+    CentralConfig config;
+    QElapsedTimer tentativa, verificacao, leitura;
+    QMutexLocker lock(&m_mutex);
+    while (!m_parar) {
+        const QList<std::shared_ptr<Pedido>> pedidos = m_pedidos;
+        m_pedidos.clear();
+        bool enviar = std::exchange(m_enviar, false);
+        const bool suspeita = m_suspeita;
+        lock.unlock();
+
+        // Config.ini is read again now and then: the options screen may have changed [Rede].
+        if (!leitura.isValid() || leitura.hasExpired(kIntervaloMs - kFolgaMs)) {
+            leitura.start();
+            const CentralConfig now = CentralConfig::fromIni(m_iniPath);
+            if (!(now == config)) {
+                config = now;
+                link.desconectar();
+                tentativa.invalidate();
+            }
+        }
+        if (config.configurada() && !link.ativa() &&
+            (!tentativa.isValid() || tentativa.hasExpired(kIntervaloMs - kFolgaMs))) {
+            tentativa.start();
+            if (link.conectar(config, kSentencaMs))
+                enviar = true;
+            verificacao.start();
+        }
+        QList<std::optional<bool>> respostas;
+        for (const auto& p : pedidos)
+            respostas << link.recebida(p->codigo);
+        bool confirmada = false;
+        if (link.ativa() && (suspeita || !verificacao.isValid() ||
+                             verificacao.hasExpired(kIntervaloMs - kFolgaMs))) {
+            confirmada = link.ping();
+            verificacao.start();
+            enviar = enviar || confirmada; // retried every few seconds until the central has it
+        }
+        QStringList avisos;
+        bool restam = false;
+        if (link.ativa() && enviar) {
+            if (!local.isOpen() && local.open(m_local))
+                local.setLockWait(500, 2); // the counter's own writes come first
+            if (local.isOpen()) {
+                const CentralLink::Envio e = link.enviar(local);
+                for (const clsConflitoRede& c : e.conflitos)
+                    avisos << CentralLink::textoConflito(c);
+                restam = e.restam && !e.falhou;
+            }
+        }
+        if (link.problemaNovo())
+            avisos.prepend(link.problema());
+
+        lock.relock();
+        for (int i = 0; i < pedidos.size(); ++i) {
+            pedidos[i]->resposta = respostas[i];
+            pedidos[i]->pronto = true;
+        }
+        m_configurada = config.configurada();
+        m_tempoMs = config.tempoMs;
+        m_ativa = link.ativa();
+        if (confirmada || !m_ativa)
+            m_suspeita = false;
+        m_verificada = m_verificada || !config.configurada() || tentativa.isValid();
+        m_novidades << avisos;
+        m_enviar = m_enviar || restam;
+        m_respondido.wakeAll();
+        if (!m_parar && m_pedidos.isEmpty() && !m_enviar)
+            m_acorda.wait(&m_mutex, QDeadlineTimer(kIntervaloMs));
+    }
+    lock.unlock();
+    local.close();
+    link.desconectar();
+}

@@ -1,0 +1,76 @@
+#include "DirectCentral.h"
+
+#include "AppContext.h"
+#include "DialogPort.h"
+#include "clsPublicacaoRede.h"
+
+DirectCentral::DirectCentral(AppContext& ctx)
+    : m_ctx(ctx), m_config(CentralConfig::fromIni(ctx.iniPath())), m_link(ctx.errors, ctx.clock) {}
+
+void DirectCentral::avisar() {
+    if (m_link.problemaNovo())
+        m_ctx.dialogs.warn(QStringLiteral("Rede"), m_link.problema());
+}
+
+bool DirectCentral::ativa() {
+    if (!m_config.configurada())
+        return false;
+    if (!m_link.ativa() &&
+        (!m_ultimaTentativa.isValid() || m_ultimaTentativa.hasExpired(kPausaMs))) {
+        m_ultimaTentativa.start();
+        conectar();
+    }
+    return m_link.ativa();
+}
+
+void DirectCentral::conectar() {
+    // Real time, not the run's clock: this is about how long the network keeps us waiting.
+    const QDateTime agora = QDateTime::currentDateTimeUtc();
+    const auto pausa = clsPublicacaoRede::pausa(m_ctx.db);
+    if (m_respeitaPausa && pausa && pausa->ate.isValid() && agora < pausa->ate)
+        return; // told by the command that waited
+    // A command's statements wait the time-out at most: it is what the operator waits.
+    m_link.conectar(m_config, m_config.tempoMs);
+    avisar();
+    if (m_ctx.db.readOnly() || !pausa)
+        return;
+    if (m_link.semResposta())
+        clsPublicacaoRede::gravarPausa(m_ctx.db,
+                                       {agora.addSecs(kPausaComandosS), m_link.problema()});
+    else if (pausa->ate.isValid() && m_link.ativa())
+        clsPublicacaoRede::gravarPausa(m_ctx.db, {});
+}
+
+std::optional<bool> DirectCentral::recebida(const QString& codbarra) {
+    if (!ativa())
+        return std::nullopt;
+    const auto r = m_link.recebida(codbarra);
+    avisar();
+    return r;
+}
+
+DirectCentral::Totais DirectCentral::enviarTudo() {
+    Totais t;
+    if (!ativa()) {
+        t.completo = false;
+        return t;
+    }
+    for (;;) {
+        const CentralLink::Envio e = m_link.enviar(m_ctx.db);
+        t.enviados += e.enviados;
+        t.conflitos += int(e.conflitos.size());
+        for (const clsConflitoRede& c : e.conflitos)
+            m_ctx.dialogs.warn(QStringLiteral("Rede"), CentralLink::textoConflito(c));
+        avisar();
+        if (e.falhou) {
+            t.completo = false;
+            return t;
+        }
+        if (!e.restam)
+            return t;
+    }
+}
+
+void DirectCentral::publicar() {
+    enviarTudo();
+}

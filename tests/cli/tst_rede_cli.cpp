@@ -1,0 +1,219 @@
+// Two counters and a central driven through the commands, as an installer or a checker does:
+// a guide received at one counter is refused at the other, the central away and back, the
+// status, the conflicts and an import cut by kill -9 and run again.
+#include "PgServer.h"
+#include "TestCodes.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+struct Run {
+    int code;
+    QString out;
+    QString err;
+    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
+};
+
+QString code(int n) {
+    return TestCodes::guide(QStringLiteral("0425"), 2000 + n, QStringLiteral("20261130"),
+                            QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0')));
+}
+
+class Folder {
+public:
+    Folder(const QString& guiche, const DbConfig& central) {
+        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        m_admin = r.out.section(QStringLiteral("): "), 1)
+                      .section(QLatin1Char('\n'), 0, 0)
+                      .trimmed()
+                      .toUtf8();
+        options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
+                 QStringLiteral("Rede/host=") + central.host,
+                 QStringLiteral("Rede/porta=%1").arg(central.port),
+                 QStringLiteral("Rede/nome=") + central.name,
+                 QStringLiteral("Rede/usuario=") + central.user});
+        admin({QStringLiteral("caixa"), QStringLiteral("abrir"), QStringLiteral("--data"),
+               QStringLiteral("23/11/2026")});
+    }
+    Run run(const QStringList& args, const QByteArray& input = {}) const {
+        QProcess p;
+        p.start(qEnvironmentVariable("TOLVANE_EXE"),
+                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
+        p.write(input);
+        p.closeWriteChannel();
+        p.waitForFinished(120000);
+        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
+                QString::fromUtf8(p.readAllStandardError())};
+    }
+    Run admin(const QStringList& args) const { return run(args, m_admin + "\n"); }
+    Run options(const QStringList& assignments) const {
+        return admin(QStringList{QStringLiteral("opcoes"), QStringLiteral("gravar")} + assignments);
+    }
+    Run receive(const QStringList& codes) const {
+        return admin(QStringList{QStringLiteral("caixa"), QStringLiteral("receber"),
+                                 QStringLiteral("--data"), QStringLiteral("23/11/2026"),
+                                 QStringLiteral("--json")} +
+                     codes);
+    }
+    Run read(const QString& c) const {
+        return run({QStringLiteral("ler"), c, QStringLiteral("--data"),
+                    QStringLiteral("23/11/2026"), QStringLiteral("--json")});
+    }
+    Run rede(const QString& what, const QStringList& more = {}) const {
+        return run(QStringList{QStringLiteral("rede"), what} + more +
+                   QStringList{QStringLiteral("--json")});
+    }
+    QString path() const { return m_dir.path(); }
+
+private:
+    QTemporaryDir m_dir;
+    QByteArray m_admin;
+};
+
+qint64 centralCount(const DbConfig& c, const QString& table = QStringLiteral("RECEBIMENTOS1")) {
+    const QString name = QStringLiteral("cli-central-") + c.name;
+    qint64 n = -1;
+    {
+        QSqlDatabase d = QSqlDatabase::contains(name)
+                             ? QSqlDatabase::database(name)
+                             : QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+        d.setHostName(c.host);
+        d.setPort(c.port);
+        d.setDatabaseName(c.name);
+        d.setUserName(c.user);
+        QSqlQuery q(d);
+        if ((d.isOpen() || d.open()) && q.exec(QStringLiteral("SELECT COUNT(*) FROM ") + table) &&
+            q.next())
+            n = q.value(0).toLongLong();
+    }
+    return n;
+}
+
+int closedPort() {
+    QTcpServer s;
+    s.listen(QHostAddress::LocalHost, 0);
+    return s.serverPort();
+}
+
+} // namespace
+
+class tst_rede_cli : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() {
+        QVERIFY2(PgServer::instance().ok(), qPrintable(PgServer::instance().error()));
+    }
+
+    void twoCountersAndACentral() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central), b(QStringLiteral("B"), central);
+        QCOMPARE(a.receive({code(1)}).code, 0);
+        QCOMPARE(centralCount(central), 1);
+        Run r = b.read(code(1));
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(),
+                 QStringLiteral("recebida"));
+        QCOMPARE(r.json().value(QStringLiteral("rede")).toString(), QStringLiteral("ativa"));
+        QVERIFY(r.err.contains(QStringLiteral("Conta já Recebida!!!")));
+        QCOMPARE(b.receive({code(1)}).code, 1);
+
+        // The central away: A still receives, says so, and keeps the codes.
+        const int port = central.port;
+        QCOMPARE(a.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        r = a.receive({code(2), code(3)});
+        QCOMPARE(r.code, 0);
+        QVERIFY(r.err.contains(QStringLiteral("não responde")));
+        QCOMPARE(a.read(code(4)).json().value(QStringLiteral("rede")).toString(),
+                 QStringLiteral("inativa"));
+        QJsonObject s = a.rede(QStringLiteral("status")).json();
+        QCOMPARE(s.value(QStringLiteral("ativa")).toBool(), false);
+        QCOMPARE(s.value(QStringLiteral("pendentes")).toInt(), 2);
+        QCOMPARE(a.rede(QStringLiteral("publicar")).code, 1);
+        // Back: they arrive once, however often it is asked.
+        QCOMPARE(a.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
+        QCOMPARE(
+            a.rede(QStringLiteral("publicar")).json().value(QStringLiteral("enviados")).toInt(), 2);
+        QCOMPARE(
+            a.rede(QStringLiteral("publicar")).json().value(QStringLiteral("enviados")).toInt(), 0);
+        QCOMPARE(centralCount(central), 3);
+        s = a.rede(QStringLiteral("status")).json();
+        QCOMPARE(s.value(QStringLiteral("ativa")).toBool(), true);
+        QCOMPARE(s.value(QStringLiteral("pendentes")).toInt(), 0);
+        QVERIFY(!s.value(QStringLiteral("ultimo_envio")).toString().isEmpty());
+
+        // B received code 5 while cut off; A got it to the central first.
+        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        QCOMPARE(b.receive({code(5)}).code, 0);
+        QCOMPARE(a.receive({code(5)}).code, 0);
+        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
+        r = b.rede(QStringLiteral("publicar"));
+        QCOMPARE(r.json().value(QStringLiteral("conflitos")).toInt(), 1);
+        QVERIFY(r.err.contains(QStringLiteral("Conflito na rede")));
+        const QJsonObject c = b.rede(QStringLiteral("conflitos")).json();
+        QCOMPARE(c.value(QStringLiteral("total")).toInt(), 1);
+        const QJsonObject first = c.value(QStringLiteral("conflitos")).toArray().first().toObject();
+        QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), code(5));
+        QCOMPARE(first.value(QStringLiteral("guiche_central")).toString(), QStringLiteral("A"));
+        // Both moments in the counter's own format, whatever the central stores.
+        const QRegularExpression moment(QStringLiteral("^\\d\\d/11/2026 \\d\\d:\\d\\d:\\d\\d$"));
+        QVERIFY(moment.match(first.value(QStringLiteral("recebido")).toString()).hasMatch());
+        QVERIFY(moment.match(first.value(QStringLiteral("momento_central")).toString()).hasMatch());
+        QCOMPARE(a.rede(QStringLiteral("conflitos")).json().value(QStringLiteral("total")).toInt(),
+                 0);
+    }
+
+    void anImportCutByKillResumes() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central);
+        const int n = 60000;
+        const QString file = QDir(a.path()).filePath(QStringLiteral("anos.txt"));
+        {
+            QFile f(file);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            for (int i = 0; i < n; ++i)
+                f.write(QStringLiteral("8%1\n").arg(i, 43, 10, QLatin1Char('0')).toLatin1());
+            f.write("não é um código\n");
+        }
+        QProcess p;
+        p.start(qEnvironmentVariable("TOLVANE_EXE"),
+                {QStringLiteral("--pasta"), a.path(), QStringLiteral("rede"),
+                 QStringLiteral("importar"), file, QStringLiteral("--lote"),
+                 QStringLiteral("500")});
+        QVERIFY(p.waitForStarted());
+        QElapsedTimer t;
+        t.start();
+        while (centralCount(central) < 2000 && t.elapsed() < 60000 &&
+               p.state() == QProcess::Running)
+            QTest::qWait(20);
+        p.kill(); // SIGKILL: no chance to tidy up
+        p.waitForFinished();
+        const qint64 before = centralCount(central);
+        QVERIFY2(before >= 2000, p.readAllStandardError().constData());
+        const Run r = a.rede(QStringLiteral("importar"),
+                             {file, QStringLiteral("--lote"), QStringLiteral("5000")});
+        QCOMPARE(r.code, 0);
+        const QJsonObject o = r.json();
+        QCOMPARE(o.value(QStringLiteral("retomada")).toBool(), before < n);
+        QCOMPARE(o.value(QStringLiteral("lidos")).toInt(), n + 1);
+        QCOMPARE(o.value(QStringLiteral("importados")).toInt(), n);
+        QCOMPARE(o.value(QStringLiteral("ja_existentes")).toInt(), 0);
+        QCOMPARE(o.value(QStringLiteral("invalidos")).toInt(), 1);
+        QCOMPARE(centralCount(central), n);
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_rede_cli)
+#include "tst_rede_cli.moc"
