@@ -150,6 +150,10 @@ QWidget* frmFrente::buildTopBar(QWidget* parent) {
     m_status = label(QStringLiteral("lblStatus"), QString(), bar, 16, true);
     m_rede = label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), bar, 0, true);
     m_rede->setStyleSheet(kAlert);
+    // Its room is kept while hidden: the central going away never reflows or widens the bar.
+    QSizePolicy redePolicy = m_rede->sizePolicy();
+    redePolicy.setRetainSizeWhenHidden(true);
+    m_rede->setSizePolicy(redePolicy);
     m_rede->hide();
     m_user = label(QStringLiteral("lbluser"), QString(), bar, 12);
     m_dataCaixa = label(QStringLiteral("lblDataCaixa"), QString(), bar, 18, true);
@@ -158,7 +162,7 @@ QWidget* frmFrente::buildTopBar(QWidget* parent) {
     m_hora = label(QStringLiteral("lblHora"), QString(), bar, 18, true);
     // A long status line wraps inside the room left; it never widens the window.
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    m_status->setMinimumWidth(260);
+    m_status->setMinimumWidth(150);
     m_status->setWordWrap(true);
     auto* top = new QHBoxLayout(bar);
     top->setContentsMargins(0, 0, 0, 0);

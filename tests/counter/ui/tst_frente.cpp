@@ -1,5 +1,6 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
 #include "AuthCounterPrinter.h"
+#include "CentralNetwork.h"
 #include "CheckDigits.h"
 #include "CommandRibbon.h"
 #include "CounterPrinter.h"
@@ -25,6 +26,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 #include <QTreeWidget>
@@ -71,6 +73,20 @@ QString printedLine(const QString& code) {
     return blocks.join(QLatin1Char(' '));
 }
 } // namespace
+
+// A central that the test switches on and off, with messages for the operator.
+class FakeCentral : public CentralNetwork {
+public:
+    bool up = false;
+    QStringList pending;
+    bool configurada() override { return true; }
+    bool ativa() override { return up; }
+    std::optional<bool> recebida(const QString&) override {
+        return up ? std::optional<bool>(false) : std::nullopt;
+    }
+    void publicar() override {}
+    QStringList novidades() override { return std::exchange(pending, {}); }
+};
 
 class tst_frente : public QObject {
     Q_OBJECT
@@ -649,6 +665,39 @@ private slots:
         QVERIFY(form.findChild<QLabel*>(QStringLiteral("lblStatus"))
                     ->text()
                     .startsWith(QStringLiteral("CONSULTA")));
+    }
+    // The central away: lblStatusRede shows without widening the window, and its message is
+    // told once, between customers, never over a customer's list.
+    void networkLabelAndMessagesBetweenCustomers() {
+        Screen s(true);
+        auto central = std::make_shared<FakeCentral>();
+        central->pending << QStringLiteral("A central da rede não responde.");
+        s.app.ctx().settings.rede = 1;
+        s.app.ctx().rede = central;
+        auto* label = s.w<QLabel>("lblStatusRede");
+        const int least = s.form->minimumSizeHint().width();
+        QVERIFY(least <= s.form->width());
+        s.scan(kOnTime);
+        QCOMPARE(s.soma()->topLevelItemCount(), 1);
+        QVERIFY(label->isVisible());
+        QCOMPARE(label->text(), QStringLiteral("REDE INATIVA"));
+        QCOMPARE(s.form->minimumSizeHint().width(), least);
+        s.w<QTimer>("tmrRede")->start(10);
+        QTest::qWait(50);
+        QVERIFY(s.app.dialogs().shown().isEmpty()); // a list on screen: not now
+        s.app.dialogs().pushAnswer(DialogAnswer::Yes);
+        s.key(Qt::Key_F3);
+        QCOMPARE(s.soma()->topLevelItemCount(), 0);
+        QTRY_COMPARE(s.app.dialogs().shown().size(), 2);
+        const auto told = s.app.dialogs().shown().last();
+        QCOMPARE(told.title, QStringLiteral("Rede"));
+        QCOMPARE(told.text, QStringLiteral("A central da rede não responde."));
+        QCOMPARE(told.icon, DialogIcon::Exclamation);
+        central->up = true;
+        QTRY_VERIFY(!label->isVisible());
+        QTest::qWait(50);
+        QCOMPARE(s.app.dialogs().shown().size(), 2); // each message once
+        s.app.ctx().rede.reset();
     }
 };
 
