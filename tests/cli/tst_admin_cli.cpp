@@ -1,53 +1,19 @@
 // The administration commands as an installer uses them: settings shown and saved with the
 // screen's checks, the published version, operators refused and deleted.
+#include "CliFolder.h"
+
 #include <QDir>
 #include <QFile>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-class Folder {
+class Folder : public CliFolder {
 public:
-    Folder() {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        admin = r.out.section(QStringLiteral("): "), 1)
-                    .section(QLatin1Char('\n'), 0, 0)
-                    .trimmed()
-                    .toUtf8();
-    }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
-    Run gravar(const QStringList& assignments) const {
-        return run(QStringList{QStringLiteral("opcoes"), QStringLiteral("gravar")} + assignments,
-                   admin + "\n");
-    }
     QByteArray config() const {
         QFile f(path(QStringLiteral("Config.ini")));
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
-    QString path(const QString& name) const { return m_dir.filePath(name); }
-    QByteArray admin;
-
-private:
-    QTemporaryDir m_dir;
 };
 } // namespace
 
@@ -57,7 +23,7 @@ private slots:
     void settingsShownAndSaved() {
         Folder f;
         QVERIFY(QDir(f.path(QStringLiteral("Integracao"))).exists()); // the template's folders
-        Run r = f.run({QStringLiteral("opcoes"), QStringLiteral("--json")});
+        CliRun r = f.run({QStringLiteral("opcoes"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         QCOMPARE(
             r.json().value(QStringLiteral("Export")).toObject().value(QStringLiteral("guiche")),
@@ -87,7 +53,7 @@ private slots:
              QStringLiteral("Configuração desconhecida: Export/inventada.")},
             {QStringLiteral("guiche=B"), 2, QStringLiteral("Use SECAO/CHAVE=VALOR: guiche=B")}};
         for (const Refusal& x : refusals) {
-            r = f.gravar({QStringLiteral("Export/guiche=B"), x.assignment});
+            r = f.options({QStringLiteral("Export/guiche=B"), x.assignment});
             QVERIFY2(r.code == x.code, qPrintable(x.assignment));
             QCOMPARE(r.err.trimmed(), x.message);
         }
@@ -98,9 +64,9 @@ private slots:
         QCOMPARE(r.err.trimmed(), QStringLiteral("Senha de administrador não aceita."));
         QCOMPARE(f.config(), before);
 
-        r = f.gravar({QStringLiteral("export/GUICHE=b"), QStringLiteral("Export/Path3=Export"),
-                      QStringLiteral("Skin/nome=:/skins/alto-contraste.qss"),
-                      QStringLiteral("--json")});
+        r = f.options({QStringLiteral("export/GUICHE=b"), QStringLiteral("Export/Path3=Export"),
+                       QStringLiteral("Skin/nome=:/skins/alto-contraste.qss"),
+                       QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         const QJsonObject saved = r.json().value(QStringLiteral("gravadas")).toObject();
         QCOMPARE(saved.value(QStringLiteral("Export")).toObject().value(QStringLiteral("guiche")),
@@ -144,8 +110,8 @@ private slots:
             QVERIFY(v.open(QIODevice::WriteOnly));
             v.write(file);
         }
-        QCOMPARE(f.gravar({QStringLiteral("Opcoes/Atualiza=versoes")}).code, 0);
-        const Run r = f.run({QStringLiteral("atualizacao"), QStringLiteral("--json")});
+        QCOMPARE(f.options({QStringLiteral("Opcoes/Atualiza=versoes")}).code, 0);
+        const CliRun r = f.run({QStringLiteral("atualizacao"), QStringLiteral("--json")});
         QCOMPARE(r.code, code);
         QCOMPARE(r.json().value(QStringLiteral("situacao")), QJsonValue(situacao));
         QCOMPARE(r.json().value(QStringLiteral("nova")).toBool(),
@@ -160,10 +126,10 @@ private slots:
                           QStringLiteral("USER")},
                          senha + "\n");
         };
-        Run r = gravar(QStringLiteral("CURTA"), "abc");
+        CliRun r = gravar(QStringLiteral("CURTA"), "abc");
         QCOMPARE(r.code, 1);
         QCOMPARE(r.err.trimmed(), QStringLiteral("A senha deve ter pelo menos 6 caracteres."));
-        r = gravar(QStringLiteral("COPIA"), f.admin.toUpper());
+        r = gravar(QStringLiteral("COPIA"), f.password().toUpper());
         QCOMPARE(r.code, 1);
         QCOMPARE(r.err.trimmed(), QStringLiteral("Senha já usada por outro operador"));
         QCOMPARE(gravar(QStringLiteral("CAIXA"), "caixa1").code, 0);
@@ -173,13 +139,11 @@ private slots:
                    QStringLiteral("1")});
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("--ultimo-adm")));
-        QCOMPARE(f.run({QStringLiteral("entrar"), QStringLiteral("--adm")}, f.admin + "\n").code,
-                 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("entrar"), QStringLiteral("--adm")}).code, 0);
         r = f.run({QStringLiteral("usuario"), QStringLiteral("excluir"), QStringLiteral("--id"),
                    QStringLiteral("1"), QStringLiteral("--ultimo-adm")});
         QCOMPARE(r.code, 0);
-        QCOMPARE(f.run({QStringLiteral("entrar"), QStringLiteral("--adm")}, f.admin + "\n").code,
-                 1);
+        QCOMPARE(f.asAdmin({QStringLiteral("entrar"), QStringLiteral("--adm")}).code, 1);
         QCOMPARE(f.run({QStringLiteral("usuario"), QStringLiteral("excluir"),
                         QStringLiteral("--id"), QStringLiteral("1")})
                      .code,

@@ -1,57 +1,25 @@
 // A whole cash day through the commands: opening float, receipts, a withdrawal of two kinds,
 // a payment out, the safe, a provisional count, closing, a count that balances and one that
 // does not, the integration file, and the refusals on the way.
-#include "IniFile.h"
+#include "CliFolder.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
 const QString kDia = QStringLiteral("23/11/2026");
 
-class Folder {
+class Folder : public CliFolder {
 public:
-    Folder() {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1)
-                       .section(QLatin1Char('\n'), 0, 0)
-                       .trimmed()
-                       .toUtf8();
-    }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
     // The operator's password, then (for entries and withdrawals) the administrator's.
-    Run day(QStringList args, const QByteArray& admin = {}) const {
+    CliRun day(QStringList args, const QByteArray& admin = {}) const {
         args << QStringLiteral("--data") << kDia << QStringLiteral("--json");
-        return run(args, password + "\n" + (admin.isNull() ? password : admin) + "\n");
+        return run(args, password() + "\n" + (admin.isNull() ? password() : admin) + "\n");
     }
-    QString path(const QString& name) const { return m_dir.filePath(name); }
-    QByteArray password;
-
-private:
-    QTemporaryDir m_dir;
 };
 
 QStringList entry(const char* tipo, const QStringList& items, const QString& descricao = {}) {
@@ -75,10 +43,10 @@ class tst_cashday_cli : public QObject {
 private slots:
     void wholeDay() {
         Folder f;
-        QVERIFY(!f.password.isEmpty());
+        QVERIFY(!f.password().isEmpty());
         QCOMPARE(f.day({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
 
-        Run r = f.day(entry("entrada", {QStringLiteral("100:200,00")}));
+        CliRun r = f.day(entry("entrada", {QStringLiteral("100:200,00")}));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(QStringLiteral("entrada")).toString(), QStringLiteral("200,00"));
         QCOMPARE(r.json().value(QStringLiteral("tipo")).toString(), QStringLiteral("ENTRADA"));
@@ -273,12 +241,12 @@ private slots:
              QStringLiteral("Não há recebimentos neste movimento")},
         };
         for (const auto& [args, admin, code, message] : cases) {
-            const Run r = f.day(args, admin);
+            const CliRun r = f.day(args, admin);
             QVERIFY2(r.code == code, qPrintable(args.join(QLatin1Char(' ')) + " -> " + r.err));
             QVERIFY2(r.err.contains(message), qPrintable(r.err));
         }
         // Nothing of the refused entries was kept, not even the first item of the last one.
-        const Run list = f.day({QStringLiteral("lancamento"), QStringLiteral("listar")});
+        const CliRun list = f.day({QStringLiteral("lancamento"), QStringLiteral("listar")});
         QCOMPARE(list.json().value(QStringLiteral("lancamentos")).toArray().size(), 0);
     }
 
@@ -290,15 +258,12 @@ private slots:
                         QStringLiteral("--avulso"), QStringLiteral("8:10,00")})
                      .code,
                  0);
-        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("12"),
-                       f.path(QStringLiteral("Config.ini")));
+        f.set(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("12"));
         // The day was opened by the counter of the template: the administrator hands the
         // database over to the renumbered counter.
-        QCOMPARE(
-            f.run({QStringLiteral("guiche"), QStringLiteral("assumir")}, f.password + "\n").code,
-            0);
+        QCOMPARE(f.asAdmin({QStringLiteral("guiche"), QStringLiteral("assumir")}).code, 0);
         const QString out = f.path(QStringLiteral("remessa.INT"));
-        const Run r = f.day({QStringLiteral("integracao"), QStringLiteral("--saida"), out});
+        const CliRun r = f.day({QStringLiteral("integracao"), QStringLiteral("--saida"), out});
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar: Header")));
         QCOMPARE(r.json().value(QStringLiteral("arquivo")).toString(), out);

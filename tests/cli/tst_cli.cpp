@@ -1,36 +1,16 @@
 // The command line of the application frame, run as a user would: a real process on a
 // temporary folder.
+#include "CliRun.h"
 #include "IniFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-struct Run {
-    int code;
-    QString out;
-    QString err;
-};
-
-Run tolvane(const QString& folder, const QStringList& args, const QByteArray& input = {}) {
-    QProcess p;
-    p.start(qEnvironmentVariable("TOLVANE_EXE"),
-            QStringList{QStringLiteral("--pasta"), folder} + args);
-    p.write(input);
-    p.closeWriteChannel();
-    p.waitForFinished(60000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
-}
-} // namespace
 
 class tst_cli : public QObject {
     Q_OBJECT
@@ -40,12 +20,11 @@ class tst_cli : public QObject {
 private slots:
     void iniciarCreatesEverythingOnce() {
         const QString f = folder(QStringLiteral("novo/caixa1"));
-        Run r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        CliRun r = runTolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
         QCOMPARE(r.code, 0);
         QVERIFY(QFile::exists(f + QStringLiteral("/Config.ini")));
         QVERIFY(r.out.contains(QStringLiteral("Senha do administrador")));
-        const QString password =
-            r.out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
+        const QString password = r.demoPassword();
         QVERIFY(!password.isEmpty());
         // Last and framed, with the command that changes it.
         const QStringList lines = r.out.trimmed().split(QLatin1Char('\n'));
@@ -85,37 +64,33 @@ private slots:
         // Again: nothing destroyed, nothing doubled, no second password.
         IniFile::write(QStringLiteral("Mensagem"), QStringLiteral("pref"), QStringLiteral("9"),
                        f + QStringLiteral("/Config.ini"));
-        r = tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
+        r = runTolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
         QCOMPARE(r.code, 0);
         QVERIFY(!r.out.contains(QStringLiteral("Senha do administrador")));
         QCOMPARE(IniFile::read(QStringLiteral("Mensagem"), QStringLiteral("pref"),
                                f + QStringLiteral("/Config.ini")),
                  QStringLiteral("9"));
-        r = tolvane(
+        r = runTolvane(
             f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
-        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8()).array().size(), 1);
+        QCOMPARE(r.array().size(), 1);
 
-        r = tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")},
-                    password.toUpper().toUtf8() + "\n");
+        r = runTolvane(f, {QStringLiteral("entrar"), QStringLiteral("--json")},
+                       password.toUpper().toUtf8() + "\n");
         QCOMPARE(r.code, 0);
         // The printed command sets a new password.
         const QStringList words = change.section(QStringLiteral("\" "), 1).split(QLatin1Char(' '));
-        QCOMPARE(tolvane(f, words, "nova-senha-1\n").code, 0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "nova-senha-1\n").code, 0);
-        QCOMPARE(QJsonDocument::fromJson(r.out.toUtf8())
-                     .object()
-                     .value(QStringLiteral("tipo"))
-                     .toString(),
-                 QStringLiteral("ADM"));
+        QCOMPARE(runTolvane(f, words, "nova-senha-1\n").code, 0);
+        QCOMPARE(runTolvane(f, {QStringLiteral("entrar")}, "nova-senha-1\n").code, 0);
+        QCOMPARE(r.json().value(QStringLiteral("tipo")).toString(), QStringLiteral("ADM"));
     }
 
     void usersAndLogin() {
         const QString f = folder(QStringLiteral("usuarios"));
-        QCOMPARE(tolvane(f, {QStringLiteral("iniciar")}).code, 0);
+        QCOMPARE(runTolvane(f, {QStringLiteral("iniciar")}).code, 0);
         auto gravar = [&](const QStringList& extra, const QByteArray& senha) {
-            return tolvane(f,
-                           QStringList{QStringLiteral("usuario"), QStringLiteral("gravar")} + extra,
-                           senha + "\n");
+            return runTolvane(
+                f, QStringList{QStringLiteral("usuario"), QStringLiteral("gravar")} + extra,
+                senha + "\n");
         };
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Ana"), QStringLiteral("--tipo"),
                          QStringLiteral("USER")},
@@ -128,14 +103,14 @@ private slots:
                      .code,
                  0);
         // The login admits exactly one operator per password, so a second one is refused.
-        const Run same = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
-                                 QStringLiteral("--tipo"), QStringLiteral("ADM")},
-                                "MESMA1");
+        const CliRun same = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
+                                    QStringLiteral("--tipo"), QStringLiteral("ADM")},
+                                   "MESMA1");
         QCOMPARE(same.code, 1);
         QCOMPARE(same.err.trimmed(), QStringLiteral("Senha já usada por outro operador"));
-        const Run shortOne = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
-                                     QStringLiteral("--tipo"), QStringLiteral("ADM")},
-                                    "caio5");
+        const CliRun shortOne = gravar({QStringLiteral("--nome"), QStringLiteral("Caio"),
+                                        QStringLiteral("--tipo"), QStringLiteral("ADM")},
+                                       "caio5");
         QCOMPARE(shortOne.code, 1);
         QCOMPARE(shortOne.err.trimmed(),
                  QStringLiteral("A senha deve ter pelo menos 6 caracteres."));
@@ -154,9 +129,9 @@ private slots:
                         "")
                      .code,
                  1);
-        Run quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"),
-                            QStringLiteral("--tipo"), QStringLiteral("USER")},
-                           "d'oeste1");
+        CliRun quote = gravar({QStringLiteral("--nome"), QStringLiteral("Gil"),
+                               QStringLiteral("--tipo"), QStringLiteral("USER")},
+                              "d'oeste1");
         QCOMPARE(quote.code, 1);
         QCOMPARE(gravar({QStringLiteral("--nome"), QStringLiteral("Hugo"), QStringLiteral("--tipo"),
                          QStringLiteral("CHEFE")},
@@ -164,9 +139,9 @@ private slots:
                      .code,
                  2);
 
-        const Run list = tolvane(
+        const CliRun list = runTolvane(
             f, {QStringLiteral("usuario"), QStringLiteral("listar"), QStringLiteral("--json")});
-        const QJsonArray users = QJsonDocument::fromJson(list.out.toUtf8()).array();
+        const QJsonArray users = list.array();
         QCOMPARE(users.size(), 4);
         QVERIFY(!list.out.contains(QStringLiteral("senha"), Qt::CaseInsensitive));
         QVERIFY(!list.out.contains(QStringLiteral("pbkdf2")));
@@ -182,17 +157,17 @@ private slots:
                               {"", 1, ""},
                               {"   ", 1, ""}};
         for (const Case& c : cases) {
-            const Run r = tolvane(f, {QStringLiteral("entrar")}, c.senha + "\n");
+            const CliRun r = runTolvane(f, {QStringLiteral("entrar")}, c.senha + "\n");
             QVERIFY2(r.code == c.code, c.senha.constData());
             if (c.code == 0)
                 QCOMPARE(r.out.trimmed(), QString::fromUtf8(c.out));
             else
                 QVERIFY(r.err.contains(QStringLiteral("Senha Inválida!!")));
         }
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "davi12\n").code,
-                 0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "edu123\n").code,
-                 1);
+        QCOMPARE(
+            runTolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "davi12\n").code, 0);
+        QCOMPARE(
+            runTolvane(f, {QStringLiteral("entrar"), QStringLiteral("--adm")}, "edu123\n").code, 1);
 
         // Changing an operator without a password keeps the old one.
         const int anaId = users.at(0).toObject().value(QStringLiteral("id")).toInt();
@@ -202,7 +177,7 @@ private slots:
                    "")
                 .code,
             0);
-        QCOMPARE(tolvane(f, {QStringLiteral("entrar")}, "ana123\n").out.trimmed(),
+        QCOMPARE(runTolvane(f, {QStringLiteral("entrar")}, "ana123\n").out.trimmed(),
                  QStringLiteral("Ana Maria\tUSER"));
     }
 
@@ -214,7 +189,7 @@ private slots:
         QVERIFY(db.open(QIODevice::WriteOnly));
         db.write(QByteArray(4096, 'x'));
         db.close();
-        Run r = tolvane(junk, {QStringLiteral("iniciar")});
+        CliRun r = runTolvane(junk, {QStringLiteral("iniciar")});
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao conectar banco de dados!!!")));
         QCOMPARE(QFileInfo(junk + QStringLiteral("/caixa.db")).size(), qint64(4096));
@@ -222,7 +197,7 @@ private slots:
         // A folder without a database is not silently given an empty one.
         const QString empty = folder(QStringLiteral("vazia"));
         QDir().mkpath(empty);
-        r = tolvane(empty, {QStringLiteral("usuario"), QStringLiteral("listar")});
+        r = runTolvane(empty, {QStringLiteral("usuario"), QStringLiteral("listar")});
         QCOMPARE(r.code, 1);
         QVERIFY(!QFile::exists(empty + QStringLiteral("/caixa.db")));
 
@@ -230,13 +205,13 @@ private slots:
         QFile blocker(folder(QStringLiteral("arquivo")));
         QVERIFY(blocker.open(QIODevice::WriteOnly));
         blocker.close();
-        r = tolvane(folder(QStringLiteral("arquivo/sub")), {QStringLiteral("iniciar")});
+        r = runTolvane(folder(QStringLiteral("arquivo/sub")), {QStringLiteral("iniciar")});
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Não foi possível criar a pasta")));
 
         // A database newer than the program is refused and left as it is.
         const QString newer = folder(QStringLiteral("nova"));
-        QCOMPARE(tolvane(newer, {QStringLiteral("iniciar")}).code, 0);
+        QCOMPARE(runTolvane(newer, {QStringLiteral("iniciar")}).code, 0);
         {
             QSqlDatabase c =
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
@@ -245,27 +220,27 @@ private slots:
             QSqlQuery(c).exec(QStringLiteral("UPDATE VersaoBanco SET VERSAO = 99"));
         }
         QSqlDatabase::removeDatabase(QStringLiteral("newer"));
-        r = tolvane(newer, {QStringLiteral("iniciar")});
+        r = runTolvane(newer, {QStringLiteral("iniciar")});
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("mais nova")));
     }
 
     void usage() {
-        QCOMPARE(tolvane(folder(QStringLiteral("u")), {QStringLiteral("voar")}).code, 2);
-        QCOMPARE(
-            tolvane(folder(QStringLiteral("u")),
-                    {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome")})
-                .code,
-            2);
-        const Run help = tolvane(folder(QStringLiteral("u")), {QStringLiteral("--help")});
+        QCOMPARE(runTolvane(folder(QStringLiteral("u")), {QStringLiteral("voar")}).code, 2);
+        QCOMPARE(runTolvane(folder(QStringLiteral("u")),
+                            {QStringLiteral("usuario"), QStringLiteral("gravar"),
+                             QStringLiteral("--nome")})
+                     .code,
+                 2);
+        const CliRun help = runTolvane(folder(QStringLiteral("u")), {QStringLiteral("--help")});
         QCOMPARE(help.code, 0);
         QVERIFY(help.out.contains(QStringLiteral("iniciar")));
     }
 
     void kindListHasAHeader() {
         const QString f = folder(QStringLiteral("tipos"));
-        QCOMPARE(tolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")}).code, 0);
-        const Run r = tolvane(f, {QStringLiteral("tipo"), QStringLiteral("listar")});
+        QCOMPARE(runTolvane(f, {QStringLiteral("iniciar"), QStringLiteral("--demo")}).code, 0);
+        const CliRun r = runTolvane(f, {QStringLiteral("tipo"), QStringLiteral("listar")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out.section(QLatin1Char('\n'), 0, 0),
                  QStringLiteral("IDCOD\tIDTIPO\tDESCRICAO\tPADRAO\tJUROS\tBLOQUEIO\tCODBANCO"));
@@ -287,7 +262,7 @@ private slots:
         QFETCH(QString, key);
         QFETCH(QString, value);
         const QString f = folder(QStringLiteral("impressora-") + key);
-        QCOMPARE(tolvane(f, {QStringLiteral("iniciar")}).code, 0);
+        QCOMPARE(runTolvane(f, {QStringLiteral("iniciar")}).code, 0);
         const QString ini = f + QStringLiteral("/Config.ini");
         const QString p = QStringLiteral("Print");
         IniFile::write(p, QStringLiteral("impressora"), QStringLiteral("bematech"), ini);
@@ -299,7 +274,7 @@ private slots:
             {QStringLiteral("impressora"), QStringLiteral("status")},
             {QStringLiteral("impressora"), QStringLiteral("fita"), QStringLiteral("TESTE")}};
         for (const QStringList& command : commands) {
-            const Run r = tolvane(f, command);
+            const CliRun r = runTolvane(f, command);
             QCOMPARE(r.code, 1);
             QVERIFY2(r.err.contains(QStringLiteral("[Print] ") + key + QLatin1Char('=')),
                      qPrintable(r.err));

@@ -1,51 +1,15 @@
 // The command line as an installer, a back office or a checker uses it: kinds, holidays,
 // reading, typed lines, charges, the printer and a whole customer.
+#include "CliFolder.h"
+
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QTemporaryDir>
 #include <QTest>
-
-namespace {
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-class Folder {
-public:
-    Folder() {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1)
-                       .section(QLatin1Char('\n'), 0, 0)
-                       .trimmed()
-                       .toUtf8();
-    }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
-    Run cashier(const QStringList& args) const { return run(args, password + "\n"); }
-    QString path(const QString& name) const { return m_dir.filePath(name); }
-    QByteArray password;
-
-private:
-    QTemporaryDir m_dir;
-};
-} // namespace
 
 class tst_commands : public QObject {
     Q_OBJECT
@@ -53,8 +17,8 @@ private slots:
     // A long day is listed in pages and counted by the database: every receipt comes out once,
     // newest first, in one JSON array.
     void longDayListing() {
-        Folder f;
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        CliFolder f;
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
         {
             QSqlDatabase db =
                 QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("longDay"));
@@ -75,7 +39,7 @@ private slots:
             db.close();
         }
         QSqlDatabase::removeDatabase(QStringLiteral("longDay"));
-        const Run r = f.cashier(
+        const CliRun r = f.asAdmin(
             {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         QJsonParseError error;
@@ -86,13 +50,13 @@ private slots:
             QCOMPARE(rows[i].toObject().value(QStringLiteral("autentica")).toInt(), 4321 - i);
         QCOMPARE(rows.last().toObject().value(QStringLiteral("valor")).toString(),
                  QStringLiteral("0,01"));
-        const Run sit = f.cashier(
+        const CliRun sit = f.asAdmin(
             {QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--json")});
         QCOMPARE(sit.json().value(QStringLiteral("recebimentos")).toInt(), 4321);
     }
 
     void kindsAndHolidays() {
-        Folder f;
+        CliFolder f;
         const QStringList base = {
             QStringLiteral("tipo"),        QStringLiteral("gravar"),    QStringLiteral("--idcod"),
             QStringLiteral("50"),          QStringLiteral("--idtipo"),  QStringLiteral("0999"),
@@ -143,7 +107,7 @@ private slots:
                         QStringLiteral("23/11/2026")})
                      .code,
                  0);
-        const Run again = f.run(
+        const CliRun again = f.run(
             {QStringLiteral("feriado"), QStringLiteral("gravar"), QStringLiteral("23/11/2026")});
         QCOMPARE(again.code, 1);
         QVERIFY(again.err.contains(QStringLiteral("Data já lançada!!!")));
@@ -164,8 +128,8 @@ private slots:
     }
 
     void readingAndTypedLines() {
-        Folder f;
-        Run r = f.run(
+        CliFolder f;
+        CliRun r = f.run(
             {QStringLiteral("ler"), QStringLiteral("00193165100000089151234500000000000000000000"),
              QStringLiteral("--data"), QStringLiteral("23/11/2026"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
@@ -204,12 +168,12 @@ private slots:
     }
 
     void charges() {
-        Folder f;
-        Run r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
-                       QStringLiteral("21/11/2026"), QStringLiteral("--data"),
-                       QStringLiteral("24/11/2026"), QStringLiteral("--valor"),
-                       QStringLiteral("100,00"), QStringLiteral("--esquema"), QStringLiteral("1"),
-                       QStringLiteral("--json")});
+        CliFolder f;
+        CliRun r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"),
+                          QStringLiteral("21/11/2026"), QStringLiteral("--data"),
+                          QStringLiteral("24/11/2026"), QStringLiteral("--valor"),
+                          QStringLiteral("100,00"), QStringLiteral("--esquema"),
+                          QStringLiteral("1"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(QStringLiteral("acrescimo_multa")).toString(),
                  QStringLiteral("0,99"));
@@ -240,7 +204,7 @@ private slots:
     }
 
     void wholeCustomerWithPrinter() {
-        Folder f;
+        CliFolder f;
         QFile ini(f.path(QStringLiteral("Config.ini")));
         QVERIFY(ini.open(QIODevice::ReadOnly));
         QByteArray text = ini.readAll();
@@ -251,12 +215,12 @@ private slots:
         ini.write(text);
         ini.close();
 
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir"),
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir"),
                             QStringLiteral("--data"), QStringLiteral("16/11/2026")})
                      .code,
                  0);
-        Run r =
-            f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+        CliRun r =
+            f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
                        QStringLiteral("16/11/2026"), QStringLiteral("--pago"),
                        QStringLiteral("2.000,00"), QStringLiteral("--json"),
                        QStringLiteral("81830000012345604272026011000000000000000000"),
@@ -279,7 +243,7 @@ private slots:
         QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("1.587,97"));
         QCOMPARE(o.value(QStringLiteral("troco")).toString(), QStringLiteral("412,03"));
 
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+        r = f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
                        QStringLiteral("16/11/2026"), QStringLiteral("--recusar-vencidas"),
                        QStringLiteral("--json"),
                        QStringLiteral("81640000000100004272025031000000000000000000")});
@@ -293,21 +257,21 @@ private slots:
                      .toString(),
                  QStringLiteral("recusada"));
 
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"),
+        r = f.asAdmin({QStringLiteral("caixa"), QStringLiteral("situacao"),
                        QStringLiteral("--data"), QStringLiteral("16/11/2026"),
                        QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("recebimentos")).toInt(), 3);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar"),
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("encerrar"),
                             QStringLiteral("--data"), QStringLiteral("16/11/2026")})
                      .code,
                  0);
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("situacao"),
+        r = f.asAdmin({QStringLiteral("caixa"), QStringLiteral("situacao"),
                        QStringLiteral("--data"), QStringLiteral("16/11/2026"),
                        QStringLiteral("--json")});
         QCOMPARE(r.json().value(QStringLiteral("status")).toString(), QStringLiteral("FECHADO"));
         QCOMPARE(r.json().value(QStringLiteral("valor_arrecadado")).toString(),
                  QStringLiteral("1.587,97"));
-        r = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
+        r = f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), QStringLiteral("--data"),
                        QStringLiteral("16/11/2026"),
                        QStringLiteral("00199000000000025001234500000000000000000000")});
         QCOMPARE(r.code, 1); // closed day

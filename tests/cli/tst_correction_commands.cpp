@@ -1,71 +1,35 @@
 // recebimento alterar / estornar / reverter and estornos as an administrator runs them, on
 // receipts recorded by caixa receber, with the printer emulated behind a TCP port.
-#include "IniFile.h"
+#include "CliFolder.h"
 #include "PrinterEmulator.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 const QString kTaxas = QStringLiteral("81660000003124004262026113058888888888888888");
 const QString kAgua = QStringLiteral("00193165100000089151234500000000000000000000");
 
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-class Folder {
+class Folder : public CliFolder {
 public:
-    Folder() {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1)
-                       .section(QLatin1Char('\n'), 0, 0)
-                       .trimmed()
-                       .toUtf8();
-    }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
     // Every command of a day: the administrator's password on stdin and the day.
-    Run admin(QStringList args) const {
-        return run(args << QStringLiteral("--data") << day(), password + "\n");
+    CliRun admin(QStringList args) const {
+        return asAdmin(args << QStringLiteral("--data") << day());
     }
     static QString day() { return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")); }
-    QString path(const QString& name) const { return m_dir.filePath(name); }
-    void set(const char* section, const char* key, const QString& value) const {
-        IniFile::write(QLatin1String(section), QLatin1String(key), value,
-                       path(QStringLiteral("Config.ini")));
-    }
     // autentica -> idrecebe of the day's receipts.
     QMap<int, int> receipts() const {
         QMap<int, int> out;
-        const Run r = admin(
+        const CliRun r = admin(
             {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")});
-        for (const auto& v : QJsonDocument::fromJson(r.out.toUtf8()).array())
+        for (const auto& v : r.array())
             out.insert(v.toObject().value(QStringLiteral("autentica")).toInt(),
                        v.toObject().value(QStringLiteral("idrecebe")).toInt());
         return out;
     }
-    QByteArray password;
-
-private:
-    QTemporaryDir m_dir;
 };
 
 QStringList words(const char* a, const char* b, int id) {
@@ -92,9 +56,9 @@ private slots:
         QMap<int, int> ids = f.receipts();
         QCOMPARE(ids.size(), 3);
 
-        Run r = f.admin(words("recebimento", "estornar", ids[3])
-                        << QStringLiteral("--motivo") << QStringLiteral("Cobrado a mais")
-                        << QStringLiteral("--json"));
+        CliRun r = f.admin(words("recebimento", "estornar", ids[3])
+                           << QStringLiteral("--motivo") << QStringLiteral("Cobrado a mais")
+                           << QStringLiteral("--json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Exclusão efetuada com sucesso!!")));
         QCOMPARE(r.json().value(QStringLiteral("fita")).toString(), QStringLiteral("impressa"));
@@ -226,9 +190,9 @@ private slots:
         f.set("Print", "modo", QStringLiteral("1"));
         f.set("Print", "porta", link->porta());
         emulator.setOffline(true);
-        const Run r = f.admin(words("recebimento", "estornar", f.receipts().value(1))
-                              << QStringLiteral("--motivo") << QStringLiteral("x")
-                              << QStringLiteral("--json"));
+        const CliRun r = f.admin(words("recebimento", "estornar", f.receipts().value(1))
+                                 << QStringLiteral("--motivo") << QStringLiteral("x")
+                                 << QStringLiteral("--json"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(QStringLiteral("fita")).toString(), QStringLiteral("nao_impressa"));
         QVERIFY(r.json().value(QStringLiteral("registrado")).toBool());

@@ -2,39 +2,22 @@
 // `caixa receber` on a demo folder with a filled [Export] section, marks changed by id, and both
 // files read back record by record.
 #include "BankFileReader.h"
-#include "IniFile.h"
+#include "CliFolder.h"
 #include "TestCodes.h"
 
 #include <QDir>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
 using BR = BankFileReader;
 
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-    QJsonArray array() const { return QJsonDocument::fromJson(out.toUtf8()).array(); }
-};
-
 const QString kData = QStringLiteral("23/11/2026");
 
-class Folder {
+class Folder : public CliFolder {
 public:
     Folder() {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1)
-                       .section(QLatin1Char('\n'), 0, 0)
-                       .trimmed()
-                       .toUtf8();
-        const QString ini = path(QStringLiteral("Config.ini"));
         for (const auto& [k, v] : QList<QPair<const char*, QString>>{
                  {"Path3", path(QStringLiteral("Export"))},
                  {"caminho_febraban", path(QStringLiteral("Febraban"))},
@@ -46,30 +29,14 @@ public:
                  {"dv", QStringLiteral("X")},
                  {"cnpj", QStringLiteral("98765432000110")},
                  {"guiche", QStringLiteral("C")}})
-            IniFile::write(QStringLiteral("Export"), QLatin1String(k), v, ini);
+            set(QStringLiteral("Export"), QLatin1String(k), v);
         QDir().mkpath(path(QStringLiteral("Export")));
         QDir().mkpath(path(QStringLiteral("Febraban")));
     }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(60000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
-    }
     // A cashier's command on the test day.
-    Run cashier(QStringList args) const {
-        args << QStringLiteral("--data") << kData;
-        return run(args, password + "\n");
+    CliRun cashier(QStringList args) const {
+        return asAdmin(args << QStringLiteral("--data") << kData);
     }
-    QString path(const QString& name) const { return m_dir.filePath(name); }
-    QByteArray password;
-
-private:
-    QTemporaryDir m_dir;
 };
 
 QStringList ids(const QJsonArray& a) {
@@ -97,12 +64,12 @@ private slots:
         const QString guideB = TestCodes::guide(
             QStringLiteral("0425"), 100, QStringLiteral("20261202"), QString(17, QLatin1Char('4')));
         QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        const Run rec = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), slipA,
-                                   guideA, slipB, guideB, QStringLiteral("--json")});
+        const CliRun rec = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), slipA,
+                                      guideA, slipB, guideB, QStringLiteral("--json")});
         QCOMPARE(rec.code, 0);
         QCOMPARE(rec.json().value(QStringLiteral("gravados")).toArray().size(), 4);
 
-        Run r =
+        CliRun r =
             f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
                        QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--json")});
         QCOMPARE(r.code, 0);
@@ -208,9 +175,9 @@ private slots:
         QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
         for (const QString& bad :
              {QStringLiteral("12"), QStringLiteral("1234"), QStringLiteral("1a2")}) {
-            const Run r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                                     QStringLiteral("--tipo"), QStringLiteral("1"),
-                                     QStringLiteral("--banco"), bad});
+            const CliRun r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
+                                        QStringLiteral("--tipo"), QStringLiteral("1"),
+                                        QStringLiteral("--banco"), bad});
             QCOMPARE(r.code, 1);
             QVERIFY(r.err.contains(QStringLiteral("Código do banco não informado!!")));
         }
@@ -219,9 +186,8 @@ private slots:
                             QStringLiteral("--tipo"), QStringLiteral("1")})
                      .code,
                  1);
-        IniFile::write(QStringLiteral("Export"), QStringLiteral("cnpj"),
-                       QStringLiteral("1234567800011"), f.path(QStringLiteral("Config.ini")));
-        Run r =
+        f.set(QStringLiteral("Export"), QStringLiteral("cnpj"), QStringLiteral("1234567800011"));
+        CliRun r =
             f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
                        QStringLiteral("4"), QStringLiteral("--json")});
         QCOMPARE(r.code, 1);

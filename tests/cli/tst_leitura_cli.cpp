@@ -1,31 +1,13 @@
 // Kinds written with `tipo gravar` on a new folder, then printed slips and bills read with `ler`
 // on different working days, and typed lines converted in a batch.
+#include "CliRun.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
-struct Run {
-    int code = -1;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
-
-Run run(const QString& folder, const QStringList& args, const QByteArray& input = {}) {
-    QProcess p;
-    p.start(qEnvironmentVariable("TOLVANE_EXE"),
-            QStringList{QStringLiteral("--pasta"), folder} + args);
-    p.write(input);
-    p.closeWriteChannel();
-    p.waitForFinished(60000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
-}
-
 QStringList kind(const QString& id, const QString& tipo, const QString& padrao,
                  const QString& juros, const QString& bloqueio) {
     return {QStringLiteral("tipo"),        QStringLiteral("gravar"),
@@ -48,17 +30,15 @@ class tst_leitura_cli : public QObject {
 private slots:
     void initTestCase() {
         QVERIFY(m_dir.isValid());
-        QCOMPARE(run(m_dir.path(), {QStringLiteral("iniciar")}).code, 0);
-        QCOMPARE(
-            run(m_dir.path(), kind(QStringLiteral("11"), QStringLiteral("20065"),
-                                   QStringLiteral("C"), QStringLiteral("N"), QStringLiteral("N")))
-                .code,
-            0);
-        QCOMPARE(
-            run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"),
-                                   QStringLiteral("F"), QStringLiteral("S"), QStringLiteral("N")))
-                .code,
-            0);
+        QCOMPARE(run({QStringLiteral("iniciar")}).code, 0);
+        QCOMPARE(run(kind(QStringLiteral("11"), QStringLiteral("20065"), QStringLiteral("C"),
+                          QStringLiteral("N"), QStringLiteral("N")))
+                     .code,
+                 0);
+        QCOMPARE(run(kind(QStringLiteral("12"), QStringLiteral("0296"), QStringLiteral("F"),
+                          QStringLiteral("S"), QStringLiteral("N")))
+                     .code,
+                 0);
     }
 
     void read_data() {
@@ -116,8 +96,8 @@ private slots:
         QFETCH(QString, valor);
         QFETCH(QString, juros);
         QFETCH(int, mensagens);
-        const Run r = run(m_dir.path(), {QStringLiteral("ler"), code, QStringLiteral("--data"),
-                                         data, QStringLiteral("--json")});
+        const CliRun r = run({QStringLiteral("ler"), code, QStringLiteral("--data"), data,
+                              QStringLiteral("--json")});
         const QJsonObject o = r.json();
         QCOMPARE(r.code, exit);
         QCOMPARE(o.value(QStringLiteral("resultado")).toString(), resultado);
@@ -130,15 +110,14 @@ private slots:
     void blockFollowsTheKind() {
         const QStringList args = {QStringLiteral("ler"), kTaxes, QStringLiteral("--data"),
                                   QStringLiteral("23/11/2026"), QStringLiteral("--json")};
-        QCOMPARE(run(m_dir.path(), args).json().value(QStringLiteral("resultado")).toString(),
+        QCOMPARE(run(args).json().value(QStringLiteral("resultado")).toString(),
                  QStringLiteral("aceito"));
-        QCOMPARE(
-            run(m_dir.path(), kind(QStringLiteral("12"), QStringLiteral("0296"),
-                                   QStringLiteral("F"), QStringLiteral("N"), QStringLiteral("S"))
-                                  << QStringLiteral("--alterar"))
-                .code,
-            0);
-        const Run r = run(m_dir.path(), args);
+        QCOMPARE(run(kind(QStringLiteral("12"), QStringLiteral("0296"), QStringLiteral("F"),
+                          QStringLiteral("N"), QStringLiteral("S"))
+                     << QStringLiteral("--alterar"))
+                     .code,
+                 0);
+        const CliRun r = run(args);
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(),
                  QStringLiteral("bloqueada"));
@@ -152,7 +131,7 @@ private slots:
                                  "858200000007572503282030560708202107539591904460\r\n"
                                  "75691313670103467211159238450015997710000096210\n"
                                  "838600000050096000190009000801782309000343062712";
-        const Run r = run(m_dir.path(), {QStringLiteral("linha"), QStringLiteral("-")}, input);
+        const CliRun r = run({QStringLiteral("linha"), QStringLiteral("-")}, input);
         QCOMPARE(r.code, 1);
         const QStringList lines = r.out.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 5);
@@ -164,6 +143,9 @@ private slots:
     }
 
 private:
+    CliRun run(const QStringList& args, const QByteArray& input = {}) const {
+        return runTolvane(m_dir.path(), args, input);
+    }
     QTemporaryDir m_dir;
 };
 

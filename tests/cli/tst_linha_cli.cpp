@@ -1,25 +1,14 @@
 // `tolvane linha -` as a back office runs it on a file: one answer per line, in order, on
 // standard output, and the exit status says whether every line was a good one.
-#include <QProcess>
+#include "CliRun.h"
+
 #include <QTemporaryDir>
 #include <QTest>
 
 namespace {
-struct Run {
-    int code = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
-Run linha(const QByteArray& input) {
+CliRun linha(const QByteArray& input) {
     QTemporaryDir dir;
-    QProcess p;
-    p.start(qEnvironmentVariable("TOLVANE_EXE"),
-            {QStringLiteral("--pasta"), dir.path(), QStringLiteral("linha"), QStringLiteral("-")});
-    p.write(input);
-    p.closeWriteChannel();
-    p.waitForFinished(60000);
-    return {p.exitCode(), p.readAllStandardOutput(), p.readAllStandardError()};
+    return runTolvane(dir.path(), {QStringLiteral("linha"), QStringLiteral("-")}, input);
 }
 
 const QByteArray kSlip = "23793.38128 60005.963347 21000.063301 1 74640000116037";
@@ -59,9 +48,9 @@ private slots:
         QFETCH(QByteArray, input);
         QFETCH(QByteArray, output);
         QFETCH(int, code);
-        const Run r = linha(input);
-        QCOMPARE(r.out, output);
-        QCOMPARE(r.err, QByteArray());
+        const CliRun r = linha(input);
+        QCOMPARE(r.outBytes, output);
+        QCOMPARE(r.errBytes, QByteArray());
         QCOMPARE(r.code, code);
     }
 
@@ -73,12 +62,12 @@ private slots:
             input += (i % 2 ? kSlip : kBill) + "\n";
             output += i % 2 ? kSlipCode : kBillCode;
         }
-        Run r = linha(input);
+        CliRun r = linha(input);
         QCOMPARE(r.code, 0);
-        QVERIFY(r.out == output);
+        QVERIFY(r.outBytes == output);
         r = linha(input + "x\n");
         QCOMPARE(r.code, 1);
-        QVERIFY(r.out == output + kLength);
+        QVERIFY(r.outBytes == output + kLength);
     }
 };
 

@@ -1,6 +1,7 @@
 // Two counters and a central driven through the commands, as an installer or a checker does:
 // a guide received at one counter is refused at the other, the central away and back, the
 // status, the conflicts and an import cut by kill -9 and run again.
+#include "CliFolder.h"
 #include "PgServer.h"
 #include "TestCodes.h"
 
@@ -8,79 +9,51 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTcpServer>
-#include <QTemporaryDir>
 #include <QTest>
+#include <memory>
 
 namespace {
-
-struct Run {
-    int code;
-    QString out;
-    QString err;
-    QJsonObject json() const { return QJsonDocument::fromJson(out.toUtf8()).object(); }
-};
 
 QString code(int n) {
     return TestCodes::guide(QStringLiteral("0425"), 2000 + n, QStringLiteral("20261130"),
                             QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0')));
 }
 
-class Folder {
+// A command that waits on the central may take longer than most.
+constexpr int kTimeoutMs = 2 * CliRun::kTimeoutMs;
+
+// A counter of the network: its own demo folder, pointed at the central, its day open.
+class Folder : public CliFolder {
 public:
-    Folder(const QString& guiche, const DbConfig& central) {
-        const Run r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        m_admin = r.out.section(QStringLiteral("): "), 1)
-                      .section(QLatin1Char('\n'), 0, 0)
-                      .trimmed()
-                      .toUtf8();
+    Folder(const QString& guiche, const DbConfig& central) : CliFolder(kTimeoutMs) {
         options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
                  QStringLiteral("Rede/host=") + central.host,
                  QStringLiteral("Rede/porta=%1").arg(central.port),
                  QStringLiteral("Rede/nome=") + central.name,
                  QStringLiteral("Rede/usuario=") + central.user});
-        admin({QStringLiteral("caixa"), QStringLiteral("abrir"), QStringLiteral("--data"),
-               QStringLiteral("23/11/2026")});
+        asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir"), QStringLiteral("--data"),
+                 QStringLiteral("23/11/2026")});
     }
-    Run run(const QStringList& args, const QByteArray& input = {}) const {
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                QStringList{QStringLiteral("--pasta"), m_dir.path()} + args);
-        p.write(input);
-        p.closeWriteChannel();
-        p.waitForFinished(120000);
-        return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-                QString::fromUtf8(p.readAllStandardError())};
+    CliRun receive(const QStringList& codes) const {
+        return asAdmin(QStringList{QStringLiteral("caixa"), QStringLiteral("receber"),
+                                   QStringLiteral("--data"), QStringLiteral("23/11/2026"),
+                                   QStringLiteral("--json")} +
+                       codes);
     }
-    Run admin(const QStringList& args) const { return run(args, m_admin + "\n"); }
-    Run options(const QStringList& assignments) const {
-        return admin(QStringList{QStringLiteral("opcoes"), QStringLiteral("gravar")} + assignments);
-    }
-    Run receive(const QStringList& codes) const {
-        return admin(QStringList{QStringLiteral("caixa"), QStringLiteral("receber"),
-                                 QStringLiteral("--data"), QStringLiteral("23/11/2026"),
-                                 QStringLiteral("--json")} +
-                     codes);
-    }
-    Run read(const QString& c) const {
+    CliRun read(const QString& c) const {
         return run({QStringLiteral("ler"), c, QStringLiteral("--data"),
                     QStringLiteral("23/11/2026"), QStringLiteral("--json")});
     }
-    Run rede(const QString& what, const QStringList& more = {}) const {
+    CliRun rede(const QString& what, const QStringList& more = {}) const {
         return run(QStringList{QStringLiteral("rede"), what} + more +
                    QStringList{QStringLiteral("--json")});
     }
-    QString path() const { return m_dir.path(); }
-
-private:
-    QTemporaryDir m_dir;
-    QByteArray m_admin;
 };
 
 qint64 centralCount(const DbConfig& c, const QString& table = QStringLiteral("RECEBIMENTOS1")) {
@@ -122,7 +95,7 @@ private slots:
         Folder a(QStringLiteral("A"), central), b(QStringLiteral("B"), central);
         QCOMPARE(a.receive({code(1)}).code, 0);
         QCOMPARE(centralCount(central), 1);
-        Run r = b.read(code(1));
+        CliRun r = b.read(code(1));
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(),
                  QStringLiteral("recebida"));
@@ -187,23 +160,21 @@ private slots:
                 f.write(QStringLiteral("8%1\n").arg(i, 43, 10, QLatin1Char('0')).toLatin1());
             f.write("não é um código\n");
         }
-        QProcess p;
-        p.start(qEnvironmentVariable("TOLVANE_EXE"),
-                {QStringLiteral("--pasta"), a.path(), QStringLiteral("rede"),
-                 QStringLiteral("importar"), file, QStringLiteral("--lote"),
-                 QStringLiteral("500")});
-        QVERIFY(p.waitForStarted());
+        const std::unique_ptr<QProcess> p(
+            startTolvane(a.path(), {QStringLiteral("rede"), QStringLiteral("importar"), file,
+                                    QStringLiteral("--lote"), QStringLiteral("500")}));
+        QVERIFY(p->waitForStarted());
         QElapsedTimer t;
         t.start();
         while (centralCount(central) < 2000 && t.elapsed() < 60000 &&
-               p.state() == QProcess::Running)
+               p->state() == QProcess::Running)
             QTest::qWait(20);
-        p.kill(); // SIGKILL: no chance to tidy up
-        p.waitForFinished();
+        p->kill(); // SIGKILL: no chance to tidy up
+        p->waitForFinished();
         const qint64 before = centralCount(central);
-        QVERIFY2(before >= 2000, p.readAllStandardError().constData());
-        const Run r = a.rede(QStringLiteral("importar"),
-                             {file, QStringLiteral("--lote"), QStringLiteral("5000")});
+        QVERIFY2(before >= 2000, p->readAllStandardError().constData());
+        const CliRun r = a.rede(QStringLiteral("importar"),
+                                {file, QStringLiteral("--lote"), QStringLiteral("5000")});
         QCOMPARE(r.code, 0);
         const QJsonObject o = r.json();
         QCOMPARE(o.value(QStringLiteral("retomada")).toBool(), before < n);

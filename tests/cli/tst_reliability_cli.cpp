@@ -4,6 +4,7 @@
 // tool, settings files that are not files, a read-only folder, a full disk, file modes and a
 // password that must never be written.
 #include "CheckDigits.h"
+#include "CliFolder.h"
 #include "IniFile.h"
 #include "PgServer.h"
 
@@ -11,7 +12,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -23,36 +23,6 @@
 #include <unistd.h>
 
 namespace {
-
-struct Run {
-    int code;
-    QString out;
-    QString err;
-};
-
-QProcess* start(const QString& folder, const QStringList& args, const QByteArray& input) {
-    auto* p = new QProcess;
-    p->start(qEnvironmentVariable("TOLVANE_EXE"),
-             QStringList{QStringLiteral("--pasta"), folder} + args);
-    p->write(input);
-    p->closeWriteChannel();
-    return p;
-}
-
-Run finish(QProcess* p, int ms = 60000) {
-    const bool done = p->state() == QProcess::NotRunning || p->waitForFinished(ms);
-    if (!done)
-        p->kill(), p->waitForFinished();
-    Run r{done ? p->exitCode() : -1, QString::fromUtf8(p->readAllStandardOutput()),
-          QString::fromUtf8(p->readAllStandardError())};
-    delete p;
-    return r;
-}
-
-Run run(const QString& folder, const QStringList& args, const QByteArray& input = {},
-        int ms = 60000) {
-    return finish(start(folder, args, input), ms);
-}
 
 // A Febraban guide of the demo's IPTU kind, due far ahead, numbered by its free field.
 QString guide(int n) {
@@ -73,14 +43,14 @@ int mode(const QString& path) {
 }
 
 // An application folder made by `iniciar --demo`, on SQLite or on a fresh PostgreSQL database.
-class Folder {
+class Folder : public CliFolder {
 public:
     // Made by `iniciar` alone (its template Config.ini), or with a Config.ini written first.
     enum class Ini { Template, Written };
-    explicit Folder(bool postgres = false, const QString& at = QString(), Ini ini = Ini::Written) {
-        m_path = at.isEmpty() ? m_dir.filePath(QStringLiteral("caixa")) : at;
+    explicit Folder(bool postgres = false, const QString& at = QString(), Ini ini = Ini::Written)
+        : CliFolder(at.isEmpty() ? QStringLiteral("caixa") : at) {
         if (ini == Ini::Written) {
-            QDir().mkpath(m_path);
+            QDir().mkpath(path());
             set(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
         }
         if (postgres) {
@@ -92,20 +62,8 @@ public:
             set(QStringLiteral("Banco"), QStringLiteral("usuario"), c.user);
             m_db = c;
         }
-        const Run r = run(m_path, {QStringLiteral("iniciar"), QStringLiteral("--demo")});
-        password = r.out.section(QStringLiteral("): "), 1)
-                       .section(QLatin1Char('\n'), 0, 0)
-                       .trimmed()
-                       .toUtf8();
-        ok = r.code == 0 && !password.isEmpty();
+        makeDemo();
     }
-    void set(const QString& section, const QString& key, const QString& value) const {
-        IniFile::write(section, key, value, path(QStringLiteral("Config.ini")));
-    }
-    QString path(const QString& name = QString()) const {
-        return name.isEmpty() ? m_path : QDir(m_path).filePath(name);
-    }
-    Run cashier(const QStringList& args) const { return run(m_path, args, password + "\n"); }
     const DbConfig& server() const { return m_db; }
 
     // The receipts as they stand in the database: code -> authentication numbers.
@@ -135,12 +93,7 @@ public:
         return out;
     }
 
-    QByteArray password;
-    bool ok = false;
-
 private:
-    QTemporaryDir m_dir;
-    QString m_path;
     DbConfig m_db;
 };
 
@@ -164,20 +117,19 @@ private slots:
     void concurrentCountersRecordEachCodeOnce() {
         QFETCH(bool, postgres);
         Folder f(postgres);
-        QVERIFY(f.ok);
+        QVERIFY(f.ok());
         constexpr int kPrograms = 4;
         constexpr int kCodes = 30;
         // The day opened by all of them at once: one movement.
         QList<QProcess*> openings;
         for (int i = 0; i < kPrograms; ++i)
-            openings << start(f.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
-                              f.password + "\n");
+            openings << startTolvane(f.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                                     f.password() + "\n");
         for (QProcess* p : openings)
-            QCOMPARE(finish(p).code, 0);
-        const Run day = f.cashier(
+            QCOMPARE(finishTolvane(p).code, 0);
+        const CliRun day = f.asAdmin(
             {QStringLiteral("caixa"), QStringLiteral("situacao"), QStringLiteral("--json")});
-        QCOMPARE(QJsonDocument::fromJson(day.out.toUtf8()).object().value(QStringLiteral("mov")),
-                 QJsonValue(1));
+        QCOMPARE(day.json().value(QStringLiteral("mov")), QJsonValue(1));
 
         QList<QStringList> queues;
         for (int i = 0; i < kPrograms; ++i) {
@@ -194,7 +146,7 @@ private slots:
             busy = false;
             for (int i = 0; i < kPrograms; ++i) {
                 if (running[i] && running[i]->waitForFinished(5)) {
-                    const Run r = finish(running[i]);
+                    const CliRun r = finishTolvane(running[i]);
                     running[i] = nullptr;
                     ++rounds;
                     if (r.code == 0)
@@ -205,10 +157,10 @@ private slots:
                         unexpected << r.err;
                 }
                 if (!running[i] && !queues[i].isEmpty())
-                    running[i] = start(
+                    running[i] = startTolvane(
                         f.path(),
                         {QStringLiteral("caixa"), QStringLiteral("receber"), queues[i].takeFirst()},
-                        f.password + "\n");
+                        f.password() + "\n");
                 busy = busy || running[i];
             }
         }
@@ -229,36 +181,38 @@ private slots:
         for (int n = 1; n <= kCodes; ++n)
             QCOMPARE(numbers.at(n - 1), n);
         // Written by four programs at once, the chain still holds together.
-        QCOMPARE(f.cashier({QStringLiteral("auditar")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("auditar")}).code, 0);
     }
 
     void twoCountersCannotShareOneServerDatabase() {
         Folder first(true);
-        QVERIFY(first.ok);
-        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QVERIFY(first.ok());
+        QCOMPARE(first.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
         QTemporaryDir other;
         QVERIFY(QFile::copy(first.path(QStringLiteral("Config.ini")),
                             other.filePath(QStringLiteral("Config.ini"))));
         IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("2"),
                        other.filePath(QStringLiteral("Config.ini")));
-        const Run r = run(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
-                          first.password + "\n");
+        const CliRun r =
+            runTolvane(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                       first.password() + "\n");
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("pertence ao guichê 1")), qPrintable(r.err));
         // The counter's number really changed: an administrator hands the database over.
         QCOMPARE(
-            run(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")}, "x\n").code,
+            runTolvane(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")}, "x\n")
+                .code,
             1);
-        QCOMPARE(run(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")},
-                     first.password + "\n")
+        QCOMPARE(runTolvane(other.path(), {QStringLiteral("guiche"), QStringLiteral("assumir")},
+                            first.password() + "\n")
                      .code,
                  0);
-        QCOMPARE(run(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
-                     first.password + "\n")
+        QCOMPARE(runTolvane(other.path(), {QStringLiteral("caixa"), QStringLiteral("abrir")},
+                            first.password() + "\n")
                      .code,
                  0);
-        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("situacao")}).code, 0);
-        QCOMPARE(first.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 1);
+        QCOMPARE(first.asAdmin({QStringLiteral("caixa"), QStringLiteral("situacao")}).code, 0);
+        QCOMPARE(first.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 1);
     }
 
     void damagedOrEmptiedDatabaseIsRefused_data() {
@@ -270,12 +224,12 @@ private slots:
     void damagedOrEmptiedDatabaseIsRefused() {
         QFETCH(QByteArray, content);
         Folder f;
-        QVERIFY(f.ok);
+        QVERIFY(f.ok());
         QFile db(f.path(QStringLiteral("caixa.db")));
         QVERIFY(db.open(QIODevice::WriteOnly | QIODevice::Truncate));
         db.write(content);
         db.close();
-        const Run r = f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")});
+        const CliRun r = f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")});
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("copias")) ||
                      r.err.contains(QStringLiteral("Não foi possível abrir")),
@@ -286,14 +240,14 @@ private slots:
     // A receipt changed with the sqlite3 tool after the day was closed.
     void auditNamesTheChangedReceipt() {
         Folder f;
-        QVERIFY(f.ok);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1), guide(2),
+        QVERIFY(f.ok());
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1), guide(2),
                             guide(3)})
                      .code,
                  0);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
-        QCOMPARE(f.cashier({QStringLiteral("auditar"), QStringLiteral("--data"),
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("auditar"), QStringLiteral("--data"),
                             QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))})
                      .code,
                  0);
@@ -306,8 +260,8 @@ private slots:
             db.setDatabaseName(f.path(QStringLiteral("caixa.db")));
             QVERIFY(db.open() && QSqlQuery(db).exec(sql));
         }
-        const Run r = f.cashier({QStringLiteral("auditar"), QStringLiteral("--data"),
-                                 QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))});
+        const CliRun r = f.asAdmin({QStringLiteral("auditar"), QStringLiteral("--data"),
+                                    QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"))});
         QCOMPARE(r.code, 1);
         QVERIFY2(r.out.contains(QStringLiteral("Primeira diferença: Recebimentos IDRECEBE=2 "
                                                "(movimento 1, autenticação 2) foi alterado")),
@@ -330,7 +284,7 @@ private slots:
         QFETCH(QString, kind);
         QFETCH(QString, expected);
         Folder f;
-        QVERIFY(f.ok);
+        QVERIFY(f.ok());
         const QString ini = f.path(QStringLiteral("Config.ini"));
         QVERIFY(QFile::remove(ini));
         if (kind == QLatin1String("fifo"))
@@ -341,17 +295,17 @@ private slots:
             big.write(QByteArray(2 * 1024 * 1024, ';'));
         } else
             QVERIFY(QFile::link(QStringLiteral("/dev/") + kind, ini));
-        const Run r = run(f.path(), {QStringLiteral("caixa"), QStringLiteral("situacao")},
-                          f.password + "\n", 15000);
+        const CliRun r = runTolvane(f.path(), {QStringLiteral("caixa"), QStringLiteral("situacao")},
+                                    f.password() + "\n", 15000);
         QVERIFY(r.code >= 0); // it ended, without hanging on the file
         QVERIFY2(r.err.contains(expected), qPrintable(r.err));
     }
 
     void readOnlyFolderAnswersConsultations() {
         Folder f;
-        QVERIFY(f.ok);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(7)}).code, 0);
+        QVERIFY(f.ok());
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(7)}).code, 0);
         QTemporaryDir mount;
         QString folder = f.path();
         if (canMount()) {
@@ -364,18 +318,19 @@ private slots:
         } else {
             QVERIFY(QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner));
         }
-        const Run list =
-            run(folder,
-                {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")},
-                f.password + "\n");
-        const Run pay = run(folder, {QStringLiteral("caixa"), QStringLiteral("receber"), guide(8)},
-                            f.password + "\n");
+        const CliRun list = runTolvane(
+            folder,
+            {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")},
+            f.password() + "\n");
+        const CliRun pay =
+            runTolvane(folder, {QStringLiteral("caixa"), QStringLiteral("receber"), guide(8)},
+                       f.password() + "\n");
         if (canMount())
             QProcess::execute(QStringLiteral("umount"), {folder});
         else
             QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         QCOMPARE(list.code, 0);
-        QCOMPARE(QJsonDocument::fromJson(list.out.toUtf8()).array().size(), 1);
+        QCOMPARE(list.array().size(), 1);
         QCOMPARE(pay.code, 1);
     }
 
@@ -393,8 +348,8 @@ private slots:
         const auto cleanup =
             qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {disk.path()}); });
         Folder f(false, disk.filePath(QStringLiteral("caixa")));
-        QVERIFY(f.ok);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QVERIFY(f.ok());
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
         const auto fill = [&] {
             QFile filler(disk.filePath(QStringLiteral("enchimento")));
             filler.open(QIODevice::WriteOnly);
@@ -403,7 +358,8 @@ private slots:
             }
         };
         fill();
-        const Run full = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1)});
+        const CliRun full =
+            f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(1)});
         QCOMPARE(full.code, 1);
         QVERIFY2(
             full.err.contains(QStringLiteral("Disco cheio: ") + f.path(QStringLiteral("caixa.db"))),
@@ -421,7 +377,7 @@ private slots:
             qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {other.path()}); });
         f.set(QStringLiteral("Export"), QStringLiteral("Path3"), other.path());
         f.set(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(2)}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(2)}).code, 0);
         const QString controlFile =
             QDir(other.path())
                 .filePath(QStringLiteral("Receb_") +
@@ -434,7 +390,8 @@ private slots:
             while (filler.write(QByteArray(1024, 'x')) == 1024 && filler.flush()) {
             }
         }
-        const Run paid = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(3)});
+        const CliRun paid =
+            f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(3)});
         QCOMPARE(paid.code, 0); // the payment is in the database
         QVERIFY2(paid.err.contains(QStringLiteral("Disco cheio: ") + controlFile),
                  qPrintable(paid.err));
@@ -442,21 +399,21 @@ private slots:
                     .contains(QStringLiteral("Disco cheio: ") + controlFile));
         // Room again: the file is rebuilt from the database, the lost line included.
         QFile::remove(other.filePath(QStringLiteral("enchimento")));
-        QCOMPARE(f.cashier({QStringLiteral("controle")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("controle")}).code, 0);
         const QString text = fileText(controlFile);
         QVERIFY(text.contains(guide(2)) && text.contains(guide(3)));
     }
 
     void filesArePrivateAndPasswordsNeverWritten() {
         Folder f(false, QString(), Folder::Ini::Template);
-        QVERIFY(f.ok);
+        QVERIFY(f.ok());
         QCOMPARE(mode(f.path()), 0700);
         QCOMPARE(mode(f.path(QStringLiteral("Config.ini"))), 0600);
         QCOMPARE(mode(f.path(QStringLiteral("caixa.db"))), 0600);
         f.set(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), guide(4)}).code, 0);
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("receber"), guide(4)}).code, 0);
+        QCOMPARE(f.asAdmin({QStringLiteral("caixa"), QStringLiteral("encerrar")}).code, 0);
         const QString control =
             QDir(f.path(QStringLiteral("Export"))).entryList(QDir::Files).value(0);
         QCOMPARE(mode(f.path(QStringLiteral("Export"))), 0700);
@@ -467,12 +424,11 @@ private slots:
         QCOMPARE(mode(f.path(QStringLiteral("copias/")) + copy), 0600);
 
         const QByteArray secret = "p4ss'w0rd";
-        const Run login = run(f.path(), {QStringLiteral("entrar")}, secret + "\n");
-        const Run save =
-            run(f.path(),
-                {QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome"),
-                 QStringLiteral("BIA"), QStringLiteral("--tipo"), QStringLiteral("USER")},
-                secret + "\n");
+        const CliRun login = f.run({QStringLiteral("entrar")}, secret + "\n");
+        const CliRun save =
+            f.run({QStringLiteral("usuario"), QStringLiteral("gravar"), QStringLiteral("--nome"),
+                   QStringLiteral("BIA"), QStringLiteral("--tipo"), QStringLiteral("USER")},
+                  secret + "\n");
         QCOMPARE(login.code, 1);
         QCOMPARE(save.code, 1);
         const QString log = fileText(f.path(QStringLiteral("Log.ini")));
@@ -504,13 +460,13 @@ private slots:
         QFETCH(QString, value);
         QFETCH(int, exit);
         static Folder f;
-        const Run r = run(f.path(), {QStringLiteral("encargos"), QStringLiteral("--vencimento"),
-                                     due, QStringLiteral("--data"), QStringLiteral("23/11/2026"),
-                                     QStringLiteral("--valor"), value, QStringLiteral("--esquema"),
-                                     QStringLiteral("1"), QStringLiteral("--json")});
+        const CliRun r = f.run({QStringLiteral("encargos"), QStringLiteral("--vencimento"), due,
+                                QStringLiteral("--data"), QStringLiteral("23/11/2026"),
+                                QStringLiteral("--valor"), value, QStringLiteral("--esquema"),
+                                QStringLiteral("1"), QStringLiteral("--json")});
         QCOMPARE(r.code, exit);
         if (exit == 0) {
-            const QJsonObject o = QJsonDocument::fromJson(r.out.toUtf8()).object();
+            const QJsonObject o = r.json();
             QVERIFY(!o.value(QStringLiteral("total")).toString().startsWith(QLatin1Char('-')));
         }
     }

@@ -1,0 +1,38 @@
+#include "CliFolder.h"
+
+#include "IniFile.h"
+
+#include <QDir>
+
+CliFolder::CliFolder(int timeoutMs) : CliFolder(QString(), timeoutMs) {
+    makeDemo();
+}
+
+CliFolder::CliFolder(const QString& at, int timeoutMs)
+    : m_path(QDir(m_dir.path()).filePath(at)), m_timeoutMs(timeoutMs) {}
+
+void CliFolder::makeDemo() {
+    const CliRun r = run({QStringLiteral("iniciar"), QStringLiteral("--demo")});
+    m_password = r.demoPassword().toUtf8();
+    m_ok = r.code == 0 && !m_password.isEmpty();
+}
+
+QString CliFolder::path(const QString& name) const {
+    return name.isEmpty() ? m_path : QDir(m_path).filePath(name);
+}
+
+void CliFolder::set(const QString& section, const QString& key, const QString& value) const {
+    IniFile::write(section, key, value, path(QStringLiteral("Config.ini")));
+}
+
+CliRun CliFolder::run(const QStringList& args, const QByteArray& input) const {
+    return runTolvane(m_path, args, input, m_timeoutMs);
+}
+
+CliRun CliFolder::asAdmin(const QStringList& args) const {
+    return run(args, m_password + "\n");
+}
+
+CliRun CliFolder::options(const QStringList& assignments) const {
+    return asAdmin(QStringList{QStringLiteral("opcoes"), QStringLiteral("gravar")} + assignments);
+}

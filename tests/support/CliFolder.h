@@ -1,0 +1,38 @@
+#pragma once
+
+#include "CliRun.h"
+
+#include <QTemporaryDir>
+
+// An application folder made by `iniciar --demo` in a temporary folder, with the administrator's
+// password it printed; the program runs on it as a user would.
+class CliFolder {
+public:
+    explicit CliFolder(int timeoutMs = CliRun::kTimeoutMs);
+
+    // `iniciar --demo` ended well and printed a password.
+    bool ok() const { return m_ok; }
+    QByteArray password() const { return m_password; }
+    QString path(const QString& name = QString()) const;
+    // Writes one key of the folder's Config.ini.
+    void set(const QString& section, const QString& key, const QString& value) const;
+
+    CliRun run(const QStringList& args, const QByteArray& input = {}) const;
+    // With the administrator's password as the first line of standard input.
+    CliRun asAdmin(const QStringList& args) const;
+    // `opcoes gravar` with `Section/key=value` assignments, as the administrator.
+    CliRun options(const QStringList& assignments) const;
+
+protected:
+    // A folder prepared before makeDemo() runs `iniciar --demo` on it: `at` relative to the
+    // temporary folder, or absolute.
+    CliFolder(const QString& at, int timeoutMs = CliRun::kTimeoutMs);
+    void makeDemo();
+
+private:
+    QTemporaryDir m_dir;
+    QString m_path;
+    int m_timeoutMs;
+    QByteArray m_password;
+    bool m_ok = false;
+};
