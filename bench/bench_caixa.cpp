@@ -9,6 +9,7 @@
 #include "LancadosModel.h"
 #include "Login.h"
 #include "PasswordHash.h"
+#include "RatioReporter.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
 #include "Transaction.h"
@@ -180,41 +181,13 @@ void BM_DayListAfterPayment(benchmark::State& state) {
 }
 BENCHMARK(BM_DayListAfterPayment)->Arg(1000)->Arg(100000)->Unit(benchmark::kMicrosecond);
 
-// Prints the 100 000 / 1 000 ratio of each day-size benchmark after the usual report.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& r : runs) {
-            const std::string name = r.benchmark_name();
-            const auto slash = name.find('/');
-            if (slash != std::string::npos && r.iterations > 0)
-                m_times[name.substr(0, slash)]
-                       [name.substr(slash + 1, name.find('/', slash + 1) - slash - 1)] =
-                           r.GetAdjustedRealTime();
-        }
-    }
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        for (const auto& [name, bySize] : m_times) {
-            const auto small = bySize.find("1000"), large = bySize.find("100000");
-            if (small != bySize.end() && large != bySize.end() && small->second > 0)
-                std::printf("%s: 100000/1000 = %.2fx (limit 1.5x)\n", name.c_str(),
-                            large->second / small->second);
-        }
-    }
-
-private:
-    std::map<std::string, std::map<std::string, double>> m_times;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     benchmark::Initialize(&argc, argv);
-    RatioReporter reporter;
+    RatioReporter reporter("1000", "100000", 1.5);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;

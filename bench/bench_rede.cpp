@@ -13,6 +13,7 @@
 #include "DirectCentral.h"
 #include "IniFile.h"
 #include "PgServer.h"
+#include "RatioReporter.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
 
@@ -42,6 +43,16 @@ bool exec(QSqlDatabase& db, const QString& sql) {
     return false;
 }
 
+// The link's settings for a throwaway server's database.
+CentralConfig centralConfig(const DbConfig& c) {
+    CentralConfig cc;
+    cc.host = c.host;
+    cc.porta = c.port;
+    cc.nome = c.name;
+    cc.usuario = c.user;
+    return cc;
+}
+
 // A central with `rows` codes: the program makes its tables, the server fills them.
 DbConfig seededCentral(qint64 rows) {
     const DbConfig c = PgServer::instance().freshDatabase();
@@ -50,12 +61,7 @@ DbConfig seededCentral(qint64 rows) {
         SystemClock clock;
         ErrorLog log(dialogs, clock, QDir::tempPath());
         CentralLink link(log, clock);
-        CentralConfig cc;
-        cc.host = c.host;
-        cc.porta = c.port;
-        cc.nome = c.name;
-        cc.usuario = c.user;
-        if (!link.conectar(cc, 0))
+        if (!link.conectar(centralConfig(c), 0))
             std::fprintf(stderr, "%s\n", qPrintable(link.problema()));
     }
     QElapsedTimer t;
@@ -184,12 +190,7 @@ void BM_ImportarMilhao(benchmark::State& state) {
     SystemClock clock;
     ErrorLog log(dialogs, clock, dir.path());
     CentralLink link(log, clock);
-    CentralConfig cc;
-    cc.host = c.host;
-    cc.porta = c.port;
-    cc.nome = c.name;
-    cc.usuario = c.user;
-    if (!link.conectar(cc, 0))
+    if (!link.conectar(centralConfig(c), 0))
         state.SkipWithError("central not reached");
     for (auto _ : state) {
         const auto r = CentralImport::importar(link, log, path, {});
@@ -197,32 +198,6 @@ void BM_ImportarMilhao(benchmark::State& state) {
             state.SkipWithError("import failed");
     }
 }
-
-// Prints each lookup's 10 000 000 / 10 000 ratio after the usual report.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& r : runs) {
-            const std::string name = r.benchmark_name();
-            const auto slash = name.find('/');
-            if (slash != std::string::npos && r.iterations > 0)
-                m_times[name.substr(0, slash)][name.substr(slash + 1)] = r.GetAdjustedRealTime();
-        }
-    }
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        for (const auto& [name, bySize] : m_times) {
-            const auto small = bySize.find("10000"), large = bySize.find("10000000");
-            if (small != bySize.end() && large != bySize.end() && small->second > 0)
-                std::printf("%s: 10000000/10000 = %.2fx (limit 2x)\n", name.c_str(),
-                            large->second / small->second);
-        }
-    }
-
-private:
-    std::map<std::string, std::map<std::string, double>> m_times;
-};
 
 } // namespace
 
@@ -247,7 +222,7 @@ int main(int argc, char** argv) {
     // writes still on their way to disk.
     central(10000);
     central(10000000);
-    RatioReporter reporter;
+    RatioReporter reporter("10000", "10000000", 2);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;
