@@ -71,13 +71,13 @@ public:
     bool podeReverter(qint32 idrecebe);
     Resultado reverter(qint32 idrecebe);
 
-    static const QString kAviso;              // "Aviso", the title of every message here
-    static const QString kMotivoObrigatorio;  // "Um motivo deve ser especificado!!"
-    static const QString kExcluido;           // "Exclusão efetuada com sucesso!!"
-    static const QString kAlterado;           // "Operação efetuada com sucesso!!"
-    static const QString kErroGravar;         // "Erro ao gravar"
-    static const QString kRevertido;          // "Revertido com sucesso!!"
-    static const QString kErroReverter;       // "Erro ao reverter arquivo! "
+    static const QString kAviso;             // "Aviso", the title of every message here
+    static const QString kMotivoObrigatorio; // "Um motivo deve ser especificado!!"
+    static const QString kExcluido;          // "Exclusão efetuada com sucesso!!"
+    static const QString kAlterado;          // "Operação efetuada com sucesso!!"
+    static const QString kErroGravar;        // "Erro ao gravar"
+    static const QString kRevertido;         // "Revertido com sucesso!!"
+    static const QString kErroReverter;      // "Erro ao reverter arquivo! "
     static const QString kValorInvalido;
     static const QString kAutenticaInvalida;
     static const QString kCodigoInvalido;
