@@ -1,6 +1,7 @@
 #include "ReceiptCorrections.h"
 
 #include "AppContext.h"
+#include "CashEntry.h"
 #include "Clock.h"
 #include "DialogPort.h"
 #include "NetworkOutbox.h"
@@ -13,12 +14,8 @@
 const QString ReceiptCorrections::kAviso = QStringLiteral("Aviso");
 const QString ReceiptCorrections::kMotivoObrigatorio =
     QStringLiteral("Um motivo deve ser especificado!!");
-const QString ReceiptCorrections::kCamposObrigatorios =
-    QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!");
-const QString ReceiptCorrections::kInformeItem = QStringLiteral("Informe um item !!!");
 const QString ReceiptCorrections::kExcluido = QStringLiteral("Exclusão efetuada com sucesso!!");
 const QString ReceiptCorrections::kAlterado = QStringLiteral("Operação efetuada com sucesso!!");
-const QString ReceiptCorrections::kErroExcluir = QStringLiteral("Erro ao excluir");
 const QString ReceiptCorrections::kErroGravar = QStringLiteral("Erro ao gravar");
 const QString ReceiptCorrections::kRevertido = QStringLiteral("Revertido com sucesso!!");
 const QString ReceiptCorrections::kErroReverter = QStringLiteral("Erro ao reverter arquivo! ");
@@ -74,8 +71,7 @@ QString ReceiptCorrections::numero(int n) {
 }
 
 QString ReceiptCorrections::perguntaEstorno(qint32 autentica) {
-    return QStringLiteral("Confirma exclusão deste item?") + QStringLiteral(" - ") +
-           numero(autentica);
+    return CashEntry::kPerguntaExcluirLancamento + QStringLiteral(" - ") + numero(autentica);
 }
 
 QString ReceiptCorrections::perguntaReversao(qint32 autentica) {
@@ -181,7 +177,11 @@ void ReceiptCorrections::registrar(const CorrectionLog::Entry& e, Resultado& res
         m_ctx.dialogs.critical(kAviso, kRegistroFalhou.arg(error));
 }
 
-void ReceiptCorrections::imprimir(const QStringList& linhas, Resultado& res) {
+void ReceiptCorrections::imprimir(const QStringList& linhas, bool composta, Resultado& res) {
+    if (!composta) {
+        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+        return;
+    }
     res.linhasFita = linhas;
     if (!m_printer)
         return;
@@ -192,6 +192,40 @@ void ReceiptCorrections::imprimir(const QStringList& linhas, Resultado& res) {
     }
     if (res.fita == CounterPrinter::Fita::Falhou)
         m_ctx.dialogs.warn(kAviso, kFitaFalhou);
+}
+
+clsEstornos ReceiptCorrections::registroDe(const clsRecebimentos& r, clsEstornos::Operacao op,
+                                           const QString& motivo) {
+    clsEstornos e(m_ctx.db);
+    e.copiarRecebimento(r);
+    e.OPERACAO = op;
+    e.MOMENTO = m_ctx.clock.now();
+    e.USUARIO = m_ctx.userName;
+    e.MOTIVO = motivo.trimmed();
+    return e;
+}
+
+bool ReceiptCorrections::concluido(const QString& recusa, bool gravou, const QString& erro) {
+    if (!recusa.isEmpty())
+        recusa == kNadaAlterado ? m_ctx.dialogs.warn(kAviso, recusa) : refuse(recusa);
+    else if (!gravou)
+        m_ctx.dialogs.critical(kAviso, erro);
+    return recusa.isEmpty() && gravou;
+}
+
+void ReceiptCorrections::concluirItem(CorrectionLog::Kind kind, const clsMovimento& mov,
+                                      const clsRecebimentos& r, const QString& motivo,
+                                      const QString& aviso, bool (clsAutenticadora::*linha)(),
+                                      Resultado& res) {
+    res.feito = true;
+    NetworkOutbox::enviar(m_ctx);
+    registrar(entrada(kind, mov, r, motivo), res);
+    m_ctx.dialogs.info(kAviso, aviso);
+    clsAutenticadora a;
+    a.SEQ_REG = numero(r.AUTENTICA);
+    a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
+    const bool composta = (a.*linha)();
+    imprimir({a.Correcao}, composta, res);
 }
 
 bool ReceiptCorrections::podeEstornar(qint32 idrecebe, const QString& motivo) {
@@ -222,36 +256,16 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
         if (tx.ok() && recusa.isEmpty())
             recusa = recusaRegistro();
         if (tx.ok() && recusa.isEmpty()) {
-            clsEstornos e(m_ctx.db);
-            e.copiarRecebimento(r);
-            e.OPERACAO = clsEstornos::Operacao::Estorno;
-            e.MOMENTO = m_ctx.clock.now();
-            e.USUARIO = m_ctx.userName;
-            e.MOTIVO = motivo.trimmed();
+            clsEstornos e = registroDe(r, clsEstornos::Operacao::Estorno, motivo);
             gravou = e.SQLInsert() && r.SQLDelete() &&
                      NetworkOutbox::retirar(m_ctx, r, e.MOMENTO) && tx.commit();
         }
     }
-    if (!recusa.isEmpty()) {
-        refuse(recusa);
+    if (!concluido(recusa, gravou, CashEntry::kErroExcluir))
         return res;
-    }
-    if (!gravou) {
-        m_ctx.dialogs.critical(kAviso, kErroExcluir);
-        return res;
-    }
-    res.feito = true;
     res.antes = r;
-    NetworkOutbox::enviar(m_ctx);
-    registrar(entrada(CorrectionLog::Kind::Estorno, mov, r, motivo), res);
-    m_ctx.dialogs.info(kAviso, kExcluido);
-    clsAutenticadora a;
-    a.SEQ_REG = numero(r.AUTENTICA);
-    a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
-    if (a.EstornoItem())
-        imprimir({a.Correcao}, res);
-    else
-        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    concluirItem(CorrectionLog::Kind::Estorno, mov, r, motivo, kExcluido,
+                 &clsAutenticadora::EstornoItem, res);
     return res;
 }
 
@@ -303,7 +317,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(const Pedido& p) {
     for (const auto* field : {&p.tipo, &p.autentica, &p.codbarra, &p.valor})
         preenchidos = preenchidos && !(*field && (*field)->trimmed().isEmpty());
     if (!preenchidos) {
-        m_ctx.dialogs.warn(kAviso, kCamposObrigatorios);
+        m_ctx.dialogs.warn(kAviso, CashEntry::kCamposObrigatorios);
         return {};
     }
     if (!motivoDado(p.motivo))
@@ -347,12 +361,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
         if (tx.ok() && recusa.isEmpty())
             recusa = recusaRegistro();
         if (tx.ok() && recusa.isEmpty()) {
-            clsEstornos e(m_ctx.db);
-            e.copiarRecebimento(antes);
-            e.OPERACAO = clsEstornos::Operacao::Alteracao;
-            e.MOMENTO = m_ctx.clock.now();
-            e.USUARIO = m_ctx.userName;
-            e.MOTIVO = motivo.trimmed();
+            clsEstornos e = registroDe(antes, clsEstornos::Operacao::Alteracao, motivo);
             e.NOVO_TIPO = novo.tipo;
             e.NOVO_AUTENTICA = novo.autentica;
             e.NOVO_CODBARRA = novo.codbarra;
@@ -375,14 +384,8 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
             gravou = gravou && tx.commit();
         }
     }
-    if (!recusa.isEmpty()) {
-        recusa == kNadaAlterado ? m_ctx.dialogs.warn(kAviso, recusa) : refuse(recusa);
+    if (!concluido(recusa, gravou, kErroGravar))
         return res;
-    }
-    if (!gravou) {
-        m_ctx.dialogs.critical(kAviso, kErroGravar);
-        return res;
-    }
     res.feito = true;
     res.antes = antes;
     res.depois = depois;
@@ -409,10 +412,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
         composed = a.AlteraTipo() && composed;
         linhas << a.Correcao;
     }
-    if (composed)
-        imprimir(linhas, res);
-    else
-        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    imprimir(linhas, composed, res);
     return res;
 }
 
@@ -456,25 +456,10 @@ ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
                      NetworkOutbox::publicar(m_ctx, r) && tx.commit();
         }
     }
-    if (!recusa.isEmpty()) {
-        refuse(recusa);
+    if (!concluido(recusa, gravou, kErroReverter))
         return res;
-    }
-    if (!gravou) {
-        m_ctx.dialogs.critical(kAviso, kErroReverter);
-        return res;
-    }
-    res.feito = true;
     res.depois = r;
-    NetworkOutbox::enviar(m_ctx);
-    registrar(entrada(CorrectionLog::Kind::Reversao, mov, r, e.MOTIVO), res);
-    m_ctx.dialogs.info(kAviso, kRevertido);
-    clsAutenticadora a;
-    a.SEQ_REG = numero(r.AUTENTICA);
-    a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
-    if (a.ReverteItem())
-        imprimir({a.Correcao}, res);
-    else
-        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+    concluirItem(CorrectionLog::Kind::Reversao, mov, r, e.MOTIVO, kRevertido,
+                 &clsAutenticadora::ReverteItem, res);
     return res;
 }

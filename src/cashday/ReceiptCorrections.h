@@ -10,6 +10,7 @@
 #include <optional>
 
 class AppContext;
+class clsAutenticadora;
 
 // Corrections of the working day's receipts: a change (type, authentication number, barcode,
 // amount), a reversal (the receipt leaves Recebimentos) and the undoing of a reversal. Each
@@ -70,16 +71,13 @@ public:
     bool podeReverter(qint32 idrecebe);
     Resultado reverter(qint32 idrecebe);
 
-    static const QString kAviso;              // "Aviso", the title of every message here
-    static const QString kMotivoObrigatorio;  // "Um motivo deve ser especificado!!"
-    static const QString kCamposObrigatorios; // "Todos os campos obrigatórios devem ser ..."
-    static const QString kInformeItem;        // "Informe um item !!!"
-    static const QString kExcluido;           // "Exclusão efetuada com sucesso!!"
-    static const QString kAlterado;           // "Operação efetuada com sucesso!!"
-    static const QString kErroExcluir;        // "Erro ao excluir"
-    static const QString kErroGravar;         // "Erro ao gravar"
-    static const QString kRevertido;          // "Revertido com sucesso!!"
-    static const QString kErroReverter;       // "Erro ao reverter arquivo! "
+    static const QString kAviso;             // "Aviso", the title of every message here
+    static const QString kMotivoObrigatorio; // "Um motivo deve ser especificado!!"
+    static const QString kExcluido;          // "Exclusão efetuada com sucesso!!"
+    static const QString kAlterado;          // "Operação efetuada com sucesso!!"
+    static const QString kErroGravar;        // "Erro ao gravar"
+    static const QString kRevertido;         // "Revertido com sucesso!!"
+    static const QString kErroReverter;      // "Erro ao reverter arquivo! "
     static const QString kValorInvalido;
     static const QString kAutenticaInvalida;
     static const QString kCodigoInvalido;
@@ -109,7 +107,16 @@ private:
     void registrar(const CorrectionLog::Entry& e, Resultado& res);
     CorrectionLog::Entry entrada(CorrectionLog::Kind kind, const clsMovimento& mov,
                                  const clsRecebimentos& r, const QString& motivo);
-    void imprimir(const QStringList& linhas, Resultado& res);
+    // The lines go to the tape, or "Erro na geração..." when one could not be composed.
+    void imprimir(const QStringList& linhas, bool composta, Resultado& res);
+    clsEstornos registroDe(const clsRecebimentos& r, clsEstornos::Operacao op,
+                           const QString& motivo);
+    // False, with its message shown, when the transaction refused or failed.
+    bool concluido(const QString& recusa, bool gravou, const QString& erro);
+    // After a reversal or its undoing: the log entry, the success and the one tape line.
+    void concluirItem(CorrectionLog::Kind kind, const clsMovimento& mov, const clsRecebimentos& r,
+                      const QString& motivo, const QString& aviso,
+                      bool (clsAutenticadora::*linha)(), Resultado& res);
     static QString numero(int n);
 
     AppContext& m_ctx;

@@ -2,6 +2,7 @@
 
 #include "AdminGuard.h"
 #include "AppContext.h"
+#include "CashEntry.h"
 #include "DialogPort.h"
 
 #include <QHBoxLayout>
@@ -66,7 +67,7 @@ void ReversalUndoDialog::carregar() {
 void ReversalUndoDialog::reverter() {
     QTreeWidgetItem* item = m_lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kInformeItem);
+        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
         return;
     }
     const qint32 id = item->data(0, Qt::UserRole).toInt();

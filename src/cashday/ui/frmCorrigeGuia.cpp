@@ -2,6 +2,7 @@
 
 #include "AdminGuard.h"
 #include "AppContext.h"
+#include "CashEntry.h"
 #include "DialogPort.h"
 #include "clsCodBarra.h"
 
@@ -146,7 +147,7 @@ void frmCorrigeGuia::procurar() {
 void frmCorrigeGuia::selecionar() {
     QTreeWidgetItem* item = m_lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kInformeItem);
+        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
         return;
     }
     const qint32 id = item->data(0, Qt::UserRole).toInt();
@@ -188,7 +189,7 @@ void frmCorrigeGuia::alterar() {
 
 void frmCorrigeGuia::estornar() {
     if (!m_selecionado) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kInformeItem);
+        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
         return;
     }
     if (!m_corrections.podeEstornar(m_selecionado->idrecebe, m_motivo->text())) {

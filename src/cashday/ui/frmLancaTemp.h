@@ -1,14 +1,11 @@
 #pragma once
 
 #include "CashCount.h"
+#include "CountPanel.h"
 
 #include <QDialog>
 
 class AppContext;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QTreeWidget;
 
 // The same comparison as the cash count for the open day, at any moment. What is counted here
 // stays on the screen: nothing is stored.
@@ -32,14 +29,5 @@ private:
     clsMovimento m_mov;
     QList<Line> m_lines;
 
-    QLineEdit* m_arrecadacao; // txtarrecadacao
-    QLineEdit* m_sangria;     // txtsangria
-    QLineEdit* m_suprimento;  // txtsuprimento
-    QLineEdit* m_total;       // txttotal
-    QLineEdit* m_saldo;       // txtsaldo
-    QTreeWidget* m_lista;     // List1
-    QLabel* m_status;         // lblStatus
-    QComboBox* m_especie;     // Combo1
-    QLineEdit* m_numero;      // txtnumero
-    QLineEdit* m_valor;       // mskvalor
+    CountPanel* m_panel;
 };

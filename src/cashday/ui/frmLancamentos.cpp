@@ -1,7 +1,6 @@
 #include "frmLancamentos.h"
 
 #include "AppContext.h"
-#include "CountWidgets.h"
 #include "DialogPort.h"
 #include "IntegrationFile.h"
 
@@ -10,7 +9,6 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDateEdit>
-#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -42,38 +40,9 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     QFont bold = m_lblDia->font();
     bold.setBold(true);
     m_lblDia->setFont(bold);
-    m_arrecadacao = CountWidgets::amountField(this, "txtarrecadacao");
-    m_sangria = CountWidgets::amountField(this, "txtsangria");
-    m_suprimento = CountWidgets::amountField(this, "txtsuprimento");
-    m_total = CountWidgets::amountField(this, "txttotal");
-    m_saldo = CountWidgets::amountField(this, "txtsaldo");
-    m_saldo->setFont(bold);
-    m_lista = CountWidgets::linesList(this);
-    m_excluir = new QAction(QStringLiteral("&Excluir item"), m_lista);
-    m_excluir->setObjectName(QStringLiteral("mnudel"));
-    m_lista->addAction(m_excluir);
-    connect(m_excluir, &QAction::triggered, this, &frmLancamentos::excluir);
-    m_status = new QLabel(this);
-    m_status->setObjectName(QStringLiteral("lblStatus"));
-    m_especie = new QComboBox(this);
-    m_especie->setObjectName(QStringLiteral("Combo1"));
-    m_numero = new QLineEdit(this);
-    m_numero->setObjectName(QStringLiteral("txtnumero"));
-    m_numero->setPlaceholderText(QStringLiteral("Número"));
-    m_numero->setMinimumWidth(100);
-    m_numero->setMaxLength(40);
-    m_valor = new QLineEdit(this);
-    m_valor->setObjectName(QStringLiteral("mskvalor"));
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
-    m_valor->setMinimumWidth(100);
-    m_valor->setAlignment(Qt::AlignRight);
-    m_incluir = new QPushButton(QStringLiteral("&Incluir"), this);
-    m_incluir->setObjectName(QStringLiteral("Command5"));
-    m_incluir->setDefault(true);
-    connect(m_incluir, &QPushButton::clicked, this, &frmLancamentos::adicionar);
-    auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
-    remove->setObjectName(QStringLiteral("cmdExcluir"));
-    connect(remove, &QPushButton::clicked, m_excluir, &QAction::trigger);
+    m_panel = new CountPanel(ctx, this);
+    connect(m_panel->del, &QAction::triggered, this, &frmLancamentos::excluir);
+    connect(m_panel->add, &QPushButton::clicked, this, &frmLancamentos::adicionar);
     m_pbr = new QProgressBar(this);
     m_pbr->setObjectName(QStringLiteral("pbr"));
     m_pbr->setValue(0);
@@ -93,42 +62,13 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     top->addWidget(m_mov);
     top->addWidget(new QLabel(QStringLiteral("Data:"), this));
     top->addWidget(m_data);
-    auto* figures = new QGridLayout;
-    const QList<QPair<QString, QLineEdit*>> rows = {
-        {QStringLiteral("Arrecadação:"), m_arrecadacao},
-        {QStringLiteral("Lançamentos (entradas - saídas):"), m_sangria},
-        {QStringLiteral("Suprimento:"), m_suprimento},
-        {QStringLiteral("Total contado:"), m_total},
-        {QStringLiteral("Diferença:"), m_saldo}};
-    for (int i = 0; i < rows.size(); ++i) {
-        figures->addWidget(new QLabel(rows[i].first, this), i, 0);
-        figures->addWidget(rows[i].second, i, 1);
-    }
-    figures->setRowStretch(int(rows.size()), 1);
-    auto* line = new QHBoxLayout;
-    line->addWidget(m_especie, 2);
-    line->addWidget(m_numero, 2);
-    line->addWidget(m_valor, 1);
-    line->addWidget(m_incluir);
-    auto* countBox = new QVBoxLayout;
-    countBox->addLayout(line);
-    countBox->addWidget(m_lista, 1);
-    auto* statusRow = new QHBoxLayout;
-    statusRow->addWidget(m_status);
-    statusRow->addStretch();
-    statusRow->addWidget(remove);
-    countBox->addLayout(statusRow);
-    auto* body = new QHBoxLayout;
-    body->addLayout(figures);
-    body->addSpacing(16);
-    body->addLayout(countBox, 1);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_pbr, 1);
     bottom->addWidget(m_gerar);
     bottom->addWidget(close);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
-    layout->addLayout(body, 1);
+    layout->addWidget(m_panel, 1);
     layout->addLayout(bottom);
     resize(900, 480);
 
@@ -147,19 +87,15 @@ void frmLancamentos::abrir(const QDate& dia) {
     clsMovimento mov(m_ctx.db);
     const bool found = mov.SQLSelectByDate(dia);
     m_count = found ? std::make_unique<CashCount>(m_ctx, mov) : nullptr;
-    for (QWidget* w : {static_cast<QWidget*>(m_incluir), static_cast<QWidget*>(m_gerar),
-                       static_cast<QWidget*>(m_especie)})
+    for (QWidget* w : {static_cast<QWidget*>(m_panel->add), static_cast<QWidget*>(m_gerar),
+                       static_cast<QWidget*>(m_panel->especie)})
         w->setEnabled(found);
     m_id->setText(found ? QString::number(mov.ID) : QString());
-    m_mov->setText(found ? CountWidgets::key(mov.MOV) : QString());
+    m_mov->setText(found ? CountPanel::key(mov.MOV) : QString());
     m_lblDia->setText(QStringLiteral("Caixa dia: ") +
                       dia.toString(QStringLiteral("dd - MM - yyyy")));
-    CountWidgets::fillEspecies(m_especie, m_ctx);
     if (!found) {
-        m_lista->clear();
-        for (QLineEdit* f : {m_arrecadacao, m_sangria, m_suprimento, m_total, m_saldo})
-            f->clear();
-        m_status->clear();
+        m_panel->clearAll();
         m_ctx.dialogs.warn(kAviso,
                            QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
         return;
@@ -170,45 +106,32 @@ void frmLancamentos::abrir(const QDate& dia) {
 void frmLancamentos::Lista_conf_caixa() {
     const auto rows = m_count->linhas();
     const auto conf = m_count->conferir();
-    m_lista->clear();
+    m_panel->lista->clear();
     if (!rows || !conf) {
         m_ctx.errors.report(QStringLiteral("Função Lista_Movimento"),
                             {0, m_ctx.db.lastError(), QStringLiteral("frmLancamentos")});
         return;
     }
-    for (const clsConfCaixa& l : *rows) {
-        auto* item = new QTreeWidgetItem(
-            {CountWidgets::key(l.ID), l.especieDescricao, l.NUMERO, l.VALOR.format()});
-        item->setData(0, Qt::UserRole, l.ID);
-        item->setTextAlignment(3, Qt::AlignRight);
-        m_lista->addTopLevelItem(item);
-    }
+    for (const clsConfCaixa& l : *rows)
+        m_panel->addLine(l.ID, l.especieDescricao, l.NUMERO, l.VALOR);
     m_conf = *conf;
-    m_arrecadacao->setText(m_conf.arrecadacao.format());
-    m_sangria->setText(m_conf.lancamentos.format());
-    m_suprimento->setText(m_conf.suprimento.format());
-    m_total->setText(m_conf.contado.format());
-    m_saldo->setText(m_conf.diferenca().format());
-    m_status->setText(QStringLiteral("Total de itens contabilizados: ") +
-                      QString::number(m_conf.linhas));
+    m_panel->showFigures(m_conf, false);
 }
 
 void frmLancamentos::adicionar() {
     if (!m_count)
         return;
-    if (!m_count->adicionar(m_especie->currentData().toInt(), m_numero->text(), m_valor->text())) {
-        m_valor->setFocus();
-        m_valor->selectAll();
+    if (!m_count->adicionar(m_panel->especie->currentData().toInt(), m_panel->numero->text(),
+                            m_panel->valor->text())) {
+        m_panel->valueRefused();
         return;
     }
-    m_numero->clear();
-    m_valor->clear();
     Lista_conf_caixa();
-    m_valor->setFocus();
+    m_panel->lineTaken();
 }
 
 void frmLancamentos::excluir() {
-    QTreeWidgetItem* item = m_lista->currentItem();
+    QTreeWidgetItem* item = m_panel->lista->currentItem();
     if (!m_count || !item) {
         m_ctx.dialogs.critical(kAviso, CashCount::kCliqueNoItem);
         return;

@@ -1,20 +1,18 @@
 #pragma once
 
 #include "CashCount.h"
+#include "CountPanel.h"
 
 #include <QDate>
 #include <QDialog>
 #include <memory>
 
 class AppContext;
-class QAction;
-class QComboBox;
 class QDateEdit;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
-class QTreeWidget;
 
 // The cash count of a day: the day's figures, the count by kind of money, the difference, and
 // the integration file.
@@ -43,22 +41,11 @@ private:
     int m_pausa;
     bool m_busy = false;
 
-    QLineEdit* m_id;          // txtid_tabela
-    QDateEdit* m_data;        // dtpData
-    QLabel* m_mov;            // lblMov
-    QLabel* m_lblDia;         // lblDia
-    QLineEdit* m_arrecadacao; // txtarrecadacao
-    QLineEdit* m_sangria;     // txtsangria
-    QLineEdit* m_suprimento;  // txtsuprimento
-    QLineEdit* m_total;       // txttotal
-    QLineEdit* m_saldo;       // txtsaldo
-    QTreeWidget* m_lista;     // List1
-    QLabel* m_status;         // lblStatus
-    QComboBox* m_especie;     // Combo1
-    QLineEdit* m_numero;      // txtnumero
-    QLineEdit* m_valor;       // mskvalor
-    QPushButton* m_incluir;   // Command5
-    QAction* m_excluir;       // mnudel
-    QProgressBar* m_pbr;      // pbr
-    QPushButton* m_gerar;     // Command1
+    QLineEdit* m_id;   // txtid_tabela
+    QDateEdit* m_data; // dtpData
+    QLabel* m_mov;     // lblMov
+    QLabel* m_lblDia;  // lblDia
+    CountPanel* m_panel;
+    QProgressBar* m_pbr;  // pbr
+    QPushButton* m_gerar; // Command1
 };

@@ -304,7 +304,7 @@ void frmSangria::incluirItens() {
 }
 
 void frmSangria::novoItem() {
-    fillEspecies();
+    m_especie->setCurrentIndex(m_especie->count() > 0 ? 0 : -1); // the kinds are read once
     m_numero->clear();
     m_valorItem->clear();
     m_save->setEnabled(true);
