@@ -42,7 +42,7 @@ public:
 QStringList ids(const QJsonArray& a) {
     QStringList out;
     for (const auto& v : a)
-        out << QString::number(v.toObject().value(QStringLiteral("idrecebe")).toInt());
+        out << QString::number(v.toObject().value(u"idrecebe").toInt());
     return out;
 }
 } // namespace
@@ -58,62 +58,46 @@ private slots:
         const QString slipB =
             TestCodes::slip(1660, 2000, QStringLiteral("12345"), QStringLiteral("222444666666666"),
                             QStringLiteral("57"));
-        const QString guideA =
-            TestCodes::guide(QStringLiteral("0425"), 45678, QStringLiteral("20261201"),
-                             QString(17, QLatin1Char('3')));
-        const QString guideB = TestCodes::guide(
-            QStringLiteral("0425"), 100, QStringLiteral("20261202"), QString(17, QLatin1Char('4')));
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        const CliRun rec = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), slipA,
-                                      guideA, slipB, guideB, QStringLiteral("--json")});
+        const auto guide = [](int cents, const char* due, char fill) {
+            return TestCodes::guide(QStringLiteral("0425"), cents, QLatin1String(due),
+                                    QString(17, QLatin1Char(fill)));
+        };
+        const QString guideA = guide(45678, "20261201", '3');
+        const QString guideB = guide(100, "20261202", '4');
+        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        const CliRun rec = f.cashier(words("caixa receber")
+                                     << slipA << guideA << slipB << guideB << words("--json"));
         QCOMPARE(rec.code, 0);
-        QCOMPARE(rec.json().value(QStringLiteral("gravados")).toArray().size(), 4);
+        QCOMPARE(rec.json().value(u"gravados").toArray().size(), 4);
 
-        CliRun r =
-            f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--json")});
+        CliRun r = f.cashier(words("exportar listar --tipo 1 --json"));
         QCOMPARE(r.code, 0);
         const QJsonArray guides = r.array();
         QCOMPARE(guides.size(), 2);
         const QJsonObject first = guides.at(0).toObject();
-        QCOMPARE(first.value(QStringLiteral("autentica")).toInt(), 2);
-        QCOMPARE(first.value(QStringLiteral("valor")).toString(), QStringLiteral("456,78"));
-        QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), guideA);
-        QCOMPARE(first.value(QStringLiteral("export")).toInt(), 0);
+        QCOMPARE(first.value(u"autentica").toInt(), 2);
+        QCOMPARE(first.value(u"valor").toString(), QStringLiteral("456,78"));
+        QCOMPARE(first.value(u"codbarra").toString(), guideA);
+        QCOMPARE(first.value(u"export").toInt(), 0);
 
         // The second guide leaves the file, comes back, and leaves again.
         const QString second = ids(guides).at(1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"),
-                       QStringLiteral("--rejeitados"), QStringLiteral("--json")});
+        const QStringList rejeitar = words("exportar rejeitar --id") << second;
+        QCOMPARE(f.cashier(rejeitar).code, 0);
+        r = f.cashier(words("exportar listar --tipo 1 --rejeitados --json"));
         QCOMPARE(ids(r.array()), QStringList{second});
-        QCOMPARE(r.array().at(0).toObject().value(QStringLiteral("export")).toInt(), 1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("confirmar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second, QStringLiteral("999")})
-                     .code,
-                 1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
+        QCOMPARE(r.array().at(0).toObject().value(u"export").toInt(), 1);
+        QCOMPARE(f.cashier(words("exportar confirmar --id") << second).code, 0);
+        QCOMPARE(f.cashier(rejeitar + words("999")).code, 1);
+        QCOMPARE(f.cashier(rejeitar).code, 0);
 
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--banco"),
-                       QStringLiteral("033"), QStringLiteral("--json")});
+        r = f.cashier(words("exportar febraban --tipo 1 --banco 033 --json"));
         QCOMPARE(r.code, 0);
         QJsonObject o = r.json();
-        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 3);
-        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("456,78"));
-        QCOMPARE(o.value(QStringLiteral("erros")).toArray().size(), 0);
-        QString file = o.value(QStringLiteral("arquivo")).toString();
+        QCOMPARE(o.value(u"registros").toInt(), 3);
+        QCOMPARE(o.value(u"total").toString(), QStringLiteral("456,78"));
+        QCOMPARE(o.value(u"erros").toArray().size(), 0);
+        QString file = o.value(u"arquivo").toString();
         QVERIFY2(QFileInfo(file).fileName().startsWith(QStringLiteral("FebCXCIPTU_033_")),
                  qPrintable(file));
         QStringList lines = BR::records(file);
@@ -133,13 +117,12 @@ private slots:
             BR::differences(lines[2], BR::febTrailer(3, QStringLiteral("00000000000045678")), 150),
             QString());
 
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
-                       QStringLiteral("4"), QStringLiteral("--json")});
+        r = f.cashier(words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 0);
         o = r.json();
-        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 8);
-        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("109,15"));
-        file = o.value(QStringLiteral("arquivo")).toString();
+        QCOMPARE(o.value(u"registros").toInt(), 8);
+        QCOMPARE(o.value(u"total").toString(), QStringLiteral("109,15"));
+        file = o.value(u"arquivo").toString();
         QVERIFY(QFileInfo(file).fileName().startsWith(QStringLiteral("CnabAGUA")));
         QCOMPARE(QFileInfo(file).absolutePath(), f.path(QStringLiteral("Export")));
         lines = BR::records(file);
@@ -172,36 +155,24 @@ private slots:
 
     void refusals() {
         Folder f;
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        for (const QString& bad :
-             {QStringLiteral("12"), QStringLiteral("1234"), QStringLiteral("1a2")}) {
-            const CliRun r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                                        QStringLiteral("--tipo"), QStringLiteral("1"),
-                                        QStringLiteral("--banco"), bad});
+        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        for (const char* bad : {"12", "1234", "1a2"}) {
+            const CliRun r = f.cashier(words("exportar febraban --tipo 1 --banco") + words(bad));
             QCOMPARE(r.code, 1);
             QVERIFY(r.err.contains(QStringLiteral("Código do banco não informado!!")));
         }
         // Without --banco the kind's own code is used: the demo's IPTU has four digits.
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                            QStringLiteral("--tipo"), QStringLiteral("1")})
-                     .code,
-                 1);
+        QCOMPARE(f.cashier(words("exportar febraban --tipo 1")).code, 1);
         f.set(QStringLiteral("Export"), QStringLiteral("cnpj"), QStringLiteral("1234567800011"));
-        CliRun r =
-            f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
-                       QStringLiteral("4"), QStringLiteral("--json")});
+        CliRun r = f.cashier(words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.json().value(QStringLiteral("erros")).toArray().size(), 2);
+        QCOMPARE(r.json().value(u"erros").toArray().size(), 2);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar header do CNAB -> 0")));
         QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}),
                  QStringList());
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab")}).code, 2);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar")}).code, 2);
-        QCOMPARE(f.run({QStringLiteral("exportar"), QStringLiteral("listar"),
-                        QStringLiteral("--tipo"), QStringLiteral("1")},
-                       "errada\n")
-                     .code,
-                 1);
+        QCOMPARE(f.cashier(words("exportar cnab")).code, 2);
+        QCOMPARE(f.cashier(words("exportar rejeitar")).code, 2);
+        QCOMPARE(f.run(words("exportar listar --tipo 1"), "errada\n").code, 1);
     }
 };
 
