@@ -39,6 +39,13 @@ public:
     }
 };
 
+// Each record of a file against the one expected, field by field.
+void sameRecords(const QStringList& lines, const QList<QList<BR::Field>>& expected, int width) {
+    QCOMPARE(lines.size(), expected.size());
+    for (int i = 0; i < lines.size(); ++i)
+        QCOMPARE(BR::differences(lines[i], expected[i], width), QString());
+}
+
 QStringList ids(const QJsonArray& a) {
     QStringList out;
     for (const auto& v : a)
@@ -100,22 +107,13 @@ private slots:
         QString file = o.value(u"arquivo").toString();
         QVERIFY2(QFileInfo(file).fileName().startsWith(QStringLiteral("FebCXCIPTU_033_")),
                  qPrintable(file));
-        QStringList lines = BR::records(file);
-        QCOMPARE(lines.size(), 3);
-        QCOMPARE(BR::differences(
-                     lines[0],
-                     BR::febHeader({QStringLiteral("033"), QStringLiteral("BANCO DA PRACA      "),
-                                    QStringLiteral("20261123"), QStringLiteral("261123")}),
-                     150),
-                 QString());
-        QCOMPARE(BR::differences(lines[1],
-                                 BR::febDetalhe(QStringLiteral("20261123"), guideA,
-                                                QStringLiteral("000000045678"), 1),
-                                 150),
-                 QString());
-        QCOMPARE(
-            BR::differences(lines[2], BR::febTrailer(3, QStringLiteral("00000000000045678")), 150),
-            QString());
+        sameRecords(
+            BR::records(file),
+            {BR::febHeader({QStringLiteral("033"), QStringLiteral("BANCO DA PRACA      "),
+                            QStringLiteral("20261123"), QStringLiteral("261123")}),
+             BR::febDetalhe(QStringLiteral("20261123"), guideA, QStringLiteral("000000045678"), 1),
+             BR::febTrailer(3, QStringLiteral("00000000000045678"))},
+            150);
 
         r = f.cashier(words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 0);
@@ -125,8 +123,8 @@ private slots:
         file = o.value(u"arquivo").toString();
         QVERIFY(QFileInfo(file).fileName().startsWith(QStringLiteral("CnabAGUA")));
         QCOMPARE(QFileInfo(file).absolutePath(), f.path(QStringLiteral("Export")));
-        lines = BR::records(file);
-        QCOMPARE(lines.size(), 8);
+        const QStringList lines = BR::records(file);
+        QVERIFY(!lines.isEmpty());
         const BR::Cnab e{QStringLiteral("104"),
                          QStringLiteral("98765432000110"),
                          QStringLiteral("00321"),
@@ -137,20 +135,18 @@ private slots:
                          QStringLiteral("23112026"),
                          lines[0].mid(151, 6), // the time of the run
                          QStringLiteral("000001")};
-        QCOMPARE(BR::differences(lines[0], BR::cnabHeaderArquivo(e), 240), QString());
-        QCOMPARE(BR::differences(lines[1], BR::cnabHeaderLote(e), 240), QString());
         const BR::Boleto a{QStringLiteral("24"),          QStringLiteral("111333555555555"),
                            QStringLiteral("05122026"),    QStringLiteral("000000000008915"),
                            QString(15, QLatin1Char('0')), QStringLiteral("000000000008915")};
         const BR::Boleto b{QStringLiteral("57"),          QStringLiteral("222444666666666"),
                            QStringLiteral("14122026"),    QStringLiteral("000000000002000"),
                            QString(15, QLatin1Char('0')), QStringLiteral("000000000002000")};
-        QCOMPARE(BR::differences(lines[2], BR::cnabSegmentoT(e, 1, a), 240), QString());
-        QCOMPARE(BR::differences(lines[3], BR::cnabSegmentoU(e, 2, a), 240), QString());
-        QCOMPARE(BR::differences(lines[4], BR::cnabSegmentoT(e, 3, b), 240), QString());
-        QCOMPARE(BR::differences(lines[5], BR::cnabSegmentoU(e, 4, b), 240), QString());
-        QCOMPARE(BR::differences(lines[6], BR::cnabTrailerLote(e, 6), 240), QString());
-        QCOMPARE(BR::differences(lines[7], BR::cnabTrailerArquivo(e, 8), 240), QString());
+        sameRecords(lines,
+                    {BR::cnabHeaderArquivo(e), BR::cnabHeaderLote(e), BR::cnabSegmentoT(e, 1, a),
+                     BR::cnabSegmentoU(e, 2, a), BR::cnabSegmentoT(e, 3, b),
+                     BR::cnabSegmentoU(e, 4, b), BR::cnabTrailerLote(e, 6),
+                     BR::cnabTrailerArquivo(e, 8)},
+                    240);
     }
 
     void refusals() {
