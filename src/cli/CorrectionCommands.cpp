@@ -24,11 +24,7 @@ int admit(CliEnv& e) {
         return ExitUsage;
     e.ctx.workingDate = *day;
     QString senha;
-    const auto read = e.readStdinLine;
-    e.readStdinLine = [&] { return senha = read(); };
-    const int rc = CliSupport::loginAdministrator(e);
-    e.readStdinLine = read;
-    if (rc >= 0)
+    if (int rc = CliSupport::loginAdministrator(e, &senha); rc >= 0)
         return rc;
     Login::Valida_senha(e.ctx, senha); // names the operator, active or not
     return -1;
