@@ -16,7 +16,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTemporaryFile>
 #include <QTextStream>
@@ -161,9 +160,7 @@ int usuarioGravar(CliEnv& e) {
         return ExitRefused;
     }
     if (e.json)
-        e.out << QJsonDocument(QJsonObject{{QStringLiteral("id"), r.id}})
-                     .toJson(QJsonDocument::Compact)
-              << "\n";
+        CliSupport::printJson(e, QJsonObject{{QStringLiteral("id"), r.id}});
     else
         e.out << QStringLiteral("Usuário %1 gravado (id %2).\n").arg(in.nome.trimmed()).arg(r.id);
     return ExitOk;
@@ -215,26 +212,19 @@ int usuarioListar(CliEnv& e) {
 }
 
 int entrar(CliEnv& e) {
-    const QString senha = e.readStdinLine();
     if (e.args.has(QStringLiteral("adm"))) {
-        const QString tipo =
-            senha.trimmed().isEmpty() ? QStringLiteral("USER") : Login::Tipo_usuario(e.ctx, senha);
-        if (tipo != QLatin1String("ADM")) {
-            e.err << "Senha de administrador não aceita.\n";
-            return ExitRefused;
-        }
+        if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
+            return rc;
         e.out << "ADM\n";
         return ExitOk;
     }
-    if (!Login::Valida_senha(e.ctx, senha)) {
+    if (!Login::Valida_senha(e.ctx, e.readStdinLine())) {
         e.err << Login::kSenhaInvalida << "\n";
         return ExitRefused;
     }
     if (e.json)
-        e.out << QJsonDocument(QJsonObject{{QStringLiteral("nome"), e.ctx.userName},
-                                           {QStringLiteral("tipo"), e.ctx.userType}})
-                     .toJson(QJsonDocument::Compact)
-              << "\n";
+        CliSupport::printJson(e, QJsonObject{{QStringLiteral("nome"), e.ctx.userName},
+                                             {QStringLiteral("tipo"), e.ctx.userType}});
     else
         e.out << e.ctx.userName << "\t" << e.ctx.userType << "\n";
     return ExitOk;

@@ -15,17 +15,10 @@
 #include "clsFeriado.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QTextStream>
 
 namespace {
-
-void printJson(CliEnv& e, const QJsonValue& v) {
-    e.out << (v.isArray() ? QJsonDocument(v.toArray()) : QJsonDocument(v.toObject()))
-                 .toJson(QJsonDocument::Compact)
-          << "\n";
-}
 
 int tipoGravar(CliEnv& e) {
     bool ok = false;
@@ -95,7 +88,7 @@ int tipoListar(CliEnv& e) {
                                 {QStringLiteral("codbanco"), cols[6]}});
     }
     if (e.json)
-        printJson(e, list);
+        CliSupport::printJson(e, list);
     return ExitOk;
 }
 
@@ -148,7 +141,7 @@ int feriadoListar(CliEnv& e) {
             e.out << QStringLiteral("%1").arg(f.ID, 4, 10, QLatin1Char('0')) << "\t" << day << "\n";
     }
     if (e.json)
-        printJson(e, list);
+        CliSupport::printJson(e, list);
     return ExitOk;
 }
 
@@ -229,7 +222,7 @@ int ler(CliEnv& e) {
     if (d.outcome == ReadingDecision::Outcome::Aceito)
         addOverdue(e, d, day, o);
     if (e.json) {
-        printJson(e, o);
+        CliSupport::printJson(e, o);
     } else {
         for (auto it = o.begin(); it != o.end(); ++it)
             if (it.key() != QLatin1String("mensagens"))
@@ -250,13 +243,13 @@ int linha(CliEnv& e) {
     const TypedLine::Result r = TypedLine::toBarcode(e.args.positional.first());
     if (!r.ok()) {
         if (e.json)
-            printJson(e, QJsonObject{{QStringLiteral("erro"), r.erro},
-                                     {QStringLiteral("campo"), r.campo}});
+            CliSupport::printJson(e, QJsonObject{{QStringLiteral("erro"), r.erro},
+                                                 {QStringLiteral("campo"), r.campo}});
         e.err << r.erro << "\n";
         return ExitRefused;
     }
     if (e.json)
-        printJson(e, QJsonObject{{QStringLiteral("codigo"), r.barcode}});
+        CliSupport::printJson(e, QJsonObject{{QStringLiteral("codigo"), r.barcode}});
     else
         e.out << r.barcode << "\n";
     return ExitOk;

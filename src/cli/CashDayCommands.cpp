@@ -166,13 +166,32 @@ int listar(CliEnv& e) {
     return ExitOk;
 }
 
-// The entry --id (or the one the item --id belongs to) of the movement, with its kind.
-int entradaDoMovimento(CliEnv& e, const clsMovimento& mov, qint32 id, clsSangria& out) {
-    const auto s = CashEntry::lancamento(e.ctx, mov.ID, id);
+// The entry of the movement that --id names (with `item`, the entry of that item), after the
+// operator's login and, for entries and withdrawals, the administrator's. Answers -1 to go on,
+// else the exit code.
+int entradaPorId(CliEnv& e, bool item, clsMovimento& mov, int& id, clsSangria& out) {
+    bool ok = false;
+    id = e.args.value(QStringLiteral("id")).toInt(&ok);
+    if (!ok || id <= 0) {
+        e.err << "Use --id N.\n";
+        return ExitUsage;
+    }
+    if (int rc = movimento(e, mov); rc >= 0)
+        return rc;
+    qint32 entrada = id;
+    if (item) {
+        const auto owner = CashEntry::lancamentoDoItem(e.ctx, id);
+        if (!owner) {
+            e.err << QStringLiteral("Item %1 não encontrado.\n").arg(id);
+            return ExitRefused;
+        }
+        entrada = *owner;
+    }
+    const auto s = CashEntry::lancamento(e.ctx, mov.ID, entrada);
     const auto kind = s ? EntryKinds::fromTipo(s->TIPO) : std::nullopt;
     if (!kind) {
         e.err << QStringLiteral("Lançamento %1 não encontrado no movimento de %2.\n")
-                     .arg(id)
+                     .arg(entrada)
                      .arg(DateUtil::br(mov.MDATA));
         return ExitRefused;
     }
@@ -180,24 +199,11 @@ int entradaDoMovimento(CliEnv& e, const clsMovimento& mov, qint32 id, clsSangria
     return administrador(e, *kind);
 }
 
-int idArg(CliEnv& e) {
-    bool ok = false;
-    const int id = e.args.value(QStringLiteral("id")).toInt(&ok);
-    if (ok && id > 0)
-        return id;
-    e.err << "Use --id N.\n";
-    return 0;
-}
-
 int excluir(CliEnv& e) {
-    const int id = idArg(e);
-    if (!id)
-        return ExitUsage;
+    int id = 0;
     clsMovimento mov(e.ctx.db);
     clsSangria s(e.ctx.db);
-    if (int rc = movimento(e, mov); rc >= 0)
-        return rc;
-    if (int rc = entradaDoMovimento(e, mov, id, s); rc >= 0)
+    if (int rc = entradaPorId(e, false, mov, id, s); rc >= 0)
         return rc;
     if (!CashEntry::excluirLancamento(e.ctx, mov.ID, id))
         return ExitRefused;
@@ -207,19 +213,10 @@ int excluir(CliEnv& e) {
 }
 
 int excluirItem(CliEnv& e) {
-    const int id = idArg(e);
-    if (!id)
-        return ExitUsage;
+    int id = 0;
     clsMovimento mov(e.ctx.db);
     clsSangria s(e.ctx.db);
-    if (int rc = movimento(e, mov); rc >= 0)
-        return rc;
-    const auto entrada = CashEntry::lancamentoDoItem(e.ctx, id);
-    if (!entrada) {
-        e.err << QStringLiteral("Item %1 não encontrado.\n").arg(id);
-        return ExitRefused;
-    }
-    if (int rc = entradaDoMovimento(e, mov, *entrada, s); rc >= 0)
+    if (int rc = entradaPorId(e, true, mov, id, s); rc >= 0)
         return rc;
     CashEntry entry(e.ctx, mov.ID, *EntryKinds::fromTipo(s.TIPO));
     if (!entry.carregar(s.ID) || !entry.excluirItem(id))

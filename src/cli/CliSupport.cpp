@@ -30,8 +30,11 @@ int CliSupport::loginOperator(CliEnv& e, DateScreenLogic::Action action) {
     return DateScreenLogic::proceed(e.ctx, senha, *day, action) ? -1 : int(ExitRefused);
 }
 
-int CliSupport::loginAdministrator(CliEnv& e) {
-    if (AdminGuard::isAdministrator(e.ctx, e.readStdinLine()))
+int CliSupport::loginAdministrator(CliEnv& e, QString* senha) {
+    const QString line = e.readStdinLine();
+    if (senha)
+        *senha = line;
+    if (AdminGuard::isAdministrator(e.ctx, line))
         return -1;
     e.err << kAdministradorRecusado << "\n";
     return ExitRefused;

@@ -19,9 +19,9 @@ public:
     // The date screen's rules for a command: the operator's password (first line of stdin) and
     // --data, checked exactly as frmData checks them. Answers -1 to go on, else the exit code.
     static int loginOperator(CliEnv& e, DateScreenLogic::Action action);
-    // The administrator guard: the first line of stdin must be an administrator's password.
-    // Answers -1 to go on, else the exit code.
-    static int loginAdministrator(CliEnv& e);
+    // The administrator guard: the first line of stdin must be an administrator's password
+    // (given back in `senha` when asked). Answers -1 to go on, else the exit code.
+    static int loginAdministrator(CliEnv& e, QString* senha = nullptr);
 
     // The charges of an overdue guide, as `ler`, `encargos` and `caixa receber` print them.
     static void addEncargos(QJsonObject& o, const Encargos& e);

@@ -24,11 +24,7 @@ int admit(CliEnv& e) {
         return ExitUsage;
     e.ctx.workingDate = *day;
     QString senha;
-    const auto read = e.readStdinLine;
-    e.readStdinLine = [&] { return senha = read(); };
-    const int rc = CliSupport::loginAdministrator(e);
-    e.readStdinLine = read;
-    if (rc >= 0)
+    if (int rc = CliSupport::loginAdministrator(e, &senha); rc >= 0)
         return rc;
     Login::Valida_senha(e.ctx, senha); // names the operator, active or not
     return -1;
@@ -64,10 +60,22 @@ QString fita(CounterPrinter::Fita f) {
     return QStringLiteral("nao_impressa");
 }
 
-int report(CliEnv& e, const QString& operacao, const ReceiptCorrections::Resultado& r) {
+QString kindWord(CorrectionLog::Kind k) {
+    switch (k) {
+    case CorrectionLog::Kind::Estorno:
+        return QStringLiteral("estorno");
+    case CorrectionLog::Kind::Alteracao:
+        return QStringLiteral("alteracao");
+    case CorrectionLog::Kind::Reversao:
+        break;
+    }
+    return QStringLiteral("reversao");
+}
+
+int report(CliEnv& e, CorrectionLog::Kind kind, const ReceiptCorrections::Resultado& r) {
     if (!r.feito)
         return ExitRefused;
-    QJsonObject o{{QStringLiteral("operacao"), operacao},
+    QJsonObject o{{QStringLiteral("operacao"), kindWord(kind)},
                   {QStringLiteral("registro"), r.arquivo},
                   {QStringLiteral("registrado"), r.registrado},
                   {QStringLiteral("fita"), fita(r.fita)},
@@ -105,57 +113,37 @@ std::optional<QString> option(CliEnv& e, const char* name) {
     return e.args.value(QLatin1String(name));
 }
 
-int alterar(CliEnv& e) {
-    const auto id = idArg(e, kAlterar);
-    if (!id)
-        return ExitUsage;
-    if (int rc = admit(e); rc >= 0)
-        return rc;
-    CliPrinterScope printing(e.ctx);
-    ReceiptCorrections c(e.ctx, &printing.printer);
+ReceiptCorrections::Resultado alterar(CliEnv& e, ReceiptCorrections& c, qint32 id) {
     ReceiptCorrections::Pedido p;
-    p.idrecebe = *id;
+    p.idrecebe = id;
     p.tipo = option(e, "tipo");
     p.autentica = option(e, "autentica");
     p.codbarra = option(e, "codbarra");
     p.valor = option(e, "valor");
     p.motivo = e.args.value(QStringLiteral("motivo"));
-    return report(e, QStringLiteral("alteracao"), c.alterar(p));
+    return c.alterar(p);
 }
 
-int estornar(CliEnv& e) {
-    const auto id = idArg(e, kEstornar);
+ReceiptCorrections::Resultado estornar(CliEnv& e, ReceiptCorrections& c, qint32 id) {
+    return c.estornar(id, e.args.value(QStringLiteral("motivo")));
+}
+
+ReceiptCorrections::Resultado reverter(CliEnv&, ReceiptCorrections& c, qint32 id) {
+    return c.reverter(id);
+}
+
+using Correction = ReceiptCorrections::Resultado (*)(CliEnv&, ReceiptCorrections&, qint32);
+
+// --id, the administrator, then the correction with the run's printer.
+int correct(CliEnv& e, const QString& usage, CorrectionLog::Kind kind, Correction op) {
+    const auto id = idArg(e, usage);
     if (!id)
         return ExitUsage;
     if (int rc = admit(e); rc >= 0)
         return rc;
     CliPrinterScope printing(e.ctx);
     ReceiptCorrections c(e.ctx, &printing.printer);
-    return report(e, QStringLiteral("estorno"),
-                  c.estornar(*id, e.args.value(QStringLiteral("motivo"))));
-}
-
-int reverter(CliEnv& e) {
-    const auto id = idArg(e, kReverter);
-    if (!id)
-        return ExitUsage;
-    if (int rc = admit(e); rc >= 0)
-        return rc;
-    CliPrinterScope printing(e.ctx);
-    ReceiptCorrections c(e.ctx, &printing.printer);
-    return report(e, QStringLiteral("reversao"), c.reverter(*id));
-}
-
-QString kindWord(CorrectionLog::Kind k) {
-    switch (k) {
-    case CorrectionLog::Kind::Estorno:
-        return QStringLiteral("estorno");
-    case CorrectionLog::Kind::Alteracao:
-        return QStringLiteral("alteracao");
-    case CorrectionLog::Kind::Reversao:
-        break;
-    }
-    return QStringLiteral("reversao");
+    return report(e, kind, op(e, c, *id));
 }
 
 QJsonObject entry(const CorrectionLog::ParsedEntry& p) {
@@ -213,27 +201,27 @@ int estornos(CliEnv& e) {
 } // namespace
 
 void registerCorrectionCommands(QList<CliCommand>& c) {
-    c.append({{QStringLiteral("recebimento"), QStringLiteral("alterar")},
-              kAlterar,
-              QStringLiteral("altera tipo, autenticação, código ou valor de um recebimento do "
-                             "dia (senha de administrador na entrada padrão)"),
-              {},
-              CliCommand::Db::Existing,
-              alterar});
-    c.append({{QStringLiteral("recebimento"), QStringLiteral("estornar")},
-              kEstornar,
-              QStringLiteral("estorna (exclui) um recebimento do dia, guardando-o na tabela de "
-                             "estornos (senha de administrador na entrada padrão)"),
-              {},
-              CliCommand::Db::Existing,
-              estornar});
-    c.append({{QStringLiteral("recebimento"), QStringLiteral("reverter")},
-              kReverter,
-              QStringLiteral("desfaz o estorno de um recebimento do dia aberto, com a mesma "
-                             "autenticação (senha de administrador na entrada padrão)"),
-              {},
-              CliCommand::Db::Existing,
-              reverter});
+    const QString adm = QStringLiteral(" (senha de administrador na entrada padrão)");
+    const auto add = [&](const char* word, const QString& usage, const QString& summary,
+                         CorrectionLog::Kind kind, Correction op) {
+        c.append({{QStringLiteral("recebimento"), QLatin1String(word)},
+                  usage,
+                  summary + adm,
+                  {},
+                  CliCommand::Db::Existing,
+                  [=](CliEnv& e) { return correct(e, usage, kind, op); }});
+    };
+    add("alterar", kAlterar,
+        QStringLiteral("altera tipo, autenticação, código ou valor de um recebimento do dia"),
+        CorrectionLog::Kind::Alteracao, alterar);
+    add("estornar", kEstornar,
+        QStringLiteral("estorna (exclui) um recebimento do dia, guardando-o na tabela de "
+                       "estornos"),
+        CorrectionLog::Kind::Estorno, estornar);
+    add("reverter", kReverter,
+        QStringLiteral("desfaz o estorno de um recebimento do dia aberto, com a mesma "
+                       "autenticação"),
+        CorrectionLog::Kind::Reversao, reverter);
     c.append({{QStringLiteral("estornos")},
               QStringLiteral("estornos [--ano AAAA] [--json]"),
               QStringLiteral("mostra o registro de estornos e alterações, do ano mais novo ao "

@@ -25,14 +25,15 @@ int movement(CliEnv& e, CashDay& day) {
     return day.consultar() ? -1 : int(ExitRefused);
 }
 
-std::optional<int> tipo(CliEnv& e) {
+// --tipo IDCOD, then the operator and the movement.
+int kindAndMovement(CliEnv& e, CashDay& day, int& idcod) {
     bool ok = false;
-    const int idcod = e.args.value(QStringLiteral("tipo")).toInt(&ok);
+    idcod = e.args.value(QStringLiteral("tipo")).toInt(&ok);
     if (!ok) {
         e.err << "Informe o tipo: --tipo IDCOD\n";
-        return std::nullopt;
+        return ExitUsage;
     }
-    return idcod;
+    return movement(e, day);
 }
 
 // --id N (repeatable) and any further numbers after it.
@@ -55,14 +56,12 @@ std::optional<QList<qint32>> ids(CliEnv& e) {
 }
 
 int listar(CliEnv& e) {
-    const auto idcod = tipo(e);
-    if (!idcod)
-        return ExitUsage;
+    int idcod = 0;
     CashDay day(e.ctx, nullptr);
-    if (int rc = movement(e, day); rc >= 0)
+    if (int rc = kindAndMovement(e, day, idcod); rc >= 0)
         return rc;
     const int flag = e.args.has(QStringLiteral("rejeitados")) ? 1 : 0;
-    const auto rows = clsRecebimentos::listarExportacao(e.ctx.db, day.movimento().ID, *idcod, flag);
+    const auto rows = clsRecebimentos::listarExportacao(e.ctx.db, day.movimento().ID, idcod, flag);
     if (!rows)
         return ExitRefused;
     QJsonArray list;
@@ -105,21 +104,19 @@ int marcar(CliEnv& e, int flag) {
 }
 
 int gerar(CliEnv& e, BankExport::Arquivo arquivo) {
-    const auto idcod = tipo(e);
-    if (!idcod)
-        return ExitUsage;
+    int idcod = 0;
     CashDay day(e.ctx, nullptr);
-    if (int rc = movement(e, day); rc >= 0)
+    if (int rc = kindAndMovement(e, day, idcod); rc >= 0)
         return rc;
     BankExport::Request rq;
     rq.idMovimento = day.movimento().ID;
     rq.movimento = day.movimento().MDATA;
-    rq.idcod = *idcod;
+    rq.idcod = idcod;
     if (arquivo == BankExport::Arquivo::Febraban) {
         clsCodBarra kind(e.ctx.db);
         rq.codBanco = e.args.has(QStringLiteral("banco"))
                           ? e.args.value(QStringLiteral("banco"))
-                          : (kind.SQLSelect(*idcod) ? kind.CODBANCO : QString());
+                          : (kind.SQLSelect(idcod) ? kind.CODBANCO : QString());
     }
     const BankExport::Result r = arquivo == BankExport::Arquivo::Cnab
                                      ? CnabExport::gerar(e.ctx, rq)

@@ -1,5 +1,5 @@
 // The administration commands as an installer uses them: settings shown and saved with the
-// screen's checks, the published version, operators refused and deleted.
+// screen's checks, operators refused and deleted, the published version.
 #include "CliFolder.h"
 
 #include <QDir>
@@ -20,64 +20,64 @@ public:
 class tst_admin_cli : public QObject {
     Q_OBJECT
 private slots:
-    void settingsShownAndSaved() {
+    void settingsAndOperators() {
         Folder f;
         QVERIFY(QDir(f.path(QStringLiteral("Integracao"))).exists()); // the template's folders
-        CliRun r = f.run({QStringLiteral("opcoes"), QStringLiteral("--json")});
+        CliRun r = f.run(words("opcoes --json"));
         QCOMPARE(r.code, 0);
-        QCOMPARE(
-            r.json().value(QStringLiteral("Export")).toObject().value(QStringLiteral("guiche")),
-            QJsonValue(QStringLiteral("1")));
+        QCOMPARE(r.json().value(u"Export").toObject().value(u"guiche"),
+                 QJsonValue(QStringLiteral("1")));
         QVERIFY(r.json().contains(QStringLiteral("Skin")));
-        r = f.run({QStringLiteral("opcoes")});
+        r = f.run(words("opcoes"));
         QVERIFY(r.out.contains(QStringLiteral("Mensagem/cabecalho=PMX\n")));
 
         const QByteArray before = f.config();
         struct Refusal {
-            QString assignment;
+            const char* assignment;
             int code;
-            QString message;
+            const char* message;
         };
         const Refusal refusals[] = {
-            {QStringLiteral("Export/guiche=AB"), 1,
-             QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo).")},
-            {QStringLiteral("Mensagem/cabecalho=PMXY"), 1,
-             QStringLiteral("O cabeçalho da autenticação deve ter 3 posições.")},
-            {QStringLiteral("Export/Path1=/nao/existe"), 1,
-             QStringLiteral("A pasta /nao/existe não existe.")},
-            {QStringLiteral("Opcoes/juros=3"), 1,
-             QStringLiteral("A opção de juros deve ser 1 ou 2.")},
-            {QStringLiteral("Reserva/cofre=0,00"), 2,
-             QStringLiteral("Reserva/cofre não é alterada pelas opções.")},
-            {QStringLiteral("Export/inventada=1"), 2,
-             QStringLiteral("Configuração desconhecida: Export/inventada.")},
-            {QStringLiteral("guiche=B"), 2, QStringLiteral("Use SECAO/CHAVE=VALOR: guiche=B")}};
+            {"Export/guiche=AB", 1, "O guichê de trabalho deve ter uma letra (ou um algarismo)."},
+            {"Mensagem/cabecalho=PMXY", 1, "O cabeçalho da autenticação deve ter 3 posições."},
+            {"Export/Path1=/nao/existe", 1, "A pasta /nao/existe não existe."},
+            {"Opcoes/juros=3", 1, "A opção de juros deve ser 1 ou 2."},
+            {"Reserva/cofre=0,00", 2, "Reserva/cofre não é alterada pelas opções."},
+            {"Export/inventada=1", 2, "Configuração desconhecida: Export/inventada."},
+            {"guiche=B", 2, "Use SECAO/CHAVE=VALOR: guiche=B"}};
         for (const Refusal& x : refusals) {
-            r = f.options({QStringLiteral("Export/guiche=B"), x.assignment});
-            QVERIFY2(r.code == x.code, qPrintable(x.assignment));
-            QCOMPARE(r.err.trimmed(), x.message);
+            r = f.options(words("Export/guiche=B") + words(x.assignment));
+            QVERIFY2(r.code == x.code, x.assignment);
+            QCOMPARE(r.err.trimmed(), QString::fromUtf8(x.message));
         }
-        r = f.run(
-            {QStringLiteral("opcoes"), QStringLiteral("gravar"), QStringLiteral("Export/guiche=B")},
-            "senhaerrada\n");
+        r = f.run(words("opcoes gravar Export/guiche=B"), "senhaerrada\n");
         QCOMPARE(r.code, 1);
         QCOMPARE(r.err.trimmed(), QStringLiteral("Senha de administrador não aceita."));
         QCOMPARE(f.config(), before);
 
-        r = f.options({QStringLiteral("export/GUICHE=b"), QStringLiteral("Export/Path3=Export"),
-                       QStringLiteral("Skin/nome=:/skins/alto-contraste.qss"),
-                       QStringLiteral("--json")});
+        r = f.options(words("export/GUICHE=b Export/Path3=Export "
+                            "Skin/nome=:/skins/alto-contraste.qss --json"));
         QCOMPARE(r.code, 0);
-        const QJsonObject saved = r.json().value(QStringLiteral("gravadas")).toObject();
-        QCOMPARE(saved.value(QStringLiteral("Export")).toObject().value(QStringLiteral("guiche")),
+        const QJsonObject saved = r.json().value(u"gravadas").toObject();
+        QCOMPARE(saved.value(u"Export").toObject().value(u"guiche"),
                  QJsonValue(QStringLiteral("B")));
-        QCOMPARE(saved.value(QStringLiteral("Export")).toObject().value(QStringLiteral("Path3")),
+        QCOMPARE(saved.value(u"Export").toObject().value(u"Path3"),
                  QJsonValue(QStringLiteral("Export/")));
         const QByteArray after = f.config();
         QVERIFY(after.contains("guiche=B\r\n"));
         QVERIFY(after.contains("itens=Export/\r\n"));
         QVERIFY(after.contains("; Modelo da autenticadora: bematech, quattro ou txt.\r\n"));
         QVERIFY(after.contains("[Banco]\r\n"));
+
+        // The demo's administrator is the only one: deleted only on purpose.
+        QCOMPARE(f.run(words("usuario gravar --tipo USER --nome CAIXA"), "caixa1\n").code, 0);
+        r = f.run(words("usuario excluir --id 1"));
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("--ultimo-adm")));
+        QCOMPARE(f.asAdmin(words("entrar --adm")).code, 0);
+        QCOMPARE(f.run(words("usuario excluir --id 1 --ultimo-adm")).code, 0);
+        QCOMPARE(f.asAdmin(words("entrar --adm")).code, 1);
+        QCOMPARE(f.run(words("usuario excluir --id 1")).code, 1);
     }
 
     void publishedVersion_data() {
@@ -99,55 +99,25 @@ private slots:
         QFETCH(QByteArray, file);
         QFETCH(int, code);
         QFETCH(QString, situacao);
-        Folder f;
-        QCOMPARE(f.run({QStringLiteral("atualizacao"), QStringLiteral("--json")})
-                     .json()
-                     .value(QStringLiteral("situacao")),
-                 QJsonValue(QStringLiteral("sem_pasta")));
-        QDir().mkpath(f.path(QStringLiteral("versoes")));
+        static Folder f;
+        static const bool ready = [] {
+            const QJsonValue before = f.run(words("atualizacao --json")).json().value(u"situacao");
+            QDir().mkpath(f.path(QStringLiteral("versoes")));
+            return before == QJsonValue(QStringLiteral("sem_pasta")) &&
+                   f.options({QStringLiteral("Opcoes/Atualiza=versoes")}).code == 0;
+        }();
+        QVERIFY(ready);
+        QFile v(f.path(QStringLiteral("versoes/VersaoAtual.txt")));
+        v.remove();
         if (file != "-") {
-            QFile v(f.path(QStringLiteral("versoes/VersaoAtual.txt")));
             QVERIFY(v.open(QIODevice::WriteOnly));
             v.write(file);
+            v.close();
         }
-        QCOMPARE(f.options({QStringLiteral("Opcoes/Atualiza=versoes")}).code, 0);
-        const CliRun r = f.run({QStringLiteral("atualizacao"), QStringLiteral("--json")});
+        const CliRun r = f.run(words("atualizacao --json"));
         QCOMPARE(r.code, code);
-        QCOMPARE(r.json().value(QStringLiteral("situacao")), QJsonValue(situacao));
-        QCOMPARE(r.json().value(QStringLiteral("nova")).toBool(),
-                 situacao == QLatin1String("nova"));
-    }
-
-    void operators() {
-        Folder f;
-        auto gravar = [&](const QString& nome, const QByteArray& senha) {
-            return f.run({QStringLiteral("usuario"), QStringLiteral("gravar"),
-                          QStringLiteral("--nome"), nome, QStringLiteral("--tipo"),
-                          QStringLiteral("USER")},
-                         senha + "\n");
-        };
-        CliRun r = gravar(QStringLiteral("CURTA"), "abc");
-        QCOMPARE(r.code, 1);
-        QCOMPARE(r.err.trimmed(), QStringLiteral("A senha deve ter pelo menos 6 caracteres."));
-        r = gravar(QStringLiteral("COPIA"), f.password().toUpper());
-        QCOMPARE(r.code, 1);
-        QCOMPARE(r.err.trimmed(), QStringLiteral("Senha já usada por outro operador"));
-        QCOMPARE(gravar(QStringLiteral("CAIXA"), "caixa1").code, 0);
-
-        // The demo's administrator is the only one.
-        r = f.run({QStringLiteral("usuario"), QStringLiteral("excluir"), QStringLiteral("--id"),
-                   QStringLiteral("1")});
-        QCOMPARE(r.code, 1);
-        QVERIFY(r.err.contains(QStringLiteral("--ultimo-adm")));
-        QCOMPARE(f.asAdmin({QStringLiteral("entrar"), QStringLiteral("--adm")}).code, 0);
-        r = f.run({QStringLiteral("usuario"), QStringLiteral("excluir"), QStringLiteral("--id"),
-                   QStringLiteral("1"), QStringLiteral("--ultimo-adm")});
-        QCOMPARE(r.code, 0);
-        QCOMPARE(f.asAdmin({QStringLiteral("entrar"), QStringLiteral("--adm")}).code, 1);
-        QCOMPARE(f.run({QStringLiteral("usuario"), QStringLiteral("excluir"),
-                        QStringLiteral("--id"), QStringLiteral("1")})
-                     .code,
-                 1);
+        QCOMPARE(r.json().value(u"situacao"), QJsonValue(situacao));
+        QCOMPARE(r.json().value(u"nova").toBool(), situacao == QLatin1String("nova"));
     }
 };
 

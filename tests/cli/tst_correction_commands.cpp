@@ -23,17 +23,17 @@ public:
     // autentica -> idrecebe of the day's receipts.
     QMap<int, int> receipts() const {
         QMap<int, int> out;
-        const CliRun r = admin(
-            {QStringLiteral("caixa"), QStringLiteral("recebimentos"), QStringLiteral("--json")});
+        const CliRun r = admin(words("caixa recebimentos --json"));
         for (const auto& v : r.array())
-            out.insert(v.toObject().value(QStringLiteral("autentica")).toInt(),
-                       v.toObject().value(QStringLiteral("idrecebe")).toInt());
+            out.insert(v.toObject().value(u"autentica").toInt(),
+                       v.toObject().value(u"idrecebe").toInt());
         return out;
     }
 };
 
-QStringList words(const char* a, const char* b, int id) {
-    return {QLatin1String(a), QLatin1String(b), QStringLiteral("--id"), QString::number(id)};
+// `recebimento WHAT --id ID`.
+QStringList cmd(const char* what, int id) {
+    return words("recebimento") + words(what) << QStringLiteral("--id") << QString::number(id);
 }
 } // namespace
 
@@ -48,34 +48,30 @@ private slots:
         f.set("Print", "modo", QStringLiteral("1"));
         f.set("Print", "porta", link->porta());
         f.set("Export", "guiche", QStringLiteral("2"));
-        QCOMPARE(f.admin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        QCOMPARE(f.admin({QStringLiteral("caixa"), QStringLiteral("receber"), kTaxas, kAgua,
-                          QStringLiteral("--avulso"), QStringLiteral("8:5,00")})
-                     .code,
-                 0);
+        QCOMPARE(f.admin(words("caixa abrir")).code, 0);
+        QCOMPARE(
+            f.admin(words("caixa receber") << kTaxas << kAgua << words("--avulso 8:5,00")).code, 0);
         QMap<int, int> ids = f.receipts();
         QCOMPARE(ids.size(), 3);
 
-        CliRun r = f.admin(words("recebimento", "estornar", ids[3])
-                           << QStringLiteral("--motivo") << QStringLiteral("Cobrado a mais")
-                           << QStringLiteral("--json"));
+        CliRun r =
+            f.admin(cmd("estornar", ids[3]) << QStringLiteral("--motivo")
+                                            << QStringLiteral("Cobrado a mais") << words("--json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Exclusão efetuada com sucesso!!")));
-        QCOMPARE(r.json().value(QStringLiteral("fita")).toString(), QStringLiteral("impressa"));
-        QCOMPARE(r.json().value(QStringLiteral("antes")).toObject().value("valor").toString(),
+        QCOMPARE(r.json().value(u"fita").toString(), QStringLiteral("impressa"));
+        QCOMPARE(r.json().value(u"antes").toObject().value("valor").toString(),
                  QStringLiteral("5,00"));
         QVERIFY(
             emulator.tape().contains(QStringLiteral("(-)  ESTORNO ITEM: 003 --->         5,00")));
 
-        r = f.admin(words("recebimento", "alterar", ids[2])
-                    << QStringLiteral("--valor") << QStringLiteral("99,15")
-                    << QStringLiteral("--tipo") << QStringLiteral("2") << QStringLiteral("--motivo")
-                    << QStringLiteral("conferido") << QStringLiteral("--json"));
+        r = f.admin(cmd("alterar", ids[2])
+                    << words("--valor 99,15 --tipo 2 --motivo conferido --json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Operação efetuada com sucesso!!")));
-        const QJsonObject depois = r.json().value(QStringLiteral("depois")).toObject();
-        QCOMPARE(depois.value(QStringLiteral("valor")).toString(), QStringLiteral("99,15"));
-        QCOMPARE(depois.value(QStringLiteral("idcod")).toInt(), 2);
+        const QJsonObject depois = r.json().value(u"depois").toObject();
+        QCOMPARE(depois.value(u"valor").toString(), QStringLiteral("99,15"));
+        QCOMPARE(depois.value(u"idcod").toInt(), 2);
         QVERIFY(emulator.tape().contains(QStringLiteral("(*) ALT. ITEM: 002 NOVO VALOR: 99,15")));
         QVERIFY(
             emulator.tape().contains(QStringLiteral("(*) ALT. ITEM: 002 NOVO TIPO: TAXAS DIVE")));
@@ -90,114 +86,77 @@ private slots:
         QVERIFY(logBefore.contains("Motivo da Altera\xE7\xE3o: conferido\r\n"));
         const auto before = f.receipts();
         const QList<std::pair<QStringList, QString>> refusals = {
-            {words("recebimento", "estornar", ids[1]),
-             QStringLiteral("Um motivo deve ser especificado!!")},
-            {words("recebimento", "alterar", ids[1])
-                 << QStringLiteral("--valor") << QStringLiteral("12,ab")
-                 << QStringLiteral("--motivo") << QStringLiteral("x"),
+            {cmd("estornar", ids[1]), QStringLiteral("Um motivo deve ser especificado!!")},
+            {cmd("alterar", ids[1]) << words("--valor 12,ab --motivo x"),
              QStringLiteral("O valor informado não é um número!!")},
-            {words("recebimento", "alterar", ids[1])
-                 << QStringLiteral("--autentica") << QStringLiteral("2")
-                 << QStringLiteral("--motivo") << QStringLiteral("x"),
+            {cmd("alterar", ids[1]) << words("--autentica 2 --motivo x"),
              QStringLiteral(
                  "A autenticação 002 já pertence a outro recebimento deste movimento!!")},
-            {words("recebimento", "alterar", ids[2])
-                 << QStringLiteral("--codbarra") << kTaxas << QStringLiteral("--motivo")
-                 << QStringLiteral("x"),
+            {cmd("alterar", ids[2]) << words("--motivo x --codbarra") << kTaxas,
              QStringLiteral("Conta já Recebida!!!")},
-            {words("recebimento", "estornar", ids[1])
-                 << QStringLiteral("--motivo") << QStringLiteral("d'agua"),
+            {cmd("estornar", ids[1]) << words("--motivo d'agua"),
              QStringLiteral("Erro ao excluir")},
-            {words("recebimento", "reverter", ids[1]),
+            {cmd("reverter", ids[1]),
              QStringLiteral("Não há estorno deste recebimento para reverter!!")}};
         for (const auto& [args, message] : refusals) {
             r = f.admin(args);
             QCOMPARE(r.code, 1);
             QVERIFY2(r.err.contains(message), qPrintable(r.err));
         }
-        r = f.run(words("recebimento", "estornar", ids[1])
-                      << QStringLiteral("--motivo") << QStringLiteral("x"),
-                  "errada\n");
+        r = f.run(cmd("estornar", ids[1]) << words("--motivo x"), "errada\n");
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Senha de administrador não aceita.")));
-        QCOMPARE(f.admin({QStringLiteral("recebimento"), QStringLiteral("estornar"),
-                          QStringLiteral("--motivo"), QStringLiteral("x")})
-                     .code,
-                 2);
+        QCOMPARE(f.admin(words("recebimento estornar --motivo x")).code, 2);
         QCOMPARE(f.receipts(), before);
         QVERIFY(log.open(QIODevice::ReadOnly));
         QCOMPARE(log.readAll(), logBefore);
         log.close();
 
-        r = f.admin(words("recebimento", "reverter", ids[3]) << QStringLiteral("--json"));
+        r = f.admin(cmd("reverter", ids[3]) << words("--json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Revertido com sucesso!!")));
-        QCOMPARE(r.json().value(QStringLiteral("depois")).toObject().value("idrecebe").toInt(),
-                 ids[3]);
+        QCOMPARE(r.json().value(u"depois").toObject().value("idrecebe").toInt(), ids[3]);
         QCOMPARE(f.receipts(), ids); // the same key under the same number
         QVERIFY(
             emulator.tape().contains(QStringLiteral("(+)  REVERTE ITEM: 003 --->         5,00")));
 
         // Reading the log needs no password.
-        r = f.run({QStringLiteral("estornos"), QStringLiteral("--json")});
+        r = f.run(words("estornos --json"));
         QCOMPARE(r.code, 0);
-        const QJsonArray anos = r.json().value(QStringLiteral("anos")).toArray();
+        const QJsonArray anos = r.json().value(u"anos").toArray();
         QCOMPARE(anos.size(), 1);
-        const QJsonArray entradas =
-            anos.at(0).toObject().value(QStringLiteral("entradas")).toArray();
+        const QJsonArray entradas = anos.at(0).toObject().value(u"entradas").toArray();
         QCOMPARE(entradas.size(), 3);
-        QCOMPARE(entradas.at(0).toObject().value(QStringLiteral("operacao")).toString(),
+        QCOMPARE(entradas.at(0).toObject().value(u"operacao").toString(),
                  QStringLiteral("estorno"));
-        QCOMPARE(entradas.at(1).toObject().value(QStringLiteral("valor_anterior")).toString(),
+        QCOMPARE(entradas.at(1).toObject().value(u"valor_anterior").toString(),
                  QStringLiteral("89,15"));
-        QCOMPARE(entradas.at(1).toObject().value(QStringLiteral("tipo_anterior")).toString(),
+        QCOMPARE(entradas.at(1).toObject().value(u"tipo_anterior").toString(),
                  QStringLiteral("AGUA E ESGOTO"));
-        QCOMPARE(entradas.at(2).toObject().value(QStringLiteral("operacao")).toString(),
+        QCOMPARE(entradas.at(2).toObject().value(u"operacao").toString(),
                  QStringLiteral("reversao"));
-        r = f.run({QStringLiteral("estornos")});
+        r = f.run(words("estornos"));
         QVERIFY(r.out.startsWith(QString(100, QLatin1Char('=')) + QLatin1Char('\n')));
         QVERIFY(r.out.contains(QStringLiteral("Motivo do estorno: Cobrado a mais\n")));
-        QCOMPARE(f.run({QStringLiteral("estornos"), QStringLiteral("--ano"), QStringLiteral("1999"),
-                        QStringLiteral("--json")})
-                     .json()
-                     .value(QStringLiteral("anos"))
-                     .toArray()
-                     .size(),
-                 0);
-        QCOMPARE(
-            f.run({QStringLiteral("estornos"), QStringLiteral("--ano"), QStringLiteral("x")}).code,
-            2);
+        QCOMPARE(f.run(words("estornos --ano 1999 --json")).json().value(u"anos"),
+                 QJsonValue(QJsonArray()));
+        QCOMPARE(f.run(words("estornos --ano x")).code, 2);
+
+        // A printer that is off-line does not undo the correction: the tape is reported missing.
+        emulator.setOffline(true);
+        r = f.admin(cmd("estornar", ids[2]) << words("--motivo x --json"));
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.json().value(u"fita").toString(), QStringLiteral("nao_impressa"));
+        QVERIFY(r.json().value(u"registrado").toBool());
+        QVERIFY(r.err.contains(QStringLiteral("a linha da fita não foi impressa")));
+        QVERIFY(!f.receipts().values().contains(ids[2]));
+        emulator.setOffline(false);
 
         // A closed day is refused.
-        QCOMPARE(f.admin({QStringLiteral("caixa"), QStringLiteral("encerrar"),
-                          QStringLiteral("--sem-cupom")})
-                     .code,
-                 0);
-        r = f.admin(words("recebimento", "estornar", ids[1])
-                    << QStringLiteral("--motivo") << QStringLiteral("x"));
+        QCOMPARE(f.admin(words("caixa encerrar --sem-cupom")).code, 0);
+        r = f.admin(cmd("estornar", ids[1]) << words("--motivo x"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("O movimento deste dia está encerrado!!")));
-    }
-
-    // A printer that is off-line does not undo the correction: the tape is reported missing.
-    void printerOffline() {
-        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
-        const auto link = EmulatorLink::tcp(emulator);
-        Folder f;
-        QCOMPARE(f.admin({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        QCOMPARE(f.admin({QStringLiteral("caixa"), QStringLiteral("receber"), kTaxas}).code, 0);
-        f.set("Print", "impressora", QStringLiteral("bematech"));
-        f.set("Print", "modo", QStringLiteral("1"));
-        f.set("Print", "porta", link->porta());
-        emulator.setOffline(true);
-        const CliRun r = f.admin(words("recebimento", "estornar", f.receipts().value(1))
-                                 << QStringLiteral("--motivo") << QStringLiteral("x")
-                                 << QStringLiteral("--json"));
-        QCOMPARE(r.code, 0);
-        QCOMPARE(r.json().value(QStringLiteral("fita")).toString(), QStringLiteral("nao_impressa"));
-        QVERIFY(r.json().value(QStringLiteral("registrado")).toBool());
-        QVERIFY(r.err.contains(QStringLiteral("a linha da fita não foi impressa")));
-        QVERIFY(f.receipts().isEmpty());
     }
 };
 

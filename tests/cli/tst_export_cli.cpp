@@ -39,10 +39,17 @@ public:
     }
 };
 
+// Each record of a file against the one expected, field by field.
+void sameRecords(const QStringList& lines, const QList<QList<BR::Field>>& expected, int width) {
+    QCOMPARE(lines.size(), expected.size());
+    for (int i = 0; i < lines.size(); ++i)
+        QCOMPARE(BR::differences(lines[i], expected[i], width), QString());
+}
+
 QStringList ids(const QJsonArray& a) {
     QStringList out;
     for (const auto& v : a)
-        out << QString::number(v.toObject().value(QStringLiteral("idrecebe")).toInt());
+        out << QString::number(v.toObject().value(u"idrecebe").toInt());
     return out;
 }
 } // namespace
@@ -58,92 +65,66 @@ private slots:
         const QString slipB =
             TestCodes::slip(1660, 2000, QStringLiteral("12345"), QStringLiteral("222444666666666"),
                             QStringLiteral("57"));
-        const QString guideA =
-            TestCodes::guide(QStringLiteral("0425"), 45678, QStringLiteral("20261201"),
-                             QString(17, QLatin1Char('3')));
-        const QString guideB = TestCodes::guide(
-            QStringLiteral("0425"), 100, QStringLiteral("20261202"), QString(17, QLatin1Char('4')));
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        const CliRun rec = f.cashier({QStringLiteral("caixa"), QStringLiteral("receber"), slipA,
-                                      guideA, slipB, guideB, QStringLiteral("--json")});
+        const auto guide = [](int cents, const char* due, char fill) {
+            return TestCodes::guide(QStringLiteral("0425"), cents, QLatin1String(due),
+                                    QString(17, QLatin1Char(fill)));
+        };
+        const QString guideA = guide(45678, "20261201", '3');
+        const QString guideB = guide(100, "20261202", '4');
+        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        const CliRun rec = f.cashier(words("caixa receber")
+                                     << slipA << guideA << slipB << guideB << words("--json"));
         QCOMPARE(rec.code, 0);
-        QCOMPARE(rec.json().value(QStringLiteral("gravados")).toArray().size(), 4);
+        QCOMPARE(rec.json().value(u"gravados").toArray().size(), 4);
 
-        CliRun r =
-            f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--json")});
+        CliRun r = f.cashier(words("exportar listar --tipo 1 --json"));
         QCOMPARE(r.code, 0);
         const QJsonArray guides = r.array();
         QCOMPARE(guides.size(), 2);
         const QJsonObject first = guides.at(0).toObject();
-        QCOMPARE(first.value(QStringLiteral("autentica")).toInt(), 2);
-        QCOMPARE(first.value(QStringLiteral("valor")).toString(), QStringLiteral("456,78"));
-        QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), guideA);
-        QCOMPARE(first.value(QStringLiteral("export")).toInt(), 0);
+        QCOMPARE(first.value(u"autentica").toInt(), 2);
+        QCOMPARE(first.value(u"valor").toString(), QStringLiteral("456,78"));
+        QCOMPARE(first.value(u"codbarra").toString(), guideA);
+        QCOMPARE(first.value(u"export").toInt(), 0);
 
         // The second guide leaves the file, comes back, and leaves again.
         const QString second = ids(guides).at(1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("listar"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"),
-                       QStringLiteral("--rejeitados"), QStringLiteral("--json")});
+        const QStringList rejeitar = words("exportar rejeitar --id") << second;
+        QCOMPARE(f.cashier(rejeitar).code, 0);
+        r = f.cashier(words("exportar listar --tipo 1 --rejeitados --json"));
         QCOMPARE(ids(r.array()), QStringList{second});
-        QCOMPARE(r.array().at(0).toObject().value(QStringLiteral("export")).toInt(), 1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("confirmar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second, QStringLiteral("999")})
-                     .code,
-                 1);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar"),
-                            QStringLiteral("--id"), second})
-                     .code,
-                 0);
+        QCOMPARE(r.array().at(0).toObject().value(u"export").toInt(), 1);
+        QCOMPARE(f.cashier(words("exportar confirmar --id") << second).code, 0);
+        QCOMPARE(f.cashier(rejeitar + words("999")).code, 1);
+        QCOMPARE(f.cashier(rejeitar).code, 0);
 
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                       QStringLiteral("--tipo"), QStringLiteral("1"), QStringLiteral("--banco"),
-                       QStringLiteral("033"), QStringLiteral("--json")});
+        r = f.cashier(words("exportar febraban --tipo 1 --banco 033 --json"));
         QCOMPARE(r.code, 0);
         QJsonObject o = r.json();
-        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 3);
-        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("456,78"));
-        QCOMPARE(o.value(QStringLiteral("erros")).toArray().size(), 0);
-        QString file = o.value(QStringLiteral("arquivo")).toString();
+        QCOMPARE(o.value(u"registros").toInt(), 3);
+        QCOMPARE(o.value(u"total").toString(), QStringLiteral("456,78"));
+        QCOMPARE(o.value(u"erros").toArray().size(), 0);
+        QString file = o.value(u"arquivo").toString();
         QVERIFY2(QFileInfo(file).fileName().startsWith(QStringLiteral("FebCXCIPTU_033_")),
                  qPrintable(file));
-        QStringList lines = BR::records(file);
-        QCOMPARE(lines.size(), 3);
-        QCOMPARE(BR::differences(
-                     lines[0],
-                     BR::febHeader({QStringLiteral("033"), QStringLiteral("BANCO DA PRACA      "),
-                                    QStringLiteral("20261123"), QStringLiteral("261123")}),
-                     150),
-                 QString());
-        QCOMPARE(BR::differences(lines[1],
-                                 BR::febDetalhe(QStringLiteral("20261123"), guideA,
-                                                QStringLiteral("000000045678"), 1),
-                                 150),
-                 QString());
-        QCOMPARE(
-            BR::differences(lines[2], BR::febTrailer(3, QStringLiteral("00000000000045678")), 150),
-            QString());
+        sameRecords(
+            BR::records(file),
+            {BR::febHeader({QStringLiteral("033"), QStringLiteral("BANCO DA PRACA      "),
+                            QStringLiteral("20261123"), QStringLiteral("261123")}),
+             BR::febDetalhe(QStringLiteral("20261123"), guideA, QStringLiteral("000000045678"), 1),
+             BR::febTrailer(3, QStringLiteral("00000000000045678"))},
+            150);
 
-        r = f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
-                       QStringLiteral("4"), QStringLiteral("--json")});
+        r = f.cashier(words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 0);
         o = r.json();
-        QCOMPARE(o.value(QStringLiteral("registros")).toInt(), 8);
-        QCOMPARE(o.value(QStringLiteral("total")).toString(), QStringLiteral("109,15"));
-        file = o.value(QStringLiteral("arquivo")).toString();
+        QCOMPARE(o.value(u"registros").toInt(), 8);
+        QCOMPARE(o.value(u"total").toString(), QStringLiteral("109,15"));
+        file = o.value(u"arquivo").toString();
         QVERIFY(QFileInfo(file).fileName().startsWith(QStringLiteral("CnabAGUA")));
         QCOMPARE(QFileInfo(file).absolutePath(), f.path(QStringLiteral("Export")));
-        lines = BR::records(file);
-        QCOMPARE(lines.size(), 8);
+        const QStringList lines = BR::records(file);
+        QVERIFY(!lines.isEmpty());
         const BR::Cnab e{QStringLiteral("104"),
                          QStringLiteral("98765432000110"),
                          QStringLiteral("00321"),
@@ -154,54 +135,40 @@ private slots:
                          QStringLiteral("23112026"),
                          lines[0].mid(151, 6), // the time of the run
                          QStringLiteral("000001")};
-        QCOMPARE(BR::differences(lines[0], BR::cnabHeaderArquivo(e), 240), QString());
-        QCOMPARE(BR::differences(lines[1], BR::cnabHeaderLote(e), 240), QString());
         const BR::Boleto a{QStringLiteral("24"),          QStringLiteral("111333555555555"),
                            QStringLiteral("05122026"),    QStringLiteral("000000000008915"),
                            QString(15, QLatin1Char('0')), QStringLiteral("000000000008915")};
         const BR::Boleto b{QStringLiteral("57"),          QStringLiteral("222444666666666"),
                            QStringLiteral("14122026"),    QStringLiteral("000000000002000"),
                            QString(15, QLatin1Char('0')), QStringLiteral("000000000002000")};
-        QCOMPARE(BR::differences(lines[2], BR::cnabSegmentoT(e, 1, a), 240), QString());
-        QCOMPARE(BR::differences(lines[3], BR::cnabSegmentoU(e, 2, a), 240), QString());
-        QCOMPARE(BR::differences(lines[4], BR::cnabSegmentoT(e, 3, b), 240), QString());
-        QCOMPARE(BR::differences(lines[5], BR::cnabSegmentoU(e, 4, b), 240), QString());
-        QCOMPARE(BR::differences(lines[6], BR::cnabTrailerLote(e, 6), 240), QString());
-        QCOMPARE(BR::differences(lines[7], BR::cnabTrailerArquivo(e, 8), 240), QString());
+        sameRecords(lines,
+                    {BR::cnabHeaderArquivo(e), BR::cnabHeaderLote(e), BR::cnabSegmentoT(e, 1, a),
+                     BR::cnabSegmentoU(e, 2, a), BR::cnabSegmentoT(e, 3, b),
+                     BR::cnabSegmentoU(e, 4, b), BR::cnabTrailerLote(e, 6),
+                     BR::cnabTrailerArquivo(e, 8)},
+                    240);
     }
 
     void refusals() {
         Folder f;
-        QCOMPARE(f.cashier({QStringLiteral("caixa"), QStringLiteral("abrir")}).code, 0);
-        for (const QString& bad :
-             {QStringLiteral("12"), QStringLiteral("1234"), QStringLiteral("1a2")}) {
-            const CliRun r = f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                                        QStringLiteral("--tipo"), QStringLiteral("1"),
-                                        QStringLiteral("--banco"), bad});
+        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        for (const char* bad : {"12", "1234", "1a2"}) {
+            const CliRun r = f.cashier(words("exportar febraban --tipo 1 --banco") + words(bad));
             QCOMPARE(r.code, 1);
             QVERIFY(r.err.contains(QStringLiteral("Código do banco não informado!!")));
         }
         // Without --banco the kind's own code is used: the demo's IPTU has four digits.
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("febraban"),
-                            QStringLiteral("--tipo"), QStringLiteral("1")})
-                     .code,
-                 1);
+        QCOMPARE(f.cashier(words("exportar febraban --tipo 1")).code, 1);
         f.set(QStringLiteral("Export"), QStringLiteral("cnpj"), QStringLiteral("1234567800011"));
-        CliRun r =
-            f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab"), QStringLiteral("--tipo"),
-                       QStringLiteral("4"), QStringLiteral("--json")});
+        CliRun r = f.cashier(words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.json().value(QStringLiteral("erros")).toArray().size(), 2);
+        QCOMPARE(r.json().value(u"erros").toArray().size(), 2);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar header do CNAB -> 0")));
         QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}),
                  QStringList());
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("cnab")}).code, 2);
-        QCOMPARE(f.cashier({QStringLiteral("exportar"), QStringLiteral("rejeitar")}).code, 2);
-        QCOMPARE(f.run({QStringLiteral("exportar"), QStringLiteral("listar"),
-                        QStringLiteral("--tipo"), QStringLiteral("1")},
-                       "errada\n")
-                     .code,
-                 1);
+        QCOMPARE(f.cashier(words("exportar cnab")).code, 2);
+        QCOMPARE(f.cashier(words("exportar rejeitar")).code, 2);
+        QCOMPARE(f.run(words("exportar listar --tipo 1"), "errada\n").code, 1);
     }
 };
 

@@ -37,22 +37,17 @@ public:
                  QStringLiteral("Rede/porta=%1").arg(central.port),
                  QStringLiteral("Rede/nome=") + central.name,
                  QStringLiteral("Rede/usuario=") + central.user});
-        asAdmin({QStringLiteral("caixa"), QStringLiteral("abrir"), QStringLiteral("--data"),
-                 QStringLiteral("23/11/2026")});
+        asAdmin(words("caixa abrir --data 23/11/2026"));
     }
     CliRun receive(const QStringList& codes) const {
-        return asAdmin(QStringList{QStringLiteral("caixa"), QStringLiteral("receber"),
-                                   QStringLiteral("--data"), QStringLiteral("23/11/2026"),
-                                   QStringLiteral("--json")} +
-                       codes);
+        return asAdmin(words("caixa receber --data 23/11/2026 --json") + codes);
     }
     CliRun read(const QString& c) const {
-        return run({QStringLiteral("ler"), c, QStringLiteral("--data"),
-                    QStringLiteral("23/11/2026"), QStringLiteral("--json")});
+        return run(words("ler") << c << words("--data 23/11/2026 --json"));
     }
-    CliRun rede(const QString& what, const QStringList& more = {}) const {
-        return run(QStringList{QStringLiteral("rede"), what} + more +
-                   QStringList{QStringLiteral("--json")});
+    // `rede WHAT --json`.
+    CliRun rede(const char* what, const QStringList& more = {}) const {
+        return run(words("rede") + words(what) + more << QStringLiteral("--json"));
     }
 };
 
@@ -97,9 +92,8 @@ private slots:
         QCOMPARE(centralCount(central), 1);
         CliRun r = b.read(code(1));
         QCOMPARE(r.code, 1);
-        QCOMPARE(r.json().value(QStringLiteral("resultado")).toString(),
-                 QStringLiteral("recebida"));
-        QCOMPARE(r.json().value(QStringLiteral("rede")).toString(), QStringLiteral("ativa"));
+        QCOMPARE(r.json().value(u"resultado").toString(), QStringLiteral("recebida"));
+        QCOMPARE(r.json().value(u"rede").toString(), QStringLiteral("ativa"));
         QVERIFY(r.err.contains(QStringLiteral("Conta já Recebida!!!")));
         QCOMPARE(b.receive({code(1)}).code, 1);
 
@@ -109,43 +103,39 @@ private slots:
         r = a.receive({code(2), code(3)});
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("não responde")));
-        QCOMPARE(a.read(code(4)).json().value(QStringLiteral("rede")).toString(),
-                 QStringLiteral("inativa"));
-        QJsonObject s = a.rede(QStringLiteral("status")).json();
-        QCOMPARE(s.value(QStringLiteral("ativa")).toBool(), false);
-        QCOMPARE(s.value(QStringLiteral("pendentes")).toInt(), 2);
-        QCOMPARE(a.rede(QStringLiteral("publicar")).code, 1);
+        QCOMPARE(a.read(code(4)).json().value(u"rede").toString(), QStringLiteral("inativa"));
+        QJsonObject s = a.rede("status").json();
+        QCOMPARE(s.value(u"ativa").toBool(), false);
+        QCOMPARE(s.value(u"pendentes").toInt(), 2);
+        QCOMPARE(a.rede("publicar").code, 1);
         // Back: they arrive once, however often it is asked.
         QCOMPARE(a.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
-        QCOMPARE(
-            a.rede(QStringLiteral("publicar")).json().value(QStringLiteral("enviados")).toInt(), 2);
-        QCOMPARE(
-            a.rede(QStringLiteral("publicar")).json().value(QStringLiteral("enviados")).toInt(), 0);
+        QCOMPARE(a.rede("publicar").json().value(u"enviados").toInt(), 2);
+        QCOMPARE(a.rede("publicar").json().value(u"enviados").toInt(), 0);
         QCOMPARE(centralCount(central), 3);
-        s = a.rede(QStringLiteral("status")).json();
-        QCOMPARE(s.value(QStringLiteral("ativa")).toBool(), true);
-        QCOMPARE(s.value(QStringLiteral("pendentes")).toInt(), 0);
-        QVERIFY(!s.value(QStringLiteral("ultimo_envio")).toString().isEmpty());
+        s = a.rede("status").json();
+        QCOMPARE(s.value(u"ativa").toBool(), true);
+        QCOMPARE(s.value(u"pendentes").toInt(), 0);
+        QVERIFY(!s.value(u"ultimo_envio").toString().isEmpty());
 
         // B received code 5 while cut off; A got it to the central first.
         QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
         QCOMPARE(b.receive({code(5)}).code, 0);
         QCOMPARE(a.receive({code(5)}).code, 0);
         QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
-        r = b.rede(QStringLiteral("publicar"));
-        QCOMPARE(r.json().value(QStringLiteral("conflitos")).toInt(), 1);
+        r = b.rede("publicar");
+        QCOMPARE(r.json().value(u"conflitos").toInt(), 1);
         QVERIFY(r.err.contains(QStringLiteral("Conflito na rede")));
-        const QJsonObject c = b.rede(QStringLiteral("conflitos")).json();
-        QCOMPARE(c.value(QStringLiteral("total")).toInt(), 1);
-        const QJsonObject first = c.value(QStringLiteral("conflitos")).toArray().first().toObject();
-        QCOMPARE(first.value(QStringLiteral("codbarra")).toString(), code(5));
-        QCOMPARE(first.value(QStringLiteral("guiche_central")).toString(), QStringLiteral("A"));
+        const QJsonObject c = b.rede("conflitos").json();
+        QCOMPARE(c.value(u"total").toInt(), 1);
+        const QJsonObject first = c.value(u"conflitos").toArray().first().toObject();
+        QCOMPARE(first.value(u"codbarra").toString(), code(5));
+        QCOMPARE(first.value(u"guiche_central").toString(), QStringLiteral("A"));
         // Both moments in the counter's own format, whatever the central stores.
         const QRegularExpression moment(QStringLiteral("^\\d\\d/11/2026 \\d\\d:\\d\\d:\\d\\d$"));
-        QVERIFY(moment.match(first.value(QStringLiteral("recebido")).toString()).hasMatch());
-        QVERIFY(moment.match(first.value(QStringLiteral("momento_central")).toString()).hasMatch());
-        QCOMPARE(a.rede(QStringLiteral("conflitos")).json().value(QStringLiteral("total")).toInt(),
-                 0);
+        QVERIFY(moment.match(first.value(u"recebido").toString()).hasMatch());
+        QVERIFY(moment.match(first.value(u"momento_central").toString()).hasMatch());
+        QCOMPARE(a.rede("conflitos").json().value(u"total").toInt(), 0);
     }
 
     void anImportCutByKillResumes() {
@@ -161,8 +151,7 @@ private slots:
             f.write("não é um código\n");
         }
         const std::unique_ptr<QProcess> p(
-            startTolvane(a.path(), {QStringLiteral("rede"), QStringLiteral("importar"), file,
-                                    QStringLiteral("--lote"), QStringLiteral("500")}));
+            startTolvane(a.path(), words("rede importar --lote 500") << file));
         QVERIFY(p->waitForStarted());
         QElapsedTimer t;
         t.start();
@@ -173,15 +162,14 @@ private slots:
         p->waitForFinished();
         const qint64 before = centralCount(central);
         QVERIFY2(before >= 2000, p->readAllStandardError().constData());
-        const CliRun r = a.rede(QStringLiteral("importar"),
-                                {file, QStringLiteral("--lote"), QStringLiteral("5000")});
+        const CliRun r = a.rede("importar --lote 5000", {file});
         QCOMPARE(r.code, 0);
         const QJsonObject o = r.json();
-        QCOMPARE(o.value(QStringLiteral("retomada")).toBool(), before < n);
-        QCOMPARE(o.value(QStringLiteral("lidos")).toInt(), n + 1);
-        QCOMPARE(o.value(QStringLiteral("importados")).toInt(), n);
-        QCOMPARE(o.value(QStringLiteral("ja_existentes")).toInt(), 0);
-        QCOMPARE(o.value(QStringLiteral("invalidos")).toInt(), 1);
+        QCOMPARE(o.value(u"retomada").toBool(), before < n);
+        QCOMPARE(o.value(u"lidos").toInt(), n + 1);
+        QCOMPARE(o.value(u"importados").toInt(), n);
+        QCOMPARE(o.value(u"ja_existentes").toInt(), 0);
+        QCOMPARE(o.value(u"invalidos").toInt(), 1);
         QCOMPARE(centralCount(central), n);
     }
 };

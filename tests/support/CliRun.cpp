@@ -15,6 +15,10 @@ QString CliRun::demoPassword() const {
     return out.section(QStringLiteral("): "), 1).section(QLatin1Char('\n'), 0, 0).trimmed();
 }
 
+QStringList words(const char* line) {
+    return QString::fromUtf8(line).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 QProcess* startTolvane(const QString& folder, const QStringList& args, const QByteArray& input) {
     auto* p = new QProcess;
     p->start(qEnvironmentVariable("TOLVANE_EXE"),

@@ -25,6 +25,9 @@ struct CliRun {
     QString demoPassword() const;
 };
 
+// "caixa receber --json" as the program's words (split on spaces).
+QStringList words(const char* line);
+
 // The program on `folder` (--pasta) with `args`; `input` is written to its standard input,
 // which is then closed.
 CliRun runTolvane(const QString& folder, const QStringList& args, const QByteArray& input = {},
