@@ -39,8 +39,12 @@ QString IniFile::readProblem(const QString& path) {
 }
 
 QString IniFile::read(const QString& section, const QString& key, const QString& path) {
+    return valueIn(section, key, TextFile::readLines(path, kMaxFileBytes));
+}
+
+QString IniFile::valueIn(const QString& section, const QString& key, const QStringList& lines) {
     bool inSection = false;
-    for (const QString& line : TextFile::readLines(path, kMaxFileBytes)) {
+    for (const QString& line : lines) {
         if (isSection(line)) {
             inSection = sectionName(line).compare(section, Qt::CaseInsensitive) == 0;
             continue;

@@ -17,6 +17,9 @@ public:
     static QString readProblem(const QString& path);
 
     static QString read(const QString& section, const QString& key, const QString& path);
+    // The same lookup in lines already read (TextFile::readLines), for a caller that wants many
+    // keys of one file.
+    static QString valueIn(const QString& section, const QString& key, const QStringList& lines);
     // False when the file cannot be written (the profile functions report nothing, but the
     // options screen wants to know).
     static bool write(const QString& section, const QString& key, const QString& value,
@@ -29,7 +32,4 @@ public:
         QString value;
     };
     static bool write(const QList<Entry>& entries, const QString& path);
-
-    static QStringList readLines(const QString& path); // decoded, without line ends
-    static bool writeLines(const QString& path, const QStringList& lines);
 };

@@ -1,6 +1,7 @@
 #include "Settings.h"
 
 #include "IniFile.h"
+#include "TextFile.h"
 
 bool toInt16(const QString& text, qint16& out) {
     bool ok = false;
@@ -12,8 +13,9 @@ bool toInt16(const QString& text, qint16& out) {
 }
 
 bool Carrega_config(const QString& iniPath, Settings& s) {
+    const QStringList lines = TextFile::readLines(iniPath, IniFile::kMaxFileBytes);
     auto text = [&](const char* section, const char* key) {
-        return IniFile::read(QLatin1String(section), QLatin1String(key), iniPath);
+        return IniFile::valueIn(QLatin1String(section), QLatin1String(key), lines);
     };
     // A failed conversion skips this one assignment and loading goes on.
     auto integer = [&](const char* section, const char* key, qint16& target) {

@@ -138,6 +138,24 @@ std::optional<QString> AuditChain::lastHash(clsDataAccess& db) {
     return rs->atRow() ? rs->text(QStringLiteral("HASH")) : kGenesis;
 }
 
+bool AuditChain::insert(clsDataAccess& db, const QString& table, const QString& keyColumn,
+                        const QString& sql, const QVariantList& params, qint64& newKey) {
+    Transaction tx(db);
+    qint64 key = 0;
+    if (!tx.ok() || !db.SQLInsertIdentity(sql, params, key) ||
+        !track(db, table, keyColumn, key, Op::Insert) || !tx.commit())
+        return false;
+    newKey = key;
+    return true;
+}
+
+bool AuditChain::execute(clsDataAccess& db, const QString& table, const QString& keyColumn,
+                         qint64 key, Op op, const QString& sql, const QVariantList& params) {
+    Transaction tx(db);
+    return tx.ok() && db.SQLExecute(sql, params) && track(db, table, keyColumn, key, op) &&
+           tx.commit();
+}
+
 bool AuditChain::track(clsDataAccess& db, const QString& table, const QString& keyColumn,
                        qint64 key, Op op) {
     Transaction tx(db);

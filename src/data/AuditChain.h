@@ -34,6 +34,12 @@ public:
 
     static bool track(clsDataAccess& db, const QString& table, const QString& keyColumn, qint64 key,
                       Op op);
+    // One statement and its entry in a transaction of their own (a savepoint inside the
+    // caller's): both are written or neither. insert() runs an identity insert and gives its key.
+    static bool insert(clsDataAccess& db, const QString& table, const QString& keyColumn,
+                       const QString& sql, const QVariantList& params, qint64& newKey);
+    static bool execute(clsDataAccess& db, const QString& table, const QString& keyColumn,
+                        qint64 key, Op op, const QString& sql, const QVariantList& params);
     // One entry per row matching `where` (a condition over the table's columns), in key order.
     static bool trackWhere(clsDataAccess& db, const QString& table, const QString& keyColumn,
                            const QString& where, const QVariantList& params);

@@ -1,6 +1,7 @@
 #include "DbConfig.h"
 
 #include "IniFile.h"
+#include "TextFile.h"
 
 #include <QDir>
 
@@ -13,20 +14,22 @@ DbConfig DbConfig::sqlite(const QString& path) {
 
 DbConfig DbConfig::fromIni(const QString& appFolder) {
     const QString ini = QDir(appFolder).filePath(QStringLiteral("Config.ini"));
+    const QStringList lines = TextFile::readLines(ini, IniFile::kMaxFileBytes);
     auto get = [&](const char* key) {
-        return IniFile::read(QStringLiteral("Banco"), QLatin1String(key), ini);
+        return IniFile::valueIn(QStringLiteral("Banco"), QLatin1String(key), lines);
     };
     const QString kind = get("tipo").trimmed().toLower();
     if (kind == QLatin1String("postgres") || kind == QLatin1String("postgresql")) {
         DbConfig c;
         c.backend = DbBackend::PostgreSQL;
-        if (!get("host").isEmpty())
-            c.host = get("host");
+        if (const QString host = get("host"); !host.isEmpty())
+            c.host = host;
         bool ok = false;
         const int port = get("porta").toInt(&ok);
         if (ok && port > 0)
             c.port = port;
-        c.name = get("nome").isEmpty() ? QStringLiteral("tolvane") : get("nome");
+        const QString nome = get("nome");
+        c.name = nome.isEmpty() ? QStringLiteral("tolvane") : nome;
         c.user = get("usuario");
         c.password = get("senha");
         return c;

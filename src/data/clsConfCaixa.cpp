@@ -24,12 +24,10 @@ bool clsConfCaixa::SQLInsert(qint32 id) {
         return true;
     }
     qint64 newId = 0;
-    Transaction tx(*m_db);
-    if (!tx.ok() ||
-        !m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO ConfCaixa (ESPECIE, IDMOVIMENTO, "
-                                                "NUMERO, VALOR) VALUES (?, ?, ?, ?)"),
-                                 {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units()}, newId) ||
-        !AuditChain::track(*m_db, kTable, kKey, newId, AuditChain::Op::Insert) || !tx.commit())
+    if (!AuditChain::insert(*m_db, kTable, kKey,
+                            QStringLiteral("INSERT INTO ConfCaixa (ESPECIE, IDMOVIMENTO, NUMERO, "
+                                           "VALOR) VALUES (?, ?, ?, ?)"),
+                            {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units()}, newId))
         return false;
     ID = static_cast<qint32>(newId);
     return true;
@@ -38,21 +36,17 @@ bool clsConfCaixa::SQLInsert(qint32 id) {
 bool clsConfCaixa::SQLUpdate(qint32 id) {
     if (id != 0)
         ID = id;
-    Transaction tx(*m_db);
-    return tx.ok() &&
-           m_db->SQLExecute(QStringLiteral("UPDATE ConfCaixa SET ESPECIE = ?, IDMOVIMENTO = ?, "
-                                           "NUMERO = ?, VALOR = ? WHERE ID = ?"),
-                            {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units(), ID}) &&
-           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Update) && tx.commit();
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+                               QStringLiteral("UPDATE ConfCaixa SET ESPECIE = ?, IDMOVIMENTO = ?, "
+                                              "NUMERO = ?, VALOR = ? WHERE ID = ?"),
+                               {int(ESPECIE), IDMOVIMENTO, NUMERO, VALOR.units(), ID});
 }
 
 bool clsConfCaixa::SQLDelete(qint32 id) {
     if (id != 0)
         ID = id;
-    Transaction tx(*m_db);
-    return tx.ok() &&
-           m_db->SQLExecute(QStringLiteral("DELETE FROM ConfCaixa WHERE ID = ?"), {ID}) &&
-           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Delete) && tx.commit();
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM ConfCaixa WHERE ID = ?"), {ID});
 }
 
 bool clsConfCaixa::SQLSelect(qint32 id) {

@@ -104,12 +104,8 @@ bool clsDataAccess::open(const DbConfig& config, OpenMode mode) {
         if (!config.extraOptions.isEmpty())
             options += QLatin1Char(';') + config.extraOptions;
         db.setConnectOptions(options);
-        if (!db.open()) {
-            remember(db.lastError());
-            db = QSqlDatabase();
-            close();
+        if (!openConnection(db))
             return false;
-        }
         QStringList setup = {QStringLiteral("SET client_min_messages TO warning")};
         if (mode == OpenMode::ReadOnly)
             setup << QStringLiteral("SET default_transaction_read_only = on");
@@ -143,9 +139,7 @@ bool clsDataAccess::openSqlite(bool immutable) {
                 << QStringLiteral("PRAGMA foreign_keys=OFF");
     for (const QString& pragma : pragmas) {
         if (!execRaw(pragma)) {
-            const QString err = m_lastError;
             close();
-            m_lastError = err;
             return false;
         }
     }
@@ -172,13 +166,17 @@ bool clsDataAccess::openSqliteConnection(bool immutable) {
     if (m_mode == OpenMode::ReadOnly)
         options += QStringLiteral(";QSQLITE_OPEN_READONLY");
     db.setConnectOptions(options);
-    if (!db.open()) {
-        remember(db.lastError());
-        db = QSqlDatabase();
-        close();
-        return false;
-    }
-    return true;
+    return openConnection(db);
+}
+
+// Opens the connection set up in `db`; on failure remembers why and leaves nothing open.
+bool clsDataAccess::openConnection(QSqlDatabase& db) {
+    if (db.open())
+        return true;
+    remember(db.lastError());
+    db = QSqlDatabase(); // the last handle goes before the connection is removed
+    close();
+    return false;
 }
 
 void clsDataAccess::setLockWait(int waitMs, int attempts) {

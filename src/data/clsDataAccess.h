@@ -90,6 +90,7 @@ private:
     bool beginWrite();
     bool openSqlite(bool immutable);
     bool openSqliteConnection(bool immutable);
+    bool openConnection(QSqlDatabase& db);
     bool execRaw(const QString& sql);
     bool lockBusy() const;
     void applyLockWait();

@@ -1,12 +1,12 @@
 #include "clsEstornos.h"
 
 #include "AuditChain.h"
-#include "Transaction.h"
-
 #include "clsDataAccess.h"
 #include "clsRecebimentos.h"
 
 namespace {
+const QString kTable = QStringLiteral("Estornos");
+const QString kKey = QStringLiteral("ID");
 const QString kColumns = QStringLiteral(
     "SELECT ID, OPERACAO, MOMENTO, USUARIO, MOTIVO, IDRECEBE, AUTENTICA, CODBARRA, IDMOVIMENTO, "
     "TIPO, INTEGRA, EXPORT, VALOR, VENCIMENTO, PARCELA, OBS, NOVO_AUTENTICA, NOVO_CODBARRA, "
@@ -111,9 +111,8 @@ bool clsEstornos::SQLSelect(qint32 id) {
 
 bool clsEstornos::SQLInsert() {
     qint64 id = 0;
-    Transaction tx(*m_db);
-    if (!tx.ok() ||
-        !m_db->SQLInsertIdentity(
+    if (!AuditChain::insert(
+            *m_db, kTable, kKey,
             QStringLiteral("INSERT INTO Estornos (OPERACAO, MOMENTO, USUARIO, MOTIVO, IDRECEBE, "
                            "AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, EXPORT, VALOR, "
                            "VENCIMENTO, PARCELA, OBS, NOVO_AUTENTICA, NOVO_CODBARRA, NOVO_TIPO, "
@@ -124,24 +123,18 @@ bool clsEstornos::SQLInsert() {
              VENCIMENTO, PARCELA, OBS, nullableInt(NOVO_AUTENTICA), NOVO_CODBARRA,
              nullableInt(NOVO_TIPO),
              NOVO_VALOR ? QVariant(NOVO_VALOR->units()) : QVariant(QMetaType::fromType<qint64>())},
-            id) ||
-        !AuditChain::track(*m_db, QStringLiteral("Estornos"), QStringLiteral("ID"), id,
-                           AuditChain::Op::Insert) ||
-        !tx.commit())
+            id))
         return false;
     ID = static_cast<qint32>(id);
     return true;
 }
 
 bool clsEstornos::SQLMarcarRevertido(const QDateTime& quando, const QString& usuario) {
-    Transaction tx(*m_db);
-    if (!tx.ok() ||
-        !m_db->SQLExecute(QStringLiteral("UPDATE Estornos SET REVERTIDO_EM = ?, REVERTIDO_POR = ? "
-                                         "WHERE ID = ? AND REVERTIDO_EM IS NULL"),
-                          {momentText(quando), usuario, ID}) ||
-        !AuditChain::track(*m_db, QStringLiteral("Estornos"), QStringLiteral("ID"), ID,
-                           AuditChain::Op::Update) ||
-        !tx.commit())
+    if (!AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+                             QStringLiteral("UPDATE Estornos SET REVERTIDO_EM = ?, "
+                                            "REVERTIDO_POR = ? WHERE ID = ? AND REVERTIDO_EM "
+                                            "IS NULL"),
+                             {momentText(quando), usuario, ID}))
         return false;
     REVERTIDO_EM = quando;
     REVERTIDO_POR = usuario;

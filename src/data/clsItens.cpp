@@ -1,7 +1,6 @@
 #include "clsItens.h"
 
 #include "AuditChain.h"
-#include "Transaction.h"
 #include "clsCodBarra.h"
 #include "clsDataAccess.h"
 
@@ -12,33 +11,28 @@ const QString kKey = QStringLiteral("ID");
 
 bool clsItens::SQLInsert(int mode) {
     const QVariantList values = {IDSANGRIA, int(ESPECIE), NUMERO, VALOR.units()};
-    Transaction tx(*m_db);
-    if (!tx.ok())
-        return false;
     if (mode == 1) {
         qint64 newId = 0;
-        if (!m_db->SQLInsertIdentity(QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, "
-                                                    "NUMERO, VALOR) VALUES (?, ?, ?, ?)"),
-                                     values, newId) ||
-            !AuditChain::track(*m_db, kTable, kKey, newId, AuditChain::Op::Insert) || !tx.commit())
+        if (!AuditChain::insert(*m_db, kTable, kKey,
+                                QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, NUMERO, "
+                                               "VALOR) VALUES (?, ?, ?, ?)"),
+                                values, newId))
             return false;
         ID = static_cast<qint32>(newId);
         return true;
     }
-    if (mode == 2)
-        return m_db->SQLExecute(QStringLiteral("UPDATE Itens SET IDSANGRIA = ?, ESPECIE = ?, "
-                                               "NUMERO = ?, VALOR = ? WHERE ID = ?"),
-                                values + QVariantList{ID}) &&
-               AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Update) && tx.commit();
-    return false;
+    return mode == 2 &&
+           AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+                               QStringLiteral("UPDATE Itens SET IDSANGRIA = ?, ESPECIE = ?, "
+                                              "NUMERO = ?, VALOR = ? WHERE ID = ?"),
+                               values + QVariantList{ID});
 }
 
 bool clsItens::SQLDelete(qint32 id) {
     if (id != 0)
         ID = id;
-    Transaction tx(*m_db);
-    return tx.ok() && m_db->SQLExecute(QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID}) &&
-           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Delete) && tx.commit();
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID});
 }
 
 bool clsItens::SQLSelect(qint32 id) {

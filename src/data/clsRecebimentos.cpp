@@ -90,10 +90,9 @@ bool clsRecebimentos::track(AuditChain::Op op) {
 bool clsRecebimentos::SQLInsert() {
     if (CODBARRA == kSemCodigo)
         EXPORT = 1; // items without barcode never go to a bank file
-    Transaction tx(*m_db);
     qint64 id = 0;
-    if (!tx.ok() ||
-        !m_db->SQLInsertIdentity(
+    if (!AuditChain::insert(
+            *m_db, kTable, kKey,
             QStringLiteral(
                 "INSERT INTO Recebimentos (AUTENTICA, CODBARRA, IDMOVIMENTO, TIPO, INTEGRA, "
                 "EXPORT, VALOR, VENCIMENTO, PARCELA, OBS, MOMENTO) VALUES (?, ?, ?, ?, ?, ?, ?, ?, "
@@ -104,25 +103,18 @@ bool clsRecebimentos::SQLInsert() {
                                : QVariant(QMetaType(QMetaType::QString))},
             id))
         return false;
-    const qint32 before = IDRECEBE;
     IDRECEBE = static_cast<qint32>(id);
-    if (!track(AuditChain::Op::Insert) || !tx.commit()) {
-        IDRECEBE = before;
-        return false;
-    }
     return true;
 }
 
 bool clsRecebimentos::SQLUpdate() {
-    Transaction tx(*m_db);
-    return tx.ok() &&
-           m_db->SQLExecute(
-               QStringLiteral(
-                   "UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, "
-                   "TIPO = ?, VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
-               {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO,
-                PARCELA, OBS, IDRECEBE}) &&
-           track(AuditChain::Op::Update) && tx.commit();
+    return AuditChain::execute(
+        *m_db, kTable, kKey, IDRECEBE, AuditChain::Op::Update,
+        QStringLiteral(
+            "UPDATE Recebimentos SET AUTENTICA = ?, CODBARRA = ?, IDMOVIMENTO = ?, "
+            "TIPO = ?, VALOR = ?, VENCIMENTO = ?, PARCELA = ?, OBS = ? WHERE IDRECEBE = ?"),
+        {int(AUTENTICA), CODBARRA, int(IDMOVIMENTO), int(TIPO), VALOR.units(), VENCIMENTO, PARCELA,
+         OBS, IDRECEBE});
 }
 
 bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag) {
@@ -137,19 +129,15 @@ bool clsRecebimentos::SQLUpdateIntegra(qint32 idMovimento, int flag) {
 }
 
 bool clsRecebimentos::SQLUpdateExport(qint32 idRecebe, int flag) {
-    Transaction tx(*m_db);
-    return tx.ok() &&
-           m_db->SQLExecute(QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"),
-                            {flag, idRecebe}) &&
-           AuditChain::track(*m_db, kTable, kKey, idRecebe, AuditChain::Op::Update) && tx.commit();
+    return AuditChain::execute(
+        *m_db, kTable, kKey, idRecebe, AuditChain::Op::Update,
+        QStringLiteral("UPDATE Recebimentos SET EXPORT = ? WHERE IDRECEBE = ?"), {flag, idRecebe});
 }
 
 bool clsRecebimentos::SQLDelete() {
-    Transaction tx(*m_db);
-    return tx.ok() &&
-           m_db->SQLExecute(QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
-                            {IDRECEBE}) &&
-           track(AuditChain::Op::Delete) && tx.commit();
+    return AuditChain::execute(*m_db, kTable, kKey, IDRECEBE, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM Recebimentos WHERE IDRECEBE = ?"),
+                               {IDRECEBE});
 }
 
 std::optional<int> clsRecebimentos::contarCodigo(clsDataAccess& db, const QString& codbarra) {

@@ -1,7 +1,6 @@
 #include "clsSangria.h"
 
 #include "AuditChain.h"
-#include "Transaction.h"
 #include "clsDataAccess.h"
 
 namespace {
@@ -14,35 +13,29 @@ const QString kSelect =
 bool clsSangria::SQLInsert(int mode) {
     const QVariantList values = {IDMOVIMENTO, DESCRICAO,       TIPO,
                                  SDATA,       ENTRADA.units(), SAIDA.units()};
-    Transaction tx(*m_db);
-    if (!tx.ok())
-        return false;
     if (mode == 1) {
         qint64 newId = 0;
-        if (!m_db->SQLInsertIdentity(
-                QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, DESCRICAO, TIPO, SDATA, "
-                               "ENTRADA, SAIDA) VALUES (?, ?, ?, ?, ?, ?)"),
-                values, newId) ||
-            !AuditChain::track(*m_db, kTable, kKey, newId, AuditChain::Op::Insert) || !tx.commit())
+        if (!AuditChain::insert(*m_db, kTable, kKey,
+                                QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, DESCRICAO, TIPO, "
+                                               "SDATA, ENTRADA, SAIDA) VALUES (?, ?, ?, ?, ?, ?)"),
+                                values, newId))
             return false;
         ID = static_cast<qint32>(newId);
         return true;
     }
-    if (mode == 2)
-        return m_db->SQLExecute(
-                   QStringLiteral("UPDATE Sangria SET IDMOVIMENTO = ?, DESCRICAO = ?, TIPO = ?, "
-                                  "SDATA = ?, ENTRADA = ?, SAIDA = ? WHERE ID = ?"),
-                   values + QVariantList{ID}) &&
-               AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Update) && tx.commit();
-    return false;
+    return mode == 2 &&
+           AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+                               QStringLiteral("UPDATE Sangria SET IDMOVIMENTO = ?, DESCRICAO = ?, "
+                                              "TIPO = ?, SDATA = ?, ENTRADA = ?, SAIDA = ? "
+                                              "WHERE ID = ?"),
+                               values + QVariantList{ID});
 }
 
 bool clsSangria::SQLDelete(qint32 id) {
     if (id != 0)
         ID = id;
-    Transaction tx(*m_db);
-    return tx.ok() && m_db->SQLExecute(QStringLiteral("DELETE FROM Sangria WHERE ID = ?"), {ID}) &&
-           AuditChain::track(*m_db, kTable, kKey, ID, AuditChain::Op::Delete) && tx.commit();
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM Sangria WHERE ID = ?"), {ID});
 }
 
 std::optional<QList<clsSangria>> clsSangria::select(clsDataAccess& db, const QString& where,

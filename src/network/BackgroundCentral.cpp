@@ -15,10 +15,10 @@ constexpr int kFolgaMs = 250;
 } // namespace
 
 BackgroundCentral::BackgroundCentral(AppContext& ctx)
-    : m_folder(ctx.folder), m_iniPath(ctx.iniPath()), m_local(ctx.db.config()), m_clock(ctx.clock) {
-    const CentralConfig c = CentralConfig::fromIni(m_iniPath);
-    m_configurada = c.configurada();
-    m_tempoMs = c.tempoMs;
+    : m_folder(ctx.folder), m_iniPath(ctx.iniPath()), m_local(ctx.db.config()), m_clock(ctx.clock),
+      m_inicial(CentralConfig::fromIni(m_iniPath)) {
+    m_configurada = m_inicial.configurada();
+    m_tempoMs = m_inicial.tempoMs;
     m_thread = QThread::create([this] { run(); });
     m_thread->start();
 }
@@ -87,8 +87,9 @@ void BackgroundCentral::run() {
     ErrorLog log(port, m_clock, m_folder);
     clsDataAccess local(log);
     CentralLink link(log, m_clock);
-    CentralConfig config;
+    CentralConfig config = m_inicial;
     QElapsedTimer tentativa, verificacao, leitura;
+    leitura.start();
     QMutexLocker lock(&m_mutex);
     while (!m_parar) {
         const QList<std::shared_ptr<Pedido>> pedidos = m_pedidos;
@@ -98,7 +99,7 @@ void BackgroundCentral::run() {
         lock.unlock();
 
         // Config.ini is read again now and then: the options screen may have changed [Rede].
-        if (!leitura.isValid() || leitura.hasExpired(kIntervaloMs - kFolgaMs)) {
+        if (leitura.hasExpired(kIntervaloMs - kFolgaMs)) {
             leitura.start();
             const CentralConfig now = CentralConfig::fromIni(m_iniPath);
             if (!(now == config)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CentralConfig.h"
 #include "CentralNetwork.h"
 #include "DbConfig.h"
 
@@ -49,6 +50,7 @@ private:
     const QString m_iniPath;
     const DbConfig m_local;
     const Clock& m_clock;
+    const CentralConfig m_inicial; // read once here; the thread starts from it
 
     QMutex m_mutex;
     QWaitCondition m_acorda;     // the thread has something to do

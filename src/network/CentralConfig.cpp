@@ -1,21 +1,24 @@
 #include "CentralConfig.h"
 
 #include "IniFile.h"
+#include "TextFile.h"
 
 CentralConfig CentralConfig::fromIni(const QString& iniPath) {
-    auto get = [&](const char* key) {
-        return IniFile::read(QStringLiteral("Rede"), QLatin1String(key), iniPath).trimmed();
+    const QStringList lines = TextFile::readLines(iniPath, IniFile::kMaxFileBytes);
+    auto raw = [&](const char* key) {
+        return IniFile::valueIn(QStringLiteral("Rede"), QLatin1String(key), lines);
     };
+    auto get = [&](const char* key) { return raw(key).trimmed(); };
     CentralConfig c;
     c.host = get("host");
     bool ok = false;
     const int porta = get("porta").toInt(&ok);
     if (ok && porta > 0 && porta < 65536)
         c.porta = porta;
-    if (!get("nome").isEmpty())
-        c.nome = get("nome");
+    if (const QString nome = get("nome"); !nome.isEmpty())
+        c.nome = nome;
     c.usuario = get("usuario");
-    c.senha = IniFile::read(QStringLiteral("Rede"), QStringLiteral("senha"), iniPath);
+    c.senha = raw("senha");
     const int tempo = get("tempo_limite").toInt(&ok);
     if (ok)
         c.tempoMs = qBound(kTempoMinimo, tempo, kTempoMaximo);

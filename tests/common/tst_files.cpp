@@ -18,16 +18,12 @@ private slots:
     void settingsThatAreNotFiles_data() {
         QTest::addColumn<QString>("kind");
         QTest::addColumn<QString>("problem");
-        QTest::newRow("fifo") << "fifo"
-                              << "não é um arquivo comum";
-        QTest::newRow("/dev/zero") << "zero"
-                                   << "não é um arquivo comum";
-        QTest::newRow("folder") << "folder"
-                                << "não é um arquivo comum";
-        QTest::newRow("over 1 MB") << "big"
-                                   << "tem mais de 1024 KB";
-        QTest::newRow("missing") << "missing"
-                                 << "";
+        const QString notAFile = QStringLiteral("não é um arquivo comum");
+        QTest::newRow("fifo") << "fifo" << notAFile;
+        QTest::newRow("/dev/zero") << "zero" << notAFile;
+        QTest::newRow("folder") << "folder" << notAFile;
+        QTest::newRow("over 1 MB") << "big" << QStringLiteral("tem mais de 1024 KB");
+        QTest::newRow("missing") << "missing" << QString();
     }
     void settingsThatAreNotFiles() {
         QFETCH(QString, kind);

@@ -54,20 +54,16 @@ private slots:
         QTest::addColumn<qint64>("units");
         QTest::addColumn<QString>("plain");
         QTest::addColumn<QString>("cents10");
-        QTest::newRow("small") << qint64(5000) << "0,50"
-                               << "0000000050";
-        QTest::newRow("thousands") << qint64(12345600) << "1.234,56"
-                                   << "0000123456";
-        QTest::newRow("million") << qint64(12345678900) << "1.234.567,89"
-                                 << "0123456789";
-        QTest::newRow("half cent up") << qint64(150) << "0,02"
-                                      << "0000000002";
-        QTest::newRow("below half") << qint64(149) << "0,01"
-                                    << "0000000001";
-        QTest::newRow("negative half") << qint64(-150) << "-0,02"
-                                       << "0000000002";
-        QTest::newRow("exact thousand") << qint64(10000000) << "1.000,00"
-                                        << "0000100000";
+        for (const auto& [name, units, plain, cents10] :
+             {std::tuple{"small", qint64(5000), "0,50", "0000000050"},
+              {"thousands", 12345600, "1.234,56", "0000123456"},
+              {"million", 12345678900, "1.234.567,89", "0123456789"},
+              {"half cent up", 150, "0,02", "0000000002"},
+              {"below half", 149, "0,01", "0000000001"},
+              {"negative half", -150, "-0,02", "0000000002"},
+              {"exact thousand", 10000000, "1.000,00", "0000100000"}})
+            QTest::newRow(name) << units << QString::fromLatin1(plain)
+                                << QString::fromLatin1(cents10);
     }
     void format() {
         QFETCH(qint64, units);
@@ -112,14 +108,7 @@ private slots:
         QVERIFY(!Money::fromDoubleRounded(std::nan("")).withinLimit());
         QVERIFY(Money::fromUnits(std::numeric_limits<qint64>::min()).format().startsWith('-'));
         QVERIFY(Money::maximum().withinLimit() && (-Money::maximum()).withinLimit());
-    }
-
-    void arithmetic() {
-        Money a = *Money::parse(QStringLiteral("10,10"));
-        a += Money::fromCents(5);
-        QCOMPARE(a.format(), QStringLiteral("10,15"));
-        QVERIFY(a - Money::fromReais(11) < Money());
-        QCOMPARE((a - Money::fromReais(11)).format(), QStringLiteral("-0,85"));
+        QCOMPARE((Money::fromCents(1015) - Money::fromReais(11)).format(), QStringLiteral("-0,85"));
     }
 };
 

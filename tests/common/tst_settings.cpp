@@ -21,30 +21,17 @@ private slots:
         QTest::addColumn<QString>("section");
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("exact") << "Export"
-                               << "guiche"
-                               << "7";
-        QTest::newRow("case of both") << "EXPORT"
-                                      << "GUICHE"
-                                      << "7";
-        QTest::newRow("blanks trimmed") << "Mensagem"
-                                        << "pref"
-                                        << "PREFEITURA DE AÇAÍ";
-        QTest::newRow("empty value") << "Export"
-                                     << "rede"
-                                     << "";
-        QTest::newRow("missing key") << "Export"
-                                     << "nada"
-                                     << "";
-        QTest::newRow("missing section") << "Nada"
-                                         << "guiche"
-                                         << "";
-        QTest::newRow("key of another section") << "Mensagem"
-                                                << "guiche"
-                                                << "";
-        QTest::newRow("comment is not a key") << "Print"
-                                              << ";modo"
-                                              << "";
+        for (const auto& [name, section, key, expected] :
+             {std::tuple{"exact", "Export", "guiche", "7"},
+              {"case of both", "EXPORT", "GUICHE", "7"},
+              {"blanks trimmed", "Mensagem", "pref", "PREFEITURA DE AÇAÍ"},
+              {"empty value", "Export", "rede", ""},
+              {"missing key", "Export", "nada", ""},
+              {"missing section", "Nada", "guiche", ""},
+              {"key of another section", "Mensagem", "guiche", ""},
+              {"comment is not a key", "Print", ";modo", ""}})
+            QTest::newRow(name) << QString::fromUtf8(section) << QString::fromUtf8(key)
+                                << QString::fromUtf8(expected);
     }
     void readMatchesWithoutCase() {
         QFETCH(QString, section);
@@ -53,11 +40,8 @@ private slots:
         writeRaw(QByteArray("[export]\r\nGuiche = 7 \r\nrede=\r\n[Mensagem]\r\npref=  ") +
                  QStringLiteral("PREFEITURA DE AÇAÍ").toLatin1() + "\r\n[Print]\r\n;modo=1\r\n");
         QCOMPARE(IniFile::read(section, key, ini()), expected);
-    }
-
-    void missingFileReadsEmpty() {
-        QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("guiche"),
-                               m_dir.filePath(QStringLiteral("nao-existe.ini"))),
+        // A missing file reads as empty text.
+        QCOMPARE(IniFile::read(section, key, m_dir.filePath(QStringLiteral("nao-existe.ini"))),
                  QString());
     }
 
@@ -112,43 +96,35 @@ private slots:
         QCOMPARE(s.Path3, QStringLiteral("/x/"));
     }
 
+    // The second load appends the file's digits to the value kept from the first.
     void redeConcatenates_data() {
         QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("fileLater");
         QTest::addColumn<int>("first");
         QTest::addColumn<int>("second");
-        QTest::newRow("1 then 11") << "1" << 1 << 11;
-        QTest::newRow("0 then 0") << "0" << 0 << 0;
-        QTest::newRow("empty keeps") << "" << 0 << 0;
-        QTest::newRow("text keeps") << "sim" << 0 << 0;
+        QTest::newRow("1 then 11") << "1"
+                                   << "1" << 1 << 11;
+        QTest::newRow("1 then 0 gives 10") << "1"
+                                           << "0" << 1 << 10;
+        QTest::newRow("0 then 0") << "0"
+                                  << "0" << 0 << 0;
+        QTest::newRow("empty keeps") << ""
+                                     << "" << 0 << 0;
+        QTest::newRow("text keeps") << "sim"
+                                    << "sim" << 0 << 0;
     }
     void redeConcatenates() {
         QFETCH(QString, file);
+        QFETCH(QString, fileLater);
         QFETCH(int, first);
         QFETCH(int, second);
         writeRaw(QStringLiteral("[Export]\r\nrede=%1\r\n").arg(file).toLatin1());
         Settings s;
         Carrega_config(ini(), s);
         QCOMPARE(int(s.rede), first);
+        writeRaw(QStringLiteral("[Export]\r\nrede=%1\r\n").arg(fileLater).toLatin1());
         Carrega_config(ini(), s);
         QCOMPARE(int(s.rede), second);
-    }
-
-    void redeOneThenZeroGivesTen() {
-        writeRaw("[Export]\r\nrede=1\r\n");
-        Settings s;
-        Carrega_config(ini(), s);
-        QVERIFY(IniFile::write(QStringLiteral("Export"), QStringLiteral("rede"),
-                               QStringLiteral("0"), ini()));
-        Carrega_config(ini(), s);
-        QCOMPARE(int(s.rede), 10);
-    }
-
-    void missingFileLoadsEmptyAndZero() {
-        Settings s;
-        QVERIFY(Carrega_config(m_dir.filePath(QStringLiteral("nenhum.ini")), s));
-        QVERIFY(s.guiche.isEmpty());
-        QCOMPARE(int(s.juros), 0);
-        QCOMPARE(int(s.rede), 0);
     }
 };
 

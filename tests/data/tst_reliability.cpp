@@ -47,27 +47,11 @@ QString code(int n) {
     return QStringLiteral("8166%1").arg(n, 40, 10, QLatin1Char('0'));
 }
 
-QString logText(TestApp& app) {
-    QFile f(app.path(QStringLiteral("Log.ini")));
-    return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
-}
-
 // The backend of the test's own data row.
 #define APP_ON_BACKEND()                                                                           \
     QFETCH(QString, backend);                                                                      \
     TestApp app(backendOf(backend));                                                               \
     QVERIFY2(app.ok(), "test database could not be opened")
-
-// A second program on the same database: its own context and connection.
-struct SecondProgram {
-    ScriptedDialogPort dialogs;
-    FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
-    AppContext ctx;
-    bool ok;
-    explicit SecondProgram(TestApp& app) : ctx(app.folder(), dialogs, clock) {
-        ok = Startup::Abre_conexao(ctx, false);
-    }
-};
 
 void addTamperRows(const QString& backend) {
     const QByteArray b = backend.toLatin1();
@@ -153,8 +137,8 @@ private slots:
     void writerWaitsAndRetries_data() { addBackendRows(); }
     void writerWaitsAndRetries() {
         APP_ON_BACKEND();
-        SecondProgram other(app);
-        QVERIFY(other.ok);
+        FolderContext other(app.folder()); // a second program on the same database
+        QVERIFY(Startup::Abre_conexao(other.ctx, false));
         other.ctx.db.setLockWait(100, 3);
         QStringList told;
         {
@@ -205,10 +189,8 @@ private slots:
     void olderDatabaseKeepsAndMarksItsRepetitions() {
         QFETCH(QString, backend);
         QTemporaryDir dir;
-        ScriptedDialogPort dialogs;
-        FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-        ErrorLog log(dialogs, clock, dir.path());
-        clsDataAccess db(log);
+        FolderContext run(dir.path());
+        clsDataAccess& db = run.ctx.db;
         const bool pg = backend == QLatin1String("postgres");
         QVERIFY(db.open(pg ? PgServer::instance().freshDatabase()
                            : DbConfig::sqlite(dir.filePath(QStringLiteral("caixa.db"))),
@@ -311,9 +293,9 @@ private slots:
         const QString secret = QStringLiteral("s3gr'edo");
         QVERIFY(!Login::Valida_senha(app.ctx(), secret));
         QVERIFY(!app.db().SQLExecute(QStringLiteral("UPDATE Usuarios SET SENHA = ?"), {secret}));
-        QVERIFY(logText(app).contains(QStringLiteral("aspa simples")));
-        QVERIFY(!logText(app).contains(QStringLiteral("gr'edo")));
-        QVERIFY(!logText(app).contains(QStringLiteral("s3gr")));
+        QVERIFY(app.log().contains(QStringLiteral("aspa simples")));
+        QVERIFY(!app.log().contains(QStringLiteral("gr'edo")));
+        QVERIFY(!app.log().contains(QStringLiteral("s3gr")));
         for (const QString& shown : app.dialogs().texts())
             QVERIFY2(!shown.contains(QStringLiteral("s3gr")), qPrintable(shown));
     }
@@ -334,7 +316,7 @@ private slots:
                                  QDir::toNativeSeparators(app.path(QStringLiteral("caixa.db")));
         QVERIFY2(app.dialogs().last().text.contains(expected),
                  qPrintable(app.dialogs().last().text));
-        QVERIFY(logText(app).contains(expected));
+        QVERIFY(app.log().contains(expected));
     }
 
     void failedCommitIsLogged_data() { addBackendRows(); }
@@ -349,16 +331,20 @@ private slots:
         }
         app.db().faultHook = nullptr;
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
-        QVERIFY(logText(app).contains(clsDataAccess::kLabelCommit));
+        QVERIFY(app.log().contains(clsDataAccess::kLabelCommit));
     }
 
+    // A database belongs to the counter that used it first: renumbering the counter follows it
+    // while no cash day exists; after the first day another counter is refused.
     void databaseBelongsToOneCounter_data() { addBackendRows(); }
     void databaseBelongsToOneCounter() {
         APP_ON_BACKEND();
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
-        QVERIFY(Startup::Abre_conexao(app.ctx(), false)); // first use: counter 1 recorded
         QVERIFY(Startup::Abre_conexao(app.ctx(), false));
-        clsMovimento day(app.db()); // and its first cash day fixes it
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
+        QString detail;
+        QVERIFY2(Startup::Abre_conexao(app.ctx(), false, &detail), qPrintable(detail));
+        clsMovimento day(app.db());
         QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 11, 23), day));
 
         // Another counter pointed at the same database: on PostgreSQL another folder with the
@@ -372,29 +358,11 @@ private slots:
         }
         IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("2"),
                        QDir(folder).filePath(QStringLiteral("Config.ini")));
-        ScriptedDialogPort dialogs;
-        AppContext other(folder, dialogs, app.clock());
-        QString detail;
-        QVERIFY(!Startup::Abre_conexao(other, false, &detail));
-        QVERIFY2(detail.contains(QStringLiteral("pertence ao guichê 1")), qPrintable(detail));
-        QVERIFY(detail.contains(QStringLiteral("guichê 2")));
-        QVERIFY(Startup::abrirConsulta(other, &detail)); // reading it stays possible
-    }
-
-    // A folder just prepared, with no cash day yet, follows its renumbered counter.
-    void preparedDatabaseFollowsARenumberedCounter_data() { addBackendRows(); }
-    void preparedDatabaseFollowsARenumberedCounter() {
-        APP_ON_BACKEND();
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"));
-        QVERIFY(Startup::Abre_conexao(app.ctx(), false));
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
-        QString detail;
-        QVERIFY2(Startup::Abre_conexao(app.ctx(), false, &detail), qPrintable(detail));
-        clsMovimento day(app.db());
-        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 11, 23), day));
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("C"));
-        QVERIFY(!Startup::Abre_conexao(app.ctx(), false, &detail));
+        FolderContext other(folder);
+        QVERIFY(!Startup::Abre_conexao(other.ctx, false, &detail));
         QVERIFY2(detail.contains(QStringLiteral("pertence ao guichê B")), qPrintable(detail));
+        QVERIFY(detail.contains(QStringLiteral("guichê 2")));
+        QVERIFY(Startup::abrirConsulta(other.ctx, &detail)); // reading it stays possible
     }
 
     void shortOrMissingFilesAreNeverRebuilt_data() {
@@ -425,17 +393,15 @@ private slots:
             QSqlDatabase::removeDatabase(QStringLiteral("empty"));
         }
         const qint64 before = QFileInfo(file).size();
-        ScriptedDialogPort dialogs;
-        FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-        AppContext ctx(dir.path(), dialogs, clock);
+        FolderContext run(dir.path());
         QString detail;
-        QVERIFY(!Startup::Abre_conexao(ctx, false, &detail));
+        QVERIFY(!Startup::Abre_conexao(run.ctx, false, &detail));
         QVERIFY2(detail.contains(expected), qPrintable(detail));
         QCOMPARE(QFileInfo(file).size(), before); // untouched, and not created when missing
         QCOMPARE(QFileInfo::exists(file), size != -1);
         if (size >= 0 && size < 512) {
-            QVERIFY(detail.contains(QStringLiteral("copias")));  // what to do
-            QVERIFY(!Startup::Abre_conexao(ctx, true, &detail)); // not even by iniciar
+            QVERIFY(detail.contains(QStringLiteral("copias")));      // what to do
+            QVERIFY(!Startup::Abre_conexao(run.ctx, true, &detail)); // not even by iniciar
         }
     }
 
@@ -444,12 +410,10 @@ private slots:
     void damagedDatabasesAreRefused() {
         QTemporaryDir source;
         {
-            ScriptedDialogPort dialogs;
-            FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-            AppContext ctx(source.path(), dialogs, clock);
-            QVERIFY(Startup::Abre_conexao(ctx, true));
+            FolderContext run(source.path());
+            QVERIFY(Startup::Abre_conexao(run.ctx, true));
             for (int i = 1; i <= 300; ++i)
-                QVERIFY(addReceipt(ctx.db, 1 + i / 100, i, code(i)) > 0);
+                QVERIFY(addReceipt(run.ctx.db, 1 + i / 100, i, code(i)) > 0);
         } // closed: the whole database is in caixa.db
         QFile in(source.filePath(QStringLiteral("caixa.db")));
         QVERIFY(in.open(QIODevice::ReadOnly));
@@ -489,11 +453,9 @@ private slots:
             QVERIFY(out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size());
             out.close();
             const bool isDamaged = !sqliteSaysSound(out.fileName());
-            ScriptedDialogPort dialogs;
-            FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-            AppContext ctx(dir.path(), dialogs, clock);
+            FolderContext run(dir.path());
             QString detail;
-            const bool opened = Startup::Abre_conexao(ctx, false, &detail);
+            const bool opened = Startup::Abre_conexao(run.ctx, false, &detail);
             damaged += isDamaged;
             if (isDamaged && !opened) {
                 ++refused;
@@ -510,23 +472,19 @@ private slots:
     void readOnlyFolderStillAnswers() {
         ReadOnlyCopy folder;
         {
-            ScriptedDialogPort dialogs;
-            FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-            AppContext ctx(folder.writable(), dialogs, clock);
-            QVERIFY(Startup::Abre_conexao(ctx, true));
-            QVERIFY(addReceipt(ctx.db, 1, 1, code(1)) > 0);
+            FolderContext run(folder.writable());
+            QVERIFY(Startup::Abre_conexao(run.ctx, true));
+            QVERIFY(addReceipt(run.ctx.db, 1, 1, code(1)) > 0);
         }
         if (!folder.makeReadOnly())
             QSKIP("no read-only folder can be made here");
-        ScriptedDialogPort dialogs;
-        FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
-        AppContext ctx(folder.readOnly(), dialogs, clock);
+        FolderContext run(folder.readOnly());
         QString detail;
-        QVERIFY2(Startup::abrirConsulta(ctx, &detail), qPrintable(detail));
-        QCOMPARE(int(ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT * FROM Recebimentos"))
+        QVERIFY2(Startup::abrirConsulta(run.ctx, &detail), qPrintable(detail));
+        QCOMPARE(int(run.ctx.db.SQLSelect_ReadOnly(QStringLiteral("SELECT * FROM Recebimentos"))
                          ->recordCount()),
                  1);
-        QVERIFY(!ctx.db.SQLExecute(QStringLiteral("DELETE FROM Recebimentos")));
+        QVERIFY(!run.ctx.db.SQLExecute(QStringLiteral("DELETE FROM Recebimentos")));
         QVERIFY(!QFileInfo::exists(folder.readOnly() + QStringLiteral("/caixa.db-shm")));
     }
 };

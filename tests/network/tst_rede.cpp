@@ -156,10 +156,6 @@ struct Counter {
             n += t.startsWith(start) ? 1 : 0;
         return n;
     }
-    QString log() {
-        QFile f(app.path(QStringLiteral("Log.ini")));
-        return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
-    }
 };
 
 const QString kNaoResponde = QStringLiteral("A central da rede");
@@ -241,7 +237,7 @@ private slots:
         QCOMPARE(a.app.count(QStringLiteral("Recebimentos")), 2);
         QCOMPARE(a.pendentes(), 2);
         QCOMPARE(a.shown(kNaoResponde), 1); // told once, logged once
-        QCOMPARE(a.log().count(QStringLiteral("não responde")), 1);
+        QCOMPARE(a.app.log().count(QStringLiteral("não responde")), 1);
         // A late outbox shows the label even while the central answers.
         NetworkStatus::Situacao s = NetworkStatus::consultar(a.app.ctx());
         QVERIFY(!s.ativa && NetworkStatus::mostrarRotulo(s, a.app.clock().now()));
@@ -301,7 +297,7 @@ private slots:
         QCOMPARE(listed[0].VALOR.format(), QStringLiteral("10,05"));
         QVERIFY(!listed[0].estornado);
         QCOMPARE(b.shown(kConflito), 1);
-        QCOMPARE(b.log().count(kConflito), 1);
+        QCOMPARE(b.app.log().count(kConflito), 1);
         QCOMPARE(b.pendentes(), 0);
         NetworkOutbox::enviar(b.app.ctx());
         QCOMPARE(b.conflitos().size(), 1); // listed once
@@ -316,15 +312,12 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("said");
-        QTest::newRow("banco") << "nome"
-                               << "nao_existe"
-                               << "recusou a conexão";
-        QTest::newRow("usuario") << "usuario"
-                                 << "ninguem"
-                                 << "recusou a conexão";
-        QTest::newRow("host") << "host"
-                              << "host-que-nao-existe.invalid"
-                              << "não responde";
+        for (const auto& [key, value, said] :
+             {std::tuple{"nome", "nao_existe", "recusou a conexão"},
+              {"usuario", "ninguem", "recusou a conexão"},
+              {"host", "host-que-nao-existe.invalid", "não responde"}})
+            QTest::newRow(key) << QString::fromUtf8(key) << QString::fromUtf8(value)
+                               << QString::fromUtf8(said);
     }
     void aRefusedConnectionIsToldOnceAndTheCounterGoesOn() {
         QFETCH(QString, key);
@@ -338,7 +331,7 @@ private slots:
         QVERIFY(a.scan(code(2)).showNetworkLabel);
         QCOMPARE(a.shown(kNaoResponde), 1);
         QVERIFY(a.app.dialogs().texts().join(QLatin1Char('|')).contains(said));
-        QCOMPARE(a.log().count(QStringLiteral("Local: Rede: central de recebimentos")), 1);
+        QCOMPARE(a.app.log().count(QStringLiteral("Local: Rede: central de recebimentos")), 1);
         QCOMPARE(a.pendentes(), 1);
     }
 
@@ -494,22 +487,6 @@ private slots:
         QCOMPARE(db.importados, 5);
         QCOMPARE(db.ignorados, 1);
         QCOMPARE(central.count(), 27);
-    }
-
-    void aDatabaseCopiedToAnotherCounterIsRefused() {
-        Central central;
-        Counter a(QStringLiteral("A"), central.db);
-        QVERIFY(a.receive({code(1)}));
-        TestApp other;
-        other.ctx().db.close();
-        QFile::remove(other.path(QStringLiteral("caixa.db")));
-        for (const QString& name : {QStringLiteral("caixa.db"), QStringLiteral("caixa.db-wal")})
-            QVERIFY(!QFile::exists(a.app.path(name)) ||
-                    QFile::copy(a.app.path(name), other.path(name)));
-        other.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
-        QString detail;
-        QVERIFY(!Startup::Abre_conexao(other.ctx(), false, &detail));
-        QVERIFY2(detail.contains(QStringLiteral("pertence ao guichê A")), qPrintable(detail));
     }
 };
 

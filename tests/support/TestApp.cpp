@@ -55,6 +55,11 @@ int TestApp::count(const QString& table, const QString& where) {
     return rs && rs->atRow() ? static_cast<int>(rs->integer(QStringLiteral("N"))) : -1;
 }
 
+QString TestApp::log() const {
+    QFile f(path(QStringLiteral("Log.ini")));
+    return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
+}
+
 void addBackendRows() {
     QTest::addColumn<QString>("backend");
     QTest::newRow("sqlite") << QStringLiteral("sqlite");

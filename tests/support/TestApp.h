@@ -32,6 +32,7 @@ public:
     // Adds an operator directly; answers its id.
     int addUser(const QString& nome, const QString& senha, const QString& tipo, int ativo = 1);
     int count(const QString& table, const QString& where = {});
+    QString log() const; // Log.ini as written, empty when there is none
 
     static QString backendName(Backend b) {
         return b == Backend::SQLite ? QStringLiteral("sqlite") : QStringLiteral("postgres");
@@ -43,6 +44,15 @@ private:
     FixedClock m_clock;
     std::unique_ptr<AppContext> m_ctx;
     bool m_ok = false;
+};
+
+// The program on a folder the test prepared itself (or a second program on the same database):
+// scripted dialogs, the fixed clock, and nothing opened yet.
+struct FolderContext {
+    explicit FolderContext(const QString& folder) : ctx(folder, dialogs, clock) {}
+    ScriptedDialogPort dialogs;
+    FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
+    AppContext ctx;
 };
 
 // Adds the "backend" column with a sqlite and a postgres row to a _data function.
