@@ -1,7 +1,6 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
 #include "AuthCounterPrinter.h"
 #include "CentralNetwork.h"
-#include "CheckDigits.h"
 #include "CommandRibbon.h"
 #include "CounterPrinter.h"
 #include "CounterSession.h"
@@ -13,6 +12,7 @@
 #include "PrinterService.h"
 #include "PrinterWorker.h"
 #include "TestApp.h"
+#include "TestCodes.h"
 #include "Transaction.h"
 #include "TypedLine.h"
 #include "clsRecebimentos.h"
@@ -36,6 +36,7 @@ constexpr int kScannerPause = 200; // longer than the scanner's own Enter
 namespace {
 const QString kOnTime = QStringLiteral("81660000003124004262026113058888888888888888");
 const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
+const QString kFree = QString(17, QLatin1Char('8'));
 
 // Records the documents the counter asked to stamp.
 class StampRecorder : public CounterPrinter {
@@ -53,14 +54,6 @@ public:
         return true;
     }
 };
-
-// A collection guide (value identifier 6, modulo 10) of `kind`, due on `due`.
-QString febraban(const QString& kind, const QDate& due, qint64 cents) {
-    const QString body = QStringLiteral("816") +
-                         QStringLiteral("0%1").arg(cents, 10, 10, QLatin1Char('0')) + kind +
-                         due.toString(QStringLiteral("yyyyMMdd")) + QString(17, QLatin1Char('8'));
-    return body.left(3) + Modulo10_arrecadacao(body) + body.mid(3);
-}
 
 // The collection line of a 48-digit code as printed: four blocks, each with its check digit
 // after a dash.
@@ -407,8 +400,9 @@ private slots:
         s.scan(kOnTime);
         s.key(Qt::Key_F7);
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(s.w<QTreeView>("lstLancado")));
-        QTest::keyClicks(QApplication::focusWidget(),
-                         febraban(QStringLiteral("0426"), QDate(2026, 11, 30), 1000));
+        QTest::keyClicks(
+            QApplication::focusWidget(),
+            TestCodes::guide(QStringLiteral("0426"), 1000, QStringLiteral("20261130"), kFree));
         QCOMPARE(s.soma()->topLevelItemCount(), 2);
         s.key(Qt::Key_F7);
         QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("500"));

@@ -11,6 +11,7 @@
 #include "QtDialogPort.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
+#include "TestCodes.h"
 #include "frmFrente.h"
 
 #include <QAbstractButton>
@@ -31,13 +32,7 @@ constexpr int kLook = 450;   // when the cashier looks and answers, after the wi
 
 const QString kOnTime = QStringLiteral("81660000003124004262026113058888888888888888");
 const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
-
-QString febraban(const QString& kind, const QDate& due, qint64 cents) {
-    const QString body = QStringLiteral("816") +
-                         QStringLiteral("0%1").arg(cents, 10, 10, QLatin1Char('0')) + kind +
-                         due.toString(QStringLiteral("yyyyMMdd")) + QString(17, QLatin1Char('8'));
-    return body.left(3) + Modulo10_arrecadacao(body) + body.mid(3);
-}
+const QString kFree = QString(17, QLatin1Char('8'));
 
 // A bank slip of kind 12345 (positions 20-24) whose general check digit is wrong.
 QString slipWithWrongDigit() {
@@ -207,13 +202,16 @@ private slots:
             << "received" << kOnTime << QStringList{}
             << QStringList{QStringLiteral("frmContaLancada|Aviso|Conta já Recebida!!!")} << "" << 0;
         QTest::newRow("earlier year, blocked")
-            << "" << febraban(QStringLiteral("0426"), QDate(2025, 12, 1), 5000) << QStringList{}
+            << ""
+            << TestCodes::guide(QStringLiteral("0426"), 5000, QStringLiteral("20251201"), kFree)
+            << QStringList{}
             << QStringList{QStringLiteral(
                    "frmBloqueia|Bloqueia Conta|Não pode ser recebida!!!\nConta de um ano "
                    "anterior.")}
             << "TAXAS DIVERSAS" << 0;
         QTest::newRow("earlier year, overdue refused")
-            << "" << febraban(QStringLiteral("0425"), QDate(2025, 12, 1), 5000)
+            << ""
+            << TestCodes::guide(QStringLiteral("0425"), 5000, QStringLiteral("20251201"), kFree)
             << QStringList{"OK", "Command2"}
             << QStringList{QStringLiteral("frmContavencida|Conta vencida.|Conta de um ano "
                                           "anterior.\nVerifique os dados antes de\nreceber "
