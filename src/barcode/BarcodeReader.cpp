@@ -67,6 +67,14 @@ std::optional<GuideKind> BarcodeReader::Busca_padrao(const QString& idtipo) {
     return kinds->first();
 }
 
+std::optional<GuideKind> BarcodeReader::kindOf(const QString& idtipo) {
+    // One look-up per IDTIPO and read: the layouts, the year block and the interest ask again.
+    auto it = m_kindsRead.find(idtipo);
+    if (it == m_kindsRead.end())
+        it = m_kindsRead.insert(idtipo, Busca_padrao(idtipo));
+    return *it;
+}
+
 bool BarcodeReader::Conta_recebida(const QString& code) {
     // Exactly one local row: the reading's rule. The recorder itself never writes a code twice.
     const auto n = clsRecebimentos::contarCodigo(m_ctx.db, code);
@@ -152,6 +160,7 @@ bool BarcodeReader::fillKinds(const QString& code, ReadingDecision& d) {
 ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const QDate& working,
                                                      const QStringList& customerBarcodes) {
     ReadingDecision d;
+    m_kindsRead.clear();
     if (code.size() != 44)
         return d;
     if (duplicate(code, customerBarcodes, d))
@@ -161,13 +170,13 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         d.clearField = true;
         return d;
     }
-    if (isPadrao(Busca_padrao(code.mid(15, 4)), GuideKind::Padrao::Febraban)) {
+    if (isPadrao(kindOf(code.mid(15, 4)), GuideKind::Padrao::Febraban)) {
         febraban(code, working, d);
         return d;
     }
     const QStringList slipKinds = {code.mid(19, 5), code.mid(29, 5)};
-    if (isPadrao(Busca_padrao(slipKinds[0]), GuideKind::Padrao::Cnab) ||
-        isPadrao(Busca_padrao(slipKinds[1]), GuideKind::Padrao::Cnab)) {
+    if (isPadrao(kindOf(slipKinds[0]), GuideKind::Padrao::Cnab) ||
+        isPadrao(kindOf(slipKinds[1]), GuideKind::Padrao::Cnab)) {
         d.route = ReadingDecision::Route::Cnab;
         bankSlip(code, working, slipKinds, d);
         return d;
@@ -187,7 +196,7 @@ bool BarcodeReader::yearBlocked(const QDate& due, const QDate& working, const QS
         return false;
     bool block = false;
     for (const QString& k : kinds)
-        if (const auto kind = Busca_padrao(k))
+        if (const auto kind = kindOf(k))
             block = block || kind->bloqueio;
     if (block) {
         notice(d, QStringLiteral("frmBloqueia"), QStringLiteral("Bloqueia Conta"),
@@ -230,7 +239,7 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
     if (yearBlocked(d.vencimento, working, {kind}, d))
         return;
     // Kind 0425 charges interest on the guides whose last digit is 3, whatever its JUROS.
-    const auto k = Busca_padrao(kind);
+    const auto k = kindOf(kind);
     d.juros =
         (k && k->juros) || (kind == QLatin1String("0425") && code.mid(43, 1) == QLatin1String("3"));
     d.route = ReadingDecision::Route::Febraban;
@@ -267,7 +276,7 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
         return;
     if (d.route == ReadingDecision::Route::Cnab)
         for (const QString& k : kinds)
-            if (const auto kind = Busca_padrao(k))
+            if (const auto kind = kindOf(k))
                 d.juros = d.juros || kind->juros;
     d.outcome = ReadingDecision::Outcome::Aceito;
 }

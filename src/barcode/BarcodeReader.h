@@ -4,6 +4,7 @@
 #include "Money.h"
 
 #include <QDate>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <functional>
@@ -89,6 +90,7 @@ private:
     bool duplicate(const QString& code, const QStringList& customerBarcodes, ReadingDecision& d);
     // nullopt when the central did not answer in time.
     std::optional<bool> recebidaRede(const QString& code);
+    std::optional<GuideKind> kindOf(const QString& idtipo);
     bool fillKinds(const QString& code, ReadingDecision& d);
     void febraban(const QString& code, const QDate& working, ReadingDecision& d);
     void bankSlip(const QString& code, const QDate& working, const QStringList& kinds,
@@ -100,4 +102,5 @@ private:
     void runtimeError(ReadingDecision& d, const QString& what);
 
     AppContext& m_ctx;
+    QHash<QString, std::optional<GuideKind>> m_kindsRead; // this read's Busca_padrao answers
 };

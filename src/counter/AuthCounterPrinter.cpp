@@ -6,12 +6,12 @@
 #include "PaymentRecorder.h"
 #include "PrinterService.h"
 #include "PrinterWorker.h"
+#include "TextFile.h"
 #include "clsAutenticadora.h"
 #include "clsMovimento.h"
 
 #include <QDir>
 #include <QEventLoop>
-#include <QFile>
 #include <memory>
 
 namespace {
@@ -189,15 +189,9 @@ bool AuthCounterPrinter::cupom(const QList<RecordedReceipt>& rows, const QString
 
 bool AuthCounterPrinter::couponFile(const QStringList& lines) {
     const QString dir = m_ctx.filePath(QStringLiteral("Cupons"));
-    if (!QDir().mkpath(dir))
-        return false;
-    QFile f(QDir(dir).filePath(
-        QStringLiteral("cupom_%1.txt")
-            .arg(m_ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    QByteArray bytes;
-    for (const QString& l : lines)
-        bytes += l.toLatin1() + "\r\n";
-    return f.write(bytes) == bytes.size();
+    return QDir().mkpath(dir) &&
+           TextFile::writeAll(QDir(dir).filePath(QStringLiteral("cupom_%1.txt")
+                                                     .arg(m_ctx.clock.now().toString(
+                                                         QStringLiteral("yyyyMMdd_hhmmss_zzz")))),
+                              lines);
 }

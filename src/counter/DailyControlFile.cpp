@@ -69,13 +69,6 @@ QStringList DailyControlFile::header(const AppContext& ctx, const clsMovimento& 
             QString(79, QLatin1Char('-'))};
 }
 
-bool DailyControlFile::writeHeader(AppContext& ctx, const clsMovimento& mov) {
-    const QString p = path(ctx, mov.MDATA);
-    if (QFile::exists(p))
-        return true;
-    return write(ctx, p, header(ctx, mov), true);
-}
-
 QString DailyControlFile::receiptLine(int autentica, const QString& hora, const QString& kindColumn,
                                       Money valor, const QString& codbarra) {
     return QStringLiteral("%1 %2 %3 %4 %5")

@@ -20,8 +20,6 @@ struct RecordedReceipt;
 class DailyControlFile {
 public:
     static QString path(const AppContext& ctx, const QDate& day);
-    // Writes the header unless the file is already there (a resumed day keeps its file).
-    static bool writeHeader(AppContext& ctx, const clsMovimento& mov);
     // The payment's lines, when the coupon option is on. A file whose last line was torn (a
     // full disk, a crash) is rebuilt instead of appended to.
     static bool appendReceipts(AppContext& ctx, const QDate& day,

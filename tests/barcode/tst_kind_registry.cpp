@@ -29,7 +29,7 @@ private slots:
     void initTestCase_data() { addBackendRows(); }
 
     void refusals_data() {
-        QTest::addColumn<int>("field"); // which field is blanked or spoiled, see below
+        QTest::addColumn<int>("field"); // which field is blanked or spoiled: IDCOD, IDTIPO ...
         QTest::addColumn<QString>("value");
         QTest::addColumn<int>("outcome");
         QTest::addColumn<int>("focus");
@@ -56,25 +56,13 @@ private slots:
         QFETCH(int, outcome);
         QFETCH(int, focus);
         KindRegistry::Input in = kind(50);
-        switch (field) {
-        case 0:
+        using I = KindRegistry::Input;
+        static constexpr QString I::*kText[] = {nullptr,    &I::idtipo, &I::descricao,
+                                                &I::padrao, &I::juros,  &I::bloqueio};
+        if (field == 0)
             in.idcod = value.isEmpty() ? std::nullopt : std::optional<int>(value.toInt());
-            break;
-        case 1:
-            in.idtipo = value;
-            break;
-        case 2:
-            in.descricao = value;
-            break;
-        case 3:
-            in.padrao = value;
-            break;
-        case 4:
-            in.juros = value;
-            break;
-        default:
-            in.bloqueio = value;
-        }
+        else
+            in.*kText[field] = value;
         const auto r = KindRegistry::gravar(app.db(), in, KindRegistry::Mode::Insert);
         QCOMPARE(int(r.outcome), outcome);
         QCOMPARE(int(r.field), focus);

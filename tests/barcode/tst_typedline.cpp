@@ -109,6 +109,22 @@ private slots:
         QTest::newRow("identifier 2, modulo 10")
             << "812600000010000012342028612310000007000000000778" << Reason::Ok
             << "81260000001000012342026123100000000000000077";
+        // Public lines of other layouts: no due factor, zero value and factor, more segments.
+        QTest::newRow("bradesco card, no factor")
+            << "23794150099001980167035000211405700000000000000" << Reason::Ok
+            << "23797000000000000004150090019801673500021140";
+        QTest::newRow("factor and value zero")
+            << "73990.00004 00001.223320 90126.130344 4 00000000000000" << Reason::Ok
+            << "73994000000000000000000000001223329012613034";
+        QTest::newRow("energy") << "838600000050096000190009000801782309000343062712" << Reason::Ok
+                                << "83860000005096000190000008017823000034306271";
+        QTest::newRow("sanitation") << "858200000007572503282030560708202107539591904460"
+                                    << Reason::Ok << "85820000000572503282035607082021053959190446";
+        QTest::newRow("itau sample, general digit")
+            << "34191.75124 34567.871230 41234.560005 8 92850000026035" << Reason::GeneralDigit
+            << QString();
+        QTest::newRow("slip value changed") << "00191234540000000000000000000000316510000008916"
+                                            << Reason::GeneralDigit << QString();
         QTest::newRow("printed slip")
             << "23793.38128 60005.963347 21000.063301 1 74640000116037" << Reason::Ok
             << "23791746400001160373381260005963342100006330";
@@ -173,23 +189,21 @@ private slots:
         QTest::addColumn<Reason>("reason");
         QTest::addColumn<int>("campo");
         QTest::addColumn<QString>("message");
-        QTest::newRow("length") << Reason::NotALine << -1
-                                << "A linha digitável deve ter 47 (boleto) ou 48 (arrecadação) "
-                                   "números.";
-        QTest::newRow("start") << Reason::NotCollection << -1
-                               << "A linha digitável de 48 números é de arrecadação e começa com "
-                                  "8.";
-        QTest::newRow("segment 0") << Reason::Segment0 << -1
-                                   << "O segmento 0 (segundo número da linha digitável) não existe "
-                                      "na arrecadação.";
-        QTest::newRow("segment 8") << Reason::Segment8 << -1
-                                   << "O segmento 8 (segundo número da linha digitável) não existe "
-                                      "na arrecadação.";
-        QTest::newRow("general") << Reason::GeneralDigit << 0
-                                 << "O dígito verificador geral da linha digitável não confere.";
-        QTest::newRow("field 4") << Reason::Field4 << 4
-                                 << "O dígito verificador do campo 4 da linha digitável não "
-                                    "confere.";
+        const auto row = [](const char* name, Reason r, int campo, const char* message) {
+            QTest::newRow(name) << r << campo << QString::fromUtf8(message);
+        };
+        row("length", Reason::NotALine, -1,
+            "A linha digitável deve ter 47 (boleto) ou 48 (arrecadação) números.");
+        row("start", Reason::NotCollection, -1,
+            "A linha digitável de 48 números é de arrecadação e começa com 8.");
+        row("segment 0", Reason::Segment0, -1,
+            "O segmento 0 (segundo número da linha digitável) não existe na arrecadação.");
+        row("segment 8", Reason::Segment8, -1,
+            "O segmento 8 (segundo número da linha digitável) não existe na arrecadação.");
+        row("general", Reason::GeneralDigit, 0,
+            "O dígito verificador geral da linha digitável não confere.");
+        row("field 4", Reason::Field4, 4,
+            "O dígito verificador do campo 4 da linha digitável não confere.");
     }
     void messages() {
         QFETCH(Reason, reason);

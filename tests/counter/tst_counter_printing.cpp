@@ -1,5 +1,6 @@
 // The counter's printing end to end: opening block, stamps and tape lines of a payment, the
-// coupon and the closing block, as the emulated printer receives them.
+// coupon, the re-stamp and the closing block, as the emulated printer receives them.
+#include "AuditChain.h"
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
@@ -7,8 +8,53 @@
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "TestApp.h"
+#include "TextFile.h"
+#include "clsMovimento.h"
 
 #include <QDir>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+namespace {
+const QString kGuia = QStringLiteral("81660000003124004262026113058888888888888888");
+const QString kBoleto = QStringLiteral("00193165100000089151234500000000000000000000");
+
+// A seeded counter of ANA at guiche 3 printing "PMX" on an emulated Bematech with a document in
+// place; the day is opened once `open()` is called.
+struct Counter {
+    TestApp app;
+    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
+    PrinterService service{app.ctx()};
+    AuthCounterPrinter printer{app.ctx(), service};
+    CounterSession s{app.ctx(), &printer};
+    QList<QList<int>> stamped, missed; // per block of documents
+    explicit Counter(const QString& modelo = QStringLiteral("bematech"),
+                     const QString& modo = QStringLiteral("1")) {
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        for (const auto& [section, key, value] : {std::tuple{"Print", "impressora", modelo},
+                                                  {"Print", "modo", modo},
+                                                  {"Print", "print_cupom", QStringLiteral("1")},
+                                                  {"Mensagem", "cabecalho", QStringLiteral("PMX")},
+                                                  {"Export", "guiche", QStringLiteral("3")}})
+            app.setOption(QLatin1String(section), QLatin1String(key), value);
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        app.ctx().userName = QStringLiteral("ANA");
+        emulator.setDocument(true);
+        service.makeTransport = [this] { return std::make_unique<MemoryTransport>(emulator); };
+        service.sleep = [](int) {};
+        printer.autenticados = [this](const QList<int>& done, const QList<int>& n) {
+            stamped << done;
+            missed << n;
+        };
+        if (modelo == QLatin1String("bematech"))
+            service.abrirPorta();
+    }
+    void open() {
+        QVERIFY(s.day().abrir());
+        app.dialogs().clear();
+    }
+};
+} // namespace
 
 class tst_counter_printing : public QObject {
     Q_OBJECT
@@ -16,164 +62,150 @@ private slots:
     // With the printer switched off in the settings a payment leaves no document waiting for a
     // re-stamp and says nothing about the printer.
     void printerSwitchedOffLeavesNothingToReStamp() {
-        TestApp app;
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                      QStringLiteral("bematech"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        PrinterService service(app.ctx());
-        AuthCounterPrinter printer(app.ctx(), service);
-        QList<int> missed = {-1};
-        printer.autenticados = [&](const QList<int>&, const QList<int>& n) { missed = n; };
-        CounterSession s(app.ctx(), &printer);
-        QVERIFY(s.day().abrir());
-        app.dialogs().clear();
-        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        QVERIFY(s.gravar());
-        QCOMPARE(missed, QList<int>{});
-        QCOMPARE(app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
+        Counter c(QStringLiteral("bematech"), QStringLiteral("0"));
+        c.open();
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        QVERIFY(c.s.gravar());
+        QCOMPARE(c.missed, QList<QList<int>>{{}});
+        QCOMPARE(c.app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
+        QVERIFY(c.emulator.documents().isEmpty());
     }
 
     void wholeDay() {
-        TestApp app;
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                      QStringLiteral("bematech"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
-                      QStringLiteral("PMX"));
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        app.ctx().userName = QStringLiteral("ANA");
-        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
-        emulator.setDocument(true);
-        PrinterService service(app.ctx());
-        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
-        AuthCounterPrinter printer(app.ctx(), service);
-        service.abrirPorta();
-        CounterSession s(app.ctx(), &printer);
-
-        QVERIFY(s.day().abrir());
-        QCOMPARE(emulator.tape().mid(0, 4),
+        Counter c;
+        c.open();
+        QCOMPARE(c.emulator.tape().mid(0, 5),
                  (QStringList{QString(40, QLatin1Char('=')),
                               QStringLiteral("=      ABERTURA DE MOVIMENTO: 001      ="),
                               QStringLiteral("=              GUICHE:  3              ="),
-                              QString(40, QLatin1Char('='))}));
-        QCOMPARE(emulator.tape().at(4), QStringLiteral("DATA/HORA: 23/11/2026 10:00:00"));
+                              QString(40, QLatin1Char('=')),
+                              QStringLiteral("DATA/HORA: 23/11/2026 10:00:00")}));
 
-        QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
-        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        s.tender(Money::fromReais(500));
-        QVERIFY(s.gravar());
-        QCOMPARE(emulator.documents(),
+        QVERIFY(c.s.ler(kGuia).accepted);
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        c.s.tender(Money::fromReais(500));
+        QVERIFY(c.s.gravar());
+        QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R")}));
-        const QStringList tape = emulator.tape();
-        QVERIFY(tape.contains(QStringLiteral("0001 23/11/2026 TAXAS DIVE        312,40")));
-        QVERIFY(tape.contains(QStringLiteral("TOTAL PAGO:                       500,00")));
-        QVERIFY(tape.contains(QStringLiteral("TROCO:                             98,45")));
-        QVERIFY(tape.contains(QStringLiteral(" OPR: ANA")));
-        QVERIFY(tape.contains(QStringLiteral("DATA/HORA: 23-11-26 10:00")));
+        const QStringList tape = c.emulator.tape();
+        for (const char* line :
+             {"0001 23/11/2026 TAXAS DIVE        312,40",
+              "TOTAL PAGO:                       500,00",
+              "TROCO:                             98,45", " OPR: ANA", "DATA/HORA: 23-11-26 10:00"})
+            QVERIFY2(tape.contains(QLatin1String(line)), line);
         for (const QString& line : tape)
             QVERIFY2(line.size() <= 40, qPrintable(line));
 
-        QVERIFY(s.day().encerrar());
-        QVERIFY(s.day().imprimirEncerramento());
+        QVERIFY(c.s.day().encerrar());
+        QVERIFY(c.s.day().imprimirEncerramento());
         QVERIFY(
-            emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
+            c.emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
         QVERIFY(
-            emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
-        QVERIFY(emulator.attributesOff());
-        QVERIFY(!emulator.inDocumentMode());
+            c.emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
+        QVERIFY(c.emulator.attributesOff());
+        QVERIFY(!c.emulator.inDocumentMode());
     }
 
-    // A customer of three documents with the printer switched off: one message, the payment
-    // kept, the documents named for the re-stamp. With the printer back, the last payment and
-    // one receipt by its number are stamped again, after the tape lines kept meanwhile.
-    void switchedOffPrinterAndRestamp() {
-        TestApp app;
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                      QStringLiteral("bematech"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
-                      QStringLiteral("PMX"));
-        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
-        emulator.setDocument(true);
-        PrinterService service(app.ctx());
-        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
-        service.sleep = [](int) {};
-        AuthCounterPrinter printer(app.ctx(), service);
-        QList<QList<int>> missed, stamped;
-        printer.autenticados = [&](const QList<int>& done, const QList<int>& n) {
-            stamped << done;
-            missed << n;
-        };
-        CounterSession s(app.ctx(), &printer);
-        QVERIFY(s.day().abrir());
-
-        emulator.setSilent(true);
-        app.dialogs().clear();
-        QVERIFY(s.ler(QStringLiteral("81660000003124004262026113058888888888888888")).accepted);
-        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        QVERIFY(s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
-        QVERIFY(s.gravar());
-        QCOMPARE(app.dialogs().texts(),
+    // A customer of three documents with the printer silent: one message, the payment kept, the
+    // documents named for the re-stamp. With the printer back, the last payment and one receipt
+    // by its number are stamped again, after the tape lines kept meanwhile.
+    void silentPrinterAndRestamp() {
+        Counter c;
+        c.open();
+        c.emulator.setSilent(true);
+        QVERIFY(c.s.ler(kGuia).accepted);
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        QVERIFY(
+            c.s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+        QVERIFY(c.s.gravar());
+        QCOMPARE(c.app.dialogs().texts(),
                  (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
-        QCOMPARE(app.count(QStringLiteral("Recebimentos")), 3);
-        QCOMPARE(missed, (QList<QList<int>>{{1, 2, 3}}));
-        QCOMPARE(stamped, (QList<QList<int>>{{}}));
-        QVERIFY(emulator.documents().isEmpty());
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 3);
+        QCOMPARE(c.missed, (QList<QList<int>>{{1, 2, 3}}));
+        QCOMPARE(c.stamped, (QList<QList<int>>{{}}));
+        QVERIFY(c.emulator.documents().isEmpty());
 
-        emulator.setSilent(false);
-        app.dialogs().clear();
-        QVERIFY(s.reautenticarUltimo());
-        QCOMPARE(emulator.documents(),
+        c.emulator.setSilent(false);
+        c.app.dialogs().clear();
+        QVERIFY(c.s.reautenticarUltimo());
+        QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
                               QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
-        QCOMPARE(missed.last(), QList<int>{});
-        QCOMPARE(stamped.last(), (QList<int>{1, 2, 3}));
+        QCOMPARE(c.missed.last(), QList<int>{});
+        QCOMPARE(c.stamped.last(), (QList<int>{1, 2, 3}));
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
-        const QStringList tape = emulator.tape();
+        const QStringList tape = c.emulator.tape();
         const QString line1 = QStringLiteral("0001 23/11/2026 TAXAS DIVE        312,40");
         QCOMPARE(tape.count(line1), 2);
-        QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ")));
-        QVERIFY(tape.indexOf(QStringLiteral(" OPR: ")) < tape.lastIndexOf(line1));
-        QVERIFY(s.reautenticar(2));
-        QCOMPARE(emulator.documents().last(),
+        QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ANA")));
+        QVERIFY(tape.indexOf(QStringLiteral(" OPR: ANA")) < tape.lastIndexOf(line1));
+        QVERIFY(c.s.reautenticar(2));
+        QCOMPARE(c.emulator.documents().last(),
                  QStringLiteral("PMX 3 0002 23/11/2026         89,15R"));
-        QVERIFY(!s.reautenticar(9));
-        QCOMPARE(app.dialogs().texts(),
+        QVERIFY(!c.s.reautenticar(9));
+        QCOMPARE(c.app.dialogs().texts(),
                  QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
     }
 
     void textModelCoupon() {
-        TestApp app;
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("txt"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        PrinterService service(app.ctx());
-        AuthCounterPrinter printer(app.ctx(), service);
-        CounterSession s(app.ctx(), &printer);
-        QVERIFY(s.day().abrir());
-        QVERIFY(s.ler(QStringLiteral("00193165100000089151234500000000000000000000")).accepted);
-        s.tender(Money::fromReais(100));
-        QVERIFY(s.gravar());
-        const QStringList files = QDir(app.path(QStringLiteral("Cupons"))).entryList(QDir::Files);
+        Counter c(QStringLiteral("txt"));
+        c.open();
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        c.s.tender(Money::fromReais(100));
+        QVERIFY(c.s.gravar());
+        const QStringList files = QDir(c.app.path(QStringLiteral("Cupons"))).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);
-        QFile f(app.path(QStringLiteral("Cupons/")) + files.first());
+        QFile f(c.app.path(QStringLiteral("Cupons/")) + files.first());
         QVERIFY(f.open(QIODevice::ReadOnly));
         const QByteArray text = f.readAll();
-        QVERIFY(text.contains("TROCO:                             10,85\r\n"));
+        QVERIFY(text.contains("\r\nTROCO:                             10,85\r\n"));
+        QVERIFY(text.endsWith("\r\n"));
+    }
+
+    // The closing prints the audit chain's last hash and leaves a copy of the closed database;
+    // only the newest 30 copies stay.
+    void closingAnchorsTheChainAndCopiesTheDatabase() {
+        Counter c;
+        const QString copies = c.app.path(QStringLiteral("copias"));
+        QVERIFY(QDir().mkpath(copies));
+        for (int day = 1; day <= 30; ++day)
+            QVERIFY(TextFile::writeAll(
+                QDir(copies).filePath(
+                    QStringLiteral("caixa-202610%1-180000.db").arg(day, 2, 10, QLatin1Char('0'))),
+                {}));
+        c.open();
+        QVERIFY(c.s.ler(kGuia).accepted);
+        QVERIFY(c.s.gravar());
+        QVERIFY(c.s.day().encerrar());
+        QVERIFY(c.s.day().imprimirEncerramento());
+        const QString hash = *AuditChain::lastHash(c.app.db());
+        QCOMPARE(c.s.day().movimento().HASH_CADEIA, hash);
+        QVERIFY(c.emulator.tape().contains(QStringLiteral("CADEIA: ") + hash.left(32)));
+        QVERIFY(c.emulator.tape().contains(QString(8, QLatin1Char(' ')) + hash.mid(32)));
+        clsMovimento stored(c.app.db());
+        QVERIFY(stored.SQLSelect(c.s.day().movimento().ID));
+        QCOMPARE(stored.HASH_CADEIA, hash);
+
+        const QStringList kept =
+            QDir(copies).entryList({QStringLiteral("caixa-*.db")}, QDir::Files, QDir::Name);
+        QCOMPARE(kept.size(), 30);
+        QVERIFY(!kept.contains(QStringLiteral("caixa-20261001-180000.db")));
+        QCOMPARE(kept.last(), QStringLiteral("caixa-20261123-100000.db"));
+        {
+            QSqlDatabase copy =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("copy"));
+            copy.setDatabaseName(QDir(copies).filePath(kept.last()));
+            QVERIFY(copy.open());
+            QSqlQuery q(copy);
+            QVERIFY(q.exec(QStringLiteral("SELECT STATUS, HASH_CADEIA FROM Movimento")) &&
+                    q.next());
+            QCOMPARE(q.value(0).toString(), QStringLiteral("FECHADO")); // the closed day itself
+            QCOMPARE(q.value(1).toString(), hash);
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("copy"));
     }
 };
 

@@ -77,20 +77,22 @@ private slots:
         QVERIFY(!CustomerList::fromLines({QStringLiteral("01;xx;1,00")}, back));
     }
 
+    // Tendered for a list of 10,50 and 20,00 (or none), the state and the label.
     void change_data() {
         QTest::addColumn<QString>("tendered");
         QTest::addColumn<bool>("items");
         QTest::addColumn<int>("state");
         QTest::addColumn<QString>("label");
-        QTest::newRow("change") << "50,00" << true << int(ChangeResult::State::Change)
-                                << "Troco: R$ 19,50";
-        QTest::newRow("owes") << "30" << true << int(ChangeResult::State::Owes) << "Deve: R$ 0,50";
-        QTest::newRow("exact") << "30,50" << true << int(ChangeResult::State::Exact)
-                               << "Troco: R$ 0,00";
-        QTest::newRow("no items") << "10,00" << false << int(ChangeResult::State::NoItems)
-                                  << "Não tem ...";
-        QTest::newRow("negative") << "-5,00" << true << int(ChangeResult::State::AmountInvalid)
-                                  << "";
+        using S = ChangeResult::State;
+        auto row = [](const char* name, const char* paid, bool items, S state, const char* label) {
+            QTest::newRow(name) << QString::fromLatin1(paid) << items << int(state)
+                                << QString::fromUtf8(label);
+        };
+        row("change", "50,00", true, S::Change, "Troco: R$ 19,50");
+        row("owes", "30", true, S::Owes, "Deve: R$ 0,50");
+        row("exact", "30,50", true, S::Exact, "Troco: R$ 0,00");
+        row("no items", "10,00", false, S::NoItems, "Não tem ...");
+        row("negative", "-5,00", true, S::AmountInvalid, "");
     }
     void change() {
         QFETCH_GLOBAL(QString, backend);
@@ -280,24 +282,6 @@ private slots:
         QVERIFY(m.SQLSelect(day.movimento().ID));
         QCOMPARE(m.STATUS, QStringLiteral("ABERTO"));
         QCOMPARE(printer.calls.last(), QStringLiteral("reabertura 1"));
-    }
-
-    void sumFileRoundTrip() {
-        TEST_BACKEND();
-        CounterSession s(app.ctx(), nullptr);
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        QVERIFY(s.day().abrir());
-        app.dialogs().clear();
-        QVERIFY(!s.carregarSoma());
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Não há dados!!"));
-        QVERIFY(s.append(item(3, "1.234,56", QString(44, QLatin1Char('7')))));
-        QVERIFY(s.salvarSoma());
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Arquivo salvo com sucesso!!"));
-        s.list().clear();
-        QVERIFY(s.carregarSoma());
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Arquivo carregado com sucesso!!"));
-        QCOMPARE(s.list().total().format(), QStringLiteral("1.234,56"));
-        QCOMPARE(s.list().at(0).codbarra, QString(44, QLatin1Char('7')));
     }
 
     // Scan, F11, record, F12: the recorded guides never come back. A sum file whose items were

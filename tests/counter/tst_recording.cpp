@@ -1,22 +1,15 @@
 // What the counter keeps whatever screen or command drives it: a code is recorded once, amounts
-// stay within the maximum, the control file follows the receipts, the closing anchors the audit
-// chain on the tape and leaves a copy of the database.
-#include "AuditChain.h"
-#include "AuthCounterPrinter.h"
+// and charges stay within the maximum, the control file follows the receipts.
+#include "Acrescimos.h"
 #include "CounterSession.h"
 #include "DailyControlFile.h"
 #include "DemoData.h"
 #include "PaymentRecorder.h"
-#include "PrinterEmulator.h"
-#include "PrinterService.h"
 #include "TestApp.h"
 #include "TextFile.h"
 #include "clsRecebimentos.h"
 
-#include <QDir>
 #include <QFile>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 namespace {
 
@@ -48,10 +41,6 @@ struct Counter {
         return PaymentRecorder::record(app.ctx(), session.day().movimento(), list);
     }
 };
-
-QStringList fileLines(const QString& path) {
-    return TextFile::readLines(path);
-}
 
 } // namespace
 
@@ -116,16 +105,16 @@ private slots:
         const QString path = DailyControlFile::path(c.app.ctx(), QDate(2026, 11, 23));
         QVERIFY(c.session.append(listed(kGuia, "312,40")));
         QVERIFY(c.session.gravar());
-        QCOMPARE(fileLines(path).size(), 4); // coupon off: the header only
+        QCOMPARE(TextFile::readLines(path).size(), 4); // coupon off: the header only
 
         c.app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"),
                         QStringLiteral("1"));
         QVERIFY(c.session.append(listed(kBoleto, "89,15")));
         QVERIFY(c.session.append(listed(QString(), "5,00")));
         QVERIFY(c.session.gravar());
-        QCOMPARE(fileLines(path).size(), 6); // the lines of this payment
-        QVERIFY(c.session.day().abrir());    // resuming rebuilds: the first payment's line too
-        const QStringList whole = fileLines(path);
+        QCOMPARE(TextFile::readLines(path).size(), 6); // the lines of this payment
+        QVERIFY(c.session.day().abrir()); // resuming rebuilds: the first payment's line too
+        const QStringList whole = TextFile::readLines(path);
         QCOMPARE(whole.size(), 7);
         QVERIFY(whole.at(4).startsWith(QStringLiteral("0001 10:00:00 01-IPTU")));
         QVERIFY(whole.at(6).endsWith(clsRecebimentos::kSemCodigo));
@@ -138,68 +127,14 @@ private slots:
         f.close();
         QVERIFY(c.session.append(listed(QString(44, QLatin1Char('6')), "1,00")));
         QVERIFY(c.session.gravar());
-        QCOMPARE(fileLines(path).mid(0, 7), whole);
-        QCOMPARE(fileLines(path).size(), 8);
-        QVERIFY(fileLines(path).last().startsWith(QStringLiteral("0004 ")));
+        QCOMPARE(TextFile::readLines(path).mid(0, 7), whole);
+        QCOMPARE(TextFile::readLines(path).size(), 8);
+        QVERIFY(TextFile::readLines(path).last().startsWith(QStringLiteral("0004 ")));
 
         // The header too is written again when it is gone.
         QVERIFY(QFile::remove(path));
         QVERIFY(c.session.day().encerrar());
-        QCOMPARE(fileLines(path).size(), 8);
-    }
-
-    void closingAnchorsTheChainAndCopiesTheDatabase() {
-        TestApp app;
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                      QStringLiteral("bematech"));
-        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
-        emulator.setDocument(true);
-        PrinterService service(app.ctx());
-        service.makeTransport = [&] { return std::make_unique<MemoryTransport>(emulator); };
-        AuthCounterPrinter printer(app.ctx(), service);
-        service.abrirPorta();
-        CounterSession s(app.ctx(), &printer);
-        // Older copies already there: only the newest 30 stay.
-        const QString copies = app.path(QStringLiteral("copias"));
-        QVERIFY(QDir().mkpath(copies));
-        for (int day = 1; day <= 30; ++day)
-            QFile(QDir(copies).filePath(
-                      QStringLiteral("caixa-202610%1-180000.db").arg(day, 2, 10, QLatin1Char('0'))))
-                .open(QIODevice::WriteOnly);
-
-        QVERIFY(s.day().abrir());
-        QVERIFY(s.ler(kGuia).accepted);
-        QVERIFY(s.gravar());
-        QVERIFY(s.day().encerrar());
-        QVERIFY(s.day().imprimirEncerramento());
-        const QString hash = *AuditChain::lastHash(app.db());
-        QCOMPARE(s.day().movimento().HASH_CADEIA, hash);
-        QVERIFY(emulator.tape().contains(QStringLiteral("CADEIA: ") + hash.left(32)));
-        QVERIFY(emulator.tape().contains(QString(8, QLatin1Char(' ')) + hash.mid(32)));
-        clsMovimento stored(app.db());
-        QVERIFY(stored.SQLSelect(s.day().movimento().ID));
-        QCOMPARE(stored.HASH_CADEIA, hash);
-
-        const QStringList kept =
-            QDir(copies).entryList({QStringLiteral("caixa-*.db")}, QDir::Files, QDir::Name);
-        QCOMPARE(kept.size(), 30);
-        QVERIFY(!kept.contains(QStringLiteral("caixa-20261001-180000.db")));
-        QCOMPARE(kept.last(), QStringLiteral("caixa-20261123-100000.db"));
-        {
-            QSqlDatabase copy =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("copy"));
-            copy.setDatabaseName(QDir(copies).filePath(kept.last()));
-            QVERIFY(copy.open());
-            QSqlQuery q(copy);
-            QVERIFY(q.exec(QStringLiteral("SELECT STATUS, HASH_CADEIA FROM Movimento")) &&
-                    q.next());
-            QCOMPARE(q.value(0).toString(), QStringLiteral("FECHADO")); // the closed day itself
-            QCOMPARE(q.value(1).toString(), hash);
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("copy"));
+        QCOMPARE(TextFile::readLines(path).size(), 8);
     }
 
     void chargesNeverLeaveTheRange_data() {

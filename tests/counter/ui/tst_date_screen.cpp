@@ -101,16 +101,6 @@ private slots:
         QTest::keyClicks(field, keys);
         QCOMPARE(field->date(), date);
     }
-
-    // The title is whole in the title bar, and the screen wide enough for its explanation.
-    void titleFits() {
-        TestApp app;
-        frmData screen(app.ctx());
-        screen.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&screen));
-        QVERIFY(screen.width() >=
-                screen.fontMetrics().horizontalAdvance(screen.windowTitle()) + 160);
-    }
 };
 
 QTEST_MAIN(tst_date_screen)
