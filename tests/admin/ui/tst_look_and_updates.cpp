@@ -4,7 +4,6 @@
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "Skin.h"
-#include "SkinLook.h"
 #include "TestApp.h"
 #include "UpdateCheck.h"
 #include "UpdateOffer.h"
@@ -74,16 +73,6 @@ private slots:
         QVERIFY(qApp->styleSheet().isEmpty());
     }
 
-    void aSkinBrokenAfterwardsFallsBackAtTheStart() {
-        TestApp app;
-        write(app.path(QStringLiteral("minha.qss")), "QLabel { color: navy; ");
-        app.setOption(QStringLiteral("Skin"), QStringLiteral("nome"), QStringLiteral("minha.qss"));
-        SkinLook::apply(app.ctx());
-        QCOMPARE(qApp->styleSheet(), *Skin::read(Skin::defaultPath()));
-        QVERIFY(app.dialogs().shown().isEmpty());
-        QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));
-    }
-
     void theUpdateFolderKeepsATrailingSeparator() {
         TestApp app;
         frmAtualiza form(app.ctx());
@@ -108,9 +97,7 @@ private slots:
         QTest::addColumn<bool>("asked");
         QTest::newRow("present and newer") << QByteArray("99.0.0\r\n") << true;
         QTest::newRow("absent") << QByteArray("-") << false;
-        QTest::newRow("empty") << QByteArray("") << false;
         QTest::newRow("older") << QByteArray("0.0.1") << false;
-        QTest::newRow("binary") << QByteArray("\0\0\0\x01", 4) << false;
     }
 
     void theQuestionOfTheStart() {
