@@ -194,6 +194,34 @@ private slots:
             QStringLiteral("A autenticadora não está habilitada")));
         QCOMPARE(emulator.documents().size(), 1);
     }
+
+    // With no counter up the screen has a printer thread of its own: the click returns while
+    // the printer waits for the document, and the stamp comes when the document does.
+    void aLooseDocumentNeverHoldsTheScreen() {
+        TestApp app;
+        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
+        auto link = EmulatorLink::tcp(emulator);
+        QVERIFY(link);
+        for (const auto& [k, v] : QList<QPair<QString, QString>>{
+                 {QStringLiteral("impressora"), QStringLiteral("bematech")},
+                 {QStringLiteral("modo"), QStringLiteral("1")},
+                 {QStringLiteral("porta"), link->porta()},
+                 {QStringLiteral("espera_documento"), QStringLiteral("5000")}})
+            app.setOption(QStringLiteral("Print"), k, v);
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("A"));
+        app.ctx().workingDate = QDate(2026, 11, 23);
+        frmAutenticar form(app.ctx());
+        form.show();
+        form.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("5,00"));
+        form.findChild<QPushButton*>(QStringLiteral("cmdAutenticar"))->click();
+        QVERIFY(emulator.documents().isEmpty());
+        emulator.setDocument(true);
+        QTRY_COMPARE_WITH_TIMEOUT(emulator.documents(),
+                                  QStringList{QStringLiteral("A 23/11/2026          5,00R")},
+                                  20000);
+        form.close();
+        QVERIFY(app.dialogs().shown().isEmpty());
+    }
 };
 
 QTEST_MAIN(tst_look_and_updates)
