@@ -200,6 +200,11 @@ Options::Result Options::gravar(AppContext& ctx, const Values& values) {
     return r;
 }
 
+QString Options::notWritten(const AppContext& ctx) {
+    return QStringLiteral("Não foi possível gravar o arquivo %1.")
+        .arg(QDir::toNativeSeparators(ctx.iniPath()));
+}
+
 QString Options::message(const Problem& p) {
     const QString where = p.section + QLatin1Char('/') + p.key;
     switch (p.error) {

@@ -68,4 +68,6 @@ public:
     static bool headerSwitchOn(const QString& current);
 
     static QString message(const Problem& p);
+    // A Config.ini that could not be replaced: "Não foi possível gravar o arquivo <path>."
+    static QString notWritten(const AppContext& ctx);
 };

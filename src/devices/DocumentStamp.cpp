@@ -35,15 +35,3 @@ DocumentStamp::Outcome DocumentStamp::preparar(AppContext& ctx, const std::optio
                  ctx.settings.guiche, day, *valor);
     return Outcome::Sent;
 }
-
-DocumentStamp::Outcome DocumentStamp::stamp(AppContext& ctx, PrinterService& printer,
-                                            const std::optional<Money>& valor, QString* sent) {
-    QString text;
-    const Outcome o = preparar(ctx, valor, &text);
-    if (o != Outcome::Sent)
-        return o;
-    if (sent)
-        *sent = text;
-    printer.ImprimeAutenticadora(PrinterOperation::Autenticar, printer.modelo(), text);
-    return Outcome::Sent;
-}

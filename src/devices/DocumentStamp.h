@@ -7,7 +7,6 @@
 #include <optional>
 
 class AppContext;
-class PrinterService;
 
 // A loose document stamped at the counter (no receipt is recorded): the header, the counter,
 // the date of the cash day and the amount, on the authenticating printer.
@@ -27,8 +26,4 @@ public:
     // Checks the amount (positive, fits the stamp) and that the printer is enabled, and composes
     // the line into `text`; Sent means it is ready to be stamped.
     static Outcome preparar(AppContext& ctx, const std::optional<Money>& valor, QString* text);
-    // preparar, then the line to the printer, whose own messages tell the operator how it went.
-    // `sent` receives the line.
-    static Outcome stamp(AppContext& ctx, PrinterService& printer,
-                         const std::optional<Money>& valor, QString* sent = nullptr);
 };

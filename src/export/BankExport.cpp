@@ -1,6 +1,7 @@
 #include "BankExport.h"
 
 #include "AppContext.h"
+#include "BankFileWriter.h"
 #include "CheckDigits.h"
 #include "DialogPort.h"
 #include "clsCodBarra.h"
@@ -104,6 +105,19 @@ void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString&
         return;
     ctx.dialogs.critical(kAviso, failure);
     r.erros << failure;
+}
+
+std::optional<QList<clsRecebimentos>> BankExport::inicia(AppContext& ctx, const Request& rq,
+                                                         BankFileWriter& file, Result& r) {
+    QString error;
+    if (!file.begin(&error)) {
+        falha(ctx, r, error);
+        return std::nullopt;
+    }
+    auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
+    if (!rows)
+        falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
+    return rows;
 }
 
 void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {

@@ -10,7 +10,9 @@
 #include <optional>
 
 class AppContext;
+class BankFileWriter;
 class clsCodBarra;
+class clsRecebimentos;
 
 // What the two bank-file runs (CNAB 240 return file and Febraban 150 file) share: what they are
 // asked, what they answer, and the rules of their settings, folders and records.
@@ -57,6 +59,10 @@ public:
     // A folder that does not exist is refused with a message naming the key.
     static std::optional<QString> pasta(AppContext& ctx, const QString& configured,
                                         const QString& key, Result& r);
+    // Starts the file and reads the receipts the request will write; a failure is shown and
+    // kept in the result.
+    static std::optional<QList<clsRecebimentos>> inicia(AppContext& ctx, const Request& rq,
+                                                        BankFileWriter& file, Result& r);
     // A piece of text for a file name: characters no file name may hold become '_'.
     static QString parteDoNome(const QString& text);
     // Cut to `width` or filled with blanks to it.

@@ -112,16 +112,9 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
     r.arquivo = QDir(*folder).filePath(nomeArquivo(kind.DESCRICAO, agora));
     BankFileWriter file(r.arquivo, ctx.filePath(QStringLiteral("exportar.lock")),
                         QStringLiteral("Cnab*.RET.tmp"));
-    QString error;
-    if (!file.begin(&error)) {
-        BankExport::falha(ctx, r, error);
+    const auto rows = BankExport::inicia(ctx, rq, file, r);
+    if (!rows)
         return r;
-    }
-    const auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
-    if (!rows) {
-        BankExport::falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
-        return r;
-    }
     if (rows->size() > kMaximoRecebimentos) {
         BankExport::falha(ctx, r,
                           QStringLiteral("O arquivo CNAB comporta até %1 recebimentos por lote; "
@@ -149,6 +142,7 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
     }
     records.head = g.resultado(R::HeaderArquivo).toLatin1() + "\r\n" +
                    g.resultado(R::HeaderLote).toLatin1() + "\r\n";
+    QString error;
     if (!file.commit({records.head, records.body, records.tail}, &error)) {
         r.registros = 0;
         BankExport::falha(ctx, r, error);

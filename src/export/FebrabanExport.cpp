@@ -82,19 +82,13 @@ BankExport::Result FebrabanExport::gerar(AppContext& ctx, const BankExport::Requ
         QDir(*folder).filePath(nomeArquivo(estacao(ctx), kind.DESCRICAO, rq.codBanco, agora));
     BankFileWriter file(r.arquivo, ctx.filePath(QStringLiteral("exportar.lock")),
                         QStringLiteral("Feb*.RET.tmp"));
-    QString error;
-    if (!file.begin(&error)) {
-        BankExport::falha(ctx, r, error);
+    const auto rows = BankExport::inicia(ctx, rq, file, r);
+    if (!rows)
         return r;
-    }
-    const auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
-    if (!rows) {
-        BankExport::falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
-        return r;
-    }
     clsGeraFebraban g;
     QByteArray records;
     monta(ctx, rq, *rows, g, records, r);
+    QString error;
     if (r.falhas == 0 && !file.commit({records}, &error))
         BankExport::falha(ctx, r, error);
     r.ok = r.falhas == 0 && r.erros.isEmpty();

@@ -31,10 +31,8 @@ private slots:
                                 << int(e);
         };
         row("counter letter", "Export", "guiche", QStringLiteral("b"), E::None);
-        row("counter digit", "Export", "guiche", QStringLiteral("1"), E::None);
         row("counter of two", "Export", "guiche", QStringLiteral("AB"), E::Guiche);
         row("counter empty", "Export", "guiche", QString(), E::Guiche);
-        row("counter sign", "Export", "guiche", QStringLiteral("-"), E::Guiche);
         row("header of three", "Mensagem", "cabecalho", QStringLiteral("PMX"), E::None);
         row("header of four", "Mensagem", "cabecalho", QStringLiteral("PMXY"), E::Cabecalho);
         row("header of two", "Mensagem", "cabecalho", QStringLiteral(" PM "), E::Cabecalho);
@@ -50,7 +48,6 @@ private slots:
             E::FileFolderMissing);
         row("file in the folder", "Export", "caminho_soma", QStringLiteral("soma.txt"), E::None);
         row("interest 1", "Opcoes", "juros", QStringLiteral("1"), E::None);
-        row("interest 2", "Opcoes", "juros", QStringLiteral("2"), E::None);
         row("interest 3", "Opcoes", "juros", QStringLiteral("3"), E::Juros);
         row("model any case", "Print", "impressora", QStringLiteral("Quattro"), E::None);
         row("unknown model", "Print", "impressora", QStringLiteral("epson"), E::Modelo);

@@ -1,8 +1,6 @@
 // The ordinary printer's selection rules and the stamp of a loose document.
 #include "DocumentStamp.h"
-#include "PrinterEmulator.h"
 #include "PrinterSelection.h"
-#include "PrinterService.h"
 #include "TestApp.h"
 
 class tst_document_stamp : public QObject {
@@ -12,26 +10,15 @@ private slots:
         QTest::addColumn<QString>("entry");
         QTest::addColumn<QString>("driver");
         QTest::addColumn<QString>("port");
-        QTest::newRow("driver, port and times") << "winspool,Ne00:,15,45"
-                                                << "winspool"
-                                                << "Ne00:";
-        QTest::newRow("driver and port") << "winspool,LPT1:,"
-                                         << "winspool"
-                                         << "LPT1:";
-        QTest::newRow("one comma") << "winspool,LPT1:"
-                                   << "winspool"
-                                   << "";
-        QTest::newRow("no comma") << "winspool"
-                                  << ""
-                                  << "";
-        QTest::newRow("empty") << ""
-                               << ""
-                               << "";
-        QTest::newRow("empty driver") << ",USB001,"
-                                      << ""
-                                      << "USB001";
+        auto row = [](const char* tag, const char* entry, const char* driver, const char* port) {
+            QTest::newRow(tag) << entry << driver << port;
+        };
+        row("driver, port and times", "winspool,Ne00:,15,45", "winspool", "Ne00:");
+        row("driver and port", "winspool,LPT1:,", "winspool", "LPT1:");
+        row("one comma", "winspool,LPT1:", "winspool", "");
+        row("no comma", "winspool", "", "");
+        row("empty driver", ",USB001,", "", "USB001");
     }
-
     void portsEntry() {
         QFETCH(QString, entry);
         QFETCH(QString, driver);
@@ -46,28 +33,16 @@ private slots:
         QTest::addColumn<QString>("current");
         QTest::addColumn<QString>("entry");
         QTest::addColumn<QString>("device"); // empty: no change
-        QTest::newRow("change") << "Termica"
-                                << "Laser"
-                                << "winspool,USB001,15,45"
-                                << "Termica,winspool,USB001";
-        QTest::newRow("already current") << "Termica"
-                                         << "Termica"
-                                         << "winspool,USB001,15,45"
-                                         << "";
-        QTest::newRow("empty name") << ""
-                                    << "Laser"
-                                    << "winspool,USB001,15,45"
-                                    << "";
-        QTest::newRow("entry without port") << "Termica"
-                                            << "Laser"
-                                            << "winspool,USB001"
-                                            << "";
-        QTest::newRow("not installed") << "Termica"
-                                       << "Laser"
-                                       << ""
-                                       << "";
+        auto row = [](const char* tag, const char* name, const char* current, const char* entry,
+                      const char* device) {
+            QTest::newRow(tag) << name << current << entry << device;
+        };
+        row("change", "Termica", "Laser", "winspool,USB001,15,45", "Termica,winspool,USB001");
+        row("already current", "Termica", "Termica", "winspool,USB001,15,45", "");
+        row("empty name", "", "Laser", "winspool,USB001,15,45", "");
+        row("entry without port", "Termica", "Laser", "winspool,USB001", "");
+        row("not installed", "Termica", "Laser", "", "");
     }
-
     void defaultDevice() {
         QFETCH(QString, name);
         QFETCH(QString, current);
@@ -76,92 +51,48 @@ private slots:
         QCOMPARE(PrinterSelection::defaultDevice(name, current, entry).value_or(QString()), device);
     }
 
-    void stampLine_data() {
+    // The line, the amounts a stamp refuses and the printer switched off in the settings.
+    void stamp_data() {
+        QTest::addColumn<QString>("modo");
         QTest::addColumn<QString>("printCabecalho");
         QTest::addColumn<QString>("valor");
+        QTest::addColumn<int>("outcome");
         QTest::addColumn<QString>("line");
-        QTest::newRow("header of the counter") << "1"
-                                               << "150,00"
-                                               << "PMX A 23/11/2026        150,00R";
-        QTest::newRow("no header") << "0"
-                                   << "1.234.567,89"
-                                   << "A 23/11/2026  1.234.567,89R";
-        QTest::newRow("key missing") << ""
-                                     << "0,01"
-                                     << "A 23/11/2026          0,01R";
-        QTest::newRow("header text of its own") << "PREFEITURA MUNICIPAL"
-                                                << "10,00"
-                                                << "PREFEITURA A 23/11/2026         10,00R";
+        using O = DocumentStamp::Outcome;
+        auto row = [](const char* tag, const char* modo, const char* cab, const char* valor, O o,
+                      const char* line) {
+            QTest::newRow(tag) << modo << cab << valor << int(o) << line;
+        };
+        row("header of the counter", "1", "1", "150,00", O::Sent,
+            "PMX B 20/11/2026        150,00R");
+        row("no header", "1", "0", "1.234.567,89", O::Sent, "B 20/11/2026  1.234.567,89R");
+        row("key missing", "1", "", "0,01", O::Sent, "B 20/11/2026          0,01R");
+        row("header text of its own", "1", "PREFEITURA MUNICIPAL", "10,00", O::Sent,
+            "PREFEITURA B 20/11/2026         10,00R");
+        row("printer off", "0", "1", "150,00", O::PrinterOff, "");
+        row("zero", "1", "1", "0,00", O::InvalidValue, "");
+        row("negative", "1", "1", "-5,00", O::InvalidValue, "");
+        row("not a value", "1", "1", "abc", O::InvalidValue, "");
+        row("wider than the stamp", "1", "1", "100.000.000,00", O::InvalidValue, "");
     }
-
-    void stampLine() {
+    void stamp() {
+        QFETCH(QString, modo);
         QFETCH(QString, printCabecalho);
         QFETCH(QString, valor);
-        QFETCH(QString, line);
-        const QString header = DocumentStamp::header(printCabecalho, QStringLiteral("PMX"));
-        const QString l = DocumentStamp::line(header, QStringLiteral("A"), QDate(2026, 11, 23),
-                                              *Money::parse(valor));
-        QCOMPARE(l, line);
-        QVERIFY(l.size() <= 40);
-    }
-
-    void stampOnThePrinter_data() {
-        QTest::addColumn<QString>("modo");
-        QTest::addColumn<QString>("valor");
-        QTest::addColumn<bool>("document");
-        QTest::addColumn<int>("outcome");
-        QTest::addColumn<QString>("message");
-        using O = DocumentStamp::Outcome;
-        QTest::newRow("stamped") << "1"
-                                 << "150,00" << true << int(O::Sent) << "";
-        QTest::newRow("no document")
-            << "1"
-            << "150,00" << false << int(O::Sent) << PrinterService::kTempoExcedido;
-        QTest::newRow("printer off") << "0"
-                                     << "150,00" << true << int(O::PrinterOff) << "";
-        QTest::newRow("zero") << "1"
-                              << "0,00" << true << int(O::InvalidValue) << "";
-        QTest::newRow("negative") << "1"
-                                  << "-5,00" << true << int(O::InvalidValue) << "";
-        QTest::newRow("not a value") << "1"
-                                     << "abc" << true << int(O::InvalidValue) << "";
-        QTest::newRow("wider than the stamp")
-            << "1"
-            << "100.000.000,00" << true << int(O::InvalidValue) << "";
-    }
-
-    void stampOnThePrinter() {
-        QFETCH(QString, modo);
-        QFETCH(QString, valor);
-        QFETCH(bool, document);
         QFETCH(int, outcome);
-        QFETCH(QString, message);
+        QFETCH(QString, line);
         TestApp app;
-        app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                      QStringLiteral("bematech"));
         app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), modo);
-        app.setOption(QStringLiteral("Print"), QStringLiteral("cabecalho"), QStringLiteral("1"));
+        app.setOption(QStringLiteral("Print"), QStringLiteral("cabecalho"), printCabecalho);
         app.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"),
                       QStringLiteral("PMX"));
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
         app.ctx().workingDate = QDate(2026, 11, 20);
-        PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
-        emulator.setDocument(document);
-        PrinterService service(app.ctx());
-        service.makeTransport = [&emulator] { return std::make_unique<MemoryTransport>(emulator); };
-        service.sleep = [](int) {};
-        service.documentTimeoutMs = 50;
-        QString sent;
-        QCOMPARE(int(DocumentStamp::stamp(app.ctx(), service, Money::parse(valor), &sent)),
-                 outcome);
-        const bool stamped = outcome == int(DocumentStamp::Outcome::Sent) && document;
-        QCOMPARE(emulator.documents(),
-                 stamped ? QStringList{QStringLiteral("PMX B 20/11/2026        150,00R")}
-                         : QStringList{});
-        if (message.isEmpty())
-            QVERIFY(app.dialogs().shown().isEmpty());
-        else
-            QCOMPARE(app.dialogs().last().text, message);
+        QString text;
+        QCOMPARE(int(DocumentStamp::preparar(app.ctx(), Money::parse(valor), &text)), outcome);
+        QCOMPARE(text, line);
+        QVERIFY(text.size() <= 40);
+        QVERIFY(app.dialogs().shown().isEmpty());
     }
 };
 

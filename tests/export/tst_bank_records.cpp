@@ -83,6 +83,33 @@ QString cnabMask(clsGeraCnab g) {
     return m;
 }
 
+// Each property and the records that carry it (the mask of cnabMask).
+struct CnabWidth {
+    const char* name;
+    QString clsGeraCnab::*field;
+    const char* mask;
+};
+const CnabWidth kCnabWidths[] = {{"COD_BANCO", &clsGeraCnab::COD_BANCO, "000000"},
+                                 {"NUM_INSC_EMP", &clsGeraCnab::NUM_INSC_EMP, "001111"},
+                                 {"AGENCIA", &clsGeraCnab::AGENCIA, "000111"},
+                                 {"DIG_AGENCIA", &clsGeraCnab::DIG_AGENCIA, "001111"},
+                                 {"CONVENIO", &clsGeraCnab::CONVENIO, "000111"},
+                                 {"NOME_EMP", &clsGeraCnab::NOME_EMP, "001111"},
+                                 {"NOME_BANCO", &clsGeraCnab::NOME_BANCO, "011111"},
+                                 {"DATA_ARQUIVO", &clsGeraCnab::DATA_ARQUIVO, "001011"},
+                                 {"HORA_ARQUIVO", &clsGeraCnab::HORA_ARQUIVO, "011111"},
+                                 {"NSARQUIVO", &clsGeraCnab::NSARQUIVO, "001111"},
+                                 {"NSREGISTRO", &clsGeraCnab::NSREGISTRO, "110011"},
+                                 {"MODAL_NOSSO_NUM", &clsGeraCnab::MODAL_NOSSO_NUM, "110111"},
+                                 {"IDENT_TITULO_BANCO", &clsGeraCnab::IDENT_TITULO_BANCO, "110111"},
+                                 {"DATA_VENC_TITULO", &clsGeraCnab::DATA_VENC_TITULO, "110111"},
+                                 {"VALOR_TITULO", &clsGeraCnab::VALOR_TITULO, "110111"},
+                                 {"JUROS_MULTA", &clsGeraCnab::JUROS_MULTA, "111011"},
+                                 {"VALOR_PAGO_SACADO", &clsGeraCnab::VALOR_PAGO_SACADO, "111011"},
+                                 {"VALOR_LIQUIDO", &clsGeraCnab::VALOR_LIQUIDO, "111011"},
+                                 {"QUANT_REG_LOTE", &clsGeraCnab::QUANT_REG_LOTE, "111101"},
+                                 {"QUANT_REG_ARQ", &clsGeraCnab::QUANT_REG_ARQ, "111110"}};
+
 QString febMask(clsGeraFebraban g) {
     QString m;
     for (bool ok : {g.Gera_header(), g.Gera_content(), g.Gera_footer()})
@@ -145,72 +172,24 @@ private slots:
 
     // A property one character short or long fails every record that carries it and no other.
     void cnabWrongWidth_data() {
-        QTest::addColumn<QString>("property");
-        QTest::addColumn<QString>("mask");
-        const QList<QPair<const char*, const char*>> rows = {{"COD_BANCO", "000000"},
-                                                             {"NUM_INSC_EMP", "001111"},
-                                                             {"AGENCIA", "000111"},
-                                                             {"DIG_AGENCIA", "001111"},
-                                                             {"CONVENIO", "000111"},
-                                                             {"NOME_EMP", "001111"},
-                                                             {"NOME_BANCO", "011111"},
-                                                             {"DATA_ARQUIVO", "001011"},
-                                                             {"HORA_ARQUIVO", "011111"},
-                                                             {"NSARQUIVO", "001111"},
-                                                             {"NSREGISTRO", "110011"},
-                                                             {"MODAL_NOSSO_NUM", "110111"},
-                                                             {"IDENT_TITULO_BANCO", "110111"},
-                                                             {"DATA_VENC_TITULO", "110111"},
-                                                             {"VALOR_TITULO", "110111"},
-                                                             {"JUROS_MULTA", "111011"},
-                                                             {"VALOR_PAGO_SACADO", "111011"},
-                                                             {"VALOR_LIQUIDO", "111011"},
-                                                             {"QUANT_REG_LOTE", "111101"},
-                                                             {"QUANT_REG_ARQ", "111110"}};
-        for (const auto& [p, m] : rows) {
-            QTest::newRow(QByteArray(p).append(" short"))
-                << QString::fromLatin1(p) << QString::fromLatin1(m);
-            QTest::newRow(QByteArray(p).append(" long"))
-                << QString::fromLatin1(p) << QString::fromLatin1(m);
-        }
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("delta");
+        for (int i = 0; i < int(std::size(kCnabWidths)); ++i)
+            for (int delta : {-1, 1})
+                QTest::newRow(QByteArray(kCnabWidths[i].name) + (delta < 0 ? " short" : " long"))
+                    << i << delta;
     }
     void cnabWrongWidth() {
-        QFETCH(QString, property);
-        QFETCH(QString, mask);
-        const bool shorter = QByteArray(QTest::currentDataTag()).endsWith("short");
+        QFETCH(int, index);
+        QFETCH(int, delta);
         clsGeraCnab g = filledCnab();
         QCOMPARE(cnabMask(g), QStringLiteral("111111"));
-        QString* value = nullptr;
-        const QList<QPair<QString, QString*>> props = {
-            {QStringLiteral("COD_BANCO"), &g.COD_BANCO},
-            {QStringLiteral("NUM_INSC_EMP"), &g.NUM_INSC_EMP},
-            {QStringLiteral("AGENCIA"), &g.AGENCIA},
-            {QStringLiteral("DIG_AGENCIA"), &g.DIG_AGENCIA},
-            {QStringLiteral("CONVENIO"), &g.CONVENIO},
-            {QStringLiteral("NOME_EMP"), &g.NOME_EMP},
-            {QStringLiteral("NOME_BANCO"), &g.NOME_BANCO},
-            {QStringLiteral("DATA_ARQUIVO"), &g.DATA_ARQUIVO},
-            {QStringLiteral("HORA_ARQUIVO"), &g.HORA_ARQUIVO},
-            {QStringLiteral("NSARQUIVO"), &g.NSARQUIVO},
-            {QStringLiteral("NSREGISTRO"), &g.NSREGISTRO},
-            {QStringLiteral("MODAL_NOSSO_NUM"), &g.MODAL_NOSSO_NUM},
-            {QStringLiteral("IDENT_TITULO_BANCO"), &g.IDENT_TITULO_BANCO},
-            {QStringLiteral("DATA_VENC_TITULO"), &g.DATA_VENC_TITULO},
-            {QStringLiteral("VALOR_TITULO"), &g.VALOR_TITULO},
-            {QStringLiteral("JUROS_MULTA"), &g.JUROS_MULTA},
-            {QStringLiteral("VALOR_PAGO_SACADO"), &g.VALOR_PAGO_SACADO},
-            {QStringLiteral("VALOR_LIQUIDO"), &g.VALOR_LIQUIDO},
-            {QStringLiteral("QUANT_REG_LOTE"), &g.QUANT_REG_LOTE},
-            {QStringLiteral("QUANT_REG_ARQ"), &g.QUANT_REG_ARQ}};
-        for (const auto& [name, ptr] : props)
-            if (name == property)
-                value = ptr;
-        QVERIFY(value);
-        if (shorter)
-            value->chop(1);
+        QString& value = g.*kCnabWidths[index].field;
+        if (delta < 0)
+            value.chop(1);
         else
-            value->append(QLatin1Char('0'));
-        QCOMPARE(cnabMask(g), mask);
+            value.append(QLatin1Char('0'));
+        QCOMPARE(cnabMask(g), QLatin1String(kCnabWidths[index].mask));
     }
 
     void febrabanWrongWidth_data() {

@@ -61,10 +61,8 @@ void frmAtualiza::gravar() {
     const Options::Result r = Options::gravar(
         m_ctx, {{QStringLiteral("Opcoes"), QStringLiteral("Atualiza"), m_caminho->text()}});
     if (r.problem || !r.written) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"),
-                               r.problem ? Options::message(*r.problem)
-                                         : QStringLiteral("Não foi possível gravar o arquivo %1.")
-                                               .arg(QDir::toNativeSeparators(m_ctx.iniPath())));
+        m_ctx.dialogs.critical(QStringLiteral("Aviso"), r.problem ? Options::message(*r.problem)
+                                                                  : Options::notWritten(m_ctx));
         return;
     }
     accept();

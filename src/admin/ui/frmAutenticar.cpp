@@ -7,6 +7,7 @@
 #include "DocumentStamp.h"
 #include "Money.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -22,9 +23,15 @@ const QString kAviso = QStringLiteral("Aviso");
 frmAutenticar::frmAutenticar(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmAutenticar"));
     setWindowTitle(QStringLiteral("Autenticação de Documentos"));
-    // With the counter up, its printer thread stamps; otherwise this screen drives the printer.
-    if (!ctx.printerJobs)
-        m_own = std::make_unique<PrinterService>(ctx);
+    // With the counter up, its printer thread stamps; otherwise a printer thread of this screen
+    // does. Either way the screen never waits for the document or the printer's answer.
+    if (!ctx.printerJobs) {
+        m_own = std::make_unique<PrinterWorker>(ctx);
+        connect(m_own.get(), &PrinterWorker::aviso, this,
+                [this](const QString& title, const QString& text, int icon) {
+                    m_ctx.dialogs.message(title, text, DialogIcon(icon), DialogButtons::Ok);
+                });
+    }
     const QDate day = ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today();
     auto info = [this](const char* name, const QString& text) {
         auto* l = new QLabel(text, this);
@@ -73,7 +80,7 @@ frmAutenticar::~frmAutenticar() = default;
 void frmAutenticar::showEvent(QShowEvent* event) {
     // The counter keeps its own printer open; only a printer of this screen is opened here.
     if (m_own && !m_portOpen) {
-        m_own->abrirPorta();
+        m_own->post([](PrinterService& p) { p.abrirPorta(); });
         m_portOpen = true;
     }
     QDialog::showEvent(event);
@@ -81,7 +88,7 @@ void frmAutenticar::showEvent(QShowEvent* event) {
 
 void frmAutenticar::done(int result) {
     if (m_own && m_portOpen) {
-        m_own->fecharPorta(false);
+        m_own->post([](PrinterService& p) { p.fecharPorta(false); });
         m_portOpen = false;
     }
     QDialog::done(result);
@@ -90,9 +97,7 @@ void frmAutenticar::done(int result) {
 void frmAutenticar::autenticar() {
     QString sent;
     const auto valor = Money::parse(m_valor->text());
-    const auto outcome = m_own ? DocumentStamp::stamp(m_ctx, *m_own, valor, &sent)
-                               : DocumentStamp::preparar(m_ctx, valor, &sent);
-    switch (outcome) {
+    switch (DocumentStamp::preparar(m_ctx, valor, &sent)) {
     case DocumentStamp::Outcome::InvalidValue:
         m_ctx.dialogs.warn(kAviso, QStringLiteral("Informe o valor do documento!!"));
         m_valor->selectAll();
@@ -103,13 +108,19 @@ void frmAutenticar::autenticar() {
                                                   "Impressão: \"Habilitar a autenticadora?\")."));
         return;
     case DocumentStamp::Outcome::Sent:
-        if (!m_own)
-            m_ctx.printerJobs([sent](PrinterService& p) {
-                p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), sent);
-            });
+        post([sent](PrinterService& p) {
+            p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), sent);
+        });
         break;
     }
     m_ultima->setText(sent);
     m_valor->clear();
     m_valor->setFocus();
+}
+
+void frmAutenticar::post(std::function<void(PrinterService&)> job) {
+    if (m_own)
+        m_own->post(std::move(job));
+    else
+        m_ctx.printerJobs(std::move(job));
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <memory>
 
 class AppContext;
 class PrinterService;
+class PrinterWorker;
 class QLabel;
 class QLineEdit;
 
@@ -22,9 +24,10 @@ protected:
 
 private:
     void autenticar();
+    void post(std::function<void(PrinterService&)> job);
 
     AppContext& m_ctx;
-    std::unique_ptr<PrinterService> m_own; // when no printer is kept open by the counter
+    std::unique_ptr<PrinterWorker> m_own; // when no printer is kept open by the counter
     bool m_portOpen = false;
     QLineEdit* m_valor; // mskvalor
     QLabel* m_ultima;   // lblUltima

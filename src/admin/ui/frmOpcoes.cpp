@@ -420,8 +420,7 @@ void frmOpcoes::gravar() {
         return;
     }
     if (!r.written) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Não foi possível gravar o arquivo %1.")
-                                           .arg(QDir::toNativeSeparators(m_ctx.iniPath())));
+        m_ctx.dialogs.critical(kAviso, Options::notWritten(m_ctx));
         return;
     }
     accept();

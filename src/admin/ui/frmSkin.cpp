@@ -75,9 +75,7 @@ void frmSkin::gravar() {
         return;
     }
     if (!r.written) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"),
-                               QStringLiteral("Não foi possível gravar o arquivo %1.")
-                                   .arg(QDir::toNativeSeparators(m_ctx.iniPath())));
+        m_ctx.dialogs.critical(QStringLiteral("Aviso"), Options::notWritten(m_ctx));
         return;
     }
     SkinLook::apply(m_ctx);

@@ -3,79 +3,30 @@
 #include "AppContext.h"
 #include "DialogPort.h"
 
-#include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
-#include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QTreeWidget>
-#include <QVBoxLayout>
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
 
 const QString frmUsuarios::kAutNum = QStringLiteral("Aut.Num.");
 const QString frmUsuarios::kUltimoAdministrador = QStringLiteral(
     "Este é o único administrador: sem ele nenhuma entrada de administrador poderá ser aberta. "
     "Deseja excluir assim mesmo?");
 
-frmUsuarios::frmUsuarios(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
+frmUsuarios::frmUsuarios(AppContext& ctx, QWidget* parent) : RegistryScreen(ctx, parent) {
     setObjectName(QStringLiteral("frmUsuarios"));
     setWindowTitle(QStringLiteral("Cadastro de Usuários"));
-    auto* menu = new QMenuBar(this);
-    auto* excluirAction = new QAction(QStringLiteral("&Excluir"), this);
-    excluirAction->setObjectName(QStringLiteral("mnuexcluir"));
-    connect(excluirAction, &QAction::triggered, this, &frmUsuarios::excluir);
-    menu->addMenu(QStringLiteral("&Usuário"))->addAction(excluirAction);
-    m_tabs = new QTabWidget(this);
-    m_tabs->setObjectName(QStringLiteral("SSTab1"));
-    m_tabs->addTab(buildList(), QStringLiteral("Consulta"));
-    m_tabs->addTab(buildForm(), QStringLiteral("Cadastro"));
-    findChild<QToolButton*>(QStringLiteral("cmdExcluir"))->setDefaultAction(excluirAction);
-    auto* layout = new QVBoxLayout(this);
-    layout->setMenuBar(menu);
-    layout->addWidget(m_tabs);
+    build({QStringLiteral("&Usuário"),
+           {QStringLiteral("Nome"), QStringLiteral("Tipo"), QStringLiteral("Ativo"),
+            QStringLiteral("Código")},
+           "cmdEditar",
+           "cmdNovo",
+           QStringLiteral("&Gravar")},
+          buildForm());
     resize(560, 440);
     Lista_users();
-}
-
-QWidget* frmUsuarios::buildList() {
-    auto* page = new QWidget(this);
-    m_list = new QTreeWidget(page);
-    m_list->setObjectName(QStringLiteral("ListView1"));
-    m_list->setRootIsDecorated(false);
-    m_list->setAlternatingRowColors(true);
-    m_list->setHeaderLabels({QStringLiteral("Nome"), QStringLiteral("Tipo"),
-                             QStringLiteral("Ativo"), QStringLiteral("Código")});
-    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    connect(m_list, &QTreeWidget::itemDoubleClicked, this, &frmUsuarios::editar);
-    auto button = [page](const char* name, const QString& text) {
-        auto* b = new QPushButton(text, page);
-        b->setObjectName(QLatin1String(name));
-        return b;
-    };
-    auto* editar = button("cmdEditar", QStringLiteral("&Alterar"));
-    connect(editar, &QPushButton::clicked, this, &frmUsuarios::editar);
-    auto* novo = button("cmdNovo", QStringLiteral("&Novo"));
-    connect(novo, &QPushButton::clicked, this, &frmUsuarios::novo);
-    auto* del = new QToolButton(page);
-    del->setObjectName(QStringLiteral("cmdExcluir"));
-    auto* row = new QHBoxLayout;
-    row->addWidget(editar);
-    row->addWidget(novo);
-    row->addWidget(del);
-    row->addStretch();
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(m_list, 1);
-    layout->addLayout(row);
-    return page;
 }
 
 QWidget* frmUsuarios::buildForm() {
@@ -97,26 +48,12 @@ QWidget* frmUsuarios::buildForm() {
     m_ativo = new QCheckBox(QStringLiteral("Ativo"), page);
     m_ativo->setObjectName(QStringLiteral("Check"));
     m_ativo->setChecked(true);
-    auto* form = new QFormLayout;
+    auto* form = new QFormLayout(page);
     form->addRow(QStringLiteral("Código:"), m_ordem);
     form->addRow(QStringLiteral("Nome:"), m_nome);
     form->addRow(QStringLiteral("Senha:"), m_senha);
     form->addRow(QStringLiteral("Tipo:"), m_tipo);
     form->addRow(QString(), m_ativo);
-    auto* save = new QPushButton(QStringLiteral("&Gravar"), page);
-    save->setObjectName(QStringLiteral("Command2"));
-    connect(save, &QPushButton::clicked, this, &frmUsuarios::gravar);
-    auto* cancel = new QPushButton(QStringLiteral("&Cancelar"), page);
-    cancel->setObjectName(QStringLiteral("cmdCancelar"));
-    connect(cancel, &QPushButton::clicked, this, [this] { m_tabs->setCurrentIndex(0); });
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(save);
-    row->addWidget(cancel);
-    auto* layout = new QVBoxLayout(page);
-    layout->addLayout(form);
-    layout->addStretch();
-    layout->addLayout(row);
     return page;
 }
 
@@ -135,11 +72,9 @@ void frmUsuarios::Lista_users() {
 }
 
 void frmUsuarios::editar() {
-    QTreeWidgetItem* item = m_list->currentItem();
-    if (!item) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+    QTreeWidgetItem* item = selecionado();
+    if (!item)
         return;
-    }
     clsUsuarios u(m_ctx.db);
     if (!u.SQLSelect(item->data(0, Qt::UserRole).toInt()))
         return;
@@ -223,13 +158,8 @@ void frmUsuarios::gravar() {
 }
 
 void frmUsuarios::excluir() {
-    QTreeWidgetItem* item = m_list->currentItem();
-    if (!item) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
-        return;
-    }
-    if (!m_ctx.dialogs.ask(kAviso, item->text(0) + QStringLiteral(" - ") +
-                                       QStringLiteral("Confirma exclusão deste item?")))
+    QTreeWidgetItem* item = selecionado();
+    if (!item || !confirmaExclusao(item))
         return;
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     auto r = UserAccounts::excluir(m_ctx, id, false);

@@ -4,25 +4,17 @@
 #include "DialogPort.h"
 #include "clsCodBarra.h"
 
-#include <QAction>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
-#include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QRegularExpressionValidator>
 #include <QTabWidget>
-#include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
-
-const QString kAviso = QStringLiteral("Aviso");
 
 QLabel* help(const QString& text, QWidget* parent) {
     auto* l = new QLabel(text, parent);
@@ -44,63 +36,23 @@ QComboBox* combo(const char* name, const QStringList& items, QWidget* parent) {
 
 } // namespace
 
-frmCodBarra::frmCodBarra(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
+frmCodBarra::frmCodBarra(AppContext& ctx, QWidget* parent) : RegistryScreen(ctx, parent) {
     setObjectName(QStringLiteral("frmCodBarra"));
     setWindowTitle(QStringLiteral("Cadastro de Tipos de Guia"));
-    auto* menu = new QMenuBar(this);
-    auto* excluirAction = new QAction(QStringLiteral("&Excluir"), this);
-    excluirAction->setObjectName(QStringLiteral("mnuexcluir"));
-    connect(excluirAction, &QAction::triggered, this, &frmCodBarra::excluir);
-    menu->addMenu(QStringLiteral("&Item"))->addAction(excluirAction);
-
-    m_tabs = new QTabWidget(this);
-    m_tabs->setObjectName(QStringLiteral("SSTab1"));
-    m_tabs->addTab(buildList(), QStringLiteral("Consulta"));
-    m_tabs->addTab(buildForm(), QStringLiteral("Cadastro"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setMenuBar(menu);
-    layout->addWidget(m_tabs);
-    auto* del = findChild<QToolButton*>(QStringLiteral("cmdExcluir"));
-    del->setDefaultAction(excluirAction);
+    build({QStringLiteral("&Item"),
+           {QStringLiteral("COD."), QStringLiteral("Tipo"), QStringLiteral("Descrição"),
+            QStringLiteral("Padrão"), QStringLiteral("Juros"), QStringLiteral("Bloqueio"),
+            QStringLiteral("Cod. Banco")},
+           "Command1_0",
+           "Command1_1",
+           QStringLiteral("&Gravar e Concluir")},
+          buildForm());
     resize(760, 560);
     Lista_codigos();
 }
 
-QWidget* frmCodBarra::buildList() {
-    auto* page = new QWidget(this);
-    m_list = new QTreeWidget(page);
-    m_list->setObjectName(QStringLiteral("ListView1"));
-    m_list->setRootIsDecorated(false);
-    m_list->setAlternatingRowColors(true);
-    m_list->setHeaderLabels({QStringLiteral("COD."), QStringLiteral("Tipo"),
-                             QStringLiteral("Descrição"), QStringLiteral("Padrão"),
-                             QStringLiteral("Juros"), QStringLiteral("Bloqueio"),
-                             QStringLiteral("Cod. Banco")});
-    m_list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    connect(m_list, &QTreeWidget::itemDoubleClicked, this, &frmCodBarra::editar);
-    auto* editar = new QPushButton(QStringLiteral("&Alterar"), page);
-    editar->setObjectName(QStringLiteral("Command1_0"));
-    connect(editar, &QPushButton::clicked, this, &frmCodBarra::editar);
-    auto* novo = new QPushButton(QStringLiteral("&Novo"), page);
-    novo->setObjectName(QStringLiteral("Command1_1"));
-    connect(novo, &QPushButton::clicked, this, &frmCodBarra::novo);
-    auto* del = new QToolButton(page);
-    del->setObjectName(QStringLiteral("cmdExcluir"));
-    del->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    auto* row = new QHBoxLayout;
-    row->addWidget(editar);
-    row->addWidget(novo);
-    row->addWidget(del);
-    row->addStretch();
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(m_list, 1);
-    layout->addLayout(row);
-    return page;
-}
-
 QWidget* frmCodBarra::buildForm() {
-    auto* page = new QWidget(this);
-    auto* frame = new QGroupBox(QStringLiteral("Tipo de guia"), page);
+    auto* frame = new QGroupBox(QStringLiteral("Tipo de guia"), this);
     frame->setObjectName(QStringLiteral("Frame"));
     auto edit = [frame](const char* name, int maxLength) {
         auto* e = new QLineEdit(frame);
@@ -160,24 +112,7 @@ QWidget* frmCodBarra::buildForm() {
                         "(usado nos arquivos do banco)")});
     grid->setColumnStretch(2, 1);
 
-    auto* save = new QPushButton(QStringLiteral("&Gravar e Concluir"), page);
-    save->setObjectName(QStringLiteral("Command2"));
-    connect(save, &QPushButton::clicked, this, &frmCodBarra::gravar);
-    auto* cancel = new QPushButton(QStringLiteral("&Cancelar"), page);
-    cancel->setObjectName(QStringLiteral("cmdCancelar"));
-    connect(cancel, &QPushButton::clicked, this, [this] {
-        limpar();
-        m_tabs->setCurrentIndex(0);
-    });
-    auto* row = new QHBoxLayout;
-    row->addStretch();
-    row->addWidget(save);
-    row->addWidget(cancel);
-    auto* layout = new QVBoxLayout(page);
-    layout->addWidget(frame);
-    layout->addStretch();
-    layout->addLayout(row);
-    return page;
+    return frame;
 }
 
 void frmCodBarra::Lista_codigos() {
@@ -203,12 +138,15 @@ void frmCodBarra::limpar() {
     m_mode = KindRegistry::Mode::Insert;
 }
 
+void frmCodBarra::cancelar() {
+    limpar();
+    RegistryScreen::cancelar();
+}
+
 void frmCodBarra::editar() {
-    QTreeWidgetItem* item = m_list->currentItem();
-    if (!item) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+    QTreeWidgetItem* item = selecionado();
+    if (!item)
         return;
-    }
     clsCodBarra k(m_ctx.db);
     if (!k.SQLSelect(item->data(0, Qt::UserRole).toInt()))
         return;
@@ -300,13 +238,8 @@ void frmCodBarra::gravar() {
 }
 
 void frmCodBarra::excluir() {
-    QTreeWidgetItem* item = m_list->currentItem();
-    if (!item) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
-        return;
-    }
-    if (!m_ctx.dialogs.ask(kAviso, item->text(0) + QStringLiteral(" - ") +
-                                       QStringLiteral("Confirma exclusão deste item?")))
+    QTreeWidgetItem* item = selecionado();
+    if (!item || !confirmaExclusao(item))
         return;
     if (KindRegistry::excluir(m_ctx.db, item->data(0, Qt::UserRole).toInt()) !=
         KindRegistry::DeleteOutcome::Deleted) {

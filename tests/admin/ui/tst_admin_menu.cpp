@@ -32,24 +32,15 @@ private slots:
         QTest::addColumn<QString>("entry");
         QTest::addColumn<QString>("guard"); // the input box's title, empty when not guarded
         QTest::addColumn<QString>("screen");
-        QTest::newRow("kinds") << "mnuItens"
-                               << "Tipos de Guia"
-                               << "frmCodBarra";
-        QTest::newRow("users") << "mnuuser"
-                               << "Usuários"
-                               << "frmUsuarios";
-        QTest::newRow("options") << "mnuParam"
-                                 << "Opções"
-                                 << "frmOpcoes";
-        QTest::newRow("skin") << "mnuAltSkin"
-                              << ""
-                              << "frmSkin";
-        QTest::newRow("update") << "mnuAtualiza"
-                                << ""
-                                << "frmAtualiza";
-        QTest::newRow("stamp") << "mnuAutenticar"
-                               << ""
-                               << "frmAutenticar";
+        auto row = [](const char* entry, const char* guard, const char* screen) {
+            QTest::newRow(screen) << entry << QString::fromUtf8(guard) << screen;
+        };
+        row("mnuItens", "Tipos de Guia", "frmCodBarra");
+        row("mnuuser", "Usuários", "frmUsuarios");
+        row("mnuParam", "Opções", "frmOpcoes");
+        row("mnuAltSkin", "", "frmSkin");
+        row("mnuAtualiza", "", "frmAtualiza");
+        row("mnuAutenticar", "", "frmAutenticar");
     }
 
     void entries() {

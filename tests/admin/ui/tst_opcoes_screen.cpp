@@ -1,5 +1,5 @@
-// The options screen: every tab and caption, the choosers, the key filters, saving to
-// Config.ini (what it does not own kept) and the refusals with the tab at fault shown.
+// The options screen: the choosers, the key filters, saving to Config.ini (what it does not own
+// kept) and the refusals with the tab at fault shown.
 #include "IniFile.h"
 #include "TestApp.h"
 #include "TextFile.h"
@@ -47,67 +47,6 @@ QByteArray bytes(const QString& path) {
 class tst_opcoes_screen : public QObject {
     Q_OBJECT
 private slots:
-    void tabsAndCaptionsInOrder() {
-        TestApp app;
-        Screen s(app.ctx());
-        auto* tabs = s.get<QTabWidget>("SSTab1");
-        QStringList names;
-        for (int i = 0; i < tabs->count(); ++i)
-            names << tabs->tabText(i);
-        QCOMPARE(names, (QStringList{QStringLiteral("Exportação"), QStringLiteral("Mensagem"),
-                                     QStringLiteral("Contábil"), QStringLiteral("Impressão")}));
-        auto* inner = s.get<QTabWidget>("SSTab2");
-        QCOMPARE(inner->tabText(0), QStringLiteral("Diretórios"));
-        QCOMPARE(inner->tabText(1), QStringLiteral("Parâmetros"));
-        QStringList labels;
-        for (QLabel* l : s.form.findChildren<QLabel*>())
-            labels << l->text();
-        for (QAbstractButton* b : s.form.findChildren<QAbstractButton*>())
-            labels << b->text().remove(QLatin1Char('&'));
-        for (const char* t :
-             {"Caminho para pasta de exportação integração retaguarda .",
-              "Caminho para arquivo alteração e estorno de guias de recebimentos ",
-              "Caminho para pasta de itens de recebimento",
-              "Caminho para arquivo remove item (Remove_item.txt)",
-              "Caminho para arquivo soma (Soma.txt)",
-              "Caminho para Exportação Febraban",
-              "Nome do Banco no Arquivo",
-              "Nome Empresa",
-              "CNPJ",
-              "Habilitar Consulta de Arquivos",
-              "Mensagem",
-              "Guiche de Trabalho  (uma letra):",
-              "Cabeçalho - Autent. (deve ter 3 posições):",
-              "Somar Suprimento na conferência de caixa?",
-              "Multa de 1% ao mês+ 0,33% ao dia até o limite de 10%",
-              "Multa de 2% + 1% ao mês ou fração",
-              "Porta de Impressão",
-              "Bematech MP-20 MI (DLL)",
-              "Quattro AP40N (DLL)",
-              "TXT",
-              "TXT com a porta USB informe o IP deste computador",
-              "Impressora.....:",
-              "Autenticadora:",
-              "Impressoras Instaladas",
-              "Imprimir no cupom após autenticar o boleto?",
-              "Habilitar gravação de recebimentos em txt?",
-              "Habilitar impressão de cabeçalho em cupom?",
-              "Fixa",
-              "Gravar",
-              "Cancelar",
-              "Para uso de cabo USB paralelo, habilite a opção TXT  mude a porta para USB e "
-              "informe o IP do computador. Localize a Impressora instalada no Windows "
-              "compartilhe e mude a porta para USB001 - porta virtual para impressora genérica "
-              "instalada."})
-            QVERIFY2(labels.contains(QString::fromUtf8(t)), t);
-        QStringList ports;
-        for (int i = 0; i < s.get<QComboBox>("cmbPorta")->count(); ++i)
-            ports << s.get<QComboBox>("cmbPorta")->itemText(i);
-        QCOMPARE(ports, (QStringList{QStringLiteral("LPT1"), QStringLiteral("LPT2"),
-                                     QStringLiteral("COM1"), QStringLiteral("COM2"),
-                                     QStringLiteral("USB")}));
-    }
-
     void keyFilters() {
         TestApp app;
         Screen s(app.ctx());
@@ -202,23 +141,18 @@ private slots:
         QTest::addColumn<QString>("value");
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("tab");
-        QTest::newRow("counter empty")
-            << "txtguiche"
-            << ""
-            << "O guichê de trabalho deve ter uma letra (ou um algarismo)."
-            << "Mensagem";
-        QTest::newRow("header of two") << "txtcabecalho"
-                                       << "PM"
-                                       << "O cabeçalho da autenticação deve ter 3 posições."
-                                       << "Mensagem";
-        QTest::newRow("folder missing") << "txtcaminho_febraban"
-                                        << "/nao/existe"
-                                        << "A pasta /nao/existe não existe."
-                                        << "Exportação";
-        QTest::newRow("folder not writable") << "txtcaminho1"
-                                             << "/proc"
-                                             << "A pasta /proc não permite gravação."
-                                             << "Exportação";
+        auto row = [](const char* tag, const char* box, const char* value, const char* message,
+                      const char* tab) {
+            QTest::newRow(tag) << box << value << QString::fromUtf8(message) << tab;
+        };
+        row("counter empty", "txtguiche", "",
+            "O guichê de trabalho deve ter uma letra (ou um algarismo).", "Mensagem");
+        row("header of two", "txtcabecalho", "PM",
+            "O cabeçalho da autenticação deve ter 3 posições.", "Mensagem");
+        row("folder missing", "txtcaminho_febraban", "/nao/existe",
+            "A pasta /nao/existe não existe.", "Exportação");
+        row("folder not writable", "txtcaminho1", "/proc", "A pasta /proc não permite gravação.",
+            "Exportação");
     }
 
     void refusals() {

@@ -1,4 +1,4 @@
-// The export screen driven through its controls and the scripted dialogs: the kinds, the two
+// The export screen driven through its controls and the scripted dialogs: the two
 // lists and their check marks, the bank code, the CNAB switch and the files it writes.
 #include "BankFileReader.h"
 #include "CounterSession.h"
@@ -94,22 +94,6 @@ struct Screen {
 class tst_exportar_screen : public QObject {
     Q_OBJECT
 private slots:
-    void kindsFollowTheFileKind() {
-        Screen s;
-        auto* sel = s.get<QComboBox>("cmbSel");
-        QCOMPARE(sel->itemText(0), QStringLiteral("CNAB (Boletos bancários)"));
-        QCOMPARE(sel->itemText(1), QStringLiteral("Febraban (Guias internas)"));
-        auto* tipo = s.get<QComboBox>("cmbTipo");
-        sel->setCurrentIndex(0);
-        QCOMPARE(tipo->count(), 2);
-        QCOMPARE(tipo->itemText(0), QStringLiteral("AGUA E ESGOTO"));
-        sel->setCurrentIndex(1);
-        QCOMPARE(tipo->count(), 3);
-        QCOMPARE(tipo->itemText(0), QStringLiteral("IPTU"));
-        QCOMPARE(tipo->itemText(2), QStringLiteral("TAXAS DIVERSAS"));
-        QCOMPARE(tipo->itemData(2).toInt(), 2);
-    }
-
     void marksOfBothLists() {
         Screen s;
         s.choose(1, QStringLiteral("TAXAS DIVERSAS"));
