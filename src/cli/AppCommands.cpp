@@ -91,8 +91,8 @@ int iniciar(CliEnv& e) {
             if (!f.isEmpty())
                 QDir().mkpath(Options::resolve(e.ctx, f));
         }
+        e.ctx.reloadSettings(); // the file just written; one already there was read at start
     }
-    e.ctx.reloadSettings();
     QString detail;
     if (!Startup::Abre_conexao(e.ctx, true, &detail)) {
         e.err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
