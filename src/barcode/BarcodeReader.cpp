@@ -11,6 +11,7 @@
 #include "clsRecebimentos1.h"
 
 #include <QNetworkInterface>
+#include <algorithm>
 
 const QString BarcodeReader::kLabel = QStringLiteral("Função de Leitura Código de Barras");
 
@@ -27,6 +28,25 @@ std::optional<Money> digitsValue(const QString& whole, const QString& cents) {
 
 bool isPadrao(const std::optional<GuideKind>& k, GuideKind::Padrao p) {
     return k && k->padrao == p;
+}
+
+// The item's kind is the one whose code the layout read, not whichever the list holds first:
+// another candidate's code can coincide with digits of the due date or the free field. That
+// kind goes to the head of the list, so the screen selects it too.
+void chooseKind(ReadingDecision& d, const QStringList& layoutCodes) {
+    for (const QString& code : layoutCodes) {
+        const auto it = std::find_if(d.kinds.begin(), d.kinds.end(), [&](const GuideKind& k) {
+            return k.idtipo.compare(code, Qt::CaseInsensitive) == 0;
+        });
+        if (it == d.kinds.end())
+            continue;
+        const GuideKind chosen = *it;
+        d.kinds.erase(it);
+        d.kinds.prepend(chosen);
+        break;
+    }
+    d.idcod = d.kinds.first().idcod;
+    d.descricao = d.kinds.first().descricao;
 }
 
 bool anyInterfaceUp() {
@@ -171,6 +191,7 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         return d;
     }
     if (isPadrao(kindOf(code.mid(15, 4)), GuideKind::Padrao::Febraban)) {
+        chooseKind(d, {code.mid(15, 4)});
         febraban(code, working, d);
         return d;
     }
@@ -178,6 +199,11 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
     if (isPadrao(kindOf(slipKinds[0]), GuideKind::Padrao::Cnab) ||
         isPadrao(kindOf(slipKinds[1]), GuideKind::Padrao::Cnab)) {
         d.route = ReadingDecision::Route::Cnab;
+        QStringList cnabCodes;
+        for (const QString& k : slipKinds)
+            if (isPadrao(kindOf(k), GuideKind::Padrao::Cnab))
+                cnabCodes << k;
+        chooseKind(d, cnabCodes);
         bankSlip(code, working, slipKinds, d);
         return d;
     }
@@ -186,6 +212,7 @@ ReadingDecision BarcodeReader::Leitura_codigo_barras(const QString& code, const 
         return d;
     }
     d.route = ReadingDecision::Route::Diversos;
+    chooseKind(d, {code.mid(24, 3)});
     bankSlip(code, working, {code.mid(24, 3)}, d);
     return d;
 }

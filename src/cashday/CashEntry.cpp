@@ -20,6 +20,13 @@ const QString CashEntry::kPerguntaExcluirLancamento =
 const QString CashEntry::kNaoPodeExcluir =
     QStringLiteral("Você não pode excluir!! O movimento desta data já foi fechado");
 const QString CashEntry::kErroExcluir = QStringLiteral("Erro ao excluir");
+const QString CashEntry::kTotalAcimaDoLimite =
+    QStringLiteral("O total do lançamento não pode passar de %1. Nada foi gravado.")
+        .arg(Money::maximum().formatCurrency());
+const QString CashEntry::kDiaAcimaDoLimite =
+    QStringLiteral("Os lançamentos do dia não podem somar mais de %1. Nada foi gravado.")
+        .arg(Money::maximum().formatCurrency());
+const QString CashEntry::kErroGravar = QStringLiteral("Erro ao gravar o item. Nada foi gravado.");
 const QString CashEntry::kEspecieInvalida =
     QStringLiteral("A espécie informada não é um tipo de dinheiro!!");
 
@@ -143,21 +150,46 @@ bool CashEntry::gravarItem(int especie, const QString& numero, const QString& va
         m_ctx.dialogs.critical(kTitulo, kEspecieInvalida);
         return false;
     }
-    Transaction tx(m_ctx.db);
-    if (!tx.ok() || refusedClosed(kMovimentoFechado))
-        return false;
-    clsItens item(m_ctx.db);
-    item.IDSANGRIA = m_header.ID;
-    item.ESPECIE = static_cast<qint16>(especie);
-    item.NUMERO = numero.trimmed();
-    item.VALOR = *amount;
+    QString recusa;
     QList<clsItens> items;
     clsSangria header = m_header;
-    if (!item.SQLInsert(1) || !reloadItems(items) || !rewriteHeader(items, header) || !tx.commit())
+    {
+        Transaction tx(m_ctx.db);
+        if (!tx.ok() || refusedClosed(kMovimentoFechado))
+            return false;
+        clsItens item(m_ctx.db);
+        item.IDSANGRIA = m_header.ID;
+        item.ESPECIE = static_cast<qint16>(especie);
+        item.NUMERO = numero.trimmed();
+        item.VALOR = *amount;
+        if (!item.SQLInsert(1) || !reloadItems(items))
+            return false;
+        recusa = acimaDoLimite(items);
+        if (recusa.isEmpty() && (!rewriteHeader(items, header) || !tx.commit()))
+            return false;
+    }
+    if (!recusa.isEmpty()) {
+        m_ctx.dialogs.critical(kTitulo, recusa);
         return false;
+    }
     m_header = header;
     m_itens = items;
     return true;
+}
+
+QString CashEntry::acimaDoLimite(const QList<clsItens>& items) {
+    Money sum;
+    for (const clsItens& i : items)
+        sum += i.VALOR;
+    if (!sum.withinLimit())
+        return kTotalAcimaDoLimite;
+    // The day's entries in the same column, with this one's new total in place of its old.
+    const auto somas = clsSangria::somarMovimento(m_ctx.db, m_idMovimento);
+    if (!somas)
+        return kErroGravar;
+    const Money antes = m_kind == EntryKind::CashIn ? m_header.ENTRADA : m_header.SAIDA;
+    const Money dia = (m_kind == EntryKind::CashIn ? somas->entrada : somas->saida) - antes + sum;
+    return dia.withinLimit() ? QString() : kDiaAcimaDoLimite;
 }
 
 bool CashEntry::excluirItem(qint32 idItem) {

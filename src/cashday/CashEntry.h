@@ -28,6 +28,9 @@ public:
     static const QString kNaoPodeExcluir;            // deleting an entry of a closed movement
     static const QString kErroExcluir;               // "Erro ao excluir"
     static const QString kEspecieInvalida;           // an item whose kind is not money
+    static const QString kTotalAcimaDoLimite;        // an entry's total above R$ 999.999.999,99
+    static const QString kDiaAcimaDoLimite;          // the day's entries above it
+    static const QString kErroGravar;
 
     EntryKind kind() const { return m_kind; }
     bool stored() const { return m_header.ID != 0; }
@@ -68,6 +71,8 @@ private:
     bool refusedClosed(const QString& message);
     bool reloadItems(QList<clsItens>& items);
     bool rewriteHeader(const QList<clsItens>& items, clsSangria& header);
+    // The refusal when the entry's items or the day's entries would pass the ceiling.
+    QString acimaDoLimite(const QList<clsItens>& items);
 
     AppContext& m_ctx;
     qint32 m_idMovimento;

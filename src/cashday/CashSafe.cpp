@@ -2,15 +2,10 @@
 
 #include "AppContext.h"
 #include "CashAmount.h"
-#include "DialogPort.h"
-#include "IniFile.h"
+#include "Clock.h"
 #include "Transaction.h"
+#include "clsCofre.h"
 #include "clsMovimento.h"
-
-namespace {
-const QString kReserva = QStringLiteral("Reserva");
-const QString kCofre = QStringLiteral("cofre");
-} // namespace
 
 const QString CashSafe::kTitulo = QStringLiteral("Aviso");
 const QString CashSafe::kCaixaEncerrado =
@@ -18,19 +13,19 @@ const QString CashSafe::kCaixaEncerrado =
 const QString CashSafe::kAcimaDoSaldo =
     QStringLiteral("Valor não pode ser maior que o saldo disponível.");
 const QString CashSafe::kGravado = QStringLiteral("Valor gravado. Saldo atualizado para R$ ");
+const QString CashSafe::kAcimaDoLimite =
+    QStringLiteral("O saldo do cofre e o suprimento do dia não podem passar de %1. Nada foi "
+                   "gravado.")
+        .arg(Money::maximum().formatCurrency());
+const QString CashSafe::kFalhou =
+    QStringLiteral("Não foi possível gravar o movimento do cofre. Nada foi alterado.");
 
 std::optional<Money> CashSafe::saldo(AppContext& ctx) {
-    const QString text = ctx.option(kReserva, kCofre).trimmed();
-    if (text.isEmpty())
-        return Money();
-    const auto v = Money::parse(text);
-    if (!v) {
-        ctx.dialogs.critical(kTitulo,
-                             QStringLiteral("O saldo do cofre em Config.ini ([Reserva] cofre) "
-                                            "não é um valor: %1")
-                                 .arg(text));
-        return std::nullopt;
-    }
+    const auto v = clsCofre::saldo(ctx.db);
+    if (!v)
+        ctx.dialogs.critical(
+            kTitulo,
+            QStringLiteral("Não foi possível ler o saldo do cofre: %1").arg(ctx.db.lastError()));
     return v;
 }
 
@@ -42,46 +37,43 @@ bool CashSafe::podeMovimentar(AppContext& ctx, qint32 idMovimento) {
     return false;
 }
 
+CashSafe::Result CashSafe::aplicar(AppContext& ctx, qint32 idMovimento, Direction direction,
+                                   const QString& valor) {
+    const auto amount = CashAmount::parse(valor);
+    Transaction tx(ctx.db);
+    const auto balance = tx.ok() ? clsCofre::saldo(ctx.db) : std::nullopt;
+    if (!balance)
+        return {Outcome::Failed, Money(), kFalhou, DialogIcon::Critical};
+    if (!amount)
+        return {Outcome::InvalidValue, *balance, CashAmount::kValorInvalido,
+                DialogIcon::Exclamation};
+    clsMovimento mov(ctx.db);
+    if (!mov.SQLSelect(idMovimento))
+        return {Outcome::Failed, *balance, kFalhou, DialogIcon::Critical};
+    if (mov.STATUS != QLatin1String("ABERTO"))
+        return {Outcome::Closed, *balance, kCaixaEncerrado, DialogIcon::Critical};
+    if (direction == Direction::Out && *amount > *balance)
+        return {Outcome::AboveBalance, *balance, kAcimaDoSaldo, DialogIcon::Critical};
+    const bool in = direction == Direction::In;
+    const Money novo = in ? *balance + *amount : *balance - *amount;
+    mov.SUPRIMENTO += in ? *amount : -*amount;
+    if (!novo.withinLimit() || !mov.SUPRIMENTO.withinLimit())
+        return {Outcome::AboveCeiling, *balance, kAcimaDoLimite, DialogIcon::Critical};
+    clsCofre::Lancamento l;
+    l.idMovimento = idMovimento;
+    l.operacao = in ? clsCofre::kEntrada : clsCofre::kSaida;
+    l.valor = *amount;
+    l.saldo = novo;
+    l.usuario = ctx.userName;
+    l.momento = ctx.clock.now();
+    if (!mov.SQLUpdateTotais() || !clsCofre::gravar(ctx.db, l) || !tx.commit())
+        return {Outcome::Failed, *balance, kFalhou, DialogIcon::Critical};
+    return {Outcome::Done, novo, kGravado + novo.format(), DialogIcon::Information};
+}
+
 CashSafe::Result CashSafe::movimentar(AppContext& ctx, qint32 idMovimento, Direction direction,
                                       const QString& valor) {
-    const auto balance = saldo(ctx);
-    if (!balance)
-        return {Outcome::Failed, Money()};
-    const auto amount = CashAmount::parse(valor);
-    if (!amount) {
-        ctx.dialogs.warn(kTitulo, CashAmount::kValorInvalido);
-        return {Outcome::InvalidValue, *balance};
-    }
-    if (direction == Direction::Out && *amount > *balance) {
-        ctx.dialogs.critical(kTitulo, kAcimaDoSaldo);
-        return {Outcome::AboveBalance, *balance};
-    }
-    const Money novo = direction == Direction::In ? *balance + *amount : *balance - *amount;
-
-    // The movement is written first and committed only once the settings file holds the new
-    // balance; should the commit fail, the old balance goes back into the file.
-    Transaction tx(ctx.db);
-    clsMovimento mov(ctx.db);
-    if (!tx.ok() || !mov.SQLSelect(idMovimento))
-        return {Outcome::Failed, *balance};
-    if (mov.STATUS != QLatin1String("ABERTO")) {
-        ctx.dialogs.critical(kTitulo, kCaixaEncerrado);
-        return {Outcome::Closed, *balance};
-    }
-    mov.SUPRIMENTO += direction == Direction::In ? *amount : -*amount;
-    const QString path = ctx.iniPath();
-    if (!mov.SQLUpdateTotais())
-        return {Outcome::Failed, *balance};
-    if (!IniFile::write(kReserva, kCofre, novo.format(), path)) {
-        ctx.dialogs.critical(
-            kTitulo, QStringLiteral("Não foi possível gravar o saldo do cofre em %1.").arg(path));
-        return {Outcome::Failed, *balance};
-    }
-    if (!tx.commit()) {
-        IniFile::write(kReserva, kCofre, balance->format(), path);
-        return {Outcome::Failed, *balance};
-    }
-    ctx.settings.cofre = novo.format();
-    ctx.dialogs.info(kTitulo, kGravado + novo.format());
-    return {Outcome::Done, novo};
+    const Result r = aplicar(ctx, idMovimento, direction, valor);
+    ctx.dialogs.message(kTitulo, r.mensagem, r.icon, DialogButtons::Ok);
+    return r;
 }

@@ -14,6 +14,7 @@
 const QString CorrectionLog::kCabecalho = QStringLiteral("CONTROLE DE RECEBIMENTO DIÁRIO - ");
 const QString CorrectionLog::kMotivoEstorno = QStringLiteral("Motivo do estorno: ");
 const QString CorrectionLog::kMotivoAlteracao = QStringLiteral("Motivo da Alteração: ");
+const QString CorrectionLog::kArquivoBanco = QStringLiteral("Arquivo do banco: ");
 const QString CorrectionLog::kEstornoRevertido =
     QStringLiteral("Estorno revertido. Motivo do estorno: ");
 
@@ -86,6 +87,8 @@ QStringList CorrectionLog::lines(const Entry& e) {
         if (e.tipoAnterior)
             l << QStringLiteral("Tipo anterior: ") + oneLine(*e.tipoAnterior);
     }
+    if (!e.arquivoBanco.isEmpty())
+        l << kArquivoBanco + oneLine(e.arquivoBanco);
     const QString& label = e.kind == Kind::Estorno     ? kMotivoEstorno
                            : e.kind == Kind::Alteracao ? kMotivoAlteracao
                                                        : kEstornoRevertido;
@@ -103,6 +106,38 @@ bool CorrectionLog::append(const Entry& e, QString* error) const {
     const QFileInfo info(p);
     const QStringList body = (info.exists() && info.size() > 0) ? lines(e) : header() + lines(e);
     return TextFile::append(p, body, error);
+}
+
+bool CorrectionLog::appendTo(int year, const QList<Entry>& entries, QString* error) const {
+    if (entries.isEmpty())
+        return true;
+    const QString p = path(year);
+    if (!QDir().mkpath(folder())) {
+        if (error)
+            *error = QDir::toNativeSeparators(folder());
+        return false;
+    }
+    QStringList body;
+    const QFileInfo info(p);
+    if (!info.exists() || info.size() == 0) {
+        body = header();
+    } else {
+        QFile f(p);
+        if (f.open(QIODevice::ReadOnly) && f.seek(f.size() - 1) && f.read(1) != "\n")
+            body << QString(); // ends the torn line
+    }
+    for (const Entry& e : entries)
+        body << lines(e);
+    return TextFile::append(p, body, error);
+}
+
+QString CorrectionLog::chave(Kind kind, const QStringList& fields) {
+    QStringList kept{QString::number(int(kind))};
+    for (const QString& f : fields)
+        if (!f.startsWith(QLatin1String("Tipo: ")) &&
+            !f.startsWith(QLatin1String("Tipo anterior: ")) && !f.startsWith(kArquivoBanco))
+            kept << f;
+    return kept.join(QLatin1Char('\n'));
 }
 
 QList<CorrectionLog::YearFile> CorrectionLog::read(std::optional<int> year) const {

@@ -27,6 +27,7 @@ public:
         Money valor;
         std::optional<Money> valorAnterior;  // a change of the amount
         std::optional<QString> tipoAnterior; // a change of the type
+        QString arquivoBanco; // the bank files that already carried the receipt, when any
         QString motivo;
     };
 
@@ -40,6 +41,13 @@ public:
     bool podeGravar(QString* why = nullptr) const;
     // Appends the entry to this year's file, headed first when the file is new.
     bool append(const Entry& e, QString* error = nullptr) const;
+
+    // Appends entries to the file of `year`, headed first when the file is new; a last line
+    // left without its line end (a crash while writing) is ended first.
+    bool appendTo(int year, const QList<Entry>& entries, QString* error = nullptr) const;
+    // What identifies an entry once written: its kind and its lines but the kind's description
+    // and the bank files, which may have changed since.
+    static QString chave(Kind kind, const QStringList& fields);
 
     QStringList header() const;
     static QStringList lines(const Entry& e);
@@ -63,6 +71,7 @@ public:
     static const QString kMotivoEstorno;   // "Motivo do estorno: "
     static const QString kMotivoAlteracao; // "Motivo da Alteração: "
     static const QString kEstornoRevertido;
+    static const QString kArquivoBanco; // "Arquivo do banco: "
 
 private:
     QString fileName(int year) const;

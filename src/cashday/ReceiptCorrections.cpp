@@ -6,10 +6,13 @@
 #include "DialogPort.h"
 #include "NetworkOutbox.h"
 #include "Transaction.h"
+#include "clsArquivoBanco.h"
 #include "clsAutenticadora.h"
 #include "clsCodBarra.h"
 
+#include <QHash>
 #include <QRegularExpression>
+#include <map>
 
 const QString ReceiptCorrections::kAviso = QStringLiteral("Aviso");
 const QString ReceiptCorrections::kMotivoObrigatorio =
@@ -23,6 +26,10 @@ const QString ReceiptCorrections::kValorInvalido =
     QStringLiteral("O valor informado não é um número!!");
 const QString ReceiptCorrections::kAutenticaInvalida =
     QStringLiteral("O número de autenticação deve ser um número maior que zero!!");
+const QString ReceiptCorrections::kAutenticaAcimaDoLimite =
+    QStringLiteral("O número de autenticação vai até %1: os arquivos do movimento não levam um "
+                   "número maior!!")
+        .arg(clsRecebimentos::kMaxAutentica);
 const QString ReceiptCorrections::kCodigoInvalido =
     QStringLiteral("O código de barras deve ter 44 dígitos!!");
 const QString ReceiptCorrections::kTipoInvalido = QStringLiteral("Tipo de guia não cadastrado!!");
@@ -70,8 +77,24 @@ QString ReceiptCorrections::numero(int n) {
     return QStringLiteral("%1").arg(n, 3, 10, QLatin1Char('0'));
 }
 
-QString ReceiptCorrections::perguntaEstorno(qint32 autentica) {
-    return CashEntry::kPerguntaExcluirLancamento + QStringLiteral(" - ") + numero(autentica);
+QString ReceiptCorrections::perguntaEstorno(qint32 autentica, const QString& arquivos) {
+    const QString q =
+        CashEntry::kPerguntaExcluirLancamento + QStringLiteral(" - ") + numero(autentica);
+    return arquivos.isEmpty() ? q : q + QLatin1Char('\n') + avisoArquivoBanco(autentica, arquivos);
+}
+
+QString ReceiptCorrections::avisoArquivoBanco(qint32 autentica, const QString& arquivos) {
+    return QStringLiteral("O item %1 já foi enviado ao banco no arquivo %2: a correção não muda "
+                          "esse arquivo; avise o banco.")
+        .arg(numero(autentica), arquivos);
+}
+
+QString ReceiptCorrections::arquivosBanco(qint32 idrecebe) {
+    const auto files = clsArquivoBanco::doRecebimento(m_ctx.db, idrecebe);
+    QStringList out;
+    for (const auto& f : files.value_or(QList<clsArquivoBanco::Arquivo>{}))
+        out << f.descricao();
+    return out.join(QStringLiteral(", "));
 }
 
 QString ReceiptCorrections::perguntaReversao(qint32 autentica) {
@@ -165,6 +188,7 @@ CorrectionLog::Entry ReceiptCorrections::entrada(CorrectionLog::Kind kind, const
     e.autentica = r.AUTENTICA;
     e.tipo = descricaoTipo(r.TIPO);
     e.valor = r.VALOR;
+    e.arquivoBanco = arquivosBanco(r.IDRECEBE);
     e.motivo = motivo.trimmed();
     return e;
 }
@@ -228,6 +252,79 @@ void ReceiptCorrections::concluirItem(CorrectionLog::Kind kind, const clsMovimen
     imprimir({a.Correcao}, composta, res);
 }
 
+std::optional<int> ReceiptCorrections::completarRegistro() {
+    const auto rows = clsEstornos::listarTodos(m_ctx.db);
+    if (!rows)
+        return std::nullopt;
+    QHash<qint32, std::optional<clsMovimento>> movimentos;
+    std::map<int, QList<CorrectionLog::Entry>> esperadas; // by year, in the order of the rows
+    for (const clsEstornos& row : *rows) {
+        auto it = movimentos.find(row.IDMOVIMENTO);
+        if (it == movimentos.end()) {
+            clsMovimento mov(m_ctx.db);
+            it = movimentos.insert(row.IDMOVIMENTO, mov.SQLSelect(row.IDMOVIMENTO)
+                                                        ? std::optional(mov)
+                                                        : std::nullopt);
+        }
+        clsMovimento mov(m_ctx.db);
+        if (*it)
+            mov = **it;
+        clsRecebimentos antes(m_ctx.db);
+        row.restaurarEm(antes);
+        const bool alteracao = row.OPERACAO == clsEstornos::Operacao::Alteracao;
+        clsRecebimentos depois = antes;
+        if (alteracao) {
+            depois.AUTENTICA = row.NOVO_AUTENTICA.value_or(antes.AUTENTICA);
+            depois.TIPO = row.NOVO_TIPO.value_or(antes.TIPO);
+            depois.VALOR = row.NOVO_VALOR.value_or(antes.VALOR);
+        }
+        CorrectionLog::Entry e =
+            entrada(alteracao ? CorrectionLog::Kind::Alteracao : CorrectionLog::Kind::Estorno, mov,
+                    depois, row.MOTIVO);
+        e.usuario = row.USUARIO;
+        if (alteracao && depois.VALOR != antes.VALOR)
+            e.valorAnterior = antes.VALOR;
+        if (alteracao && depois.TIPO != antes.TIPO)
+            e.tipoAnterior = descricaoTipo(antes.TIPO);
+        esperadas[row.MOMENTO.date().year()].append(e);
+        if (!alteracao && row.REVERTIDO_EM.isValid()) {
+            CorrectionLog::Entry r = entrada(CorrectionLog::Kind::Reversao, mov, antes, row.MOTIVO);
+            r.usuario = row.REVERTIDO_POR;
+            esperadas[row.REVERTIDO_EM.date().year()].append(r);
+        }
+    }
+    int added = 0;
+    for (const auto& [year, entries] : esperadas) {
+        QHash<QString, int> escritas;
+        const auto files = m_log.read(year);
+        for (const auto& f : files)
+            for (const auto& p : CorrectionLog::parse(f.lines))
+                ++escritas[CorrectionLog::chave(p.kind, p.fields)];
+        QList<CorrectionLog::Entry> faltam;
+        for (const CorrectionLog::Entry& e : entries) {
+            int& n = escritas[CorrectionLog::chave(e.kind, CorrectionLog::lines(e))];
+            if (n > 0)
+                --n;
+            else
+                faltam << e;
+        }
+        QString error;
+        if (!m_log.appendTo(year, faltam, &error)) {
+            m_ctx.errors.append(QStringLiteral("Registro de estornos"),
+                                {0, error, QStringLiteral("ReceiptCorrections")});
+            return std::nullopt;
+        }
+        added += int(faltam.size());
+    }
+    return added;
+}
+
+void ReceiptCorrections::avisarArquivo(const clsRecebimentos& r, Resultado& res) {
+    res.arquivoBanco = arquivosBanco(r.IDRECEBE);
+    if (!res.arquivoBanco.isEmpty())
+        m_ctx.dialogs.warn(kAviso, avisoArquivoBanco(r.AUTENTICA, res.arquivoBanco));
+}
+
 bool ReceiptCorrections::podeEstornar(qint32 idrecebe, const QString& motivo) {
     if (!motivoDado(motivo))
         return false;
@@ -245,6 +342,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
     Resultado res;
     if (!motivoDado(motivo))
         return res;
+    completarRegistro();
     clsRecebimentos r(m_ctx.db);
     clsMovimento mov(m_ctx.db);
     QString recusa;
@@ -266,6 +364,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
     res.antes = r;
     concluirItem(CorrectionLog::Kind::Estorno, mov, r, motivo, kExcluido,
                  &clsAutenticadora::EstornoItem, res);
+    avisarArquivo(r, res);
     return res;
 }
 
@@ -284,12 +383,16 @@ ReceiptCorrections::lerPedido(const Pedido& p, const clsRecebimentos& atual) {
     }
     if (p.autentica) {
         bool ok = false;
-        const int n = p.autentica->trimmed().toInt(&ok);
+        const qint64 n = p.autentica->trimmed().toLongLong(&ok);
         if (!ok || n < 1) {
             refuse(kAutenticaInvalida);
             return std::nullopt;
         }
-        v.autentica = n;
+        if (n > clsRecebimentos::kMaxAutentica) {
+            refuse(kAutenticaAcimaDoLimite);
+            return std::nullopt;
+        }
+        v.autentica = qint32(n);
     }
     if (p.codbarra) {
         static const QRegularExpression digits(QStringLiteral("^\\d{44}$"));
@@ -339,6 +442,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
     Resultado res;
     if (!motivoDado(motivo))
         return res;
+    completarRegistro();
     clsRecebimentos antes(m_ctx.db);
     clsMovimento mov(m_ctx.db);
     QString recusa;
@@ -352,6 +456,9 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
             novo.autentica == antes.AUTENTICA && novo.codbarra == antes.CODBARRA &&
             novo.valor == antes.VALOR)
             recusa = kNadaAlterado;
+        if (tx.ok() && recusa.isEmpty() && novo.autentica != antes.AUTENTICA &&
+            (novo.autentica < 1 || novo.autentica > clsRecebimentos::kMaxAutentica))
+            recusa = kAutenticaAcimaDoLimite;
         if (tx.ok() && recusa.isEmpty())
             recusa = recusaNumeroECodigo(
                 antes.IDRECEBE,
@@ -398,6 +505,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
         e.tipoAnterior = descricaoTipo(antes.TIPO);
     registrar(e, res);
     m_ctx.dialogs.info(kAviso, kAlterado);
+    avisarArquivo(antes, res);
     QStringList linhas;
     clsAutenticadora a;
     a.SEQ_REG = numero(depois.AUTENTICA);
@@ -441,6 +549,7 @@ bool ReceiptCorrections::podeReverter(qint32 idrecebe) {
 
 ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
     Resultado res;
+    completarRegistro();
     clsEstornos e(m_ctx.db);
     clsMovimento mov(m_ctx.db);
     clsRecebimentos r(m_ctx.db);

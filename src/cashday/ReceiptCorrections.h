@@ -44,6 +44,7 @@ public:
         std::optional<clsRecebimentos> depois; // as it is now (change, undo)
         QStringList linhasFita;
         CounterPrinter::Fita fita = CounterPrinter::Fita::SemImpressora;
+        QString arquivoBanco;    // the bank files that had already carried the receipt
         bool registrado = false; // the log entry was appended
         QString arquivo;         // the log file
     };
@@ -58,7 +59,11 @@ public:
     // The description of a kind, or its number when it has none.
     QString descricaoTipo(qint16 idcod);
 
-    static QString perguntaEstorno(qint32 autentica); // "Confirma exclusão deste item? - 005"
+    // "Confirma exclusão deste item? - 005", and the bank files that already carried it.
+    static QString perguntaEstorno(qint32 autentica, const QString& arquivos = {});
+    // The bank files that carried the receipt ("CnabAGUA202611231030.RET (NSA 3)"), or empty.
+    QString arquivosBanco(qint32 idrecebe);
+    static QString avisoArquivoBanco(qint32 autentica, const QString& arquivos);
     static QString perguntaReversao(qint32 autentica);
 
     // What can be refused before the question is asked (message shown).
@@ -67,6 +72,12 @@ public:
 
     Resultado alterar(const Pedido& p);
     Resultado alterar(qint32 idrecebe, const Valores& novo, const QString& motivo);
+
+    // The database is the truth: every reversal, change and undoing kept in Estornos has its
+    // entry in the yearly log of its year. Entries missing (a crash between the commit and the
+    // log) are appended, each once. Run before each correction, by `estornos` and when a day
+    // is opened. Answers how many were added; nullopt (reported in Log.ini) on a failure.
+    std::optional<int> completarRegistro();
 
     bool podeReverter(qint32 idrecebe);
     Resultado reverter(qint32 idrecebe);
@@ -80,6 +91,7 @@ public:
     static const QString kErroReverter;      // "Erro ao reverter arquivo! "
     static const QString kValorInvalido;
     static const QString kAutenticaInvalida;
+    static const QString kAutenticaAcimaDoLimite; // beyond what the files carry
     static const QString kCodigoInvalido;
     static const QString kTipoInvalido;
     static const QString kNadaAlterado;
@@ -105,6 +117,8 @@ private:
     std::optional<Valores> lerPedido(const Pedido& p, const clsRecebimentos& atual);
     void refuse(const QString& text);
     void registrar(const CorrectionLog::Entry& e, Resultado& res);
+    // After a reversal or change of a receipt a bank file already carried: the operator is told.
+    void avisarArquivo(const clsRecebimentos& r, Resultado& res);
     CorrectionLog::Entry entrada(CorrectionLog::Kind kind, const clsMovimento& mov,
                                  const clsRecebimentos& r, const QString& motivo);
     // The lines go to the tape, or "Erro na geração..." when one could not be composed.

@@ -399,7 +399,7 @@ void registerCashDayCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("cofre")},
               QStringLiteral("cofre [--entrada VALOR | --saida VALOR]") + d +
                   QStringLiteral(" [--json]"),
-              QStringLiteral("mostra ou movimenta o saldo do cofre ([Reserva] cofre)"),
+              QStringLiteral("mostra ou movimenta o saldo do cofre"),
               {},
               CliCommand::Db::Existing,
               cofre});

@@ -80,6 +80,8 @@ int report(CliEnv& e, CorrectionLog::Kind kind, const ReceiptCorrections::Result
                   {QStringLiteral("registrado"), r.registrado},
                   {QStringLiteral("fita"), fita(r.fita)},
                   {QStringLiteral("linhas_fita"), QJsonArray::fromStringList(r.linhasFita)}};
+    if (!r.arquivoBanco.isEmpty())
+        o.insert(QStringLiteral("arquivo_banco"), r.arquivoBanco);
     if (r.antes)
         o.insert(QStringLiteral("antes"), receipt(*r.antes));
     if (r.depois)
@@ -94,6 +96,8 @@ int report(CliEnv& e, CorrectionLog::Kind kind, const ReceiptCorrections::Result
                          : r.fita == CounterPrinter::Fita::SemImpressora
                              ? QStringLiteral("sem autenticadora")
                              : QStringLiteral("não impressa");
+    if (!r.arquivoBanco.isEmpty())
+        e.out << QStringLiteral("Arquivo do banco: %1\n").arg(r.arquivoBanco);
     e.out << QStringLiteral("Registro: %1%2\nFita: %3\n")
                  .arg(r.arquivo, r.registrado ? QString() : QStringLiteral(" (não gravado)"), tape);
     return ExitOk;
@@ -174,6 +178,8 @@ int estornos(CliEnv& e) {
             return ExitUsage;
         }
     }
+    // What the database holds and the log lacks is written first.
+    ReceiptCorrections(e.ctx, nullptr).completarRegistro();
     const CorrectionLog log(e.ctx);
     const auto files = log.read(ano);
     if (files.isEmpty())
@@ -227,6 +233,6 @@ void registerCorrectionCommands(QList<CliCommand>& c) {
               QStringLiteral("mostra o registro de estornos e alterações, do ano mais novo ao "
                              "mais antigo"),
               {},
-              CliCommand::Db::None,
+              CliCommand::Db::ReadOnly,
               estornos});
 }

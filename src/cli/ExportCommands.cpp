@@ -8,6 +8,7 @@
 #include "DateScreenLogic.h"
 #include "ExportMarks.h"
 #include "FebrabanExport.h"
+#include "clsArquivoBanco.h"
 #include "clsCodBarra.h"
 #include "clsRecebimentos.h"
 
@@ -64,20 +65,33 @@ int listar(CliEnv& e) {
     const auto rows = clsRecebimentos::listarExportacao(e.ctx.db, day.movimento().ID, idcod, flag);
     if (!rows)
         return ExitRefused;
+    // The files that already carried each receipt, by name and sequence number.
+    const auto files = clsArquivoBanco::doMovimento(e.ctx.db, day.movimento().ID);
+    if (!files)
+        return ExitRefused;
     QJsonArray list;
     for (const clsRecebimentos& r : *rows) {
+        QJsonArray carried;
+        QStringList names;
+        for (const clsArquivoBanco::Arquivo& a : files->value(r.IDRECEBE)) {
+            carried.append(QJsonObject{{QStringLiteral("arquivo"), a.arquivo},
+                                       {QStringLiteral("nsa"), a.nsa}});
+            names << a.descricao();
+        }
         if (e.json)
             list.append(QJsonObject{{QStringLiteral("idrecebe"), r.IDRECEBE},
                                     {QStringLiteral("autentica"), r.AUTENTICA},
                                     {QStringLiteral("valor"), r.VALOR.format()},
                                     {QStringLiteral("codbarra"), r.CODBARRA},
-                                    {QStringLiteral("export"), r.EXPORT}});
+                                    {QStringLiteral("export"), r.EXPORT},
+                                    {QStringLiteral("arquivos"), carried}});
         else
-            e.out << QStringLiteral("%1\t%2\t%3\t%4\t%5\n")
+            e.out << QStringLiteral("%1\t%2\t%3\t%4\t%5\t%6\n")
                          .arg(r.IDRECEBE)
                          .arg(r.AUTENTICA, 4, 10, QLatin1Char('0'))
                          .arg(r.VALOR.format(), r.CODBARRA)
-                         .arg(r.EXPORT);
+                         .arg(r.EXPORT)
+                         .arg(names.join(QStringLiteral(", ")));
     }
     if (e.json)
         CliSupport::printJson(e, list);

@@ -27,7 +27,7 @@ bool Carrega_config(const QString& iniPath, Settings& s) {
     s.guiche = text("Export", "guiche");
     s.mensagem = text("Mensagem", "mensagem");
     s.cabecalho = text("Mensagem", "cabecalho");
-    s.cofre = text("Reserva", "cofre");
+    // [Reserva] cofre is read only by the database update that takes the safe's balance in.
     s.pref = text("Mensagem", "pref");
     integer("Reserva", "soma", s.soma);
     s.guiche2 = text("Export", "guiche");

@@ -9,7 +9,6 @@ struct Settings {
     QString guiche;                   // [Export] guiche
     QString mensagem;                 // [Mensagem] mensagem
     QString cabecalho;                // [Mensagem] cabecalho
-    QString cofre;                    // [Reserva] cofre
     QString pref;                     // [Mensagem] pref
     qint16 soma = 0;                  // [Reserva] soma
     QString guiche2;                  // [Export] guiche, loaded a second time into its own setting

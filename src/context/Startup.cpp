@@ -129,7 +129,11 @@ bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = 
                         .arg(config.describe()));
     QString message;
     QStringList notes;
-    if (Schema::migrate(ctx.db, &message, &notes) != Schema::Result::Ok)
+    Schema::Legacy legacy;
+    // The settings' safe balance is read only by the update that moves it into the database.
+    if (Schema::versionOf(ctx.db) < Schema::currentVersion())
+        legacy.cofre = ctx.option(QStringLiteral("Reserva"), QStringLiteral("cofre"));
+    if (Schema::migrate(ctx.db, &message, &notes, -1, legacy) != Schema::Result::Ok)
         return fail(ctx, detail, message);
     if (!notes.isEmpty()) {
         for (const QString& n : notes)

@@ -8,12 +8,17 @@
 #include "DatabaseBackup.h"
 #include "DialogPort.h"
 #include "MovementNumbering.h"
+#include "ReceiptCorrections.h"
 #include "Transaction.h"
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
 }
 
+const QString CashDay::kTotaisAcimaDoLimite =
+    QStringLiteral("Os totais do dia passam de %1: o movimento não pode ser encerrado assim. "
+                   "Corrija os lançamentos ou os recebimentos e encerre de novo.")
+        .arg(Money::maximum().formatCurrency());
 const QString CashDay::kPerguntaEncerrar =
     QStringLiteral("Deseja encerrar a contabilização agora?");
 const QString CashDay::kPerguntaCupomEncerramento =
@@ -52,12 +57,14 @@ bool CashDay::abrir() {
     // Opened or resumed, the control file is brought back in line with the receipts.
     if (!DailyControlFile::rebuild(m_ctx, m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+    // So is the yearly log of reversals with the Estornos table.
+    ReceiptCorrections(m_ctx, nullptr).completarRegistro();
     if (opened && m_printer && !m_printer->aberturaMovimento(m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
     return true;
 }
 
-bool CashDay::setStatus(const QString& status, bool withSums) {
+bool CashDay::setStatus(const QString& status, bool withSums, QString* recusa) {
     // Sums, chain hash and status in one transaction, so the hash kept is the one of exactly the
     // receipts summed.
     Transaction tx(m_ctx.db);
@@ -69,6 +76,12 @@ bool CashDay::setStatus(const QString& status, bool withSums) {
         const auto hash = AuditChain::lastHash(m_ctx.db);
         if (!sums || !hash)
             return false;
+        if (!sums->arrecadado.withinLimit() || !sums->entrada.withinLimit() ||
+            !sums->saida.withinLimit()) {
+            if (recusa)
+                *recusa = kTotaisAcimaDoLimite;
+            return false;
+        }
         mov.VALOR_ARRECADADO = sums->arrecadado;
         mov.ENTRADA = sums->entrada;
         mov.SAIDA = sums->saida;
@@ -98,8 +111,10 @@ bool CashDay::podeEncerrar() {
 }
 
 bool CashDay::encerrar() {
-    if (!setStatus(QStringLiteral("FECHADO"), true)) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao encerrar."));
+    QString recusa;
+    if (!setStatus(QStringLiteral("FECHADO"), true, &recusa)) {
+        m_ctx.dialogs.critical(kAviso,
+                               recusa.isEmpty() ? QStringLiteral("Erro ao encerrar.") : recusa);
         return false;
     }
     if (!DailyControlFile::rebuild(m_ctx, m_mov))

@@ -28,6 +28,7 @@ public:
     bool reabrir();
     bool imprimirReabertura();
 
+    static const QString kTotaisAcimaDoLimite;       // a day's totals above R$ 999.999.999,99
     static const QString kPerguntaEncerrar;          // "Deseja encerrar a contabilização agora?"
     static const QString kPerguntaCupomEncerramento; // "Deseja finalizar o cupom agora?"
     static const QString kEncerrado;                 // "Movimento encerrado."
@@ -42,7 +43,7 @@ public:
     bool reload();
 
 private:
-    bool setStatus(const QString& status, bool withSums);
+    bool setStatus(const QString& status, bool withSums, QString* recusa = nullptr);
     void copiaDeSeguranca();
 
     AppContext& m_ctx;

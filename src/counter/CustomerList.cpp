@@ -59,6 +59,15 @@ Money CustomerList::total() const {
     return runningTotal(size() - 1);
 }
 
+QString CustomerList::acimaDoLimite() const {
+    // The sum saturates instead of wrapping, so a total beyond the ceiling stays beyond it.
+    if (total().withinLimit())
+        return {};
+    return QStringLiteral("O total do cliente (%1) passa de %2. Nada foi gravado: divida o "
+                          "pagamento em dois.")
+        .arg(total().formatCurrency(), Money::maximum().formatCurrency());
+}
+
 QString CustomerList::text(int row, Column c) const {
     const CustomerItem& it = m_items.at(row);
     switch (c) {

@@ -48,6 +48,8 @@ public:
     const CustomerItem& at(int i) const { return m_items.at(i); }
     const QList<CustomerItem>& items() const { return m_items; }
     Money total() const;
+    // The customer's total passes R$ 999.999.999,99: the refusal to show; empty when it does not.
+    QString acimaDoLimite() const;
     Money runningTotal(int row) const;
     QString text(int row, Column c) const;
 

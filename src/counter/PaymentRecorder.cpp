@@ -9,7 +9,6 @@
 
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
-#include <limits>
 
 #include <QSet>
 
@@ -21,8 +20,7 @@ const QString PaymentRecorder::kFalhou = QStringLiteral(
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
-// Authentication numbers are 32-bit: a movement never runs out of them in practice.
-constexpr qint64 kMaxAutentica = std::numeric_limits<qint32>::max();
+constexpr qint64 kMaxAutentica = clsRecebimentos::kMaxAutentica;
 
 QString itemText(int index, const CustomerItem& item) {
     return QStringLiteral("item %1 (%2)")
@@ -53,7 +51,7 @@ QString PaymentRecorder::refusal(AppContext& ctx, const CustomerList& list) {
                                   "retire o item da soma e grave de novo.")
                 .arg(itemText(i, item));
     }
-    return {};
+    return list.acimaDoLimite();
 }
 
 std::optional<QList<RecordedReceipt>>

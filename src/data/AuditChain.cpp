@@ -31,6 +31,8 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("ConfCaixa"), QStringLiteral("ID")},
     {QStringLiteral("Estornos"), QStringLiteral("ID")},
     {QStringLiteral("ConflitoRede"), QStringLiteral("ID")},
+    {QStringLiteral("CofreMovimentos"), QStringLiteral("ID")},
+    {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {

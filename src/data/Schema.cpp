@@ -2,7 +2,10 @@
 
 #include "AuditChain.h"
 #include "Transaction.h"
+#include "clsCofre.h"
 #include "clsDataAccess.h"
+
+#include <QDateTime>
 
 #include <QFile>
 #include <QSqlError>
@@ -164,10 +167,47 @@ QStringList migrationAutenticaIndex(DbBackend) {
                            "Recebimentos(IDMOVIMENTO, AUTENTICA)")};
 }
 
+// The safe's balance moves into the database (it was Config.ini's [Reserva] cofre): one row
+// with the balance, and one row per move with the movement, who and the balance after it. The
+// balance the settings held becomes the first move, right after these statements.
+QStringList migrationCofre(DbBackend b) {
+    const Types t = typesFor(b);
+    const QString plain = QStringLiteral("TEXT");
+    return {QStringLiteral("CREATE TABLE Cofre (ID INTEGER PRIMARY KEY CHECK (ID = 1), SALDO "
+                           "BIGINT NOT NULL DEFAULT 0)"),
+            QStringLiteral("INSERT INTO Cofre (ID, SALDO) VALUES (1, 0)"),
+            QStringLiteral("CREATE TABLE CofreMovimentos (ID %1, IDMOVIMENTO INTEGER, OPERACAO %2 "
+                           "NOT NULL, VALOR BIGINT NOT NULL, SALDO BIGINT NOT NULL, USUARIO %2, "
+                           "MOMENTO %3)")
+                .arg(t.id, t.text, plain)};
+}
+
+// The bank files written and the receipts each carried: a receipt reversed or changed after it
+// went to the bank is told as such.
+QStringList migrationArquivosBanco(DbBackend b) {
+    const Types t = typesFor(b);
+    const QString plain = QStringLiteral("TEXT");
+    return {
+        QStringLiteral("CREATE TABLE ArquivosBanco (ID %1, ARQUIVO %2 NOT NULL, PADRAO %2 NOT "
+                       "NULL, BANCO %2, NSA INTEGER NOT NULL DEFAULT 0, IDMOVIMENTO INTEGER, "
+                       "IDCOD INTEGER, MOMENTO %3, USUARIO %2, REGISTROS INTEGER NOT NULL "
+                       "DEFAULT 0, TOTAL BIGINT NOT NULL DEFAULT 0)")
+            .arg(t.id, t.text, plain),
+        QStringLiteral("CREATE UNIQUE INDEX idx_arquivosbanco_arquivo ON ArquivosBanco(ARQUIVO)"),
+        QStringLiteral("CREATE TABLE ArquivoRecebimentos (ID %1, IDARQUIVO BIGINT NOT NULL, "
+                       "IDRECEBE BIGINT NOT NULL)")
+            .arg(t.id),
+        QStringLiteral("CREATE INDEX idx_arquivorecebimentos_idrecebe ON "
+                       "ArquivoRecebimentos(IDRECEBE)"),
+        QStringLiteral("CREATE INDEX idx_arquivorecebimentos_idarquivo ON "
+                       "ArquivoRecebimentos(IDARQUIVO)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {
     migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
-    migrationEstornos, migrationAutenticaIndex,   migrationRede};
+    migrationEstornos, migrationAutenticaIndex,   migrationRede,
+    migrationCofre,    migrationArquivosBanco};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);
@@ -180,8 +220,37 @@ bool exec(QSqlDatabase db, const QString& sql, QString* err) {
 
 } // namespace
 
+// The safe's balance from the settings, once: it must be money within the ceiling. The safe's
+// row joins the chain with its first move; each move is a chained row of its own.
+static bool adoptSafeBalance(clsDataAccess& db, const QString& text, QString* err) {
+    const QString t = text.trimmed();
+    const auto v = t.isEmpty() ? std::optional<Money>(Money()) : Money::parse(t);
+    if (!v || v->isNegative() || !v->withinLimit()) {
+        *err = QStringLiteral("o saldo do cofre em Config.ini ([Reserva] cofre) não é um valor "
+                              "entre 0,00 e %1: %2. Corrija-o e abra o programa de novo.")
+                   .arg(Money::maximum().format(), t);
+        return false;
+    }
+    if (v->isZero())
+        return true;
+    clsCofre::Lancamento l;
+    l.operacao = clsCofre::kSaldoInicial;
+    l.valor = *v;
+    l.saldo = *v;
+    l.usuario = QStringLiteral("Config.ini");
+    l.momento = QDateTime::currentDateTime();
+    if (!clsCofre::gravar(db, l)) {
+        *err = db.lastError();
+        return false;
+    }
+    return true;
+}
+
 // What a migration does besides its statements, in the same transaction.
-static bool afterStatements(Migration m, clsDataAccess& db, QStringList* notes, QString* err) {
+static bool afterStatements(Migration m, clsDataAccess& db, QStringList* notes,
+                            const Schema::Legacy& legacy, QString* err) {
+    if (m == migrationCofre)
+        return adoptSafeBalance(db, legacy.cofre, err);
     if (m != migrationReceiptsOnceAndChain)
         return true;
     if (notes)
@@ -224,7 +293,8 @@ int Schema::versionOf(clsDataAccess& db) {
     return q.value(0).toInt();
 }
 
-Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList* notes, int upTo) {
+Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList* notes, int upTo,
+                               const Legacy& legacy) {
     const int target = upTo < 0 ? currentVersion() : qMin(upTo, currentVersion());
     QSqlDatabase sql = db.database();
     int version = versionOf(db);
@@ -281,7 +351,7 @@ Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList*
                  exec(sql, QStringLiteral("INSERT INTO VersaoBanco (VERSAO) VALUES (0)"), &err);
         for (const QString& stmt : kMigrations[version](db.backend()))
             ok = ok && exec(sql, stmt, &err);
-        ok = ok && afterStatements(kMigrations[version], db, notes, &err);
+        ok = ok && afterStatements(kMigrations[version], db, notes, legacy, &err);
         ok = ok &&
              exec(sql, QStringLiteral("UPDATE VersaoBanco SET VERSAO = %1").arg(version + 1), &err);
         if (!ok || !tx.commit()) {

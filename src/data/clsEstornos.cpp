@@ -141,6 +141,10 @@ bool clsEstornos::SQLMarcarRevertido(const QDateTime& quando, const QString& usu
     return true;
 }
 
+std::optional<QList<clsEstornos>> clsEstornos::listarTodos(clsDataAccess& db) {
+    return select(db, QStringLiteral("ORDER BY ID"), {});
+}
+
 std::optional<QList<clsEstornos>> clsEstornos::listarDoMovimento(clsDataAccess& db,
                                                                  qint32 idMovimento) {
     return select(db, QStringLiteral("WHERE IDMOVIMENTO = ? ORDER BY ID DESC"), {idMovimento});

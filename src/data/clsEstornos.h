@@ -54,6 +54,8 @@ public:
     bool SQLInsert(); // ID read back
     bool SQLMarcarRevertido(const QDateTime& quando, const QString& usuario);
 
+    // Every row, oldest first.
+    static std::optional<QList<clsEstornos>> listarTodos(clsDataAccess& db);
     // The movement's rows, newest first.
     static std::optional<QList<clsEstornos>> listarDoMovimento(clsDataAccess& db,
                                                                qint32 idMovimento);

@@ -17,6 +17,9 @@ class clsDataAccess;
 class clsRecebimentos {
 public:
     static const QString kSemCodigo; // the 44 zeros of an item without barcode
+    // The highest authentication number a movement may give: the integration file carries it in
+    // five digits.
+    static constexpr qint32 kMaxAutentica = 99999;
 
     explicit clsRecebimentos(clsDataAccess& db) : m_db(&db) {}
 

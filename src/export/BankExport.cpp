@@ -3,9 +3,13 @@
 #include "AppContext.h"
 #include "BankFileWriter.h"
 #include "CheckDigits.h"
+#include "Clock.h"
 #include "DialogPort.h"
+#include "Transaction.h"
+#include "clsArquivoBanco.h"
 #include "clsCodBarra.h"
 #include "clsRecebimentos.h"
+#include "clsSequenciaArquivo.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -114,10 +118,70 @@ std::optional<QList<clsRecebimentos>> BankExport::inicia(AppContext& ctx, const 
         falha(ctx, r, error);
         return std::nullopt;
     }
+    r.arquivo = file.finalPath();
     auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
     if (!rows)
         falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
     return rows;
+}
+
+std::function<bool(const QString&)> BankExport::registrado(AppContext& ctx) {
+    return [&ctx](const QString& name) {
+        // A name that cannot be checked is treated as taken: the run picks another.
+        return clsArquivoBanco::registrado(ctx.db, name).value_or(true);
+    };
+}
+
+bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QString& banco,
+                         BankFileWriter& file, const QList<clsRecebimentos>& rows,
+                         const std::function<std::optional<QList<QByteArray>>(int nsa)>& numera,
+                         Result& r) {
+    QString error;
+    int nsa = 0;
+    {
+        Transaction tx(ctx.db);
+        std::optional<QList<QByteArray>> bytes;
+        if (tx.ok() && a == Arquivo::Cnab) {
+            const auto n = clsSequenciaArquivo::proximo(ctx.db, banco);
+            nsa = n.value_or(0);
+            if (n)
+                bytes = numera(nsa);
+        } else if (tx.ok()) {
+            bytes = numera(0);
+        }
+        // A write that fails keeps the disk's answer ("Disco cheio: ...") as the message.
+        if (!bytes)
+            error = QStringLiteral("Erro ao numerar o arquivo (NSA).");
+        if (bytes && file.write(*bytes, &error)) {
+            clsArquivoBanco::Arquivo run;
+            run.arquivo = QFileInfo(file.finalPath()).fileName();
+            run.padrao = padrao(a);
+            run.banco = banco;
+            run.nsa = nsa;
+            run.idMovimento = rq.idMovimento;
+            run.idcod = rq.idcod;
+            run.momento = ctx.clock.now();
+            run.usuario = ctx.userName;
+            run.registros = r.registros;
+            run.total = r.total;
+            QList<qint32> ids;
+            for (const clsRecebimentos& row : rows)
+                ids << row.IDRECEBE;
+            if (!clsArquivoBanco::registrar(ctx.db, run, ids) || !tx.commit())
+                error = QStringLiteral("Erro ao registrar o arquivo no banco de dados: %1")
+                            .arg(ctx.db.lastError());
+        }
+    }
+    if (error.isEmpty() && !file.publish(&error))
+        error = error.isEmpty() ? QStringLiteral("Erro ao gerar arquivo") : error;
+    if (!error.isEmpty()) {
+        r.registros = 0;
+        falha(ctx, r, error);
+        return false;
+    }
+    r.nsa = nsa;
+    r.arquivo = file.finalPath();
+    return true;
 }
 
 void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {

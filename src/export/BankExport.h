@@ -76,6 +76,16 @@ public:
     // the result; the run goes on and will write nothing.
     static void registro(AppContext& ctx, Result& r, bool built, const QString& record,
                          const QString& failure, QByteArray& into);
+    // Whether a file name is recorded as a run (a name never used twice), for BankFileWriter.
+    static std::function<bool(const QString&)> registrado(AppContext& ctx);
+    // The end of a good run, in one transaction: the sequence number taken (CNAB: `numera`
+    // gets it and answers the file's bytes; Febraban gets 0), the file written whole and
+    // flushed, the run and its receipts recorded, the commit; then the file gets its name. A
+    // failure anywhere leaves no file and no number used; it is shown after the transaction.
+    static bool conclui(AppContext& ctx, const Request& rq, Arquivo a, const QString& banco,
+                        BankFileWriter& file, const QList<clsRecebimentos>& rows,
+                        const std::function<std::optional<QList<QByteArray>>(int nsa)>& numera,
+                        Result& r);
     // A failure that ends the run: shown and kept in the result.
     static void falha(AppContext& ctx, Result& r, const QString& text);
     static void pausa(int ms); // keeps the screen alive while it waits

@@ -45,14 +45,15 @@ QString describe(const QString& path, const QFileDevice& f) {
 
 } // namespace
 
-BankFileWriter::BankFileWriter(QString finalPath, const QString& lockPath, QString stalePattern)
-    : m_final(std::move(finalPath)), m_lock(lockPath), m_stalePattern(std::move(stalePattern)),
-      m_temp(temporaryPath(m_final)) {
+BankFileWriter::BankFileWriter(QString finalPath, const QString& lockPath, QString stalePattern,
+                               Recorded recorded)
+    : m_recorded(std::move(recorded)), m_final(std::move(finalPath)), m_lock(lockPath),
+      m_stalePattern(std::move(stalePattern)) {
     m_lock.setStaleLockTime(0); // a live run may take minutes; only a dead one's lock is stale
 }
 
 BankFileWriter::~BankFileWriter() {
-    if (m_committed || !m_temp.isOpen())
+    if (m_committed || (!m_temp.isOpen() && !m_written))
         return;
     m_temp.close();
     m_temp.remove();
@@ -68,53 +69,80 @@ bool BankFileWriter::fail(QString* error, const QString& why) {
     return false;
 }
 
+// A name is taken by a file, by a temporary file, or by a run the database recorded.
+bool BankFileWriter::taken(const QString& path) const {
+    return QFileInfo::exists(path) || QFileInfo::exists(temporaryPath(path)) ||
+           QFileInfo(path).isSymLink() || (m_recorded && m_recorded(QFileInfo(path).fileName()));
+}
+
+// Temporary files of runs that died: the recorded one is whole (it was flushed before the
+// commit) and gets its name; the others are removed.
+void BankFileWriter::settleStale() {
+    const QDir folder = QFileInfo(m_final).absoluteDir();
+    for (const QString& stale : folder.entryList({m_stalePattern}, QDir::Files | QDir::Hidden)) {
+        const QString temp = folder.filePath(stale);
+        const QString final = temp.chopped(4);
+        std::error_code ec;
+        if (m_recorded && m_recorded(QFileInfo(final).fileName()) && !QFileInfo::exists(final))
+            std::filesystem::create_hard_link(QFile(temp).filesystemFileName(),
+                                              QFile(final).filesystemFileName(), ec);
+        QFile::remove(temp);
+    }
+}
+
 bool BankFileWriter::begin(QString* error) {
     if (!m_lock.tryLock(2000))
         return fail(error, QStringLiteral("Outra geração de arquivo está em andamento. Aguarde o "
                                           "fim dela e tente de novo."));
-    const QDir folder = QFileInfo(m_final).absoluteDir();
-    for (const QString& stale : folder.entryList({m_stalePattern}, QDir::Files | QDir::Hidden))
-        QFile::remove(folder.filePath(stale));
-    if (!m_temp.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    settleStale();
+    const QString base = m_final;
+    const qsizetype dot = base.lastIndexOf(QLatin1Char('.'));
+    for (int n = 2; taken(m_final); ++n) {
+        if (n > 999)
+            return fail(error, QStringLiteral("Não há nome livre para o arquivo %1.")
+                                   .arg(QDir::toNativeSeparators(base)));
+        m_final = dot > 0 ? base.left(dot) + QStringLiteral("_%1").arg(n) + base.mid(dot)
+                          : base + QStringLiteral("_%1").arg(n);
+    }
+    m_temp.setFileName(temporaryPath(m_final));
+    if (!m_temp.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return fail(error, describe(m_temp.fileName(), m_temp));
     return true;
 }
 
-bool BankFileWriter::copyFinal(QString* error) {
-    QFile existing(m_final);
-    if (!existing.exists())
-        return true;
-    if (!existing.open(QIODevice::ReadOnly))
-        return fail(error, QStringLiteral("Não foi possível ler %1: %2")
-                               .arg(QDir::toNativeSeparators(m_final), existing.errorString()));
-    while (!existing.atEnd()) {
-        const QByteArray block = existing.read(1 << 20);
-        if (block.isEmpty() || m_temp.write(block) != block.size())
-            return fail(error, describe(m_temp.fileName(), m_temp));
-    }
-    return true;
-}
-
-bool BankFileWriter::commit(const QList<QByteArray>& chunks, QString* error) {
+bool BankFileWriter::write(const QList<QByteArray>& chunks, QString* error) {
     if (!m_temp.isOpen())
         return fail(error, describe(m_temp.fileName(), m_temp));
-    if (!copyFinal(error))
-        return false;
     for (const QByteArray& c : chunks)
         if (m_temp.write(c) != c.size())
             return fail(error, describe(m_temp.fileName(), m_temp));
     if (!syncToDisk(m_temp))
         return fail(error, describe(m_temp.fileName(), m_temp));
     m_temp.close();
+    m_written = true;
+    return true;
+}
+
+bool BankFileWriter::publish(QString* error) {
+    if (!m_written)
+        return fail(error, describe(m_temp.fileName(), m_temp));
+    // A link never replaces a file: the final name appears whole or not at all.
     std::error_code ec;
-    std::filesystem::rename(QFile(m_temp.fileName()).filesystemFileName(),
-                            QFile(m_final).filesystemFileName(), ec);
+    std::filesystem::create_hard_link(QFile(m_temp.fileName()).filesystemFileName(),
+                                      QFile(m_final).filesystemFileName(), ec);
+    if (ec && ec != std::errc::file_exists && !QFileInfo::exists(m_final)) {
+        // A folder that keeps no links: the name is still free under the run's lock.
+        ec.clear();
+        std::filesystem::rename(QFile(m_temp.fileName()).filesystemFileName(),
+                                QFile(m_final).filesystemFileName(), ec);
+    }
     if (ec) {
         m_temp.remove();
         return fail(error, QStringLiteral("Não foi possível gravar %1: %2")
                                .arg(QDir::toNativeSeparators(m_final),
                                     QString::fromLocal8Bit(ec.message())));
     }
+    QFile::remove(m_temp.fileName());
     m_committed = true;
     syncFolder(QFileInfo(m_final).absolutePath());
     return true;

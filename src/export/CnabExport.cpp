@@ -7,7 +7,6 @@
 #include "clsCodBarra.h"
 #include "clsGeraCnab.h"
 #include "clsRecebimentos.h"
-#include "clsSequenciaArquivo.h"
 
 #include <QDir>
 
@@ -111,7 +110,7 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
         return r;
     r.arquivo = QDir(*folder).filePath(nomeArquivo(kind.DESCRICAO, agora));
     BankFileWriter file(r.arquivo, ctx.filePath(QStringLiteral("exportar.lock")),
-                        QStringLiteral("Cnab*.RET.tmp"));
+                        QStringLiteral("Cnab*.RET.tmp"), BankExport::registrado(ctx));
     const auto rows = BankExport::inicia(ctx, rq, file, r);
     if (!rows)
         return r;
@@ -131,24 +130,19 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
         r.registros = 0;
         return r;
     }
-    // The number is taken only now, so a run that fails its records does not use one up.
-    const auto nsa = clsSequenciaArquivo::proximo(ctx.db, g.COD_BANCO);
-    if (nsa)
-        g.NSARQUIVO = BankExport::numero(*nsa, 6);
-    if (!nsa || !g.Header_arquivo() || !g.Header_lote()) {
-        r.registros = 0;
-        BankExport::falha(ctx, r, QStringLiteral("Erro ao numerar o arquivo (NSA)."));
+    // The number is taken only now, with the file written in its transaction: a run that fails
+    // its records or its writing does not use one up.
+    const auto numera = [&](int nsa) -> std::optional<QList<QByteArray>> {
+        g.NSARQUIVO = BankExport::numero(nsa, 6);
+        if (!g.Header_arquivo() || !g.Header_lote())
+            return std::nullopt;
+        records.head = g.resultado(R::HeaderArquivo).toLatin1() + "\r\n" +
+                       g.resultado(R::HeaderLote).toLatin1() + "\r\n";
+        return QList<QByteArray>{records.head, records.body, records.tail};
+    };
+    if (!BankExport::conclui(ctx, rq, BankExport::Arquivo::Cnab, g.COD_BANCO, file, *rows, numera,
+                             r))
         return r;
-    }
-    records.head = g.resultado(R::HeaderArquivo).toLatin1() + "\r\n" +
-                   g.resultado(R::HeaderLote).toLatin1() + "\r\n";
-    QString error;
-    if (!file.commit({records.head, records.body, records.tail}, &error)) {
-        r.registros = 0;
-        BankExport::falha(ctx, r, error);
-        return r;
-    }
-    r.nsa = *nsa;
     r.ok = true;
     return r;
 }

@@ -81,16 +81,17 @@ BankExport::Result FebrabanExport::gerar(AppContext& ctx, const BankExport::Requ
     r.arquivo =
         QDir(*folder).filePath(nomeArquivo(estacao(ctx), kind.DESCRICAO, rq.codBanco, agora));
     BankFileWriter file(r.arquivo, ctx.filePath(QStringLiteral("exportar.lock")),
-                        QStringLiteral("Feb*.RET.tmp"));
+                        QStringLiteral("Feb*.RET.tmp"), BankExport::registrado(ctx));
     const auto rows = BankExport::inicia(ctx, rq, file, r);
     if (!rows)
         return r;
     clsGeraFebraban g;
     QByteArray records;
     monta(ctx, rq, *rows, g, records, r);
-    QString error;
-    if (r.falhas == 0 && !file.commit({records}, &error))
-        BankExport::falha(ctx, r, error);
+    if (r.falhas == 0)
+        BankExport::conclui(
+            ctx, rq, BankExport::Arquivo::Febraban, rq.codBanco, file, *rows,
+            [&](int) { return std::optional<QList<QByteArray>>(QList<QByteArray>{records}); }, r);
     r.ok = r.falhas == 0 && r.erros.isEmpty();
     if (!r.ok)
         r.registros = 0;

@@ -5,6 +5,7 @@
 #include "DemoData.h"
 #include "HolidayCalendar.h"
 #include "TestApp.h"
+#include "TestCodes.h"
 #include "clsFeriado.h"
 
 namespace {
@@ -280,6 +281,56 @@ private slots:
             {});
         QCOMPARE(word(d), QStringLiteral("nao_reconhecida"));
         QCOMPARE(d.kinds.size(), 1);
+    }
+
+    // The kind recorded is the one whose code the layout read, even when another kind with a
+    // lower IDCOD matches digits elsewhere in the code (BOLETO DIVERSOS, 101, at 25-27).
+    void kindIsTheOneTheLayoutRead_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<int>("idcod");
+        QTest::addColumn<QString>("descricao");
+        const QString zeros17(17, QLatin1Char('0'));
+        QTest::newRow("guide 0500 due 01/11: 101 at 25-27")
+            << TestCodes::guide(QStringLiteral("0500"), 1000, QStringLiteral("20261101"), zeros17)
+            << 50 << "TAXA DE LICENCA";
+        QTest::newRow("guide 0500 due 02/11")
+            << TestCodes::guide(QStringLiteral("0500"), 1000, QStringLiteral("20261102"), zeros17)
+            << 50 << "TAXA DE LICENCA";
+        // SIGCB kind 60606 at 20-24, then "101" at 25-27.
+        const QString body = QStringLiteral("0019") + QStringLiteral("1651") +
+                             QStringLiteral("0000008915") + QStringLiteral("60606") +
+                             QStringLiteral("101") + QString(17, QLatin1Char('0'));
+        QTest::newRow("slip 60606 with 101 at 25-27")
+            << body.left(4) + QString::number(Modulo11_boleto(body)) + body.mid(4) << 60
+            << "AGUA RURAL";
+        QTest::newRow("0000 slip keeps 101")
+            << "34197163600000077000000010155555555555555555" << 6 << "BOLETO DIVERSOS";
+    }
+    void kindIsTheOneTheLayoutRead() {
+        QFETCH(QString, code);
+        QFETCH(int, idcod);
+        QFETCH(QString, descricao);
+        TEST_BACKEND();
+        seedKinds(app);
+        QVERIFY(app.db().SQLExecute(QStringLiteral(
+            "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO) VALUES "
+            "(50, '0500', 'TAXA DE LICENCA', 'F', 'N', 'N'), (60, '60606', 'AGUA RURAL', 'C', "
+            "'N', 'N')")));
+        BarcodeReader reader(app.ctx());
+        GuideKinds shown;
+        bool selectFirst = false;
+        reader.kindsFilled = [&](const GuideKinds& k, bool first) {
+            shown = k;
+            selectFirst = first;
+        };
+        const ReadingDecision d = reader.Leitura_codigo_barras(code, QDate(2026, 10, 23), {});
+        QCOMPARE(word(d), QStringLiteral("aceito"));
+        QCOMPARE(d.idcod, idcod);
+        QCOMPARE(d.descricao, descricao);
+        // The screen selects the first entry of the list it was given.
+        QVERIFY(selectFirst);
+        QVERIFY(!shown.isEmpty());
+        QCOMPARE(shown.first().idcod, idcod);
     }
 
     void holidays() {

@@ -268,6 +268,12 @@ private slots:
         row("number of another receipt", "alterar", "autentica", "1", ok,
             RC::kAutenticaEmUso.arg("001"), crit);
         row("number not a number", "alterar", "autentica", "x1", ok, RC::kAutenticaInvalida, crit);
+        const QString beyond = QStringLiteral("O número de autenticação vai até 99999: os "
+                                              "arquivos do movimento não levam um número maior!!");
+        row("number beyond five digits", "alterar", "autentica", "100000", ok, beyond, crit);
+        row("number beyond 32 bits", "alterar", "autentica", "2147483647", ok, beyond, crit);
+        row("number beyond 64 bits", "alterar", "autentica", "99999999999999999999", ok,
+            RC::kAutenticaInvalida, crit);
         row("code of another receipt", "alterar", "codbarra", kTaxas, ok,
             QStringLiteral("Conta já Recebida!!!"), crit);
         row("code too short", "alterar", "codbarra", "8166", ok, RC::kCodigoInvalido, crit);
@@ -350,6 +356,79 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Estornos")), 0);
         QVERIFY(!QFile::exists(c.logPath()));
         QVERIFY(c.newTape().isEmpty());
+    }
+
+    // A reversal committed whose log entry was never written (a crash at the log's opening)
+    // gets it from the Estornos table, exactly once: on the next correction, on `estornos` and
+    // when a day is opened. A torn last line is ended before the entry.
+    void logIsCompletedFromTheTable() {
+        TEST_BACKEND();
+        Counter c(app);
+        QVERIFY(c.corrections.estornar(c.rows.at(0).idrecebe, QStringLiteral("primeiro")).feito);
+        // The second reversal as the database kept it when the program died after its commit.
+        clsRecebimentos lost = c.receipt(c.rows.at(1).idrecebe);
+        clsEstornos row(app.db());
+        row.copiarRecebimento(lost);
+        row.OPERACAO = clsEstornos::Operacao::Estorno;
+        row.MOMENTO = app.clock().now();
+        row.USUARIO = QStringLiteral("ANA");
+        row.MOTIVO = QStringLiteral("queda de energia");
+        QVERIFY(row.SQLInsert());
+        QVERIFY(lost.SQLDelete());
+        QFile torn(c.logPath());
+        QVERIFY(torn.open(QIODevice::Append));
+        QVERIFY(torn.write("Movimento: 0") > 0);
+        torn.close();
+
+        const QStringList lostEntry =
+            entry(QStringLiteral("002"), QStringLiteral("AGUA E ESGOTO"), QStringLiteral("89,15"))
+            << QStringLiteral("Motivo do estorno: queda de energia");
+        QCOMPARE(c.corrections.completarRegistro(), std::optional<int>(1));
+        QCOMPARE(c.log().mid(c.log().size() - lostEntry.size()), lostEntry);
+        QCOMPARE(c.log().at(c.log().size() - lostEntry.size() - 1), QStringLiteral("Movimento: 0"));
+        // Once: neither a second completion nor the next correction writes it again.
+        QCOMPARE(c.corrections.completarRegistro(), std::optional<int>(0));
+        RC::Pedido p;
+        p.idrecebe = c.rows.at(2).idrecebe;
+        p.valor = QStringLiteral("6,00");
+        p.motivo = QStringLiteral("valor");
+        QVERIFY(c.corrections.alterar(p).feito);
+        QVERIFY(c.corrections.reverter(c.rows.at(1).idrecebe).feito);
+        QCOMPARE(c.corrections.completarRegistro(), std::optional<int>(0));
+        const QStringList log = c.log();
+        QCOMPARE(log.count(QStringLiteral("Motivo do estorno: queda de energia")), 1);
+        QCOMPARE(log.count(QStringLiteral("Motivo do estorno: primeiro")), 1);
+        QCOMPARE(log.count(QStringLiteral("Motivo da Alteração: valor")), 1);
+        QCOMPARE(
+            log.count(QStringLiteral("Estorno revertido. Motivo do estorno: queda de energia")), 1);
+
+        // A change and an undoing lost the same way are completed as well.
+        QVERIFY(QFile::remove(c.logPath()));
+        QCOMPARE(c.corrections.completarRegistro(), std::optional<int>(4));
+        QCOMPARE(c.log().mid(0, kHeader.size()), kHeader);
+        QCOMPARE(c.log().count(QStringLiteral("Valor anterior: 5,00")), 1);
+        QCOMPARE(c.corrections.completarRegistro(), std::optional<int>(0));
+    }
+
+    // The last number the files carry may be given by a correction; the movement is then full
+    // and the next payment is refused whole, without a receipt numbered 100000.
+    void lastNumberFillsTheMovement() {
+        TEST_BACKEND();
+        Counter c(app);
+        RC::Pedido p;
+        p.idrecebe = c.rows.at(2).idrecebe;
+        p.autentica = QStringLiteral("99999");
+        p.motivo = QStringLiteral("número da fita");
+        QVERIFY(c.corrections.alterar(p).feito);
+        QCOMPARE(c.receipt(p.idrecebe).AUTENTICA, 99999);
+        const int before = app.count(QStringLiteral("Recebimentos"));
+        c.session.somaAvulso({8, Money::fromReais(7), QDate(), QString(), QString()});
+        app.dialogs().clear();
+        QVERIFY(!c.session.gravar());
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("Limite de 99999 autenticações do movimento atingido. Nada foi "
+                                "gravado."));
+        QCOMPARE(app.count(QStringLiteral("Recebimentos")), before);
     }
 
     // The 44 zeros and codes starting "000" may be carried by several receipts.

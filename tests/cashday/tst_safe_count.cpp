@@ -1,11 +1,13 @@
-// The safe (its balance in Config.ini and the day's supplies) and the cash count: the
+// The safe (its balance in the database and the day's supplies) and the cash count: the
 // difference, the supplies switch, the kinds offered, a closed day, and the provisional count.
+#include "AuditChain.h"
 #include "CashAmount.h"
 #include "CashCount.h"
 #include "CashEntry.h"
 #include "CashSafe.h"
 #include "IniFile.h"
 #include "TestApp.h"
+#include "clsCofre.h"
 #include "clsConfCaixa.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -26,6 +28,19 @@ qint32 prepare(TestApp& app, const char* status = "ABERTO") {
     m.STATUS = QLatin1String(status);
     app.dialogs().clear();
     return m.SQLInsert(0) ? m.ID : 0;
+}
+
+// The balance as a database left by an earlier move holds it.
+void setSafe(TestApp& app, const QString& text) {
+    const auto v = text.isEmpty() ? std::optional<Money>(Money()) : Money::parse(text);
+    QVERIFY(v);
+    QVERIFY(app.db().SQLExecute(QStringLiteral("UPDATE Cofre SET SALDO = ? WHERE ID = 1"),
+                                {v->units()}));
+}
+
+QString safe(TestApp& app) {
+    const auto v = clsCofre::saldo(app.db());
+    return v ? v->format() : QStringLiteral("?");
 }
 
 clsMovimento movement(TestApp& app, qint32 id) {
@@ -76,14 +91,12 @@ private slots:
         QFETCH(QString, message);
         TEST_BACKEND();
         const qint32 mov = prepare(app);
-        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), inicial);
+        setSafe(app, inicial);
         const auto r = CashSafe::movimentar(
             app.ctx(), mov, saida ? CashSafe::Direction::Out : CashSafe::Direction::In, valor);
         QCOMPARE(int(r.outcome), outcome);
         QCOMPARE(r.saldo.format(), saldo);
-        QCOMPARE(
-            IniFile::read(QStringLiteral("Reserva"), QStringLiteral("cofre"), app.ctx().iniPath()),
-            outcome == int(CashSafe::Outcome::Done) ? saldo : inicial);
+        QCOMPARE(safe(app), saldo);
         QCOMPARE(movement(app, mov).SUPRIMENTO.format(), suprimento);
         QCOMPARE(app.dialogs().texts(), QStringList{message});
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
@@ -92,15 +105,16 @@ private slots:
                                     ? DialogIcon::Critical
                                     : DialogIcon::Exclamation;
         QCOMPARE(app.dialogs().last().icon, icon);
-        // The settings file is replaced whole: no temporary file is left beside it.
-        QCOMPARE(QDir(app.folder()).entryList({QStringLiteral("Config.ini*")}, QDir::Files),
-                 QStringList{QStringLiteral("Config.ini")});
+        // The settings file is no longer written.
+        QCOMPARE(
+            IniFile::read(QStringLiteral("Reserva"), QStringLiteral("cofre"), app.ctx().iniPath()),
+            QString());
     }
 
-    void safeOnAClosedDayOrWithABadSetting() {
+    void safeOnAClosedDay() {
         TEST_BACKEND();
         const qint32 mov = prepare(app, "FECHADO");
-        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), QStringLiteral("9,00"));
+        setSafe(app, QStringLiteral("9,00"));
         QVERIFY(!CashSafe::podeMovimentar(app.ctx(), mov));
         QCOMPARE(app.dialogs().texts(), QStringList{CashSafe::kCaixaEncerrado});
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
@@ -111,24 +125,77 @@ private slots:
                  int(CashSafe::Outcome::Closed));
         QCOMPARE(app.dialogs().texts(), QStringList{CashSafe::kCaixaEncerrado});
         QCOMPARE(*CashSafe::saldo(app.ctx()), Money::fromReais(9));
-
-        app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"), QStringLiteral("9.00"));
-        app.dialogs().clear();
-        QVERIFY(!CashSafe::saldo(app.ctx()));
-        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("9.00")));
     }
 
-    // When the settings file cannot be written, the day's supplies are not changed either.
+    // The balance and the day's supplies never pass R$ 999.999.999,99: two deposits of the
+    // maximum leave the first one and the second is refused, and the safe still moves after.
+    void safeCeiling() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        const QString max = QStringLiteral("999.999.999,99");
+        QCOMPARE(int(CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In, max).outcome),
+                 int(CashSafe::Outcome::Done));
+        app.dialogs().clear();
+        QCOMPARE(int(CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In, max).outcome),
+                 int(CashSafe::Outcome::AboveCeiling));
+        QCOMPARE(app.dialogs().texts(),
+                 QStringList{QStringLiteral("O saldo do cofre e o suprimento do dia não podem "
+                                            "passar de R$ 999.999.999,99. Nada foi gravado.")});
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        QCOMPARE(safe(app), max);
+        QCOMPARE(movement(app, mov).SUPRIMENTO.format(), max);
+        QCOMPARE(int(CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In,
+                                          QStringLiteral("0,01"))
+                         .outcome),
+                 int(CashSafe::Outcome::AboveCeiling));
+        QCOMPARE(int(CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::Out,
+                                          QStringLiteral("0,99"))
+                         .outcome),
+                 int(CashSafe::Outcome::Done));
+        QCOMPARE(safe(app), QStringLiteral("999.999.999,00"));
+    }
+
+    // A move whose database write fails changes neither the balance nor the day's supplies,
+    // and leaves no move row: the three are one transaction.
     void safeWriteFailureChangesNothing() {
         TEST_BACKEND();
         const qint32 mov = prepare(app);
-        QVERIFY(QFile::remove(app.ctx().iniPath()));
-        QVERIFY(QDir().mkdir(app.ctx().iniPath())); // a folder where the file should be
+        setSafe(app, QStringLiteral("3,00"));
+        app.db().faultHook = [](const QString& sql) {
+            return sql.startsWith(QLatin1String("INSERT INTO CofreMovimentos"));
+        };
         const auto r =
             CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In, QStringLiteral("5,00"));
+        app.db().faultHook = nullptr;
         QCOMPARE(int(r.outcome), int(CashSafe::Outcome::Failed));
         QCOMPARE(movement(app, mov).SUPRIMENTO, Money());
+        QCOMPARE(safe(app), QStringLiteral("3,00"));
+        QCOMPARE(app.count(QStringLiteral("CofreMovimentos")), 0);
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+    }
+
+    // Each move is a row with its movement, operator and the balance after it, in the chain.
+    void safeMovesAreKeptAndChained() {
+        TEST_BACKEND();
+        const qint32 mov = prepare(app);
+        app.ctx().userName = QStringLiteral("ANA");
+        CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::In, QStringLiteral("10,00"));
+        CashSafe::movimentar(app.ctx(), mov, CashSafe::Direction::Out, QStringLiteral("4,00"));
+        const auto l = clsCofre::lancamentos(app.db());
+        QVERIFY(l);
+        QCOMPARE(l->size(), 2);
+        QCOMPARE(l->at(1).operacao, QStringLiteral("SAIDA"));
+        QCOMPARE(l->at(1).valor.format(), QStringLiteral("4,00"));
+        QCOMPARE(l->at(1).saldo.format(), QStringLiteral("6,00"));
+        QCOMPARE(l->at(1).usuario, QStringLiteral("ANA"));
+        QCOMPARE(l->at(1).idMovimento, mov);
+        QVERIFY(AuditChain::audit(app.db()).ok);
+        // A balance changed behind the program's back is found by the audit.
+        QVERIFY(app.db().SQLExecute(QStringLiteral("UPDATE Cofre SET SALDO = 0")));
+        const auto report = AuditChain::audit(app.db());
+        QVERIFY(!report.ok);
+        QVERIFY2(report.problems.join(' ').contains(QStringLiteral("Cofre ID=1")),
+                 qPrintable(report.problems.join(' ')));
     }
 
     // 1.000,00 received, 200,00 in and 100,00 withdrawn, nothing supplied: a count of

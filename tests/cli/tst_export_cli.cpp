@@ -6,6 +6,8 @@
 #include "TestCodes.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QTest>
@@ -147,6 +149,67 @@ private slots:
                      BR::cnabSegmentoU(e, 4, b), BR::cnabTrailerLote(e, 6),
                      BR::cnabTrailerArquivo(e, 8)},
                     240);
+    }
+
+    // Two CNAB runs back to back: two files of one header each, numbers 1 and 2; the receipt
+    // lists both; reversing it says which file carried it, and the yearly log, lost, comes
+    // back from the database when `estornos` reads it.
+    void runsOfOneMinuteAndTheirReceipts() {
+        Folder f;
+        const QString slip =
+            TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
+                            QStringLiteral("24"));
+        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        QCOMPARE(f.cashier(words("caixa receber") << slip).code, 0);
+        QStringList files;
+        for (int nsa = 1; nsa <= 2; ++nsa) {
+            const CliRun r = f.cashier(words("exportar cnab --tipo 4 --json"));
+            QCOMPARE(r.code, 0);
+            QCOMPARE(r.json().value(u"nsa").toInt(), nsa);
+            files << r.json().value(u"arquivo").toString();
+            const QStringList lines = BR::records(files.last());
+            QCOMPARE(lines.size(), 6);
+            QCOMPARE(lines[0].mid(157, 6), QStringLiteral("%1").arg(nsa, 6, 10, QLatin1Char('0')));
+        }
+        QVERIFY(files[0] != files[1]);
+        QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}).size(),
+                 2);
+
+        CliRun r = f.cashier(words("exportar listar --tipo 4 --json"));
+        const QJsonObject row = r.array().at(0).toObject();
+        const QJsonArray carried = row.value(u"arquivos").toArray();
+        QCOMPARE(carried.size(), 2);
+        QCOMPARE(carried.at(1).toObject().value(u"arquivo").toString(),
+                 QFileInfo(files[1]).fileName());
+        QCOMPARE(carried.at(1).toObject().value(u"nsa").toInt(), 2);
+
+        const QString id = QString::number(row.value(u"idrecebe").toInt());
+        r = f.cashier(words("recebimento estornar --motivo dobro --json --id") << id);
+        QCOMPARE(r.code, 0);
+        const QString sent =
+            QStringLiteral("%1 (NSA 1), %2 (NSA 2)")
+                .arg(QFileInfo(files[0]).fileName(), QFileInfo(files[1]).fileName());
+        QCOMPARE(r.json().value(u"arquivo_banco").toString(), sent);
+        QVERIFY2(r.err.contains(QStringLiteral("já foi enviado ao banco no arquivo ") + sent),
+                 qPrintable(r.err));
+        const QString log = r.json().value(u"registro").toString();
+        QVERIFY(QFile::remove(log));
+        r = f.run(words("estornos --json"));
+        QCOMPARE(r.code, 0);
+        const QJsonArray entries =
+            r.json().value(u"anos").toArray().at(0).toObject().value(u"entradas").toArray();
+        QCOMPARE(entries.size(), 1);
+        QCOMPARE(entries.at(0).toObject().value(u"motivo").toString(), QStringLiteral("dobro"));
+        QCOMPARE(f.run(words("estornos --json"))
+                     .json()
+                     .value(u"anos")
+                     .toArray()
+                     .at(0)
+                     .toObject()
+                     .value(u"entradas")
+                     .toArray()
+                     .size(),
+                 1);
     }
 
     void refusals() {

@@ -6,6 +6,7 @@
 #include "CheckDigits.h"
 #include "CliFolder.h"
 #include "IniFile.h"
+#include "Money.h"
 #include "PgServer.h"
 
 #include <QDir>
@@ -178,6 +179,52 @@ private slots:
         for (int n = 1; n <= kCodes; ++n)
             QCOMPARE(numbers.at(n - 1), n);
         // Written by four programs at once, the chain still holds together.
+        QCOMPARE(f.asAdmin(words("auditar")).code, 0);
+    }
+
+    // Ten deposits at once each count once in the safe and in the day's supplies; programs
+    // killed at any point of theirs leave the two equal (one transaction), and the chain whole.
+    void parallelSafeDepositsAndKills_data() {
+        QTest::addColumn<bool>("postgres");
+        QTest::newRow("sqlite") << false;
+        QTest::newRow("postgres") << true;
+    }
+    void parallelSafeDepositsAndKills() {
+        QFETCH(bool, postgres);
+        Folder f(postgres);
+        QVERIFY(f.ok());
+        QCOMPARE(f.asAdmin(words("caixa abrir")).code, 0);
+        const auto state = [&] {
+            const QString saldo =
+                f.asAdmin(words("cofre --json")).json().value(u"saldo").toString();
+            const QString suprimento =
+                f.asAdmin(words("caixa situacao --json")).json().value(u"suprimento").toString();
+            return qMakePair(saldo, suprimento);
+        };
+        QList<QProcess*> running;
+        for (int i = 0; i < 10; ++i)
+            running << startTolvane(f.path(), words("cofre --entrada 1"), f.password() + "\n");
+        for (QProcess* p : running) {
+            const CliRun r = finishTolvane(p);
+            QVERIFY2(r.code == 0, qPrintable(r.err));
+        }
+        QCOMPARE(state(), qMakePair(QStringLiteral("10,00"), QStringLiteral("10,00")));
+
+        // Kills at spread moments: whatever each had done, balance and supplies agree.
+        running.clear();
+        for (int i = 0; i < 10; ++i)
+            running << startTolvane(f.path(), words("cofre --entrada 1"), f.password() + "\n");
+        for (int i = 0; i < running.size(); ++i) {
+            QTest::qWait(15 * i);
+            if (i % 2 == 0)
+                running[i]->kill();
+        }
+        for (QProcess* p : running)
+            finishTolvane(p);
+        const auto after = state();
+        QCOMPARE(after.first, after.second);
+        const auto saldo = Money::parse(after.first);
+        QVERIFY(saldo && *saldo >= Money::fromReais(15) && *saldo <= Money::fromReais(20));
         QCOMPARE(f.asAdmin(words("auditar")).code, 0);
     }
 

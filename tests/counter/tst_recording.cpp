@@ -73,7 +73,18 @@ private slots:
 
     void amountsStayWithinTheMaximum() {
         Counter c;
-        QVERIFY(c.record({listed(kGuia, "999.999.999,99"), listed(kBoleto, "0,01")}));
+        // The customer's total is held to the maximum as well: two one-off items of the
+        // maximum each, or the maximum and a centavo, are refused whole.
+        const QString noDocument = clsRecebimentos::kSemCodigo;
+        QVERIFY(!c.record(
+            {listed(noDocument, "999.999.999,99"), listed(noDocument, "999.999.999,99")}));
+        QCOMPARE(c.app.dialogs().last().text,
+                 QStringLiteral("O total do cliente (R$ 1.999.999.999,98) passa de "
+                                "R$ 999.999.999,99. Nada foi gravado: divida o pagamento em "
+                                "dois."));
+        QVERIFY(!c.record({listed(kGuia, "999.999.999,99"), listed(kBoleto, "0,01")}));
+        QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 0);
+        QVERIFY(c.record({listed(kGuia, "999.999.999,98"), listed(kBoleto, "0,01")}));
         CustomerItem huge = listed(QString(44, QLatin1Char('5')));
         huge.valor = Money::maximum() + Money::fromCents(1);
         QVERIFY(!c.record({huge}));

@@ -11,6 +11,7 @@
 #include "Startup.h"
 #include "TestApp.h"
 #include "Transaction.h"
+#include "clsCofre.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
@@ -218,6 +219,58 @@ private slots:
         const AuditChain::Report r = AuditChain::audit(db);
         QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
         QCOMPARE(r.entries, qint64(5)); // the four adopted rows and the new one
+    }
+
+    // The safe's balance that Config.ini held becomes the database's, once, by the update that
+    // creates the safe's tables; a setting that is not money stops the update with its text.
+    void safeBalanceComesFromTheSettingsOnce_data() {
+        QTest::addColumn<QString>("backend");
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QString>("saldo"); // empty: the update is refused
+        for (const char* b : {"sqlite", "postgres"}) {
+            const QString backend = QString::fromLatin1(b);
+            QTest::addRow("%s, a balance", b) << backend << "1.234,56"
+                                              << "1.234,56";
+            QTest::addRow("%s, no balance", b) << backend << ""
+                                               << "0,00";
+            QTest::addRow("%s, not money", b) << backend << "9.00"
+                                              << "";
+            QTest::addRow("%s, above the ceiling", b) << backend << "1.999.999.999,98"
+                                                      << "";
+        }
+    }
+    void safeBalanceComesFromTheSettingsOnce() {
+        QFETCH(QString, backend);
+        QFETCH(QString, setting);
+        QFETCH(QString, saldo);
+        QTemporaryDir dir;
+        FolderContext run(dir.path());
+        clsDataAccess& db = run.ctx.db;
+        const bool pg = backend == QLatin1String("postgres");
+        QVERIFY(db.open(pg ? PgServer::instance().freshDatabase()
+                           : DbConfig::sqlite(dir.filePath(QStringLiteral("caixa.db"))),
+                        clsDataAccess::OpenMode::Create));
+        const int before = 6; // the last version whose safe was in Config.ini
+        QCOMPARE(Schema::migrate(db, nullptr, nullptr, before), Schema::Result::Ok);
+        QString message;
+        const auto result = Schema::migrate(db, &message, nullptr, -1, {setting});
+        if (saldo.isEmpty()) {
+            QCOMPARE(result, Schema::Result::Failed);
+            QVERIFY2(message.contains(QStringLiteral("[Reserva] cofre")), qPrintable(message));
+            QVERIFY2(message.contains(setting), qPrintable(message));
+            QCOMPARE(Schema::versionOf(db), before);
+            return;
+        }
+        QCOMPARE(result, Schema::Result::Ok);
+        QCOMPARE(clsCofre::saldo(db)->format(), saldo);
+        const auto moves = clsCofre::lancamentos(db);
+        QCOMPARE(moves->size(), setting.isEmpty() ? 0 : 1);
+        // Read once: a later value in the settings changes nothing.
+        QCOMPARE(Schema::migrate(db, &message, nullptr, -1, {QStringLiteral("5,00")}),
+                 Schema::Result::Ok);
+        QCOMPARE(clsCofre::saldo(db)->format(), saldo);
+        const AuditChain::Report r = AuditChain::audit(db);
+        QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
     }
 
     void auditNamesTheFirstRowThatDiffers_data() {

@@ -1,6 +1,6 @@
 // The bank-file runs over receipts recorded by the counter: every record read back by the
 // tests' own layout tables, counts and totals, file names, the settings, bad codes and bad
-// settings, folders, appending in the same minute and the temporary files.
+// settings, folders, a file of its own for each run, its sequence number and the temporary files.
 #include "BankFileReader.h"
 #include "BankFileWriter.h"
 #include "CnabExport.h"
@@ -8,14 +8,19 @@
 #include "DemoData.h"
 #include "ExportMarks.h"
 #include "FebrabanExport.h"
+#include "ReceiptCorrections.h"
 #include "TestApp.h"
 #include "TestCodes.h"
 #include "Transaction.h"
+#include "clsArquivoBanco.h"
 #include "clsRecebimentos.h"
 #include "clsSequenciaArquivo.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
+#include <QScopeGuard>
+#include <unistd.h>
 
 namespace {
 
@@ -411,32 +416,35 @@ private slots:
                      QStringLiteral("Código do banco não informado!!"));
     }
 
-    // Two runs in the same minute make one file of two whole runs; the next minute starts a new
-    // file; the CNAB sequence number grows per bank and a failed run keeps what was written.
-    void sameMinuteAppendsAndSequence() {
+    // Each run writes a file of its own, even in the same minute; a sequence number is used
+    // only by a file written whole and recorded; each receipt keeps the files that carried it.
+    void eachRunItsOwnFileAndNumber() {
         Counter c;
-        QVERIFY(c.insert(kAgua, slip(1651, 500), "5,00") > 0);
+        const qint32 id = c.insert(kAgua, slip(1651, 500), "5,00");
+        QVERIFY(id > 0);
         const BankExport::Result a = c.cnab(kAgua);
         const BankExport::Result b = c.cnab(kAgua);
         QVERIFY(a.ok && b.ok);
-        QCOMPARE(a.arquivo, b.arquivo);
-        QStringList rec = BR::records(a.arquivo);
-        QCOMPARE(rec.size(), 12);
-        QCOMPARE(rec[0].mid(157, 6), QStringLiteral("000001"));
-        QCOMPARE(rec[6].mid(157, 6), QStringLiteral("000002"));
-        QCOMPARE(rec[7].mid(185, 6), QStringLiteral("000002"));
-        const QByteArray before = [&] {
-            QFile f(a.arquivo);
-            return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-        }();
+        QCOMPARE(QFileInfo(a.arquivo).fileName(), QStringLiteral("CnabAGUA202611231000.RET"));
+        QCOMPARE(QFileInfo(b.arquivo).fileName(), QStringLiteral("CnabAGUA202611231000_2.RET"));
+        for (const auto& [run, nsa] : {std::pair{a, "000001"}, std::pair{b, "000002"}}) {
+            const QStringList rec = BR::records(run.arquivo);
+            QCOMPARE(rec.size(), 6); // one header: one whole file
+            QCOMPARE(rec[0].mid(157, 6), QLatin1String(nsa));
+        }
+        // A run that fails its records, or whose record in the database fails, uses no number
+        // and leaves no file.
         c.app.setOption(QStringLiteral("Export"), QStringLiteral("cedente_agua"),
                         QStringLiteral("12345"));
         QVERIFY(!c.cnab(kAgua).ok);
-        QFile f(a.arquivo);
-        QVERIFY(f.open(QIODevice::ReadOnly));
-        QCOMPARE(f.readAll(), before);
         c.app.setOption(QStringLiteral("Export"), QStringLiteral("cedente_agua"),
                         QStringLiteral("123456"));
+        c.app.db().faultHook = [](const QString& sql) {
+            return sql.startsWith(QLatin1String("INSERT INTO ArquivosBanco"));
+        };
+        QVERIFY(!c.cnab(kAgua).ok);
+        c.app.db().faultHook = nullptr;
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral(".RET")).size(), 2);
         c.app.clock().set(QDateTime(kDia, QTime(10, 1, 5)));
         const BankExport::Result next = c.cnab(kAgua);
         QVERIFY(next.ok);
@@ -447,13 +455,121 @@ private slots:
                         QStringLiteral("001"));
         QCOMPARE(c.cnab(kAgua).nsa, 1);
 
+        const auto carried = clsArquivoBanco::doRecebimento(c.app.db(), id);
+        QVERIFY(carried);
+        QStringList names;
+        for (const auto& f : *carried)
+            names << f.descricao();
+        QCOMPARE(names,
+                 QStringList(
+                     {"CnabAGUA202611231000.RET (NSA 1)", "CnabAGUA202611231000_2.RET (NSA 2)",
+                      "CnabAGUA202611231001.RET (NSA 3)", "CnabAGUA202611231001_2.RET (NSA 1)"}));
+
         QVERIFY(c.febraban(kTaxas, QStringLiteral("001")).ok);
         const BankExport::Result f2 = c.febraban(kTaxas, QStringLiteral("001"));
-        QCOMPARE(BR::records(f2.arquivo).size(), 4);
+        QVERIFY(f2.ok);
+        QVERIFY(f2.arquivo.endsWith(QStringLiteral("_2.RET")));
+        QCOMPARE(BR::records(f2.arquivo).size(), 2);
         QCOMPARE(
             c.febraban(kTaxas, QStringLiteral("002")).arquivo.contains(QStringLiteral("_002_")),
             true);
-        QCOMPARE(c.files(QStringLiteral("Febraban")).size(), 2);
+        QCOMPARE(c.files(QStringLiteral("Febraban")).size(), 3);
+    }
+
+    // Reversing or changing a receipt a file already carried says so in the question, after
+    // the correction, and in the yearly log; a receipt in no file says nothing of the kind.
+    void correctingAReceiptAlreadySent() {
+        Counter c;
+        const qint32 sent = c.insert(kAgua, slip(1651, 500), "5,00");
+        const qint32 kept = c.insert(kAgua, slip(1651, 700), "7,00");
+        QVERIFY(c.cnab(kAgua).ok);
+        const qint32 later = c.insert(kAgua, slip(1651, 900), "9,00");
+        ReceiptCorrections rc(c.app.ctx(), nullptr);
+        const QString file = QStringLiteral("CnabAGUA202611231000.RET (NSA 1)");
+        QCOMPARE(rc.arquivosBanco(sent), file);
+        QCOMPARE(rc.arquivosBanco(later), QString());
+        QCOMPARE(ReceiptCorrections::perguntaEstorno(90, rc.arquivosBanco(sent)),
+                 QStringLiteral("Confirma exclusão deste item? - 090\nO item 090 já foi enviado "
+                                "ao banco no arquivo CnabAGUA202611231000.RET (NSA 1): a correção "
+                                "não muda esse arquivo; avise o banco."));
+        c.app.dialogs().clear();
+        auto r = rc.estornar(sent, QStringLiteral("pago em dobro"));
+        QVERIFY(r.feito);
+        QCOMPARE(r.arquivoBanco, file);
+        QCOMPARE(c.app.dialogs().last().text,
+                 QStringLiteral("O item 090 já foi enviado ao banco no arquivo "
+                                "CnabAGUA202611231000.RET (NSA 1): a correção não muda esse "
+                                "arquivo; avise o banco."));
+        QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Exclamation);
+        ReceiptCorrections::Pedido p;
+        p.idrecebe = kept;
+        p.valor = QStringLiteral("8,00");
+        p.motivo = QStringLiteral("valor errado");
+        r = rc.alterar(p);
+        QVERIFY(r.feito);
+        QCOMPARE(r.arquivoBanco, file);
+        p.idrecebe = later;
+        p.valor = QStringLiteral("10,00");
+        c.app.dialogs().clear();
+        r = rc.alterar(p);
+        QVERIFY(r.feito);
+        QCOMPARE(r.arquivoBanco, QString());
+        QCOMPARE(c.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Operação efetuada com sucesso!!")});
+        QFile log(c.app.path(QStringLiteral("Estorno_B_2026.txt")));
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        const QString text = QString::fromLatin1(log.readAll());
+        QCOMPARE(text.count(QStringLiteral("Arquivo do banco: ") + file + QStringLiteral("\r\n")),
+                 2);
+        // The log completed from the table writes nothing more.
+        QCOMPARE(rc.completarRegistro(), std::optional<int>(0));
+    }
+
+    // A run that died after its commit left its whole temporary file: the next run gives it
+    // its name instead of removing it, so the recorded number has its file.
+    void recordedRunIsPublishedByTheNext() {
+        Counter c;
+        QVERIFY(c.insert(kAgua, slip(1651, 500), "5,00") > 0);
+        const QString name = QStringLiteral("CnabAGUA202611230930.RET");
+        const QString temp = c.app.path(QStringLiteral("Export/")) + name + QStringLiteral(".tmp");
+        {
+            QFile f(temp);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+            f.write("whole run\r\n");
+        }
+        clsArquivoBanco::Arquivo run;
+        run.arquivo = name;
+        run.padrao = QStringLiteral("C");
+        run.nsa = 7;
+        QVERIFY(clsArquivoBanco::registrar(c.app.db(), run, {}));
+        QVERIFY(c.cnab(kAgua).ok);
+        QFile published(c.app.path(QStringLiteral("Export/")) + name);
+        QVERIFY(published.open(QIODevice::ReadOnly));
+        QCOMPARE(published.readAll(), QByteArray("whole run\r\n"));
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral(".tmp")), QStringList());
+    }
+
+    // A full disk: the run fails, leaves no file, and its number is still free.
+    void fullDiskUsesNoNumber() {
+        if (geteuid() != 0)
+            QSKIP("a small disk of its own needs permission to mount one");
+        Counter c;
+        for (int i = 0; i < 40; ++i)
+            QVERIFY(c.insert(kAgua, slip(1651, 500 + i, "111333555555555"), "5,00") > 0);
+        const QString disk = c.app.path(QStringLiteral("Export"));
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("mount"),
+                              {QStringLiteral("-t"), QStringLiteral("tmpfs"), QStringLiteral("-o"),
+                               QStringLiteral("size=8k"), QStringLiteral("tmpfs"), disk}),
+            0);
+        const auto cleanup =
+            qScopeGuard([&] { QProcess::execute(QStringLiteral("umount"), {disk}); });
+        const BankExport::Result full = c.cnab(kAgua);
+        QVERIFY(!full.ok);
+        QVERIFY(!full.erros.isEmpty());
+        QCOMPARE(c.files(QStringLiteral("Export")), QStringList());
+        QCOMPARE(clsSequenciaArquivo::ultimo(c.app.db(), QStringLiteral("104")),
+                 std::optional<int>(0));
     }
 
     // What a run that died left behind is removed by the next run of the same file kind.

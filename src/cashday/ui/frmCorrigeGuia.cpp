@@ -197,9 +197,11 @@ void frmCorrigeGuia::estornar() {
             m_motivo->setFocus();
         return;
     }
-    if (m_ctx.dialogs.message(ReceiptCorrections::kAviso,
-                              ReceiptCorrections::perguntaEstorno(m_selecionado->autentica),
-                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
+    if (m_ctx.dialogs.message(
+            ReceiptCorrections::kAviso,
+            ReceiptCorrections::perguntaEstorno(
+                m_selecionado->autentica, m_corrections.arquivosBanco(m_selecionado->idrecebe)),
+            DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
         return;
     if (!m_corrections.estornar(m_selecionado->idrecebe, m_motivo->text()).feito)
         return;

@@ -2,6 +2,7 @@
 #include "IniFile.h"
 #include "IntegrationFile.h"
 #include "TestApp.h"
+#include "clsCofre.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 #include "frmCofre.h"
@@ -180,8 +181,8 @@ private slots:
 
     void safeScreen() {
         Setup s("ABERTO");
-        s.app.setOption(QStringLiteral("Reserva"), QStringLiteral("cofre"),
-                        QStringLiteral("1.000,00"));
+        QVERIFY(s.app.db().SQLExecute(QStringLiteral("UPDATE Cofre SET SALDO = ? WHERE ID = 1"),
+                                      {Money::fromReais(1000).units()}));
         frmCofre f(s.app.ctx(), s.mov.ID);
         QCOMPARE(text(&f, "txtsaldo"), QStringLiteral("1.000,00"));
         w<QRadioButton>(&f, "optSaida")->setChecked(true);
@@ -196,9 +197,7 @@ private slots:
                  QStringLiteral("Valor gravado. Saldo atualizado para R$ 0,00"));
         QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Information);
         QCOMPARE(text(&f, "txtsaldo"), QStringLiteral("0,00"));
-        QCOMPARE(IniFile::read(QStringLiteral("Reserva"), QStringLiteral("cofre"),
-                               s.app.ctx().iniPath()),
-                 QStringLiteral("0,00"));
+        QCOMPARE(clsCofre::saldo(s.app.db()), std::optional<Money>(Money()));
     }
 };
 
