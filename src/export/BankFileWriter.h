@@ -24,12 +24,15 @@ public:
     bool commit(const QList<QByteArray>& chunks, QString* error);
 
     static QString temporaryPath(const QString& finalPath);
+    const QString& finalPath() const { return m_final; }
 
 private:
     bool copyFinal(QString* error);
     bool fail(QString* error, const QString& why);
+    QString lockProblem() const;
 
     QString m_final;
+    QString m_lockPath;
     QLockFile m_lock;
     QString m_stalePattern;
     QFile m_temp;
