@@ -148,7 +148,7 @@ private slots:
                                         {101, QStringLiteral("123"), QStringLiteral("50,00")}});
         const qint32 pagamento =
             d.entry(EntryKind::PaymentOut, QStringLiteral("EMPENHO ÁGUA"),
-                    {{102, QString(30, QLatin1Char('9')), QStringLiteral("30,00")}});
+                    {{102, QString(29, QLatin1Char('9')), QStringLiteral("30,00")}});
         int pauses = 0;
         const auto r = d.run(*Money::parse(QStringLiteral("1.100,00")), &pauses);
         QVERIFY(r.written);
@@ -190,9 +190,9 @@ private slots:
             QStringLiteral("D00101") + text("123", 30) + QStringLiteral("0000005000") +
                 id(sangria, 10) + spaces(144),
             QStringLiteral("S231120260000003000") + id(pagamento, 10) + text("EMPENHO ÁGUA", 171),
-            // 30 characters do not fit the number
-            QStringLiteral("D00102") + spaces(30) + QStringLiteral("0000003000") +
-                id(pagamento, 10) + spaces(144),
+            // the longest number that fits (30 would be refused when typed)
+            QStringLiteral("D00102") + QString(29, QLatin1Char('9')) +
+                QStringLiteral(" 0000003000") + id(pagamento, 10) + spaces(144),
             QStringLiteral("Z000000002000000000124456000000000110000") + QStringLiteral("0") +
                 spaces(159)};
         for (int i = 0; i < lines.size(); ++i)
@@ -253,8 +253,9 @@ private slots:
         CashEntry refused(app.ctx(), d.mov, EntryKind::PaymentOut);
         app.dialogs().clear();
         QVERIFY(!refused.incluirItens(longText));
-        QCOMPARE(app.dialogs().texts(),
-                 QStringList{QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170.")});
+        QCOMPARE(
+            app.dialogs().texts(),
+            QStringList{QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170.")});
         QVERIFY(!refused.stored());
         d.entry(EntryKind::PaymentOut, QStringLiteral("PRIMEIRA"),
                 {{102, QString(), QStringLiteral("1,00")}});
