@@ -46,7 +46,7 @@ bench: build
 
 screens: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
-	@mkdir -p $(BUILD)/screens
+	@rm -rf $(BUILD)/screens && mkdir -p $(BUILD)/screens
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tolvane telas $(BUILD)/screens
 
 format:

@@ -1,6 +1,7 @@
 #include "Options.h"
 
 #include "AppContext.h"
+#include "OutputPath.h"
 #include "Skin.h"
 
 #include <QDir>
@@ -38,7 +39,8 @@ E folderError(const QString& path) {
 E textError(const QString& v) {
     if (v.size() > IniFile::kMaxValue)
         return E::TooLong;
-    if (v.contains(QLatin1Char('\n')) || v.contains(QLatin1Char('\r')))
+    if (std::any_of(v.begin(), v.end(),
+                    [](QChar c) { return c < QChar(0x20) || c == QChar(0x7F); }))
         return E::LineBreak;
     if (std::any_of(v.begin(), v.end(), [](QChar c) { return c.unicode() > 0xFF; }))
         return E::NotLatin1;
@@ -58,7 +60,11 @@ E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
     case K::File: {
         if (v.isEmpty())
             return E::None;
-        const E e = folderError(QFileInfo(Options::resolve(ctx, v)).absolutePath());
+        // The sum files are rewritten whole: never over one of the counter's own files.
+        const QString path = Options::resolve(ctx, v);
+        if (OutputPath::isGuarded(path, ctx.ownFiles()) || !OutputPath::notRegular(path).isEmpty())
+            return E::OwnFile;
+        const E e = folderError(QFileInfo(path).absolutePath());
         return e == E::FolderMissing ? E::FileFolderMissing : e;
     }
     case K::Guiche:
@@ -222,7 +228,9 @@ QString Options::message(const Problem& p) {
         return QStringLiteral("O valor de %1 tem caracteres que o Config.ini não guarda.")
             .arg(where);
     case E::LineBreak:
-        return QStringLiteral("O valor de %1 não pode ter quebra de linha.").arg(where);
+        return QStringLiteral("O valor de %1 não pode ter quebra de linha, tabulação nem outro "
+                              "caractere de controle.")
+            .arg(where);
     case E::Guiche:
         return QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo).");
     case E::Cabecalho:
@@ -236,6 +244,10 @@ QString Options::message(const Problem& p) {
     case E::FileFolderMissing:
         return QStringLiteral("A pasta do arquivo %1 não existe.")
             .arg(QDir::toNativeSeparators(p.value.trimmed()));
+    case E::OwnFile:
+        return QStringLiteral("%1 não pode ser %2: é um arquivo do próprio caixa ou não é um "
+                              "arquivo comum.")
+            .arg(where, QDir::toNativeSeparators(p.value.trimmed()));
     case E::Juros:
         return QStringLiteral("A opção de juros deve ser 1 ou 2.");
     case E::Modelo:

@@ -28,6 +28,7 @@ public:
         FolderMissing,
         FolderNotWritable,
         FileFolderMissing,
+        OwnFile, // a file option naming the database, Config.ini, a log, a copy or a non-file
         Juros,
         Modelo,
         Flag,

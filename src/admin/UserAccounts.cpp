@@ -1,6 +1,7 @@
 #include "UserAccounts.h"
 
 #include "AppContext.h"
+#include "FileText.h"
 #include "PasswordHash.h"
 #include "Transaction.h"
 
@@ -45,6 +46,9 @@ UserAccounts::Result UserAccounts::check(AppContext& ctx, const Input& raw) {
     const Input in = normalised(raw);
     if (in.nome.isEmpty())
         return {Outcome::MissingField, Field::NOME};
+    // The name reaches the tape, the logs and the corrections log.
+    if (QString why = FileText::problem(in.nome, FileText::Field::NomeOperador); !why.isEmpty())
+        return {Outcome::TextRefused, Field::NOME, 0, why};
     if (in.tipo.isEmpty())
         return {Outcome::MissingField, Field::TIPO};
     // Accepted in any case but stored as given: the administrator check compares exactly.

@@ -22,6 +22,7 @@ public:
         InvalidType,   // neither "USER" nor "ADM"
         NotFound,      // update of an operator that is not there
         QuoteRefused,  // a single quote in the name or password (logged)
+        TextRefused,   // a name the files cannot hold (control characters, width): `message`
         ShortPassword, // fewer than kMinPassword characters
         PasswordInUse, // another operator already has this password
         WriteFailed    // the database refused; already reported
@@ -29,7 +30,8 @@ public:
     struct Result {
         Outcome outcome = Outcome::Saved;
         Field field = Field::None;
-        qint32 id = 0; // the operator's key after a save
+        qint32 id = 0;   // the operator's key after a save
+        QString message = {}; // TextRefused: what to show
         bool ok() const { return outcome == Outcome::Saved; }
     };
 

@@ -10,6 +10,7 @@
 #include "DemoData.h"
 #include "ExportMarks.h"
 #include "IniFile.h"
+#include "OutputPath.h"
 #include "OverdueHandler.h"
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
@@ -42,10 +43,12 @@
 #include "frmUsuarios.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
@@ -57,11 +60,21 @@
 
 namespace {
 
+// Each image is a new file: an earlier one, a link or a FIFO under its name is left alone.
 bool save(QWidget& w, const QString& dir, const QString& name) {
+    const QString path = QDir(dir).filePath(name + QStringLiteral(".png"));
+    if (const QString why = OutputPath::problem(path); !why.isEmpty()) {
+        QTextStream(stderr) << why << "\n";
+        return false;
+    }
     w.show();
     QApplication::processEvents();
-    const bool ok = w.grab().save(QDir(dir).filePath(name + QStringLiteral(".png")));
+    QByteArray png;
+    QBuffer buffer(&png);
+    bool ok = buffer.open(QIODevice::WriteOnly) && w.grab().save(&buffer, "PNG");
     w.hide();
+    QFile f(path);
+    ok = ok && OutputPath::createNew(f) && f.write(png) == png.size() && f.flush();
     return ok;
 }
 

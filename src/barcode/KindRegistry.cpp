@@ -1,5 +1,6 @@
 #include "KindRegistry.h"
 
+#include "FileText.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
@@ -35,6 +36,10 @@ KindRegistry::Result KindRegistry::check(const Input& raw) {
     for (const auto& [field, empty] : required)
         if (empty)
             return {Outcome::MissingField, field};
+    // The description is printed on stamps and the tape and written in the sum file.
+    if (QString why = FileText::problem(in.descricao, FileText::Field::DescricaoTipo);
+        !why.isEmpty())
+        return {Outcome::TextRefused, Field::DESCRICAO, why};
     if (*in.idcod < 1 || *in.idcod > 999)
         return {Outcome::CodeOutOfRange, Field::IDCOD};
     if (in.padrao.size() != 1)

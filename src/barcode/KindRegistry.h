@@ -21,11 +21,13 @@ public:
         InvalidFlags,   // PADRAO one character, JUROS and BLOQUEIO "S" or "N"
         CodeInUse,      // insert of a code already registered
         NotFound,       // update of a code that is not registered
+        TextRefused,    // a description the files cannot hold: `message` says why
         WriteFailed     // the data layer refused (a quote) or failed; already reported
     };
     struct Result {
         Outcome outcome = Outcome::Saved;
         Field field = Field::None;
+        QString message = {};
         bool ok() const { return outcome == Outcome::Saved; }
     };
 

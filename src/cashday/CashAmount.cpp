@@ -4,8 +4,8 @@ const QString CashAmount::kValorInvalido =
     QStringLiteral("Você precisa informar um valor válido!!");
 
 std::optional<Money> CashAmount::parse(const QString& text) {
-    const auto v = Money::parse(text);
-    if (!v || v->isNegative() || v->isZero() || v->units() % Money::kUnitsPerCent != 0)
+    const auto v = Money::parseTyped(text);
+    if (!v || v->isNegative() || v->isZero())
         return std::nullopt;
     return v;
 }

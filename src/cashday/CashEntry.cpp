@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "CashAmount.h"
 #include "DialogPort.h"
+#include "FileText.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
 
@@ -96,6 +97,12 @@ bool CashEntry::incluirItens(const QString& descricao) {
         m_ctx.dialogs.warn(kTitulo, kCamposObrigatorios);
         return false;
     }
+    // The description is the integration file's debit header text.
+    if (const QString why = FileText::problem(text, FileText::Field::DescricaoLancamento);
+        !why.isEmpty()) {
+        m_ctx.dialogs.warn(kTitulo, why);
+        return false;
+    }
     clsMovimento mov(m_ctx.db);
     if (!mov.SQLSelect(m_idMovimento))
         return false;
@@ -138,6 +145,11 @@ bool CashEntry::gravarItem(int especie, const QString& numero, const QString& va
     const auto amount = CashAmount::parse(valor);
     if (!amount) {
         m_ctx.dialogs.warn(kTitulo, CashAmount::kValorInvalido);
+        return false;
+    }
+    if (const QString why = FileText::problem(numero.trimmed(), FileText::Field::NumeroDocumento);
+        !why.isEmpty()) {
+        m_ctx.dialogs.warn(kTitulo, why);
         return false;
     }
     const auto kinds = clsItens::especies(m_ctx.db);

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "OutputPath.h"
 #include "TextFile.h"
 
 #include <QDir>
@@ -56,9 +57,9 @@ bool CorrectionLog::podeGravar(QString* why) const {
     const QString dir = folder();
     const QString p = currentPath();
     bool ok = QDir().mkpath(dir);
-    if (ok && QFileInfo::exists(p)) {
+    if (ok && (QFileInfo::exists(p) || QFileInfo(p).isSymLink())) {
         QFile f(p);
-        ok = f.open(QIODevice::WriteOnly | QIODevice::Append);
+        ok = OutputPath::openForAppend(f);
     } else if (ok) {
         QTemporaryFile probe(QDir(dir).filePath(QStringLiteral(".Estorno_XXXXXX")));
         ok = probe.open();

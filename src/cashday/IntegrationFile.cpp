@@ -177,10 +177,9 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
         m_ctx.dialogs.info(kTitulo, kSemRecebimentos);
         return res;
     }
-    const QFileInfo folder(QFileInfo(res.arquivo).absolutePath());
-    if (!folder.isDir()) {
-        fail(QStringLiteral("A pasta do arquivo de integração não existe: %1")
-                 .arg(QDir::toNativeSeparators(folder.filePath())));
+    // Only a new file, and none of the counter's own.
+    if (const QString why = m_ctx.outputProblem(res.arquivo); !why.isEmpty()) {
+        fail(why);
         return res;
     }
 
@@ -209,7 +208,7 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
     out.footer(confCaixa);
 
     QString error;
-    if (!TextFile::writeAll(res.arquivo, out.lines, &error)) {
+    if (!TextFile::create(res.arquivo, out.lines, &error)) {
         fail(error);
         return res;
     }

@@ -4,6 +4,7 @@
 #include "CashEntry.h"
 #include "Clock.h"
 #include "DialogPort.h"
+#include "FileText.h"
 #include "NetworkOutbox.h"
 #include "Transaction.h"
 #include "clsArquivoBanco.h"
@@ -139,10 +140,17 @@ void ReceiptCorrections::refuse(const QString& text) {
 }
 
 bool ReceiptCorrections::motivoDado(const QString& motivo) {
-    if (!motivo.trimmed().isEmpty())
-        return true;
-    m_ctx.dialogs.warn(kAviso, kMotivoObrigatorio);
-    return false;
+    if (motivo.trimmed().isEmpty()) {
+        m_ctx.dialogs.warn(kAviso, kMotivoObrigatorio);
+        return false;
+    }
+    // The reason is one line of the year's log, kept as typed.
+    if (const QString why = FileText::problem(motivo.trimmed(), FileText::Field::Motivo);
+        !why.isEmpty()) {
+        m_ctx.dialogs.warn(kAviso, why);
+        return false;
+    }
+    return true;
 }
 
 QString ReceiptCorrections::recusaRecebimento(qint32 idrecebe, clsRecebimentos& r,
@@ -404,9 +412,9 @@ ReceiptCorrections::lerPedido(const Pedido& p, const clsRecebimentos& atual) {
         v.codbarra = code;
     }
     if (p.valor) {
-        const auto valor = Money::parse(p.valor->trimmed());
+        const auto valor = Money::parseTyped(p.valor->trimmed());
         // An amount is whole centavos and more than nothing.
-        if (!valor || valor->units() <= 0 || valor->units() % Money::kUnitsPerCent != 0) {
+        if (!valor || valor->units() <= 0) {
             refuse(kValorInvalido);
             return std::nullopt;
         }

@@ -154,6 +154,9 @@ int usuarioGravar(CliEnv& e) {
     case UserAccounts::Outcome::PasswordInUse:
         e.err << kSenhaUsada << "\n";
         return ExitRefused;
+    case UserAccounts::Outcome::TextRefused:
+        e.err << r.message << "\n";
+        return ExitRefused;
     case UserAccounts::Outcome::QuoteRefused:
     case UserAccounts::Outcome::WriteFailed:
         e.err << "Erro ao gravar o usuário.\n";

@@ -53,6 +53,9 @@ int tipoGravar(CliEnv& e) {
     case KindRegistry::Outcome::CodeInUse:
         e.err << QStringLiteral("O código %1 já existe (use --alterar).\n").arg(code);
         return ExitRefused;
+    case KindRegistry::Outcome::TextRefused:
+        e.err << r.message << "\n";
+        return ExitRefused;
     case KindRegistry::Outcome::WriteFailed:
         break;
     }

@@ -374,7 +374,8 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               QStringLiteral("grava um lançamento de caixa com seus itens, tudo ou nada") + adm,
               {},
               CliCommand::Db::Existing,
-              gravar});
+              gravar,
+              {QStringLiteral("item")}});
     c.append({{QStringLiteral("lancamento"), QStringLiteral("listar")},
               QStringLiteral("lancamento listar [--tipo entrada|saida|sangria]") + d +
                   QStringLiteral(" [--json]"),
@@ -411,7 +412,8 @@ void registerCashDayCommands(QList<CliCommand>& c) {
                              "o dia aberto sem gravar nada"),
               {QStringLiteral("provisoria")},
               CliCommand::Db::Existing,
-              conferencia});
+              conferencia,
+              {QStringLiteral("item"), QStringLiteral("excluir")}});
     c.append({{QStringLiteral("integracao")},
               QStringLiteral("integracao [--saida ARQUIVO]") + d + QStringLiteral(" [--json]"),
               QStringLiteral("gera o arquivo de integração do movimento (Path1, sem pausa)"),

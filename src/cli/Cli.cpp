@@ -60,6 +60,9 @@ QString readLine() {
 bool Cli::wantsCli(const QStringList& args) {
     for (int i = 0; i < args.size(); ++i) {
         if (args[i] == QLatin1String("--pasta")) {
+            // A missing or empty folder is the command line's usage error, not the screens'.
+            if (i + 1 >= args.size() || args[i + 1].trimmed().isEmpty())
+                return true;
             ++i;
             continue;
         }
@@ -89,12 +92,17 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
     QString folderArg;
     const int p = args.indexOf(QStringLiteral("--pasta"));
     if (p >= 0) {
-        if (p + 1 >= args.size()) {
+        // An empty folder would silently be the user's data folder.
+        if (p + 1 >= args.size() || args[p + 1].trimmed().isEmpty()) {
             err << "A opção --pasta precisa de uma pasta.\n";
             return ExitUsage;
         }
         folderArg = args[p + 1];
         args.remove(p, 2);
+        if (args.contains(QStringLiteral("--pasta"))) {
+            err << "A opção --pasta foi dada mais de uma vez.\n";
+            return ExitUsage;
+        }
     }
     if (args.isEmpty() || args.first() == QLatin1String("--help") ||
         args.first() == QLatin1String("-h") || args.first() == QLatin1String("ajuda")) {
@@ -112,7 +120,8 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
     QString parseError;
     QSet<QString> flags = cmd->flags;
     flags.insert(QStringLiteral("json"));
-    const auto parsed = CliArgs::parse(args.mid(cmd->words.size()), flags, &parseError);
+    const auto parsed =
+        CliArgs::parse(args.mid(cmd->words.size()), flags, &parseError, cmd->repeatable);
     if (!parsed) {
         err << parseError << "\nUso: tolvane " << cmd->synopsis << "\n";
         return ExitUsage;
@@ -124,6 +133,8 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
     AppContext ctx(folder, dialogs, clock);
     if (!ctx.reloadSettings())
         err << IniFile::readProblem(ctx.iniPath()) << "\n";
+    if (const QString logProblem = ctx.errors.logProblem(); !logProblem.isEmpty())
+        err << logProblem << "\n";
     if (cmd->db == CliCommand::Db::Existing || cmd->db == CliCommand::Db::ReadOnly) {
         QString detail;
         const bool opened = cmd->db == CliCommand::Db::ReadOnly

@@ -1,7 +1,7 @@
 #include "CliArgs.h"
 
 std::optional<CliArgs> CliArgs::parse(const QStringList& words, const QSet<QString>& flags,
-                                      QString* error) {
+                                      QString* error, const QSet<QString>& repeatable) {
     CliArgs a;
     for (int i = 0; i < words.size(); ++i) {
         const QString& w = words[i];
@@ -27,6 +27,11 @@ std::optional<CliArgs> CliArgs::parse(const QStringList& words, const QSet<QStri
                 return std::nullopt;
             }
             inlineValue = words[++i];
+        }
+        if (a.m_values.contains(name) && !repeatable.contains(name)) {
+            if (error)
+                *error = QStringLiteral("A opção --%1 foi dada mais de uma vez.").arg(name);
+            return std::nullopt;
         }
         a.m_values.insert(name, inlineValue);
         a.m_multi[name].append(inlineValue);

@@ -9,9 +9,11 @@
 // The words of one command: positionals, "--name value" options and boolean "--flag"s.
 class CliArgs {
 public:
-    // `flags` names the options that take no value ("--json", "--demo" ...).
+    // `flags` names the options that take no value ("--json", "--demo" ...); `repeatable` the
+    // options that may come more than once. Another option given twice is a usage error: its
+    // last value silently winning would act on what the operator did not mean.
     static std::optional<CliArgs> parse(const QStringList& words, const QSet<QString>& flags,
-                                        QString* error);
+                                        QString* error, const QSet<QString>& repeatable = {});
 
     QStringList positional;
     bool has(const QString& flag) const {

@@ -32,6 +32,8 @@ struct CliCommand {
     // ReadOnly: consultation, opened so that a folder on read-only media still answers.
     enum class Db { None, Create, Existing, ReadOnly } db = Db::Existing;
     std::function<int(CliEnv&)> run;
+    // Options that may be given more than once (--item); any other given twice is refused.
+    QSet<QString> repeatable = {};
 };
 
 // Each subsystem adds its commands here (see Cli.cpp).

@@ -29,9 +29,11 @@ int receber(CliEnv& e) {
         return ExitUsage;
     }
     const QString pago = e.args.value(QStringLiteral("pago"));
-    const auto paid = Money::parse(pago);
+    QString why;
+    const auto paid = Money::parseTyped(pago, &why);
     if (e.args.has(QStringLiteral("pago")) && !paid) {
-        e.err << QStringLiteral("Valor pago inválido: %1\n").arg(pago);
+        e.err << (Money::parse(pago) ? why : QStringLiteral("Valor pago inválido: %1").arg(pago))
+              << "\n";
         return ExitUsage;
     }
     if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
@@ -127,5 +129,6 @@ void registerCounterReceiveCommand(QList<CliCommand>& c) {
                              "leitura do caixa)"),
               {QStringLiteral("recusar-vencidas")},
               CliCommand::Db::Existing,
-              receber});
+              receber,
+              {QStringLiteral("avulso")}});
 }

@@ -169,13 +169,15 @@ void registerExportCommands(QList<CliCommand>& c) {
               QStringLiteral("tira recebimentos do movimento dos arquivos do banco (EXPORT 1)"),
               {},
               CliCommand::Db::Existing,
-              [](CliEnv& e) { return marcar(e, 1); }});
+              [](CliEnv& e) { return marcar(e, 1); },
+              {QStringLiteral("id")}});
     c.append({w + QStringList{QStringLiteral("confirmar")},
               QStringLiteral("exportar confirmar --id N...") + d,
               QStringLiteral("devolve recebimentos do movimento aos arquivos do banco (EXPORT 0)"),
               {},
               CliCommand::Db::Existing,
-              [](CliEnv& e) { return marcar(e, 0); }});
+              [](CliEnv& e) { return marcar(e, 0); },
+              {QStringLiteral("id")}});
     c.append({w + QStringList{QStringLiteral("febraban")},
               QStringLiteral("exportar febraban --tipo IDCOD [--banco NNN]") + d,
               QStringLiteral("grava o arquivo Febraban (150) das guias confirmadas do tipo; "

@@ -56,8 +56,8 @@ int copia(CliEnv& e) {
     if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
         return rc;
     QString error;
-    const auto written =
-        DatabaseBackup::copy(e.ctx.db, e.args.positional.first(), e.ctx.clock.now(), &error);
+    const auto written = DatabaseBackup::copy(e.ctx.db, e.args.positional.first(),
+                                              e.ctx.clock.now(), &error, e.ctx.ownFiles());
     if (!written) {
         e.err << error << "\n";
         return ExitRefused;

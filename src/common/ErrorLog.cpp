@@ -2,6 +2,7 @@
 
 #include "Clock.h"
 #include "DialogPort.h"
+#include "OutputPath.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,9 +41,13 @@ void ErrorLog::report(const QString& location, const ErrorInfo& error) {
     append(location, error);
 }
 
+QString ErrorLog::logProblem() const {
+    return OutputPath::notRegular(logPath());
+}
+
 bool ErrorLog::append(const QString& location, const ErrorInfo& error) {
+    // A FIFO or a device would hang every command that logs; a link would write elsewhere.
     QFile f(logPath());
     const QByteArray bytes = record(location, error, m_clock.now());
-    return f.open(QIODevice::WriteOnly | QIODevice::Append) && f.write(bytes) == bytes.size() &&
-           f.flush();
+    return OutputPath::openForAppend(f) && f.write(bytes) == bytes.size() && f.flush();
 }

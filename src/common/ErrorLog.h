@@ -25,6 +25,8 @@ public:
     bool append(const QString& location, const ErrorInfo& error);
 
     QString logPath() const;
+    // Why Log.ini will not be written (not a regular file), or empty.
+    QString logProblem() const;
     static QString messageText(const QString& location, const ErrorInfo& error);
     static QByteArray record(const QString& location, const ErrorInfo& error,
                              const QDateTime& when);

@@ -42,6 +42,29 @@ std::optional<Money> Money::times(qint64 factor) const {
     return Money((m_units < 0) != (factor < 0) ? -(a * f) : a * f);
 }
 
+QString Money::subCentavoMessage(const QString& text) {
+    return QStringLiteral("O valor %1 tem mais de duas casas decimais: informe reais e centavos "
+                          "(ex.: 10,01).")
+        .arg(text.trimmed());
+}
+
+std::optional<Money> Money::parseTyped(const QString& text, QString* why) {
+    const auto v = parse(text);
+    if (!v) {
+        if (why)
+            *why = QStringLiteral("Valor inválido: %1").arg(text.trimmed());
+        return std::nullopt;
+    }
+    const QString t = text.trimmed();
+    const int comma = t.indexOf(QLatin1Char(','));
+    if ((comma >= 0 && t.size() - comma - 1 > 2) || v->units() % kUnitsPerCent != 0) {
+        if (why)
+            *why = subCentavoMessage(text);
+        return std::nullopt;
+    }
+    return v;
+}
+
 std::optional<Money> Money::parse(const QString& input) {
     QString text = input.trimmed();
     if (text.startsWith(QLatin1String("R$")))

@@ -31,6 +31,11 @@ public:
     // one to four decimals after it; dots only as thousands separators; never beyond the
     // maximum. Anything else ("", ",", "12,", "1,0,0", "dez") is not a value.
     static std::optional<Money> parse(const QString& text);
+    // An amount a person typed (a field of a screen, a command's option): as parse, but whole
+    // centavos, at most two decimals ("10,005" is not an amount). `why`, when given, gets the
+    // message to show.
+    static std::optional<Money> parseTyped(const QString& text, QString* why = nullptr);
+    static QString subCentavoMessage(const QString& text);
 
     constexpr qint64 units() const { return m_units; }
     qint64 centsRounded() const; // half away from zero

@@ -1,15 +1,18 @@
 #include "TextFile.h"
 
+#include "OutputPath.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStringDecoder>
+#include <QTemporaryFile>
 
 namespace {
 QString describe(const QString& path, const QFileDevice& f) {
     if (f.error() == QFileDevice::ResourceError)
-        return QStringLiteral("Disco cheio: %1").arg(path);
+        return OutputPath::diskFullMessage(path);
     return QStringLiteral("Não foi possível gravar %1: %2").arg(path, f.errorString());
 }
 } // namespace
@@ -22,6 +25,12 @@ QByteArray TextFile::encode(const QStringList& lines) {
 }
 
 bool TextFile::writeAll(const QString& path, const QStringList& lines, QString* error) {
+    // A link would be followed and its target replaced; a FIFO or a folder is no file of ours.
+    if (const QString odd = OutputPath::notRegular(path); !odd.isEmpty()) {
+        if (error)
+            *error = odd;
+        return false;
+    }
     QSaveFile f(path);
     const QByteArray bytes = encode(lines);
     // flush() first: a write refused by a full disk only shows there, and commit() alone would
@@ -35,11 +44,27 @@ bool TextFile::writeAll(const QString& path, const QStringList& lines, QString* 
     return true;
 }
 
+bool TextFile::create(const QString& path, const QStringList& lines, QString* error) {
+    QTemporaryFile f(path + QStringLiteral(".XXXXXX.parcial"));
+    const QByteArray bytes = encode(lines);
+    if (!f.open() || f.write(bytes) != bytes.size() || !f.flush()) {
+        if (error)
+            *error = describe(path, f);
+        return false;
+    }
+    f.close();
+    return OutputPath::publish(f.fileName(), path, error);
+}
+
 bool TextFile::append(const QString& path, const QStringList& lines, QString* error) {
+    if (const QString odd = OutputPath::notRegular(path); !odd.isEmpty()) {
+        if (error)
+            *error = odd;
+        return false;
+    }
     QFile f(path);
     const QByteArray bytes = encode(lines);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::Append) || f.write(bytes) != bytes.size() ||
-        !f.flush()) {
+    if (!OutputPath::openForAppend(f) || f.write(bytes) != bytes.size() || !f.flush()) {
         if (error)
             *error = describe(path, f);
         return false;

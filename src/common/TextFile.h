@@ -10,6 +10,8 @@
 class TextFile {
 public:
     static bool writeAll(const QString& path, const QStringList& lines, QString* error = nullptr);
+    // A new file, whole: refused when anything already holds the name.
+    static bool create(const QString& path, const QStringList& lines, QString* error = nullptr);
     static bool append(const QString& path, const QStringList& lines, QString* error = nullptr);
     // What is read: only regular files (a FIFO or a device would hang the program or never
     // end) and at most `maxBytes`.

@@ -1,5 +1,6 @@
 #include "AppContext.h"
 
+#include "DbConfig.h"
 #include "DialogPort.h"
 #include "IniFile.h"
 
@@ -28,4 +29,25 @@ QString AppContext::option(const QString& section, const QString& key) const {
 
 bool AppContext::reloadSettings() {
     return Carrega_config(iniPath(), settings);
+}
+
+QString AppContext::copiesFolder() const {
+    return filePath(QStringLiteral("copias"));
+}
+
+OutputPath::Guarded AppContext::ownFiles() const {
+    OutputPath::Guarded g;
+    QString database = db.isOpen() ? db.config().sqlitePath : DbConfig::fromIni(folder).sqlitePath;
+    if (!database.isEmpty())
+        for (const char* suffix : {"", "-wal", "-shm", "-journal"})
+            g.files << database + QLatin1String(suffix);
+    g.files << iniPath() << filePath(QStringLiteral("Log.ini"));
+    g.names << QStringLiteral("Config.ini") << QStringLiteral("Log.ini")
+            << QStringLiteral("Estorno_*") << QStringLiteral("Receb_*");
+    g.folders << copiesFolder();
+    return g;
+}
+
+QString AppContext::outputProblem(const QString& path) const {
+    return OutputPath::problem(path, ownFiles());
 }

@@ -2,6 +2,7 @@
 
 #include "CentralNetwork.h"
 #include "ErrorLog.h"
+#include "OutputPath.h"
 #include "Settings.h"
 #include "clsDataAccess.h"
 
@@ -46,4 +47,13 @@ public:
     // A key read at the moment of use (the keys Carrega_config does not load).
     QString option(const QString& section, const QString& key) const;
     bool reloadSettings();
+
+    // The folder of the database copies the closing keeps.
+    QString copiesFolder() const;
+    // The counter's own files, which no file written at a given path may take: the database and
+    // its companions, Config.ini, Log.ini, the logs and the copies.
+    OutputPath::Guarded ownFiles() const;
+    // Why a new file may not be written at `path` (empty when it may): the one rule for every
+    // command and screen that writes where it is pointed.
+    QString outputProblem(const QString& path) const;
 };

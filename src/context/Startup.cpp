@@ -3,6 +3,7 @@
 #include "AdminGuard.h"
 #include "AppContext.h"
 #include "Clock.h"
+#include "DatabaseBackup.h"
 #include "DatabaseCheck.h"
 #include "DialogPort.h"
 #include "IniFile.h"
@@ -97,13 +98,40 @@ bool claimCounter(AppContext& ctx, QString* detail) {
     return true;
 }
 
+// A folder of the settings ([Export] Path2, Path3), relative to the program's folder.
+QString settingsFolder(const AppContext& ctx, const char* key) {
+    const QString set = QDir::fromNativeSeparators(
+        ctx.option(QStringLiteral("Export"), QLatin1String(key)).trimmed());
+    if (set.isEmpty())
+        return ctx.folder;
+    return QDir::isRelativePath(set) ? QDir(ctx.folder).filePath(set) : set;
+}
+
+// Files of `folder` matching `patterns` closed to the account (a folder of the program's own
+// is closed too; a shared one set in Config.ini keeps its mode).
+void secureFolderFiles(const AppContext& ctx, const QString& folder, const QStringList& patterns) {
+    const QDir dir(folder);
+    if (!dir.exists())
+        return;
+    const QString root = QFileInfo(ctx.folder).canonicalFilePath() + QLatin1Char('/');
+    if (QFileInfo(folder).canonicalFilePath().startsWith(root))
+        PrivateFiles::secureFolder(folder);
+    for (const QString& name : dir.entryList(patterns, QDir::Files | QDir::NoSymLinks))
+        PrivateFiles::secureFile(dir.filePath(name));
+}
+
 void secureFiles(AppContext& ctx) {
     for (const QString& name : {QStringLiteral("Config.ini"), QStringLiteral("Log.ini")})
         PrivateFiles::secureFile(ctx.filePath(name));
+    secureFolderFiles(ctx, settingsFolder(ctx, "Path3"), {QStringLiteral("Receb_*.txt")});
+    secureFolderFiles(ctx, settingsFolder(ctx, "Path2"), {QStringLiteral("Estorno_*.txt")});
     if (ctx.db.backend() != DbBackend::SQLite)
         return;
     for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")})
         PrivateFiles::secureFile(ctx.db.config().sqlitePath + suffix);
+    // The copies hold every receipt; what a copy cut short left behind goes.
+    DatabaseBackup::removeLeftovers(ctx.copiesFolder(), ctx.clock.now());
+    secureFolderFiles(ctx, ctx.copiesFolder(), {QStringLiteral("*")});
 }
 
 bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = true) {
@@ -200,6 +228,9 @@ void Startup::run(AppContext& ctx) {
             ctx.dialogs.message(QStringLiteral("Aviso"), detail, DialogIcon::Critical,
                                 DialogButtons::Ok);
     }
+    if (const QString logProblem = ctx.errors.logProblem(); !logProblem.isEmpty())
+        ctx.dialogs.message(QStringLiteral("Aviso"), logProblem, DialogIcon::Critical,
+                            DialogButtons::Ok);
     if (!Carrega_config(ctx)) {
         ctx.dialogs.message(QStringLiteral("Tolvane"),
                             QStringLiteral("Erro ao carregar váriaveis banco de dados!!!"),

@@ -1,11 +1,26 @@
 #include "OneOffItem.h"
 
 #include "DateUtil.h"
+#include "FileText.h"
 
 const QString OneOffItem::kErroSoma = QStringLiteral(" - Erro na Soma Avulso!!");
 
 QString OneOffItem::erroSoma(const QString& entry) {
     return entry + kErroSoma;
+}
+
+std::optional<Money> OneOffItem::valorDigitado(const QString& text, QString* why) {
+    QString sub;
+    const auto v = Money::parseTyped(text, &sub);
+    if (!v && why)
+        *why = Money::parse(text) ? sub : erroSoma(text);
+    return v;
+}
+
+QString OneOffItem::textoProblema(const QString& parcela, const QString& obs) {
+    if (QString why = FileText::problem(parcela, FileText::Field::Observacao); !why.isEmpty())
+        return QStringLiteral("Parcela: ") + why;
+    return FileText::problem(obs, FileText::Field::Observacao);
 }
 
 bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* error) {
@@ -19,12 +34,9 @@ bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* err
                          .arg(text);
         return false;
     }
-    const auto valor = Money::parse(parts[1]);
-    if (!valor) {
-        if (error)
-            *error = erroSoma(parts[1]);
+    const auto valor = valorDigitado(parts[1], error);
+    if (!valor)
         return false;
-    }
     out.valor = *valor;
     if (parts.size() > 2 && !parts[2].isEmpty()) {
         const auto d = DateUtil::parseBr(parts[2]);
@@ -38,5 +50,10 @@ bool OneOffItem::fromArgument(const QString& text, OneOffItem& out, QString* err
     }
     out.parcela = parts.value(3);
     out.obs = parts.mid(4).join(QLatin1Char(':'));
+    if (const QString why = textoProblema(out.parcela, out.obs); !why.isEmpty()) {
+        if (error)
+            *error = why;
+        return false;
+    }
     return true;
 }

@@ -1,5 +1,6 @@
 #include "DatabaseBackup.h"
 
+#include "OutputPath.h"
 #include "PrivateFiles.h"
 #include "clsDataAccess.h"
 
@@ -32,7 +33,7 @@ struct Connection {
 };
 
 // Page by page from `from` to `to`; while a writer holds the file the copy waits and resumes.
-bool runBackup(Connection& from, Connection& to, QString* error) {
+bool runBackup(Connection& from, Connection& to, const QString& target, QString* error) {
     sqlite3_backup* b = sqlite3_backup_init(to.handle, "main", from.handle, "main");
     if (!b) {
         *error = to.error();
@@ -46,6 +47,10 @@ bool runBackup(Connection& from, Connection& to, QString* error) {
         QThread::msleep(50);
     }
     sqlite3_backup_finish(b);
+    if (rc == SQLITE_FULL) {
+        *error = OutputPath::diskFullMessage(target);
+        return false;
+    }
     if (rc != SQLITE_DONE) {
         *error = QString::fromUtf8(sqlite3_errstr(rc));
         return false;
@@ -70,18 +75,17 @@ bool backupTo(const QString& source, const QString& target, QString* error) {
     {
         Connection to;
         ok = to.open(uriFor(partial, "mode=rwc"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE) &&
-             runBackup(from, to, error);
+             runBackup(from, to, target, error);
         if (!ok && error->isEmpty())
             *error = to.error();
     }
-    if (ok && !QFile::rename(partial, target)) {
-        *error = QStringLiteral("não foi possível dar o nome final a %1")
-                     .arg(QDir::toNativeSeparators(target));
-        ok = false;
-    }
-    if (!ok)
-        QFile::remove(partial);
-    PrivateFiles::secureFile(target);
+    // The final name is taken only if nothing holds it, even now.
+    if (ok)
+        ok = OutputPath::publish(partial, target, error);
+    QFile::remove(partial);
+    QFile::remove(partial + QStringLiteral("-journal"));
+    if (ok)
+        PrivateFiles::secureFile(target);
     return ok;
 }
 
@@ -92,24 +96,43 @@ QString copyName(const QDateTime& now) {
 
 } // namespace
 
+QString DatabaseBackup::target(const QString& destination, const QDateTime& now) {
+    const QFileInfo info(destination);
+    if (info.isDir() && !info.isSymLink())
+        return QDir(destination).filePath(copyName(now));
+    return destination;
+}
+
+int DatabaseBackup::removeLeftovers(const QString& folder, const QDateTime& now) {
+    int removed = 0;
+    const QDir dir(folder);
+    const QStringList names = dir.entryList(
+        {QStringLiteral("*.parcial"), QStringLiteral("*.parcial-journal")}, QDir::Files);
+    for (const QString& name : names) {
+        // A copy still being written by another run is younger than this.
+        const QFileInfo info(dir.filePath(name));
+        if (info.lastModified().secsTo(now) >= kLeftoverAgeSeconds &&
+            QFile::remove(info.filePath()))
+            ++removed;
+    }
+    return removed;
+}
+
 std::optional<QString> DatabaseBackup::copy(clsDataAccess& db, const QString& destination,
-                                            const QDateTime& now, QString* error) {
+                                            const QDateTime& now, QString* error,
+                                            const OutputPath::Guarded& guarded) {
     QString e;
-    QString target = destination;
-    if (db.backend() != DbBackend::SQLite) {
+    const QString t = target(destination, now);
+    if (db.backend() != DbBackend::SQLite)
         e = QStringLiteral("O banco está num servidor PostgreSQL: copie-o com pg_dump (veja "
                            "docs/BANCO.md).");
-    } else if (QFileInfo(destination).isDir()) {
-        target = QDir(destination).filePath(copyName(now));
-    }
-    if (e.isEmpty() && QFileInfo::exists(target))
-        e = QStringLiteral("%1 já existe; a cópia nunca substitui um arquivo.")
-                .arg(QDir::toNativeSeparators(target));
-    if (e.isEmpty() && QFileInfo(target).absoluteFilePath() ==
-                           QFileInfo(db.config().sqlitePath).absoluteFilePath())
+    if (e.isEmpty() &&
+        QFileInfo(t).absoluteFilePath() == QFileInfo(db.config().sqlitePath).absoluteFilePath())
         e = QStringLiteral("O destino é o próprio banco.");
-    if (e.isEmpty() && backupTo(db.config().sqlitePath, target, &e))
-        return target;
+    if (e.isEmpty())
+        e = OutputPath::problem(t, guarded);
+    if (e.isEmpty() && backupTo(db.config().sqlitePath, t, &e))
+        return t;
     if (error)
         *error = QStringLiteral("Cópia do banco não feita: ") + e;
     return std::nullopt;
@@ -123,6 +146,7 @@ std::optional<QString> DatabaseBackup::intoFolder(clsDataAccess& db, const QStri
                          .arg(QDir::toNativeSeparators(folder));
         return std::nullopt;
     }
+    removeLeftovers(folder, now);
     QString target = QDir(folder).filePath(copyName(now));
     for (int n = 2; QFileInfo::exists(target); ++n)
         target = QDir(folder).filePath(

@@ -1,10 +1,12 @@
 #include "PrinterService.h"
 
 #include "AppContext.h"
+#include "OutputPath.h"
 #include "PrinterBytes.h"
 #include "QuattroProtocol.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QThread>
 
 const QString PrinterService::kAbrirFalhou =
@@ -41,6 +43,18 @@ PrinterConfig PrinterConfig::from(const AppContext& ctx) {
     c.impressora = ctx.settings.impressora;
     c.modo = ctx.settings.modo;
     c.porta = ctx.settings.porta;
+    // A spool file named without a folder lives in the program's folder, never in the current
+    // one, and is never one of the counter's own files.
+    if (c.porta.trimmed().startsWith(QLatin1String("file:"), Qt::CaseInsensitive)) {
+        const QString file = QDir::fromNativeSeparators(c.porta.trimmed().mid(5));
+        const QString path = QDir::isRelativePath(file) ? ctx.filePath(file) : file;
+        c.porta = QStringLiteral("file:") + path;
+        if (OutputPath::isGuarded(path, ctx.ownFiles()))
+            c.portaProblema = QStringLiteral("A porta da autenticadora aponta para um arquivo do "
+                                             "próprio caixa: [Print] porta=\"%1\". Nada será "
+                                             "impresso nele.")
+                                  .arg(ctx.settings.porta.trimmed());
+    }
     c.serial = opt("serial");
     c.paginaCodigo = withDefault(opt("pagina_codigo"), QStringLiteral("cp850"));
     c.quattroEstado = opt("quattro_estado");
@@ -89,6 +103,8 @@ bool PrinterService::habilitada() const {
 }
 
 QString PrinterService::problemaConfiguracao(const PrinterConfig& c) {
+    if (!c.portaProblema.isEmpty() && c.modo.trimmed() == QLatin1String("1"))
+        return c.portaProblema;
     const QString modo = c.modo.trimmed();
     const QString comment =
         QStringLiteral(" No Config.ini um comentário (;) só pode começar uma linha.");

@@ -21,6 +21,7 @@ enum class PrinterOperation { Nenhuma, Autenticar, Imprimir };
 struct PrinterConfig {
     QString impressora, modo, porta, serial, paginaCodigo;
     QString quattroEstado, quattroEspera, quattroFim;
+    QString portaProblema; // why the port may not be used, when it may not
     static PrinterConfig from(const AppContext& ctx);
 };
 

@@ -1,5 +1,7 @@
 #include "Transports.h"
 
+#include "OutputPath.h"
+
 #include <QDeadlineTimer>
 #include <QFile>
 
@@ -168,16 +170,18 @@ std::optional<int> DeviceFileTransport::lineStatus() {
 
 // --- file ---------------------------------------------------------------------------------
 
+// A spool file is a regular file: never through a link, a FIFO or a device.
 bool FileTransport::open(QString* error) {
     QFile f(m_path);
-    m_open = f.open(QIODevice::WriteOnly | QIODevice::Append);
-    if (!m_open && error)
-        *error = f.errorString();
+    m_open = OutputPath::openForAppend(f);
+    if (!m_open && error) {
+        const QString odd = OutputPath::notRegular(m_path);
+        *error = odd.isEmpty() ? f.errorString() : odd;
+    }
     return m_open;
 }
 
 bool FileTransport::write(const QByteArray& data, int) {
     QFile f(m_path);
-    return m_open && f.open(QIODevice::WriteOnly | QIODevice::Append) &&
-           f.write(data) == data.size();
+    return m_open && OutputPath::openForAppend(f) && f.write(data) == data.size() && f.flush();
 }

@@ -113,6 +113,10 @@ void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString&
 
 std::optional<QList<clsRecebimentos>> BankExport::inicia(AppContext& ctx, const Request& rq,
                                                          BankFileWriter& file, Result& r) {
+    if (OutputPath::isGuarded(file.finalPath(), ctx.ownFiles())) {
+        falha(ctx, r, ctx.outputProblem(file.finalPath()));
+        return std::nullopt;
+    }
     QString error;
     if (!file.begin(&error)) {
         falha(ctx, r, error);

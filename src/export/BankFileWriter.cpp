@@ -1,7 +1,10 @@
 #include "BankFileWriter.h"
 
+#include "OutputPath.h"
+
 #include <QDir>
 #include <QFileInfo>
+#include <QStorageInfo>
 #include <filesystem>
 #include <system_error>
 
@@ -38,7 +41,7 @@ void syncFolder([[maybe_unused]] const QString& folder) {
 
 QString describe(const QString& path, const QFileDevice& f) {
     if (f.error() == QFileDevice::ResourceError)
-        return QStringLiteral("Disco cheio: %1").arg(QDir::toNativeSeparators(path));
+        return OutputPath::diskFullMessage(path);
     return QStringLiteral("Não foi possível gravar %1: %2")
         .arg(QDir::toNativeSeparators(path), f.errorString());
 }
@@ -47,8 +50,8 @@ QString describe(const QString& path, const QFileDevice& f) {
 
 BankFileWriter::BankFileWriter(QString finalPath, const QString& lockPath, QString stalePattern,
                                Recorded recorded)
-    : m_recorded(std::move(recorded)), m_final(std::move(finalPath)), m_lock(lockPath),
-      m_stalePattern(std::move(stalePattern)) {
+    : m_recorded(std::move(recorded)), m_final(std::move(finalPath)), m_lockPath(lockPath),
+      m_lock(lockPath), m_stalePattern(std::move(stalePattern)) {
     m_lock.setStaleLockTime(0); // a live run may take minutes; only a dead one's lock is stale
 }
 
@@ -61,6 +64,18 @@ BankFileWriter::~BankFileWriter() {
 
 QString BankFileWriter::temporaryPath(const QString& finalPath) {
     return finalPath + QStringLiteral(".tmp");
+}
+
+QString BankFileWriter::lockProblem() const {
+    if (m_lock.error() == QLockFile::LockFailedError)
+        return QStringLiteral("Outra geração de arquivo está em andamento. Aguarde o fim dela e "
+                              "tente de novo.");
+    // The lock file could not even be written: a full disk says so.
+    const QString folder = QFileInfo(m_lockPath).absolutePath();
+    const QStorageInfo disk(folder);
+    if (disk.isValid() && disk.bytesAvailable() < 64 * 1024)
+        return OutputPath::diskFullMessage(m_lockPath);
+    return QStringLiteral("Não foi possível gravar %1.").arg(QDir::toNativeSeparators(m_lockPath));
 }
 
 bool BankFileWriter::fail(QString* error, const QString& why) {
@@ -92,8 +107,7 @@ void BankFileWriter::settleStale() {
 
 bool BankFileWriter::begin(QString* error) {
     if (!m_lock.tryLock(2000))
-        return fail(error, QStringLiteral("Outra geração de arquivo está em andamento. Aguarde o "
-                                          "fim dela e tente de novo."));
+        return fail(error, lockProblem());
     settleStale();
     const QString base = m_final;
     const qsizetype dot = base.lastIndexOf(QLatin1Char('.'));

@@ -41,9 +41,11 @@ private:
     bool fail(QString* error, const QString& why);
     bool taken(const QString& path) const;
     void settleStale();
+    QString lockProblem() const;
 
     Recorded m_recorded;
     QString m_final;
+    QString m_lockPath;
     QLockFile m_lock;
     QString m_stalePattern;
     QFile m_temp;

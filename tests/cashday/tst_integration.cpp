@@ -148,7 +148,7 @@ private slots:
                                         {101, QStringLiteral("123"), QStringLiteral("50,00")}});
         const qint32 pagamento =
             d.entry(EntryKind::PaymentOut, QStringLiteral("EMPENHO ÁGUA"),
-                    {{102, QString(30, QLatin1Char('9')), QStringLiteral("30,00")}});
+                    {{102, QString(29, QLatin1Char('9')), QStringLiteral("30,00")}});
         int pauses = 0;
         const auto r = d.run(*Money::parse(QStringLiteral("1.100,00")), &pauses);
         QVERIFY(r.written);
@@ -190,9 +190,9 @@ private slots:
             QStringLiteral("D00101") + text("123", 30) + QStringLiteral("0000005000") +
                 id(sangria, 10) + spaces(144),
             QStringLiteral("S231120260000003000") + id(pagamento, 10) + text("EMPENHO ÁGUA", 171),
-            // 30 characters do not fit the number
-            QStringLiteral("D00102") + spaces(30) + QStringLiteral("0000003000") +
-                id(pagamento, 10) + spaces(144),
+            // the longest number that fits (30 would be refused when typed)
+            QStringLiteral("D00102") + QString(29, QLatin1Char('9')) +
+                QStringLiteral(" 0000003000") + id(pagamento, 10) + spaces(144),
             QStringLiteral("Z000000002000000000124456000000000110000") + QStringLiteral("0") +
                 spaces(159)};
         for (int i = 0; i < lines.size(); ++i)
@@ -242,18 +242,32 @@ private slots:
         QCOMPARE(read(lines[1])[QStringLiteral("cont")], QStringLiteral("000000001"));
     }
 
-    // A description that does not fit is not cut: the record is left out and reported, the
-    // next entry's record is written, and a later long description keeps the previous one.
+    // A description that does not fit is refused when typed. One already stored (by an older
+    // program or a database tool) is not cut: the record is left out and reported, the next
+    // entry's record is written, and a later long description keeps the previous one.
     void longDescriptionsAndNegativeCount() {
         TEST_BACKEND();
         Day d(app);
         d.receipt(1, 1, "1,00", kBarcode);
         const QString longText(171, QLatin1Char('X'));
-        d.entry(EntryKind::PaymentOut, longText, {{102, QString(), QStringLiteral("1,00")}});
+        CashEntry refused(app.ctx(), d.mov, EntryKind::PaymentOut);
+        app.dialogs().clear();
+        QVERIFY(!refused.incluirItens(longText));
+        QCOMPARE(
+            app.dialogs().texts(),
+            QStringList{QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170.")});
+        QVERIFY(!refused.stored());
+        d.entry(EntryKind::PaymentOut, QStringLiteral("PRIMEIRA"),
+                {{102, QString(), QStringLiteral("1,00")}});
         d.entry(EntryKind::PaymentOut, QStringLiteral("CURTA"),
                 {{102, QString(), QStringLiteral("2,00")}});
-        d.entry(EntryKind::PaymentOut, longText + QStringLiteral("Y"),
+        d.entry(EntryKind::PaymentOut, QStringLiteral("TERCEIRA"),
                 {{102, QString(), QStringLiteral("3,00")}});
+        for (const auto& [was, now] : {std::pair{"PRIMEIRA", longText},
+                                       std::pair{"TERCEIRA", longText + QStringLiteral("Y")}})
+            QVERIFY(app.db().SQLExecute(QStringLiteral("UPDATE Sangria SET DESCRICAO = '%1' "
+                                                       "WHERE DESCRICAO = '%2'")
+                                            .arg(now, QLatin1String(was))));
         const auto r = d.run(-Money::fromReais(1));
         QCOMPARE(r.erros, (QStringList{QStringLiteral("HEADER_DEBITO"), QStringLiteral("FOOTER")}));
         QCOMPARE(app.dialogs().texts(), QStringList{QStringLiteral("Erro ao gerar: FOOTER")});
@@ -264,6 +278,23 @@ private slots:
         QCOMPARE(kinds, QStringLiteral("ARDSDSD")); // no footer, no first debit header
         QCOMPARE(read(lines[5])[QStringLiteral("descricao")].trimmed(), QStringLiteral("CURTA"));
         QCOMPARE(read(lines[5])[QStringLiteral("total")], QStringLiteral("0000000300"));
+    }
+
+    // The file is always a new one: a second run in the same minute leaves the first alone.
+    void sameMinuteIsRefused() {
+        TEST_BACKEND();
+        Day d(app);
+        d.receipt(1, 1, "1,00", kBarcode);
+        const auto first = d.run(Money());
+        QVERIFY(first.written);
+        const QStringList before = linesOf(first.arquivo);
+        d.receipt(2, 1, "2,00", other(kBarcode, 1));
+        const auto second = d.run(Money());
+        QVERIFY(!second.written);
+        QVERIFY(app.dialogs().texts().first().contains(
+            QStringLiteral("já existe e não será substituído")));
+        QCOMPARE(app.dialogs().last().text, IntegrationFile::kErroGravar);
+        QCOMPARE(linesOf(first.arquivo), before);
     }
 
     void filesThatCannotBeWritten_data() {

@@ -96,7 +96,7 @@ void frmAutenticar::done(int result) {
 
 void frmAutenticar::autenticar() {
     QString sent;
-    const auto valor = Money::parse(m_valor->text());
+    const auto valor = Money::parseTyped(m_valor->text());
     switch (DocumentStamp::preparar(m_ctx, valor, &sent)) {
     case DocumentStamp::Outcome::InvalidValue:
         m_ctx.dialogs.warn(kAviso, QStringLiteral("Informe o valor do documento!!"));

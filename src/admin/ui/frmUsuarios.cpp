@@ -119,6 +119,9 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
     case UserAccounts::Outcome::NotFound:
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Usuário não encontrado!!"));
         break;
+    case UserAccounts::Outcome::TextRefused:
+        m_ctx.dialogs.warn(kAviso, r.message);
+        break;
     case UserAccounts::Outcome::QuoteRefused:
     case UserAccounts::Outcome::WriteFailed:
         break; // shown and logged where it failed

@@ -230,6 +230,9 @@ void frmCodBarra::gravar() {
         m_ctx.dialogs.critical(kAviso, QStringLiteral("O código %1 não está mais cadastrado!!")
                                            .arg(KindRegistry::codeText(code)));
         break;
+    case KindRegistry::Outcome::TextRefused:
+        m_ctx.dialogs.warn(kAviso, r.message);
+        break;
     case KindRegistry::Outcome::WriteFailed:
         break; // the data layer has shown and logged why
     }

@@ -4,6 +4,7 @@
 #include "AppContext.h"
 #include "CashEntry.h"
 #include "DialogPort.h"
+#include "FileText.h"
 #include "clsCodBarra.h"
 
 #include <QComboBox>
@@ -68,6 +69,7 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     m_valorAntigo = field(this, "txtvalorantigo", true);
     m_tipoAntigo = field(this, "txttipoantigo", true);
     m_motivo = field(this, "txtmotivo");
+    m_motivo->setMaxLength(FileText::width(FileText::Field::Motivo));
     auto* form = new QFormLayout;
     form->addRow(QStringLiteral("Ordem:"), m_ordem);
     form->addRow(QStringLiteral("Autenticação:"), m_aut);

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "FileText.h"
 #include "clsMovimento.h"
 
 #include <QAction>
@@ -130,7 +131,7 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     m_especie->setProperty(kRequired, true);
     m_numero = new QLineEdit(m_itemFrame);
     m_numero->setObjectName(QStringLiteral("txtnumero"));
-    m_numero->setMaxLength(40);
+    m_numero->setMaxLength(FileText::width(FileText::Field::NumeroDocumento));
     m_valorItem = new QLineEdit(m_itemFrame);
     m_valorItem->setObjectName(QStringLiteral("mskValorItem"));
     m_valorItem->setPlaceholderText(QStringLiteral("0,00"));

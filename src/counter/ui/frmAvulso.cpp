@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "DateField.h"
 #include "DialogPort.h"
+#include "FileText.h"
 #include "clsCodBarra.h"
 
 #include <QComboBox>
@@ -31,8 +32,10 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
     m_vencimento->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     m_vencimento->setCalendarPopup(true);
     m_parcela = new QLineEdit(this);
+    m_parcela->setMaxLength(FileText::width(FileText::Field::Observacao));
     m_parcela->setObjectName(QStringLiteral("txtparcela"));
     m_obs = new QLineEdit(this);
+    m_obs->setMaxLength(FileText::width(FileText::Field::Observacao));
     m_obs->setObjectName(QStringLiteral("txtobs"));
     auto* form = new QFormLayout;
     form->addRow(QStringLiteral("Tipo:"), m_tipo);
@@ -63,10 +66,17 @@ void frmAvulso::ok() {
         m_valor->setFocus();
         return;
     }
-    const auto valor = Money::parse(m_valor->text());
+    QString why;
+    const auto valor = OneOffItem::valorDigitado(m_valor->text(), &why);
     if (!valor) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), OneOffItem::erroSoma(m_valor->text()));
+        m_ctx.dialogs.critical(QStringLiteral("Aviso"), why);
         m_valor->setFocus();
+        return;
+    }
+    why = OneOffItem::textoProblema(m_parcela->text().trimmed(), m_obs->text().trimmed());
+    if (!why.isEmpty()) {
+        m_ctx.dialogs.warn(QStringLiteral("Aviso"), why);
+        m_obs->setFocus();
         return;
     }
     m_item.idcod = m_tipo->currentData().toInt();

@@ -823,9 +823,14 @@ void frmFrente::record() {
 bool frmFrente::tender() {
     // "-" on an empty screen only says there is nothing to pay.
     const bool bare = m_entry->text().trimmed().isEmpty() && m_session.list().isEmpty();
-    const auto paid = bare ? std::optional<Money>(Money()) : Money::parse(m_entry->text());
+    QString why;
+    const auto paid =
+        bare ? std::optional<Money>(Money()) : Money::parseTyped(m_entry->text(), &why);
     if (!paid || m_session.tender(*paid).state == ChangeResult::State::AmountInvalid) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor informado não é um número!!"));
+        // A fraction of a centavo is named; anything else is not a number.
+        m_ctx.dialogs.warn(kAviso, Money::parse(m_entry->text()) && !paid
+                                       ? why
+                                       : QStringLiteral("O valor informado não é um número!!"));
         m_entry->selectAll();
         return false;
     }
@@ -844,7 +849,7 @@ void frmFrente::addTypedItem() {
         return;
     }
     if (m_session.adicionarDigitado(m_kinds->currentData().toInt(), m_kinds->currentText(),
-                                    Money::parse(m_valor->text()))) {
+                                    Money::parseTyped(m_valor->text()))) {
         m_valor->clear();
         fillKinds();
         refreshList();
