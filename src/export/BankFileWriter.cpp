@@ -87,12 +87,13 @@ bool BankFileWriter::begin(QString* error) {
     if (!m_lock.tryLock(2000))
         return fail(error, lockProblem());
     // The final name is a file of its own or nothing: never a link, a FIFO or a folder.
-    for (const QString& p : {m_final, m_temp.fileName()})
-        if (const QString odd = OutputPath::notRegular(p); !odd.isEmpty())
-            return fail(error, odd);
+    if (const QString odd = OutputPath::notRegular(m_final); !odd.isEmpty())
+        return fail(error, odd);
     const QDir folder = QFileInfo(m_final).absoluteDir();
     for (const QString& stale : folder.entryList({m_stalePattern}, QDir::Files | QDir::Hidden))
         QFile::remove(folder.filePath(stale));
+    if (const QString odd = OutputPath::notRegular(m_temp.fileName()); !odd.isEmpty())
+        return fail(error, odd);
     if (!m_temp.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return fail(error, describe(m_temp.fileName(), m_temp));
     return true;
