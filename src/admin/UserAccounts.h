@@ -30,7 +30,7 @@ public:
     struct Result {
         Outcome outcome = Outcome::Saved;
         Field field = Field::None;
-        qint32 id = 0;   // the operator's key after a save
+        qint32 id = 0;        // the operator's key after a save
         QString message = {}; // TextRefused: what to show
         bool ok() const { return outcome == Outcome::Saved; }
     };

@@ -9,6 +9,11 @@
 #include <QStringDecoder>
 #include <QTemporaryFile>
 
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <unistd.h>
+#endif
+
 namespace {
 QString describe(const QString& path, const QFileDevice& f) {
     if (f.error() == QFileDevice::ResourceError)
@@ -52,6 +57,15 @@ bool TextFile::create(const QString& path, const QStringList& lines, QString* er
             *error = describe(path, f);
         return false;
     }
+#ifdef Q_OS_UNIX
+    // On the disk before it takes its name: a power cut never leaves an empty file there.
+    if (::fsync(f.handle()) != 0) {
+        if (error)
+            *error = errno == ENOSPC ? OutputPath::diskFullMessage(path)
+                                     : QStringLiteral("Não foi possível gravar %1.").arg(path);
+        return false;
+    }
+#endif
     f.close();
     return OutputPath::publish(f.fileName(), path, error);
 }

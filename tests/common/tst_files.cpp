@@ -50,10 +50,13 @@ private slots:
                                     QStringLiteral("1"), ini));
     }
 
-    void fullDiskIsNamed() {
+    // A device is no file of the program's, not even one that answers "disk full" (a full disk
+    // itself is met in the command-line tests, on a small disk of their own).
+    void devicesAreNotWritten() {
         QString error;
         QVERIFY(!TextFile::append(QStringLiteral("/dev/full"), {QStringLiteral("linha")}, &error));
-        QCOMPARE(error, QStringLiteral("Disco cheio: /dev/full"));
+        QCOMPARE(error, QStringLiteral("/dev/full não é um arquivo comum (é uma pasta, um atalho, "
+                                       "um pipe ou um dispositivo) e não será usado."));
     }
 
     void privateModes() {
