@@ -32,6 +32,9 @@ struct CliCommand {
     // ReadOnly: consultation, opened so that a folder on read-only media still answers.
     enum class Db { None, Create, Existing, ReadOnly } db = Db::Existing;
     std::function<int(CliEnv&)> run;
+    // Lays out pages or draws charts: runs under a widget application (offscreen when no
+    // display is named).
+    bool pages = false;
 };
 
 // Each subsystem adds its commands here (see Cli.cpp).
@@ -47,3 +50,4 @@ void registerCashDayCommands(QList<CliCommand>& commands);
 void registerMaintenanceCommands(QList<CliCommand>& commands);
 void registerCorrectionCommands(QList<CliCommand>& commands);
 void registerNetworkCommands(QList<CliCommand>& commands);
+void registerReportCommands(QList<CliCommand>& commands);
