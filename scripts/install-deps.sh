@@ -6,12 +6,13 @@ set -euo pipefail
 
 PKGS=(
   build-essential cmake pkg-config
-  qt6-base-dev qt6-base-dev-tools qt6-serialport-dev
+  qt6-base-dev qt6-base-dev-tools qt6-serialport-dev qt6-charts-dev
   libqt6sql6-sqlite libqt6sql6-psql libqt6opengl6-dev
   libgl-dev libssl-dev libsqlite3-dev
   postgresql postgresql-client
   libbenchmark-dev
   clang-format
+  poppler-utils
   fonts-dejavu-core
 )
 

@@ -15,6 +15,7 @@
 #include "PasswordHash.h"
 #include "QtDialogPort.h"
 #include "ReceiptCorrections.h"
+#include "ReportsMenu.h"
 #include "ScriptedDialogPort.h"
 #include "Skin.h"
 #include "Startup.h"
@@ -325,6 +326,26 @@ int saveCorrectionScreens(AppContext& ctx, CounterSession& session, const QStrin
     return failures;
 }
 
+// The reports' previews: the closed day's bulletin (count ten reais short, a correction and a
+// reversal) and the period that holds it, with its charts.
+int saveReportScreens(AppContext& ctx, const QDate& day, const QString& out) {
+    int failures = 0;
+    const std::pair<const char*, QDialog*> previews[] = {
+        {"relatorio-boletim", ReportsMenu::boletim(ctx, day, nullptr)},
+        {"relatorio-periodo", ReportsMenu::periodo(ctx, day.addDays(-3), day, nullptr)}};
+    for (const auto& [name, dlg] : previews) {
+        if (!dlg) {
+            ++failures;
+            continue;
+        }
+        dlg->show(); // the preview lays its pages out when first shown
+        QApplication::processEvents();
+        failures += !save(*dlg, out, QLatin1String(name));
+        delete dlg;
+    }
+    return failures;
+}
+
 } // namespace
 
 int runScreens(int argc, char** argv) {
@@ -406,6 +427,7 @@ int runScreens(int argc, char** argv) {
     failures += saveOpenDayScreens(ctx, session.day().movimento(), out);
     session.day().encerrar();
     failures += saveCountScreen(ctx, session.day().movimento(), out);
+    failures += saveReportScreens(ctx, session.day().movimento().MDATA, out);
     frmFrente closed(session, false);
     failures += !save(closed, out, QStringLiteral("frmFrente-encerrado"));
 

@@ -3,6 +3,7 @@
 #include "PrivateFiles.h"
 #include "ScreenGallery.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -15,6 +16,14 @@ int main(int argc, char** argv) {
         return runScreens(argc, argv);
     if (!Cli::wantsCli(args))
         return runGui(argc, argv);
+    if (Cli::needsPages(args)) {
+        // Pages and charts need fonts and widgets, not a display.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        QApplication app(argc, argv);
+        QCoreApplication::setApplicationName(QStringLiteral("Tolvane"));
+        return Cli::run(args, QCoreApplication::applicationDirPath());
+    }
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Tolvane"));
     return Cli::run(args, QCoreApplication::applicationDirPath());

@@ -5,6 +5,7 @@
 #include "CentralNetwork.h"
 #include "CheckDigits.h"
 #include "DialogPort.h"
+#include "DocumentValue.h"
 #include "DueFactor.h"
 #include "clsCodBarra.h"
 #include "clsRecebimentos.h"
@@ -17,14 +18,6 @@ const QString BarcodeReader::kLabel = QStringLiteral("Função de Leitura Códig
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
-
-// Whole reais and centavos cut from the code; nullopt unless both are all digits.
-std::optional<Money> digitsValue(const QString& whole, const QString& cents) {
-    for (const QChar c : whole + cents)
-        if (c < QLatin1Char('0') || c > QLatin1Char('9'))
-            return std::nullopt;
-    return Money::fromCents(whole.toLongLong() * 100 + cents.toLongLong());
-}
 
 bool isPadrao(const std::optional<GuideKind>& k, GuideKind::Padrao p) {
     return k && k->padrao == p;
@@ -252,7 +245,7 @@ void BarcodeReader::febraban(const QString& code, const QDate& working, ReadingD
     if (kindsFilled)
         kindsFilled(d.kinds, true);
     // The value field's first digit (position 5) is not part of the value.
-    const auto valor = digitsValue(code.mid(5, 8), code.mid(13, 2));
+    const auto valor = DocumentValue::arrecadacao(code);
     const QDate due(code.mid(19, 4).toInt(), code.mid(23, 2).toInt(), code.mid(25, 2).toInt());
     if (!due.isValid() || !valor) {
         runtimeError(d,
@@ -289,7 +282,7 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
     const auto rule = DueFactor::ruleFromSetting(
         m_ctx.option(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento")));
     const DueFactor::Result due = DueFactor::dueDate(code.mid(5, 4), working, rule);
-    const auto valor = digitsValue(code.mid(10, 7), code.mid(17, 2));
+    const auto valor = DocumentValue::boleto(code);
     if (due.status == DueFactor::Status::Invalid || due.status == DueFactor::Status::OutOfWindow ||
         !valor) {
         runtimeError(d,

@@ -30,6 +30,7 @@ QList<CliCommand> allCommands() {
     registerMaintenanceCommands(c);
     registerCorrectionCommands(c);
     registerNetworkCommands(c);
+    registerReportCommands(c);
     return c;
 }
 
@@ -69,6 +70,15 @@ bool Cli::wantsCli(const QStringList& args) {
         return true;
     }
     return false;
+}
+
+bool Cli::needsPages(const QStringList& argsIn) {
+    QStringList args = argsIn;
+    if (const int p = args.indexOf(QStringLiteral("--pasta")); p >= 0)
+        args.remove(p, std::min<qsizetype>(2, args.size() - p));
+    const QList<CliCommand> commands = allCommands();
+    const CliCommand* cmd = find(commands, args);
+    return cmd && cmd->pages;
 }
 
 QString Cli::helpText() {

@@ -7,6 +7,8 @@
 class Cli {
 public:
     static bool wantsCli(const QStringList& args); // args without the program name
+    // The command lays out pages (reports): main starts a widget application for it.
+    static bool needsPages(const QStringList& args);
     static int run(const QStringList& args, const QString& exeFolder);
     static QString helpText();
 };

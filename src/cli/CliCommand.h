@@ -34,6 +34,9 @@ struct CliCommand {
     std::function<int(CliEnv&)> run;
     // Options that may be given more than once (--item); any other given twice is refused.
     QSet<QString> repeatable = {};
+    // Lays out pages or draws charts: runs under a widget application (offscreen when no
+    // display is named).
+    bool pages = false;
 };
 
 // Each subsystem adds its commands here (see Cli.cpp).
@@ -49,3 +52,4 @@ void registerCashDayCommands(QList<CliCommand>& commands);
 void registerMaintenanceCommands(QList<CliCommand>& commands);
 void registerCorrectionCommands(QList<CliCommand>& commands);
 void registerNetworkCommands(QList<CliCommand>& commands);
+void registerReportCommands(QList<CliCommand>& commands);

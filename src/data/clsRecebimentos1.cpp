@@ -78,3 +78,26 @@ std::optional<qint64> clsRecebimentos1::contar(clsDataAccess& db) {
         return std::nullopt;
     return rs->integer(QStringLiteral("N"));
 }
+
+std::optional<QList<clsRecebimentos1>> clsRecebimentos1::doDia(clsDataAccess& db,
+                                                               const QDate& dia) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT ID, CODBARRA, GUICHE, MOMENTO, AUTENTICA, ORIGEM, IDRECEBE FROM "
+                       "RECEBIMENTOS1 WHERE MOMENTO LIKE ? ORDER BY GUICHE, MOMENTO"),
+        {dia.toString(Qt::ISODate) + QLatin1Char('%')});
+    if (!rs)
+        return std::nullopt;
+    QList<clsRecebimentos1> out;
+    for (Recordset r = *rs; r.atRow(); r.moveNext()) {
+        clsRecebimentos1 row(db);
+        row.ID = r.integer(QStringLiteral("ID"));
+        row.CODBARRA = r.text(QStringLiteral("CODBARRA"));
+        row.GUICHE = r.text(QStringLiteral("GUICHE"));
+        row.MOMENTO = r.text(QStringLiteral("MOMENTO"));
+        row.AUTENTICA = qint32(r.integer(QStringLiteral("AUTENTICA")));
+        row.ORIGEM = r.text(QStringLiteral("ORIGEM"));
+        row.IDRECEBE = r.integer(QStringLiteral("IDRECEBE"));
+        out.append(row);
+    }
+    return out;
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDate>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -39,7 +41,9 @@ public:
     static std::optional<qint64> importar(clsDataAccess& db, const QStringList& codes,
                                           const QString& origem, const QString& guiche);
     static std::optional<qint64> contar(clsDataAccess& db);
+    // The codes received on `dia` (by the counters' own MOMENTO), by counter and moment.
+    static std::optional<QList<clsRecebimentos1>> doDia(clsDataAccess& db, const QDate& dia);
 
 private:
-    clsDataAccess* m_db;
+    clsDataAccess* m_db; // a pointer so rows can be copied
 };

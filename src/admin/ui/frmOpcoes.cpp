@@ -4,6 +4,7 @@
 #include "DialogPort.h"
 #include "OptionCatalog.h"
 #include "Options.h"
+#include "OrdinaryPrinter.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -330,6 +331,18 @@ QWidget* frmOpcoes::buildImpressao() {
           check("chkModo", QStringLiteral("Habilitar a autenticadora?"), pr,
                 QStringLiteral("modo"))})
         grid->addWidget(c, r++, 0, 1, 3);
+    auto* pastaPdf = new QLabel(
+        QStringLiteral(
+            "Sem impressora instalada, cupons e relatórios são gravados em PDF em %1 e %2")
+            .arg(QDir::toNativeSeparators(
+                     OrdinaryPrinter::pasta(m_ctx, OrdinaryPrinter::Pasta::Cupons)),
+                 QDir::toNativeSeparators(
+                     OrdinaryPrinter::pasta(m_ctx, OrdinaryPrinter::Pasta::Relatorios))),
+        this);
+    pastaPdf->setObjectName(QStringLiteral("lblPastaPdf"));
+    pastaPdf->setWordWrap(true);
+    pastaPdf->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    grid->addWidget(pastaPdf, r++, 0, 1, 3);
     auto* ajuda = new QLabel(
         QStringLiteral("Para uso de cabo USB paralelo, habilite a opção TXT  mude a porta para USB "
                        "e informe o IP do computador. Localize a Impressora instalada no Windows "
@@ -366,6 +379,10 @@ void frmOpcoes::load() {
         }
     }
     m_headerSwitch = Options::value(values, QStringLiteral("Print"), QStringLiteral("cabecalho"));
+    // The list opens on the printer already chosen, when it is still installed.
+    const int chosen = m_impressoras->findData(m_impressora->property("value").toString());
+    if (chosen > 0)
+        m_impressoras->setCurrentIndex(chosen);
     const QString juros = Options::value(values, QStringLiteral("Opcoes"), QStringLiteral("juros"));
     m_optDesc->setChecked(juros.trimmed() == QLatin1String("1"));
     m_optMulta->setChecked(juros.trimmed() == QLatin1String("2"));

@@ -1,29 +1,16 @@
 #include "TextCouponPrinter.h"
 
 #include "AppContext.h"
-#include "Clock.h"
+#include "OrdinaryPrinter.h"
 
-#include <QDir>
 #include <QFont>
 #include <QPainter>
 #include <QPrinter>
-#include <QPrinterInfo>
 
 bool TextCouponPrinter::imprimir(AppContext& ctx, const QStringList& lines) {
-    QPrinterInfo info = ctx.settings.impressora_padrao.trimmed().isEmpty()
-                            ? QPrinterInfo::defaultPrinter()
-                            : QPrinterInfo::printerInfo(ctx.settings.impressora_padrao.trimmed());
     QPrinter printer(QPrinter::HighResolution);
-    if (!info.isNull()) {
-        printer.setPrinterName(info.printerName());
-    } else {
-        const QString dir = ctx.filePath(QStringLiteral("Cupons"));
-        QDir().mkpath(dir);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(QDir(dir).filePath(
-            QStringLiteral("cupom_%1.pdf")
-                .arg(ctx.clock.now().toString(QStringLiteral("yyyyMMdd_hhmmss_zzz")))));
-    }
+    OrdinaryPrinter::preparar(ctx, printer, OrdinaryPrinter::Pasta::Cupons,
+                              QStringLiteral("cupom"));
     printer.setPageSize(QPageSize(QSizeF(80, 200), QPageSize::Millimeter));
     printer.setPageMargins(QMarginsF(4, 4, 4, 4), QPageLayout::Millimeter);
     QPainter painter;

@@ -14,6 +14,7 @@
 #include "NetworkStatus.h"
 #include "OverdueHandler.h"
 #include "PrinterWorker.h"
+#include "ReportsMenu.h"
 #include "ReversalUndoDialog.h"
 #include "frmAtualiza.h"
 #include "frmAutenticar.h"
@@ -402,6 +403,8 @@ void frmFrente::buildMenus() {
             m_entry->setFocus();
         },
         this);
+    ReportsMenu::build(
+        menuBar(), m_ctx, [this] { return m_session.day().movimento().MDATA; }, this);
     QMenu* corr = menuBar()->addMenu(QStringLiteral("C&orreções"));
     // Each asks for an administrator first; the counter is redrawn after a correction.
     const auto guarded = [this](auto open, const QString& title) {

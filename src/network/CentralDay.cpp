@@ -1,0 +1,26 @@
+#include "CentralDay.h"
+
+#include "AppContext.h"
+#include "CentralConfig.h"
+#include "CentralLink.h"
+
+std::optional<QList<clsRecebimentos1>> CentralDay::ler(AppContext& ctx, const QDate& dia,
+                                                       QString* why) {
+    const CentralConfig config = CentralConfig::fromIni(ctx.iniPath());
+    auto refuse = [why](const QString& text) {
+        if (why)
+            *why = text;
+        return std::nullopt;
+    };
+    if (!config.configurada())
+        return refuse(QStringLiteral("Nenhuma central configurada ([Rede] host)."));
+    CentralLink link(ctx.errors, ctx.clock);
+    // A day's codes may take longer than one duplicate check: ten time-outs at most.
+    if (!link.conectar(config, config.tempoMs * 10) || !link.ativa())
+        return refuse(link.problema().isEmpty() ? QStringLiteral("A central não respondeu.")
+                                                : link.problema());
+    const auto rows = clsRecebimentos1::doDia(link.db(), dia);
+    if (!rows)
+        return refuse(QStringLiteral("Os recebimentos da central não puderam ser lidos."));
+    return rows;
+}

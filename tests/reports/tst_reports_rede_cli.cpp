@@ -1,0 +1,106 @@
+// relatorio rede with two counters and a central: what each counter published, the documents'
+// value and the last moment, and this counter's own queue.
+#include "CliFolder.h"
+#include "PgServer.h"
+#include "TestCodes.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QTcpServer>
+#include <QTest>
+
+namespace {
+
+constexpr int kTimeoutMs = 2 * CliRun::kTimeoutMs;
+
+QString code(int n) {
+    return TestCodes::guide(QStringLiteral("0425"), 2000 + n, QStringLiteral("20261130"),
+                            QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0')));
+}
+
+// The central keeps the moment each code was received, by the counter's clock: the report's
+// day is today's.
+QString today() {
+    return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"));
+}
+
+class Folder : public CliFolder {
+public:
+    Folder(const QString& guiche, const DbConfig& central) : CliFolder(kTimeoutMs) {
+        options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
+                 QStringLiteral("Rede/host=") + central.host,
+                 QStringLiteral("Rede/porta=%1").arg(central.port),
+                 QStringLiteral("Rede/nome=") + central.name,
+                 QStringLiteral("Rede/usuario=") + central.user});
+        asAdmin(words("caixa abrir --data") << today());
+    }
+    CliRun receive(const QStringList& codes) const {
+        return asAdmin(words("caixa receber --json --data") << today() << codes);
+    }
+    // guiche -> its line of `relatorio rede --json`.
+    QMap<QString, QJsonObject> report() const {
+        QMap<QString, QJsonObject> out;
+        const CliRun r = run(words("relatorio rede --json --data") << today());
+        for (const auto& v : r.json().value(u"guiches").toArray())
+            out.insert(v.toObject().value(u"guiche").toString(), v.toObject());
+        return out;
+    }
+};
+
+int closedPort() {
+    QTcpServer s;
+    s.listen(QHostAddress::LocalHost, 0);
+    return s.serverPort();
+}
+
+} // namespace
+
+class tst_reports_rede_cli : public QObject {
+    Q_OBJECT
+private slots:
+    void initTestCase() {
+        QVERIFY2(PgServer::instance().ok(), qPrintable(PgServer::instance().error()));
+    }
+
+    void everyCounterAsTheCentralSeesIt() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central), b(QStringLiteral("B"), central);
+        QCOMPARE(a.receive({code(1), code(2)}).code, 0);
+        const int port = central.port;
+        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        QCOMPARE(b.receive({code(3)}).code, 0); // kept in B's queue
+        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
+
+        QMap<QString, QJsonObject> seen = a.report();
+        QCOMPARE(seen.keys(), QStringList{QStringLiteral("A")});
+        QCOMPARE(seen[QStringLiteral("A")].value(u"recebimentos").toInt(), 2);
+        QCOMPARE(seen[QStringLiteral("A")].value(u"valor_documentos").toString(),
+                 QStringLiteral("40,03"));
+        QVERIFY(!seen[QStringLiteral("A")].value(u"ultimo").toString().isEmpty());
+        QCOMPARE(seen[QStringLiteral("A")].value(u"pendentes").toInt(), 0);
+        QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(),
+                 QStringLiteral("desconhecido"));
+
+        seen = b.report();
+        QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 0);
+        QCOMPARE(seen[QStringLiteral("B")].value(u"pendentes").toInt(), 1);
+        QCOMPARE(seen[QStringLiteral("B")].value(u"este_guiche").toBool(), true);
+        // Another counter's queue is not known here.
+        QCOMPARE(seen[QStringLiteral("A")].value(u"pendentes"), QJsonValue(QJsonValue::Null));
+
+        QCOMPARE(b.run(words("rede publicar")).code, 0);
+        seen = b.report();
+        QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 1);
+        QCOMPARE(seen[QStringLiteral("B")].value(u"pendentes").toInt(), 0);
+    }
+
+    void withoutACentralItIsRefused() {
+        CliFolder f;
+        const CliRun r = f.run(words("relatorio rede"));
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("Nenhuma central configurada")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_reports_rede_cli)
+#include "tst_reports_rede_cli.moc"
