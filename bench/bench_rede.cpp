@@ -1,9 +1,9 @@
 // The network duplicate check with 10 000 and 10 000 000 codes in the central: through the link
 // a command uses, through the counter screen's link (its own thread), and as a whole scan with
 // the check on; a scan with the central unreachable and with the check off; a payment of 10
-// guides with its claim at the central against one without the network; and the import of
-// 1 000 000 codes from a text file. The central is a throwaway PostgreSQL server on this
-// machine; its rows are made on the server itself (generate_series).
+// guides with its claim at the central against one without the network, and the claim alone;
+// and the import of 1 000 000 codes from a text file. The central is a throwaway PostgreSQL server
+// on this machine; its rows are made on the server itself (generate_series).
 #include "AppContext.h"
 #include "BackgroundCentral.h"
 #include "BarcodeReader.h"
@@ -218,6 +218,24 @@ void BM_PagamentoDezGuias(benchmark::State& state) {
     c.ctx->rede.reset();
 }
 
+// The claim alone, as a command makes it: 10 new guides claimed at the central in one
+// transaction, which the payment above waits for before it records.
+void BM_ReservaDezGuias(benchmark::State& state) {
+    Counter c(central(10000));
+    DirectCentral rede(*c.ctx);
+    if (!rede.ativa())
+        state.SkipWithError("central not reached");
+    static qint64 serial = 0;
+    for (auto _ : state) {
+        QStringList codes;
+        for (int i = 0; i < 10; ++i)
+            codes << QStringLiteral("7%1").arg(++serial, 43, 10, QLatin1Char('0'));
+        if (rede.reservar(codes, QStringLiteral("bench"), QStringLiteral("A")).estado !=
+            ReservaRede::Estado::Reservada)
+            state.SkipWithError("claim refused");
+    }
+}
+
 // 1 000 000 codes from a text file into an empty central, in batches of 10 000.
 void BM_ImportarMilhao(benchmark::State& state) {
     QTemporaryDir dir;
@@ -258,6 +276,7 @@ BENCHMARK(BM_PagamentoDezGuias)
     ->Arg(2)
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReservaDezGuias)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ImportarMilhao)->Arg(1000000)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
 int main(int argc, char** argv) {

@@ -374,10 +374,15 @@ private slots:
     void aClaimWhosePaymentIsNotRecordedIsLetGo() {
         Central central;
         Counter a(QStringLiteral("A"), central.db), b(QStringLiteral("B"), central.db);
-        a.app.ctx().db.faultHook = [](const QString& sql) {
-            return sql.startsWith(QLatin1String("INSERT INTO Recebimentos"));
+        qint64 heldWhileRecording = -1;
+        a.app.ctx().db.faultHook = [&](const QString& sql) {
+            if (!sql.startsWith(QLatin1String("INSERT INTO Recebimentos")))
+                return false;
+            heldWhileRecording = central.count(QStringLiteral("RESERVA IS NOT NULL"));
+            return true;
         };
         QVERIFY(!a.record({code(1), code(2)}));
+        QCOMPARE(heldWhileRecording, 2); // claimed before the local write
         QVERIFY(a.app.dialogs().last().text.startsWith(
             QStringLiteral("Erro ao gravar o pagamento!! Nenhum item foi gravado")));
         QCOMPARE(central.count(), 0); // both claims let go
@@ -600,6 +605,19 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(central.count(), 1, 10000);
         QVERIFY(a.receive({code(2)}));
         QTRY_COMPARE_WITH_TIMEOUT(central.count(), 2, 10000);
+        // Through the screen's link too, a claim is made first and let go when the payment fails.
+        qint64 heldWhileRecording = -1;
+        a.app.ctx().db.faultHook = [&](const QString& sql) {
+            if (!sql.startsWith(QLatin1String("INSERT INTO Recebimentos")))
+                return false;
+            heldWhileRecording = central.count(QStringLiteral("RESERVA IS NOT NULL"));
+            return true;
+        };
+        QVERIFY(!a.receive({code(7)}));
+        a.app.ctx().db.faultHook = nullptr;
+        a.session.limparSoma();
+        QCOMPARE(heldWhileRecording, 1);
+        QTRY_COMPARE_WITH_TIMEOUT(central.count(QStringLiteral("RESERVA IS NOT NULL")), 0, 10000);
         QCOMPARE(up->recebida(code(2)).value_or(false), true);
         QCOMPARE(up->recebida(code(3)).value_or(true), false);
         QCOMPARE(a.scan(code(2)).resultado, ReadingDecision::Outcome::Recebida);
