@@ -153,6 +153,16 @@ void BackgroundCentral::run() {
             respostas << (claim ? std::nullopt : link.recebida(p->codigo));
             reservas << (claim ? link.reservar(p->reservar, p->origem, p->guiche) : ReservaRede{});
         }
+        if (!pedidos.isEmpty()) {
+            // Answered at once: the interface thread does not wait for the sending below.
+            QMutexLocker answer(&m_mutex);
+            for (int i = 0; i < pedidos.size(); ++i) {
+                pedidos[i]->resposta = respostas[i];
+                pedidos[i]->reserva = reservas[i];
+                pedidos[i]->pronto = true;
+            }
+            m_respondido.wakeAll();
+        }
         for (const QString& r : liberar)
             link.liberar(r);
         bool confirmada = false;
@@ -178,11 +188,6 @@ void BackgroundCentral::run() {
             avisos.prepend(link.problema());
 
         lock.relock();
-        for (int i = 0; i < pedidos.size(); ++i) {
-            pedidos[i]->resposta = respostas[i];
-            pedidos[i]->reserva = reservas[i];
-            pedidos[i]->pronto = true;
-        }
         m_configurada = config.configurada();
         m_tempoMs = config.tempoMs;
         m_ativa = link.ativa();
