@@ -1,21 +1,26 @@
 // The network duplicate check with 10 000 and 10 000 000 codes in the central: through the link
 // a command uses, through the counter screen's link (its own thread), and as a whole scan with
-// the check on; a scan with the central unreachable and with the check off; and the import of
-// 1 000 000 codes from a text file. The central is a throwaway PostgreSQL server on this
-// machine; its rows are made on the server itself (generate_series).
+// the check on; a scan with the central unreachable and with the check off; a payment of 10
+// guides with its claim at the central against one without the network, and the claim alone;
+// and the import of 1 000 000 codes from a text file. The central is a throwaway PostgreSQL server
+// on this machine; its rows are made on the server itself (generate_series).
 #include "AppContext.h"
 #include "BackgroundCentral.h"
 #include "BarcodeReader.h"
+#include "CentralAccess.h"
 #include "CentralImport.h"
 #include "CentralLink.h"
 #include "Clock.h"
+#include "CounterSession.h"
 #include "DemoData.h"
 #include "DirectCentral.h"
 #include "IniFile.h"
+#include "PaymentRecorder.h"
 #include "PgServer.h"
 #include "RatioReporter.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
+#include "clsPublicacaoRede.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -25,6 +30,7 @@
 #include <QSqlQuery>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <benchmark/benchmark.h>
 #include <cstdio>
 #include <map>
@@ -175,6 +181,76 @@ void BM_LeituraComRede(benchmark::State& state) {
     c.ctx->rede.reset();
 }
 
+// One customer's payment of 10 guides, recorded: without a central (range 0), with the claim at
+// the central and the send inline as a command does (1), and as the counter screen does, the
+// claim waited for and the send left to the link's thread (2). Every iteration pays new guides.
+void BM_PagamentoDezGuias(benchmark::State& state) {
+    const qint64 mode = state.range(0);
+    Counter c(central(10000));
+    if (mode == 0)
+        IniFile::write({{QStringLiteral("Rede"), QStringLiteral("host"), QString()}},
+                       c.ctx->iniPath());
+    c.ctx->workingDate = QDate(2026, 11, 23);
+    c.ctx->userName = QStringLiteral("ANA");
+    CounterSession session(*c.ctx, nullptr);
+    session.day().abrir();
+    std::shared_ptr<BackgroundCentral> screen;
+    if (mode == 2) {
+        screen = std::make_shared<BackgroundCentral>(*c.ctx);
+        screen->aguardarPrimeiraVerificacao(10000);
+        c.ctx->rede = screen;
+    } else if (mode == 1 && !(CentralAccess::of(*c.ctx) && CentralAccess::of(*c.ctx)->ativa())) {
+        state.SkipWithError("central not reached");
+    }
+    static qint64 serial = 0;
+    for (auto _ : state) {
+        CustomerList list;
+        for (int i = 0; i < 10; ++i) {
+            CustomerItem item;
+            item.tipo = 1;
+            item.codbarra = QStringLiteral("9%1").arg(++serial, 43, 10, QLatin1Char('0'));
+            item.valor = Money::fromCents(1005);
+            list.append(item);
+        }
+        if (!PaymentRecorder::record(*c.ctx, session.day().movimento(), list))
+            state.SkipWithError("payment not recorded");
+        if (screen) {
+            // The next customer comes after the link's thread has sent this one, as at a real
+            // counter: its own write to this database is not timed as the next payment's wait.
+            state.PauseTiming();
+            QElapsedTimer sent;
+            sent.start();
+            while (clsPublicacaoRede::resumo(c.ctx->db)
+                           .value_or(clsPublicacaoRede::Resumo{})
+                           .pendentes > 0 &&
+                   !sent.hasExpired(5000))
+                QThread::msleep(1);
+            state.ResumeTiming();
+        }
+        c.dialogs.clear();
+    }
+    state.SetLabel(mode == 0 ? "sem rede" : mode == 1 ? "reserva, comando" : "reserva, tela");
+    c.ctx->rede.reset();
+}
+
+// The claim alone, as a command makes it: 10 new guides claimed at the central in one
+// transaction, which the payment above waits for before it records.
+void BM_ReservaDezGuias(benchmark::State& state) {
+    Counter c(central(10000));
+    DirectCentral rede(*c.ctx);
+    if (!rede.ativa())
+        state.SkipWithError("central not reached");
+    static qint64 serial = 0;
+    for (auto _ : state) {
+        QStringList codes;
+        for (int i = 0; i < 10; ++i)
+            codes << QStringLiteral("7%1").arg(++serial, 43, 10, QLatin1Char('0'));
+        if (rede.reservar(codes, QStringLiteral("bench"), QStringLiteral("A")).estado !=
+            ReservaRede::Estado::Reservada)
+            state.SkipWithError("claim refused");
+    }
+}
+
 // 1 000 000 codes from a text file into an empty central, in batches of 10 000.
 void BM_ImportarMilhao(benchmark::State& state) {
     QTemporaryDir dir;
@@ -209,6 +285,13 @@ BENCHMARK(BM_LeituraComRede)
     ->Arg(0)
     ->Arg(-1)
     ->Unit(benchmark::kMicrosecond);
+BENCHMARK(BM_PagamentoDezGuias)
+    ->Arg(0)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReservaDezGuias)->UseRealTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_ImportarMilhao)->Arg(1000000)->Iterations(1)->UseRealTime()->Unit(benchmark::kSecond);
 
 int main(int argc, char** argv) {

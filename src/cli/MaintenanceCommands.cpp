@@ -2,6 +2,8 @@
 // controle.
 #include "AppContext.h"
 #include "AuditChain.h"
+#include "CentralAccess.h"
+#include "CentralSeals.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliSupport.h"
@@ -10,6 +12,7 @@
 #include "DatabaseBackup.h"
 #include "DatabaseCheck.h"
 #include "DateUtil.h"
+#include "DirectCentral.h"
 #include "Schema.h"
 #include "Startup.h"
 #include "clsMovimento.h"
@@ -66,17 +69,41 @@ int copia(CliEnv& e) {
     return ExitOk;
 }
 
+// The closing seals against the central's, when there is a central: nullopt without one.
+std::optional<CentralSeals::Conferencia> conferirSelos(CliEnv& e, std::optional<QDate> dia) {
+    auto* central = dynamic_cast<DirectCentral*>(CentralAccess::of(e.ctx));
+    if (!central || !central->configurada())
+        return std::nullopt;
+    central->semPausa();
+    return CentralSeals::conferir(e.ctx, *central, dia);
+}
+
+void printSelos(CliEnv& e, const CentralSeals::Conferencia& c) {
+    if (!c.consultada) {
+        e.out << "Central da rede: não respondeu; os selos não foram conferidos.\n";
+        return;
+    }
+    e.out << QStringLiteral("Selos na central: %1 dia(s) conferem").arg(c.conferidos);
+    if (!c.semSelo.isEmpty())
+        e.out << QStringLiteral("; sem selo na central ainda: %1")
+                     .arg(c.semSelo.join(QStringLiteral(", ")));
+    e.out << ".\n";
+    for (const QString& d : c.diferencas)
+        e.out << QStringLiteral("Selo diferente da central: %1\n").arg(d);
+}
+
 int auditar(CliEnv& e) {
     if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
         return rc;
     std::optional<qint64> idMovimento;
+    std::optional<QDate> dia;
     QString anchor;
     clsMovimento mov(e.ctx.db);
     if (e.args.has(QStringLiteral("data"))) {
-        const auto day = CliSupport::workingDate(e);
-        if (!day)
+        dia = CliSupport::workingDate(e);
+        if (!dia)
             return ExitUsage;
-        if (!mov.SQLSelectByDate(*day)) {
+        if (!mov.SQLSelectByDate(*dia)) {
             e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
             return ExitRefused;
         }
@@ -84,16 +111,26 @@ int auditar(CliEnv& e) {
         anchor = mov.HASH_CADEIA;
     }
     const AuditChain::Report r = AuditChain::audit(e.ctx.db, idMovimento, anchor);
+    const auto selos = conferirSelos(e, dia);
+    const bool ok = r.ok && (!selos || selos->diferencas.isEmpty());
     if (e.json) {
-        QJsonObject o{{QStringLiteral("confere"), r.ok},
+        QJsonObject o{{QStringLiteral("confere"), ok},
                       {QStringLiteral("entradas"), r.entries},
                       {QStringLiteral("linhas"), r.rows},
                       {QStringLiteral("ultimo_hash"), r.lastHash},
                       {QStringLiteral("problemas"), QJsonArray::fromStringList(r.problems)}};
         if (idMovimento)
             o.insert(QStringLiteral("hash_encerramento"), anchor);
+        if (selos)
+            o.insert(
+                QStringLiteral("selos_central"),
+                QJsonObject{
+                    {QStringLiteral("consultada"), selos->consultada},
+                    {QStringLiteral("conferem"), selos->conferidos},
+                    {QStringLiteral("sem_selo"), QJsonArray::fromStringList(selos->semSelo)},
+                    {QStringLiteral("diferencas"), QJsonArray::fromStringList(selos->diferencas)}});
         CliSupport::printJson(e, o);
-        return r.ok ? ExitOk : ExitRefused;
+        return ok ? ExitOk : ExitRefused;
     }
     e.out << QStringLiteral("Cadeia: %1 entradas; %2 linhas comparadas.\nÚltimo hash: %3\n")
                  .arg(r.entries)
@@ -107,13 +144,17 @@ int auditar(CliEnv& e) {
                       : QStringLiteral("Movimento %1 de %2, hash do encerramento: %3\n")
                             .arg(mov.MOV)
                             .arg(DateUtil::br(mov.MDATA), anchor));
-    if (r.ok) {
+    if (selos)
+        printSelos(e, *selos);
+    if (ok) {
         e.out << "Tudo confere.\n";
         return ExitOk;
     }
-    e.out << QStringLiteral("Primeira diferença: %1\n").arg(r.problems.first());
-    for (int i = 1; i < r.problems.size(); ++i)
-        e.out << "  " << r.problems.at(i) << "\n";
+    if (!r.ok) {
+        e.out << QStringLiteral("Primeira diferença: %1\n").arg(r.problems.first());
+        for (int i = 1; i < r.problems.size(); ++i)
+            e.out << "  " << r.problems.at(i) << "\n";
+    }
     return ExitRefused;
 }
 
@@ -161,7 +202,9 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("auditar")},
               QStringLiteral("auditar [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
-                             "com --data, confere o hash do encerramento; senha do administrador"),
+                             "com --data, confere o hash do encerramento; com a central da rede, "
+                             "compara os selos dos dias encerrados com os dela; senha do "
+                             "administrador"),
               {},
               CliCommand::Db::ReadOnly,
               auditar});

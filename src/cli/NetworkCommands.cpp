@@ -62,6 +62,17 @@ int status(CliEnv& e) {
                   {QStringLiteral("conflitos"), conflitos ? int(conflitos->size()) : -1}};
     if (!c->link().problema().isEmpty())
         o.insert(QStringLiteral("problema"), c->link().problema());
+    // The last closing seal the central holds for this counter.
+    const auto selo =
+        s.ativa ? c->link().ultimoSelo(e.ctx.settings.guiche.trimmed()) : std::nullopt;
+    if (selo && *selo)
+        o.insert(QStringLiteral("ultimo_selo"),
+                 QJsonObject{
+                     {QStringLiteral("dia"), (*selo)->DIA.toString(QStringLiteral("dd/MM/yyyy"))},
+                     {QStringLiteral("hash"), (*selo)->HASH},
+                     {QStringLiteral("recebido"), moment((*selo)->RECEBIDO.toLocalTime())}});
+    else if (selo)
+        o.insert(QStringLiteral("ultimo_selo"), QJsonValue());
     if (e.json) {
         CliSupport::printJson(e, o);
     } else {
@@ -77,6 +88,12 @@ int status(CliEnv& e) {
                    .arg(s.ultimoEnvio.isValid() ? s.ultimoEnvio.toString(kMomento)
                                                 : QStringLiteral("nenhum"))
             << QStringLiteral("Conflitos: %1\n").arg(o.value(QStringLiteral("conflitos")).toInt());
+        if (selo && *selo)
+            e.out << QStringLiteral("Último selo na central: %1 %2 (recebido em %3)\n")
+                         .arg((*selo)->DIA.toString(QStringLiteral("dd/MM/yyyy")), (*selo)->HASH,
+                              (*selo)->RECEBIDO.toLocalTime().toString(kMomento));
+        else if (selo)
+            e.out << "Último selo na central: nenhum\n";
     }
     return s.lida ? ExitOk : ExitRefused;
 }

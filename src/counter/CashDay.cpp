@@ -8,6 +8,7 @@
 #include "DatabaseBackup.h"
 #include "DialogPort.h"
 #include "MovementNumbering.h"
+#include "NetworkOutbox.h"
 #include "ReceiptCorrections.h"
 #include "Transaction.h"
 
@@ -88,7 +89,9 @@ bool CashDay::setStatus(const QString& status, bool withSums, QString* recusa) {
         mov.HASH_CADEIA = *hash;
     }
     mov.STATUS = status;
-    if (!mov.SQLUpdateTotais() || !tx.commit())
+    // A closing's seal leaves for the central with it, or not at all.
+    if (!mov.SQLUpdateTotais() ||
+        (withSums && !NetworkOutbox::selar(m_ctx, mov, m_ctx.clock.now())) || !tx.commit())
         return false;
     m_mov = mov;
     return true;
@@ -117,6 +120,7 @@ bool CashDay::encerrar() {
                                recusa.isEmpty() ? QStringLiteral("Erro ao encerrar.") : recusa);
         return false;
     }
+    NetworkOutbox::enviar(m_ctx);
     if (!DailyControlFile::rebuild(m_ctx, m_mov))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
     copiaDeSeguranca();

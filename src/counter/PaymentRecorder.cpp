@@ -58,28 +58,70 @@ std::optional<QList<RecordedReceipt>>
 PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const CustomerList& list) {
     if (list.isEmpty())
         return std::nullopt;
-    // The write lock first: everything below is read and written with no other writer between.
-    Transaction tx(ctx.db);
-    if (!tx.ok()) {
-        ctx.dialogs.critical(kAviso, kFalhou);
-        return std::nullopt;
-    }
-    clsMovimento current(ctx.db);
-    if (!current.SQLSelect(mov.ID) || current.STATUS != QLatin1String("ABERTO")) {
-        ctx.dialogs.critical(kAviso, kEncerrado);
-        return std::nullopt;
-    }
-    if (const QString why = refusal(ctx, list); !why.isEmpty()) {
+    // Decided first, with no transaction open and no claim held; told after.
+    QString why;
+    const auto rows = claimAndRecord(ctx, mov, list, why);
+    if (!rows) {
         ctx.dialogs.critical(kAviso, why);
         return std::nullopt;
     }
+    NetworkOutbox::enviar(ctx);
+    ctx.dialogs.info(QStringLiteral("Gravar Registro"), kGravado);
+    return rows;
+}
+
+std::optional<QList<RecordedReceipt>> PaymentRecorder::claimAndRecord(AppContext& ctx,
+                                                                      const clsMovimento& mov,
+                                                                      const CustomerList& list,
+                                                                      QString& why) {
+    // What this counter refuses by itself is not claimed at the central.
+    why = refusal(ctx, list);
+    if (!why.isEmpty())
+        return std::nullopt;
+    QStringList codes;
+    for (int i = 0; i < list.size(); ++i)
+        codes << list.at(i).codbarra;
+    // The claim comes before the local write lock: the central's wait never holds this database.
+    const ReservaRede reserva = NetworkOutbox::reservar(ctx, codes);
+    if (reserva.estado == ReservaRede::Estado::JaRecebida) {
+        const int i = int(codes.indexOf(reserva.codigo));
+        why =
+            QStringLiteral("Conta já Recebida!!! O %1 já foi recebido %2. Nada foi gravado: "
+                           "retire o item da soma e grave de novo.")
+                .arg(itemText(qMax(0, i), list.at(qMax(0, i))),
+                     reserva.guiche.isEmpty() ? QStringLiteral("num ano anterior (importado)")
+                                              : QStringLiteral("no guichê %1").arg(reserva.guiche));
+        return std::nullopt;
+    }
+    auto rows = recordLocally(ctx, mov, list, why);
+    if (!rows)
+        NetworkOutbox::liberar(ctx, reserva); // the guide may be paid again, here or elsewhere
+    return rows;
+}
+
+std::optional<QList<RecordedReceipt>> PaymentRecorder::recordLocally(AppContext& ctx,
+                                                                     const clsMovimento& mov,
+                                                                     const CustomerList& list,
+                                                                     QString& why) {
+    // The write lock first: everything below is read and written with no other writer between.
+    Transaction tx(ctx.db);
+    why = kFalhou;
+    if (!tx.ok())
+        return std::nullopt;
+    clsMovimento current(ctx.db);
+    if (!current.SQLSelect(mov.ID) || current.STATUS != QLatin1String("ABERTO")) {
+        why = kEncerrado;
+        return std::nullopt;
+    }
+    why = refusal(ctx, list);
+    if (!why.isEmpty())
+        return std::nullopt;
     clsRecebimentos max(ctx.db);
     max.AUTENTICA = 0; // the first receipt of a movement is 1
     max.SQLSelectMax(mov.ID);
     if (qint64(max.AUTENTICA) + list.size() > kMaxAutentica) {
-        ctx.dialogs.critical(kAviso, QStringLiteral("Limite de %1 autenticações do movimento "
-                                                    "atingido. Nada foi gravado.")
-                                         .arg(kMaxAutentica));
+        why = QStringLiteral("Limite de %1 autenticações do movimento atingido. Nada foi gravado.")
+                  .arg(kMaxAutentica);
         return std::nullopt;
     }
     const QDateTime momento = ctx.clock.now();
@@ -104,11 +146,9 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         if (ok)
             out.append({r.IDRECEBE, r.AUTENTICA, item, momento});
     }
-    if (!ok || !tx.commit()) {
-        ctx.dialogs.critical(kAviso, kFalhou);
+    why = kFalhou;
+    if (!ok || !tx.commit())
         return std::nullopt;
-    }
-    NetworkOutbox::enviar(ctx);
-    ctx.dialogs.info(QStringLiteral("Gravar Registro"), kGravado);
+    why.clear();
     return out;
 }

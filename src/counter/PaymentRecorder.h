@@ -24,8 +24,11 @@ struct RecordedReceipt {
 // holds the database's write lock, every code that may be received once (not the 44 zeros nor
 // codes starting "000") is looked up again among all the receipts and within the list itself,
 // and the whole payment is refused when one is found. The unique index of Recebimentos stands
-// behind this check. With a central database, each code also goes into the outbox in the same
-// transaction, and is sent after the commit.
+// behind this check. With a central database that answers, the codes are first claimed there,
+// all or none, so no other counter can record them meanwhile; a code another counter holds
+// refuses the whole payment, and a claim whose payment is then not recorded is let go. Each
+// code also goes into the outbox in the same transaction, and is sent after the commit. Every
+// message is shown once the transaction has ended.
 class PaymentRecorder {
 public:
     static const QString kGravado;   // "Registro Gravado!!!"
@@ -37,6 +40,13 @@ public:
                                                         const CustomerList& list);
 
 private:
+    // Claims at the central, then records; `why` is what to tell when nothing was recorded.
+    static std::optional<QList<RecordedReceipt>> claimAndRecord(AppContext& ctx,
+                                                                const clsMovimento& mov,
+                                                                const CustomerList& list,
+                                                                QString& why);
+    static std::optional<QList<RecordedReceipt>>
+    recordLocally(AppContext& ctx, const clsMovimento& mov, const CustomerList& list, QString& why);
     // Why the list cannot be recorded as it stands (a code already received or listed twice, an
     // amount out of range), or empty. Asked under the write lock.
     static QString refusal(AppContext& ctx, const CustomerList& list);

@@ -19,7 +19,15 @@ const QStringList& CentralSchema::statements() {
                        "DEFAULT 0, IMPORTADOS BIGINT NOT NULL DEFAULT 0, JA_EXISTENTES BIGINT NOT "
                        "NULL DEFAULT 0, INVALIDOS BIGINT NOT NULL DEFAULT 0, IGNORADOS BIGINT NOT "
                        "NULL DEFAULT 0, CONCLUIDA INTEGER NOT NULL DEFAULT 0, ATUALIZADA "
-                       "TIMESTAMPTZ NOT NULL DEFAULT now())")};
+                       "TIMESTAMPTZ NOT NULL DEFAULT now())"),
+        // A claim: a row that holds the code for a counter between its claim and its receipt.
+        QStringLiteral("ALTER TABLE RECEBIMENTOS1 ADD COLUMN IF NOT EXISTS RESERVA TEXT"),
+        QStringLiteral(
+            "ALTER TABLE RECEBIMENTOS1 ADD COLUMN IF NOT EXISTS RESERVA_ATE TIMESTAMPTZ"),
+        QStringLiteral("CREATE TABLE IF NOT EXISTS SelosRede (GUICHE TEXT NOT NULL, DIA DATE NOT "
+                       "NULL, HASH TEXT NOT NULL, ORIGEM TEXT NOT NULL, IDMOVIMENTO INTEGER, "
+                       "ENCERRADO TEXT, RECEBIDO TIMESTAMPTZ NOT NULL DEFAULT now(), PRIMARY KEY "
+                       "(GUICHE, DIA, HASH))")};
     return s;
 }
 
@@ -28,7 +36,9 @@ std::optional<bool> ready(clsDataAccess& db) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT (to_regclass('recebimentos1') IS NOT NULL AND "
                        "to_regclass('recebimentos1_codbarra_unico') IS NOT NULL AND "
-                       "to_regclass('importacaorede') IS NOT NULL) AS PRONTA"));
+                       "to_regclass('importacaorede') IS NOT NULL AND to_regclass('selosrede') IS "
+                       "NOT NULL AND EXISTS (SELECT 1 FROM information_schema.columns WHERE "
+                       "table_name = 'recebimentos1' AND column_name = 'reserva_ate')) AS PRONTA"));
     if (!clsDataAccess::CheckValidRecordset(rs))
         return std::nullopt;
     return rs->value(QStringLiteral("PRONTA")).toBool();

@@ -6,8 +6,9 @@
 class clsDataAccess;
 
 // The tables of the central database of several counters: RECEBIMENTOS1 (one row per code, a
-// unique index on the code) and ImportacaoRede (where each import of an earlier database
-// stands, so that an interrupted one resumes). docs/REDE.md shows the same statements.
+// unique index on the code; a row is a counter's claim until its receipt arrives), SelosRede
+// (each counter's closing seal of each day) and ImportacaoRede (where each import of an earlier
+// database stands, so that an interrupted one resumes). docs/REDE.md shows the same statements.
 class CentralSchema {
 public:
     static const QStringList& statements();

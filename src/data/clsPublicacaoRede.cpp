@@ -5,6 +5,26 @@
 namespace {
 const QString kPublicar = QStringLiteral("PUBLICAR");
 const QString kRetirar = QStringLiteral("RETIRAR");
+const QString kSelar = QStringLiteral("SELAR");
+
+const QString& operationText(clsPublicacaoRede::Operacao op) {
+    switch (op) {
+    case clsPublicacaoRede::Operacao::Retirar:
+        return kRetirar;
+    case clsPublicacaoRede::Operacao::Selar:
+        return kSelar;
+    case clsPublicacaoRede::Operacao::Publicar:
+        break;
+    }
+    return kPublicar;
+}
+
+clsPublicacaoRede::Operacao operationFrom(const QString& text) {
+    if (text == kRetirar)
+        return clsPublicacaoRede::Operacao::Retirar;
+    return text == kSelar ? clsPublicacaoRede::Operacao::Selar
+                          : clsPublicacaoRede::Operacao::Publicar;
+}
 } // namespace
 
 QString clsPublicacaoRede::momentText(const QDateTime& t) {
@@ -21,8 +41,8 @@ bool clsPublicacaoRede::SQLInsert() {
             QStringLiteral("INSERT INTO PublicacaoRede (OPERACAO, CODBARRA, IDRECEBE, AUTENTICA, "
                            "IDMOVIMENTO, GUICHE, MOMENTO, PENDENTE) VALUES (?, ?, ?, ?, ?, ?, ?, "
                            "1)"),
-            {OPERACAO == Operacao::Publicar ? kPublicar : kRetirar, CODBARRA, IDRECEBE, AUTENTICA,
-             IDMOVIMENTO, GUICHE, momentText(MOMENTO)},
+            {operationText(OPERACAO), CODBARRA, IDRECEBE, AUTENTICA, IDMOVIMENTO, GUICHE,
+             momentText(MOMENTO)},
             id))
         return false;
     ID = id;
@@ -41,8 +61,7 @@ std::optional<QList<clsPublicacaoRede>> clsPublicacaoRede::pendentes(clsDataAcce
     for (; rs->atRow(); rs->moveNext()) {
         clsPublicacaoRede p(db);
         p.ID = rs->integer(QStringLiteral("ID"));
-        p.OPERACAO = rs->text(QStringLiteral("OPERACAO")) == kRetirar ? Operacao::Retirar
-                                                                      : Operacao::Publicar;
+        p.OPERACAO = operationFrom(rs->text(QStringLiteral("OPERACAO")));
         p.CODBARRA = rs->text(QStringLiteral("CODBARRA"));
         p.IDRECEBE = rs->integer(QStringLiteral("IDRECEBE"));
         p.AUTENTICA = qint32(rs->integer(QStringLiteral("AUTENTICA")));

@@ -8,11 +8,12 @@
 class clsDataAccess;
 
 // PublicacaoRede: the outbox of the central database. A payment writes one row per code in its
-// own transaction, a reversal one row that withdraws it; the sender marks each row once the
-// central has it, so nothing is lost while the network is down and nothing is sent twice.
+// own transaction, a reversal one row that withdraws it, a day's closing one row with its seal
+// (CODBARRA holds the hash, IDMOVIMENTO the day); the sender marks each row once the central has
+// it, so nothing is lost while the network is down and nothing is sent twice.
 class clsPublicacaoRede {
 public:
-    enum class Operacao { Publicar, Retirar };
+    enum class Operacao { Publicar, Retirar, Selar };
 
     explicit clsPublicacaoRede(clsDataAccess& db) : m_db(&db) {}
 
@@ -30,7 +31,8 @@ public:
 
     // The oldest rows still waiting, in the order they were written; nullopt on failure.
     static std::optional<QList<clsPublicacaoRede>> pendentes(clsDataAccess& db, int limite);
-    // The row reached the central: `resultado` says how ("publicado", "conflito", "retirado").
+    // The row reached the central: `resultado` says how ("publicado", "conflito", "retirado",
+    // "selado").
     static bool marcarEnviado(clsDataAccess& db, qint64 id, const QDateTime& quando,
                               const QString& resultado);
 

@@ -16,6 +16,64 @@ std::optional<int> clsRecebimentos1::contarCodigo(clsDataAccess& db, const QStri
     return int(rs->integer(QStringLiteral("N")));
 }
 
+std::optional<bool> clsRecebimentos1::retidoNaCentral(clsDataAccess& db, const QString& codbarra) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT COUNT(*) AS N FROM RECEBIMENTOS1 WHERE CODBARRA = ? AND "
+                       "(RESERVA_ATE IS NULL OR RESERVA_ATE > now())"),
+        {codbarra});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N")) > 0;
+}
+
+std::optional<int> clsRecebimentos1::reservar(clsDataAccess& db, const QStringList& codes,
+                                              const QString& reserva, const QString& origem,
+                                              const QString& guiche, const QString& momento,
+                                              int validadeS) {
+    // Sorted, so two counters claiming the same codes wait on them in the same order.
+    QStringList sorted = codes;
+    sorted.sort();
+    sorted.removeDuplicates();
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral(
+            "WITH ins AS (INSERT INTO RECEBIMENTOS1 AS r (CODBARRA, GUICHE, MOMENTO, ORIGEM, "
+            "RESERVA, RESERVA_ATE) SELECT c, ?, ?, ?, ?, now() + make_interval(secs => ?) FROM "
+            "unnest(string_to_array(?, ',')) AS c ORDER BY c ON CONFLICT (CODBARRA) DO UPDATE "
+            "SET GUICHE = EXCLUDED.GUICHE, MOMENTO = EXCLUDED.MOMENTO, AUTENTICA = NULL, ORIGEM "
+            "= EXCLUDED.ORIGEM, IDRECEBE = NULL, RESERVA = EXCLUDED.RESERVA, RESERVA_ATE = "
+            "EXCLUDED.RESERVA_ATE, PUBLICADO = now() WHERE r.RESERVA IS NOT NULL AND (r.ORIGEM "
+            "= EXCLUDED.ORIGEM OR r.RESERVA_ATE < now()) RETURNING 1) SELECT COUNT(*) AS N FROM "
+            "ins"),
+        {nullableText(guiche), momento, origem, reserva, validadeS, sorted.join(QLatin1Char(','))});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return int(rs->integer(QStringLiteral("N")));
+}
+
+std::optional<bool> clsRecebimentos1::SQLSelectRetido(const QStringList& codes,
+                                                      const QString& reserva) {
+    const auto rs = m_db->SQLSelect_ReadOnly(
+        QStringLiteral("SELECT CODBARRA, GUICHE, MOMENTO, ORIGEM FROM RECEBIMENTOS1 WHERE "
+                       "CODBARRA = ANY (string_to_array(?, ',')) AND RESERVA IS DISTINCT FROM ? "
+                       "ORDER BY CODBARRA LIMIT 1"),
+        {codes.join(QLatin1Char(',')), reserva});
+    if (!rs)
+        return std::nullopt;
+    if (!rs->atRow())
+        return false;
+    CODBARRA = rs->text(QStringLiteral("CODBARRA"));
+    GUICHE = rs->text(QStringLiteral("GUICHE"));
+    MOMENTO = rs->text(QStringLiteral("MOMENTO"));
+    ORIGEM = rs->text(QStringLiteral("ORIGEM"));
+    return true;
+}
+
+bool clsRecebimentos1::liberar(clsDataAccess& db, const QString& reserva) {
+    return db.SQLExecute(QStringLiteral("DELETE FROM RECEBIMENTOS1 WHERE RESERVA = ? AND "
+                                        "IDRECEBE IS NULL"),
+                         {reserva});
+}
+
 std::optional<bool> clsRecebimentos1::SQLSelect(const QString& codbarra) {
     const auto rs = m_db->SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, CODBARRA, GUICHE, MOMENTO, AUTENTICA, ORIGEM, IDRECEBE FROM "
@@ -36,11 +94,17 @@ std::optional<bool> clsRecebimentos1::SQLSelect(const QString& codbarra) {
 }
 
 std::optional<bool> clsRecebimentos1::SQLInsert() {
-    // The insert answers through a select: the unique index says whether the row went in.
+    // The insert answers through a select: the unique index says whether the row went in. A
+    // claim of this same database becomes the receipt; so does anyone's expired claim.
     const auto rs = m_db->SQLSelect_ReadOnly(
-        QStringLiteral("WITH ins AS (INSERT INTO RECEBIMENTOS1 (CODBARRA, GUICHE, MOMENTO, "
+        QStringLiteral("WITH ins AS (INSERT INTO RECEBIMENTOS1 AS r (CODBARRA, GUICHE, MOMENTO, "
                        "AUTENTICA, ORIGEM, IDRECEBE) VALUES (?, ?, ?, ?, ?, ?) ON CONFLICT "
-                       "(CODBARRA) DO NOTHING RETURNING ID) SELECT ID FROM ins"),
+                       "(CODBARRA) DO UPDATE SET GUICHE = EXCLUDED.GUICHE, MOMENTO = "
+                       "EXCLUDED.MOMENTO, AUTENTICA = EXCLUDED.AUTENTICA, ORIGEM = "
+                       "EXCLUDED.ORIGEM, IDRECEBE = EXCLUDED.IDRECEBE, RESERVA = NULL, "
+                       "RESERVA_ATE = NULL, PUBLICADO = now() WHERE r.RESERVA IS NOT NULL AND "
+                       "(r.ORIGEM = EXCLUDED.ORIGEM OR r.RESERVA_ATE < now()) RETURNING ID) "
+                       "SELECT ID FROM ins"),
         {CODBARRA, nullableText(GUICHE), nullableText(MOMENTO), AUTENTICA, ORIGEM, IDRECEBE});
     if (!rs)
         return std::nullopt;

@@ -26,11 +26,27 @@ public:
 
     // How many rows carry this barcode.
     static std::optional<int> contarCodigo(clsDataAccess& db, const QString& codbarra);
+    // At the central: whether a receipt or a live claim holds the code (an expired claim does not).
+    static std::optional<bool> retidoNaCentral(clsDataAccess& db, const QString& codbarra);
+
+    // Claims, at the central, every code of one payment under `reserva` for `validadeS` seconds of
+    // the central's clock. A code is taken only when nobody holds it, or it is held by a claim of
+    // this same database (one whose payment failed) or one that has expired; the caller's
+    // transaction decides whether the claims stand. Answers how many codes were taken.
+    static std::optional<int> reservar(clsDataAccess& db, const QStringList& codes,
+                                       const QString& reserva, const QString& origem,
+                                       const QString& guiche, const QString& momento,
+                                       int validadeS);
+    // One of `codes` held by anyone but `reserva`: true with this object filled.
+    std::optional<bool> SQLSelectRetido(const QStringList& codes, const QString& reserva);
+    // Lets the codes of a claim go; a code already received under it stays.
+    static bool liberar(clsDataAccess& db, const QString& reserva);
 
     // The row of this code: true when found, false when there is none, nullopt on failure.
     std::optional<bool> SQLSelect(const QString& codbarra);
-    // True when inserted, false when the code was already there (the unique index decides),
-    // nullopt on failure.
+    // True when inserted (or when it turned this database's claim, or an expired one, into the
+    // receipt), false when the code was already there (the unique index decides), nullopt on
+    // failure.
     std::optional<bool> SQLInsert();
     // Withdraws the row this database published for this receipt; another's row of the same
     // code stays. No row is not a failure.

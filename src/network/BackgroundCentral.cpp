@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CentralLink.h"
+#include "DirectCentral.h"
 #include "ErrorLog.h"
 #include "SilentDialogPort.h"
 
@@ -43,22 +44,51 @@ bool BackgroundCentral::ativa() {
     return m_ativa && !m_suspeita;
 }
 
-std::optional<bool> BackgroundCentral::recebida(const QString& codbarra) {
-    QMutexLocker lock(&m_mutex);
-    if (!m_ativa || m_suspeita)
-        return std::nullopt;
-    auto p = std::make_shared<Pedido>();
-    p->codigo = codbarra;
+bool BackgroundCentral::aguardar(QMutexLocker<QMutex>& lock, const std::shared_ptr<Pedido>& p) {
+    Q_UNUSED(lock) // held: the waits below release it
     m_pedidos.append(p);
     m_acorda.wakeAll();
     QDeadlineTimer deadline(m_tempoMs);
     while (!p->pronto && !deadline.hasExpired())
         m_respondido.wait(&m_mutex, deadline);
     if (p->pronto)
-        return p->resposta;
+        return true;
     m_pedidos.removeAll(p);
     m_suspeita = true;
-    return std::nullopt;
+    return false;
+}
+
+std::optional<bool> BackgroundCentral::recebida(const QString& codbarra) {
+    QMutexLocker lock(&m_mutex);
+    if (!m_ativa || m_suspeita)
+        return std::nullopt;
+    auto p = std::make_shared<Pedido>();
+    p->codigo = codbarra;
+    return aguardar(lock, p) ? p->resposta : std::nullopt;
+}
+
+ReservaRede BackgroundCentral::reservar(const QStringList& codigos, const QString& origem,
+                                        const QString& guiche) {
+    QMutexLocker lock(&m_mutex);
+    if (!m_ativa || m_suspeita)
+        return {}; // the thread has told why, when the central went away
+    auto p = std::make_shared<Pedido>();
+    p->reservar = codigos;
+    p->origem = origem;
+    p->guiche = guiche;
+    if (aguardar(lock, p))
+        return p->reserva;
+    // A claim still under way at the central is this counter's: its receipt, when it arrives,
+    // takes it over; otherwise it expires.
+    if (!std::exchange(m_avisadoSozinho, true))
+        m_novidades << DirectCentral::kSozinho;
+    return {};
+}
+
+void BackgroundCentral::liberar(const QString& reserva) {
+    QMutexLocker lock(&m_mutex);
+    m_liberar << reserva;
+    m_acorda.wakeAll();
 }
 
 void BackgroundCentral::publicar() {
@@ -94,6 +124,7 @@ void BackgroundCentral::run() {
     while (!m_parar) {
         const QList<std::shared_ptr<Pedido>> pedidos = m_pedidos;
         m_pedidos.clear();
+        const QStringList liberar = std::exchange(m_liberar, {});
         bool enviar = std::exchange(m_enviar, false);
         const bool suspeita = m_suspeita;
         lock.unlock();
@@ -116,8 +147,24 @@ void BackgroundCentral::run() {
             verificacao.start();
         }
         QList<std::optional<bool>> respostas;
-        for (const auto& p : pedidos)
-            respostas << link.recebida(p->codigo);
+        QList<ReservaRede> reservas;
+        for (const auto& p : pedidos) {
+            const bool claim = !p->reservar.isEmpty();
+            respostas << (claim ? std::nullopt : link.recebida(p->codigo));
+            reservas << (claim ? link.reservar(p->reservar, p->origem, p->guiche) : ReservaRede{});
+        }
+        if (!pedidos.isEmpty()) {
+            // Answered at once: the interface thread does not wait for the sending below.
+            QMutexLocker answer(&m_mutex);
+            for (int i = 0; i < pedidos.size(); ++i) {
+                pedidos[i]->resposta = respostas[i];
+                pedidos[i]->reserva = reservas[i];
+                pedidos[i]->pronto = true;
+            }
+            m_respondido.wakeAll();
+        }
+        for (const QString& r : liberar)
+            link.liberar(r);
         bool confirmada = false;
         if (link.ativa() && (suspeita || !verificacao.isValid() ||
                              verificacao.hasExpired(kIntervaloMs - kFolgaMs))) {
@@ -141,15 +188,13 @@ void BackgroundCentral::run() {
             avisos.prepend(link.problema());
 
         lock.relock();
-        for (int i = 0; i < pedidos.size(); ++i) {
-            pedidos[i]->resposta = respostas[i];
-            pedidos[i]->pronto = true;
-        }
         m_configurada = config.configurada();
         m_tempoMs = config.tempoMs;
         m_ativa = link.ativa();
         if (confirmada || !m_ativa)
             m_suspeita = false;
+        if (confirmada)
+            m_avisadoSozinho = false;
         m_verificada = m_verificada || !config.configurada() || tentativa.isValid();
         m_novidades << avisos;
         m_enviar = m_enviar || restam;

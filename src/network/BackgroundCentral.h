@@ -29,6 +29,9 @@ public:
     bool configurada() override;
     bool ativa() override;
     std::optional<bool> recebida(const QString& codbarra) override;
+    ReservaRede reservar(const QStringList& codigos, const QString& origem,
+                         const QString& guiche) override;
+    void liberar(const QString& reserva) override;
     void publicar() override;
     QStringList novidades() override;
 
@@ -42,9 +45,15 @@ private:
     struct Pedido {
         QString codigo;
         std::optional<bool> resposta;
+        // A claim instead of a lookup: the codes, and what the central said.
+        QStringList reservar;
+        QString origem, guiche;
+        ReservaRede reserva;
         bool pronto = false;
     };
     void run();
+    // Waits the time-out at most for the thread to answer `p`; false when it did not.
+    bool aguardar(QMutexLocker<QMutex>& lock, const std::shared_ptr<Pedido>& p);
 
     const QString m_folder;
     const QString m_iniPath;
@@ -62,7 +71,9 @@ private:
     bool m_suspeita = false; // a lookup ran out of time: down until a check says otherwise
     bool m_verificada = false;
     int m_tempoMs = 1000;
+    bool m_avisadoSozinho = false; // told that a claim went unanswered, until the next check
     QList<std::shared_ptr<Pedido>> m_pedidos;
+    QStringList m_liberar; // claims to let go
     QStringList m_novidades;
     QThread* m_thread = nullptr;
 };

@@ -4,9 +4,11 @@
 #include "Clock.h"
 #include "ErrorLog.h"
 #include "Transaction.h"
+#include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
 #include <QTcpSocket>
+#include <QUuid>
 
 const QString CentralLink::kLabel = QStringLiteral("Rede: central de recebimentos");
 
@@ -14,6 +16,7 @@ namespace {
 const QString kPublicado = QStringLiteral("publicado");
 const QString kConflito = QStringLiteral("conflito");
 const QString kRetirado = QStringLiteral("retirado");
+const QString kSelado = QStringLiteral("selado");
 const QString kMomento = QStringLiteral("dd/MM/yyyy hh:mm:ss");
 } // namespace
 
@@ -136,20 +139,107 @@ bool CentralLink::ping() {
 std::optional<bool> CentralLink::recebida(const QString& codbarra) {
     if (!ativa())
         return std::nullopt;
-    const auto n = clsRecebimentos1::contarCodigo(m_db, codbarra);
-    if (n)
-        return *n > 0;
+    const auto held = clsRecebimentos1::retidoNaCentral(m_db, codbarra);
+    if (held)
+        return held;
     ping();
     return std::nullopt;
 }
 
-bool CentralLink::enviarCentral(const QList<clsPublicacaoRede>& rows, const QString& origem,
-                                QList<QString>& resultados, QList<clsRecebimentos1>& titulares) {
+void CentralLink::naoGravou(const QString& err) {
+    if (ping())
+        falha(Estado::Ativa, QStringLiteral("A central da rede (%1) não gravou os códigos: %2. "
+                                            "Eles ficam guardados e serão enviados de novo.")
+                                 .arg(m_config.describe(), err));
+}
+
+ReservaRede CentralLink::reservar(const QStringList& lista, const QString& origem,
+                                  const QString& guiche) {
+    ReservaRede r;
+    if (!ativa())
+        return r;
+    QStringList codigos = lista;
+    codigos.removeDuplicates();
+    const QString reserva = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    const QString momento = clsPublicacaoRede::momentText(m_clock.now());
+    Transaction tx(m_db);
+    const auto taken = tx.ok() ? clsRecebimentos1::reservar(m_db, codigos, reserva, origem, guiche,
+                                                            momento, kValidadeReservaS)
+                               : std::nullopt;
+    if (taken && *taken == codigos.size() && tx.commit()) {
+        r.estado = ReservaRede::Estado::Reservada;
+        r.reserva = reserva;
+        return r;
+    }
+    if (taken) {
+        clsRecebimentos1 holder(m_db);
+        if (holder.SQLSelectRetido(codigos, reserva).value_or(false)) {
+            r.estado = ReservaRede::Estado::JaRecebida;
+            r.codigo = holder.CODBARRA;
+            r.guiche = holder.GUICHE;
+            return r; // the transaction ends without the claims taken
+        }
+    }
+    const QString err = m_db.lastError().trimmed();
+    tx.rollback();
+    naoGravou(err);
+    return r;
+}
+
+bool CentralLink::liberar(const QString& reserva) {
+    if (ativa() && clsRecebimentos1::liberar(m_db, reserva))
+        return true;
+    // Not told: the payment's own failure is. The claim ends by itself.
+    m_log.append(kLabel, {0,
+                          QStringLiteral("A reserva %1 não pôde ser desfeita na central; ela "
+                                         "expira em %2 minutos.")
+                              .arg(reserva)
+                              .arg(kValidadeReservaS / 60),
+                          QStringLiteral("Rede")});
+    return false;
+}
+
+std::optional<std::optional<clsSeloRede>> CentralLink::ultimoSelo(const QString& guiche) {
+    if (!ativa())
+        return std::nullopt;
+    clsSeloRede s(m_db);
+    const auto found = s.SQLSelectUltimo(guiche);
+    if (!found)
+        return std::nullopt;
+    return *found ? std::optional<clsSeloRede>(s) : std::nullopt;
+}
+
+std::optional<QList<clsSeloRede>> CentralLink::selos(const QString& guiche) {
+    if (!ativa())
+        return std::nullopt;
+    return clsSeloRede::porDia(m_db, guiche);
+}
+
+bool CentralLink::enviarCentral(clsDataAccess& local, const QList<clsPublicacaoRede>& rows,
+                                const QString& origem, QList<QString>& resultados,
+                                QList<clsRecebimentos1>& titulares) {
     Transaction tx(m_db);
     if (!tx.ok())
         return false;
     for (const clsPublicacaoRede& p : rows) {
         clsRecebimentos1 row(m_db);
+        if (p.OPERACAO == clsPublicacaoRede::Operacao::Selar) {
+            clsMovimento mov(local);
+            clsSeloRede selo(m_db);
+            selo.GUICHE = p.GUICHE;
+            selo.HASH = p.CODBARRA;
+            selo.ORIGEM = origem;
+            selo.IDMOVIMENTO = p.IDMOVIMENTO;
+            selo.ENCERRADO = clsPublicacaoRede::momentText(p.MOMENTO);
+            if (!mov.SQLSelect(p.IDMOVIMENTO))
+                return false;
+            selo.DIA = mov.MDATA;
+            if (!selo.SQLInsert())
+                return false;
+            resultados << kSelado;
+            titulares << row;
+            continue;
+        }
         row.CODBARRA = p.CODBARRA;
         row.ORIGEM = origem;
         row.IDRECEBE = p.IDRECEBE;
@@ -195,14 +285,9 @@ CentralLink::Envio CentralLink::enviar(clsDataAccess& local, int limite) {
     e.restam = rows->size() > limite;
     QList<QString> resultados;
     QList<clsRecebimentos1> titulares;
-    if (!enviarCentral(batch, *origem, resultados, titulares)) {
+    if (!enviarCentral(local, batch, *origem, resultados, titulares)) {
         e.falhou = true;
-        const QString err = m_db.lastError().trimmed();
-        if (ping())
-            falha(Estado::Ativa, QStringLiteral("A central da rede (%1) não gravou os códigos: "
-                                                "%2. Eles ficam guardados e serão enviados de "
-                                                "novo.")
-                                     .arg(m_config.describe(), err));
+        naoGravou(m_db.lastError().trimmed());
         return e;
     }
     const QDateTime agora = m_clock.now();

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "CentralConfig.h"
+#include "CentralNetwork.h"
 #include "clsConflitoRede.h"
 #include "clsDataAccess.h"
 #include "clsPublicacaoRede.h"
 #include "clsRecebimentos1.h"
+#include "clsSeloRede.h"
 
 #include <QList>
 #include <QString>
@@ -44,6 +46,18 @@ public:
     std::optional<bool> recebida(const QString& codbarra);
     bool ping();
 
+    // Claims the codes of one payment, all or none, in one central transaction; Sozinho when the
+    // central did not do it (then the problem is logged and told once, like a failed send).
+    ReservaRede reservar(const QStringList& codigos, const QString& origem, const QString& guiche);
+    bool liberar(const QString& reserva);
+    // How long a claim holds a code when its payment neither arrives nor is let go (a counter
+    // that stopped between its claim and its receipt): then anyone may claim it again.
+    static constexpr int kValidadeReservaS = 300;
+
+    // The seals the central holds for this counter: the last one received, or every day's.
+    std::optional<std::optional<clsSeloRede>> ultimoSelo(const QString& guiche);
+    std::optional<QList<clsSeloRede>> selos(const QString& guiche);
+
     struct Envio {
         int enviados = 0;                 // rows the central now has (or no longer has)
         QList<clsConflitoRede> conflitos; // codes refused, new this time
@@ -66,8 +80,10 @@ private:
     bool sondar(QString* why);
     void falha(Estado e, const QString& texto);
     void limpar();
-    bool enviarCentral(const QList<clsPublicacaoRede>& rows, const QString& origem,
-                       QList<QString>& resultados, QList<clsRecebimentos1>& titulares);
+    bool enviarCentral(clsDataAccess& local, const QList<clsPublicacaoRede>& rows,
+                       const QString& origem, QList<QString>& resultados,
+                       QList<clsRecebimentos1>& titulares);
+    void naoGravou(const QString& err);
 
     ErrorLog& m_log;
     const Clock& m_clock;

@@ -4,6 +4,12 @@
 #include "DialogPort.h"
 #include "clsPublicacaoRede.h"
 
+#include <utility>
+
+const QString DirectCentral::kSozinho =
+    QStringLiteral("A central da rede não respondeu: este guichê está recebendo sozinho. Os "
+                   "códigos ficam guardados e vão para a central quando ela voltar.");
+
 DirectCentral::DirectCentral(AppContext& ctx)
     : m_ctx(ctx), m_config(CentralConfig::fromIni(ctx.iniPath())), m_link(ctx.errors, ctx.clock) {}
 
@@ -47,6 +53,25 @@ std::optional<bool> DirectCentral::recebida(const QString& codbarra) {
     const auto r = m_link.recebida(codbarra);
     avisar();
     return r;
+}
+
+ReservaRede DirectCentral::reservar(const QStringList& codigos, const QString& origem,
+                                    const QString& guiche) {
+    const bool jaAvisado = !m_link.problema().isEmpty();
+    ReservaRede r;
+    if (ativa())
+        r = m_link.reservar(codigos, origem, guiche);
+    avisar();
+    // A central not even tried (a command waited for it a moment ago) has said nothing in this
+    // run: the operator still learns, once, that this counter records alone.
+    if (r.estado == ReservaRede::Estado::Sozinho && !jaAvisado && m_link.problema().isEmpty() &&
+        !std::exchange(m_avisadoSozinho, true))
+        m_ctx.dialogs.warn(QStringLiteral("Rede"), kSozinho);
+    return r;
+}
+
+void DirectCentral::liberar(const QString& reserva) {
+    m_link.liberar(reserva);
 }
 
 DirectCentral::Totais DirectCentral::enviarTudo() {

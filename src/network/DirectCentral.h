@@ -20,6 +20,9 @@ public:
     bool configurada() override { return m_config.configurada(); }
     bool ativa() override;
     std::optional<bool> recebida(const QString& codbarra) override;
+    ReservaRede reservar(const QStringList& codigos, const QString& origem,
+                         const QString& guiche) override;
+    void liberar(const QString& reserva) override;
     void publicar() override;
     QStringList novidades() override { return {}; }
 
@@ -36,6 +39,7 @@ public:
     void semPausa() { m_respeitaPausa = false; }
 
     static constexpr int kPausaMs = 3000;
+    static const QString kSozinho; // told once when nothing else said the counter is alone
     static constexpr int kPausaComandosS = 30;
 
 private:
@@ -47,4 +51,5 @@ private:
     CentralLink m_link;
     QElapsedTimer m_ultimaTentativa;
     bool m_respeitaPausa = true;
+    bool m_avisadoSozinho = false;
 };

@@ -4,6 +4,7 @@
 #include "CentralAccess.h"
 #include "CentralNetwork.h"
 #include "Clock.h"
+#include "clsMovimento.h"
 #include "clsPublicacaoRede.h"
 #include "clsRecebimentos.h"
 
@@ -31,6 +32,39 @@ bool NetworkOutbox::publicar(AppContext& ctx, const clsRecebimentos& r) {
 
 bool NetworkOutbox::retirar(AppContext& ctx, const clsRecebimentos& r, const QDateTime& quando) {
     return write(ctx, r, clsPublicacaoRede::Operacao::Retirar, quando);
+}
+
+ReservaRede NetworkOutbox::reservar(AppContext& ctx, const QStringList& codigos) {
+    QStringList unicos;
+    for (const QString& c : codigos)
+        if (clsRecebimentos::isUniqueCode(c) && !unicos.contains(c))
+            unicos << c;
+    CentralNetwork* c = CentralAccess::of(ctx);
+    if (unicos.isEmpty() || !c || !c->configurada())
+        return {};
+    const auto origem = clsPublicacaoRede::origem(ctx.db);
+    if (!origem)
+        return {};
+    return c->reservar(unicos, *origem, ctx.settings.guiche.trimmed());
+}
+
+void NetworkOutbox::liberar(AppContext& ctx, const ReservaRede& r) {
+    if (r.estado != ReservaRede::Estado::Reservada || r.reserva.isEmpty())
+        return;
+    if (CentralNetwork* c = CentralAccess::of(ctx))
+        c->liberar(r.reserva);
+}
+
+bool NetworkOutbox::selar(AppContext& ctx, const clsMovimento& mov, const QDateTime& quando) {
+    if (mov.HASH_CADEIA.isEmpty() || !CentralAccess::configurada(ctx))
+        return true;
+    clsPublicacaoRede p(ctx.db);
+    p.OPERACAO = clsPublicacaoRede::Operacao::Selar;
+    p.CODBARRA = mov.HASH_CADEIA;
+    p.IDMOVIMENTO = mov.ID;
+    p.GUICHE = ctx.settings.guiche.trimmed();
+    p.MOMENTO = quando;
+    return p.SQLInsert();
 }
 
 void NetworkOutbox::enviar(AppContext& ctx) {

@@ -138,6 +138,31 @@ private slots:
         QCOMPARE(a.rede("conflitos").json().value(u"total").toInt(), 0);
     }
 
+    void theClosingSealReachesTheCentralAndTheAuditComparesWithIt() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central);
+        QCOMPARE(a.receive({code(1)}).code, 0);
+        QVERIFY(a.rede("status").json().value(u"ultimo_selo").isNull());
+        QCOMPARE(a.asAdmin(words("caixa encerrar --data 23/11/2026 --sem-cupom")).code, 0);
+        const QJsonObject selo = a.rede("status").json().value(u"ultimo_selo").toObject();
+        QCOMPARE(selo.value(u"dia").toString(), QStringLiteral("23/11/2026"));
+        const QString hash = selo.value(u"hash").toString();
+        QCOMPARE(hash.size(), 64);
+        CliRun r = a.asAdmin(words("auditar --json"));
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.json().value(u"selos_central").toObject().value(u"conferem").toInt(), 1);
+
+        // The central's seal is not this database's day any more: the audit fails and says why.
+        const QString name = QStringLiteral("cli-central-") + central.name;
+        centralCount(central); // opens the checker's connection
+        QSqlQuery q(QSqlDatabase::database(name));
+        QVERIFY(q.exec(QStringLiteral("UPDATE SelosRede SET HASH = md5(HASH)")));
+        r = a.asAdmin(words("auditar"));
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.out.contains(QStringLiteral("Selo diferente da central: 23/11/2026")),
+                 qPrintable(r.out));
+    }
+
     void anImportCutByKillResumes() {
         const DbConfig central = PgServer::instance().freshDatabase();
         Folder a(QStringLiteral("A"), central);

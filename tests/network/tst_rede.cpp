@@ -5,6 +5,7 @@
 #include "CentralAccess.h"
 #include "CentralImport.h"
 #include "CentralLink.h"
+#include "CentralSeals.h"
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "DirectCentral.h"
@@ -18,6 +19,7 @@
 #include "TestApp.h"
 #include "TestCodes.h"
 #include "clsConflitoRede.h"
+#include "clsMovimento.h"
 #include "clsPublicacaoRede.h"
 #include "clsRecebimentos.h"
 
@@ -26,7 +28,9 @@
 #include <QSqlQuery>
 #include <QTcpServer>
 #include <QTemporaryDir>
+#include <QThread>
 #include <arpa/inet.h>
+#include <barrier>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -92,6 +96,18 @@ public:
             return -1;
         return q.value(0).toLongLong();
     }
+    bool exec(const QString& sql) {
+        QSqlQuery q(conn());
+        return q.exec(sql);
+    }
+    QString selo(const QString& guiche, const QDate& dia) {
+        QSqlQuery q(conn());
+        q.prepare(QStringLiteral("SELECT HASH FROM SelosRede WHERE GUICHE = ? AND DIA = ? ORDER BY "
+                                 "RECEBIDO DESC LIMIT 1"));
+        q.addBindValue(guiche);
+        q.addBindValue(dia);
+        return q.exec() && q.next() ? q.value(0).toString() : QString();
+    }
     QString guicheOf(const QString& c) {
         QSqlQuery q(conn());
         q.prepare(QStringLiteral("SELECT GUICHE FROM RECEBIMENTOS1 WHERE CODBARRA = ?"));
@@ -120,7 +136,9 @@ private:
 struct Counter {
     TestApp app;
     CounterSession session{app.ctx(), nullptr};
-    Counter(const QString& guiche, const DbConfig& central, int port = 0) {
+    Counter(const QString& guiche, const DbConfig& central, int port = 0,
+            TestApp::Backend backend = TestApp::Backend::SQLite)
+        : app(backend) {
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), guiche);
         app.setOption(QStringLiteral("Rede"), QStringLiteral("host"), central.host);
         app.setOption(QStringLiteral("Rede"), QStringLiteral("porta"),
@@ -149,6 +167,33 @@ struct Counter {
         return session.gravar();
     }
     qint64 pendentes() { return clsPublicacaoRede::resumo(app.db())->pendentes; }
+    // One guide recorded as the payment of one customer, without reading it first (as a second
+    // counter does that read it in the same instant).
+    std::optional<QList<RecordedReceipt>> record(const QStringList& codes) {
+        CustomerList list;
+        for (const QString& c : codes) {
+            CustomerItem item;
+            item.tipo = 1;
+            item.codbarra = c;
+            item.valor = Money::fromCents(1005);
+            list.append(item);
+        }
+        return PaymentRecorder::record(app.ctx(), session.day().movimento(), list);
+    }
+    // Runs `work` on a thread of its own with this counter's connections made there (a database
+    // connection belongs to the thread that opened it), and gives them back afterwards.
+    template <typename F> QThread* onThread(F work) {
+        app.ctx().rede.reset();
+        const DbConfig cfg = app.db().config();
+        app.db().close();
+        return QThread::create([this, cfg, work] {
+            app.db().open(cfg);
+            work();
+            app.ctx().rede.reset();
+            app.db().close();
+        });
+    }
+    void back() { app.db().open(app.db().config()); }
     QList<clsConflitoRede> conflitos() { return *clsConflitoRede::listar(app.db()); }
     int shown(const QString& start) {
         int n = 0;
@@ -279,14 +324,161 @@ private slots:
         QCOMPARE(b.scan(code(3)).resultado, ReadingDecision::Outcome::Recebida);
     }
 
-    void aRaceBetweenTwoCountersEndsInOneConflictListed() {
+    void twoCountersPresentingOneGuideAtOnceChargeItOnce_data() {
+        QTest::addColumn<int>("backend");
+        QTest::newRow("sqlite") << int(TestApp::Backend::SQLite);
+        QTest::newRow("postgres") << int(TestApp::Backend::PostgreSQL);
+    }
+    void twoCountersPresentingOneGuideAtOnceChargeItOnce() {
+        QFETCH(int, backend);
+        Central central;
+        Counter a(QStringLiteral("A"), central.db, 0, TestApp::Backend(backend));
+        Counter b(QStringLiteral("B"), central.db, 0, TestApp::Backend(backend));
+        const int before = a.app.count(QStringLiteral("Recebimentos")) +
+                           b.app.count(QStringLiteral("Recebimentos"));
+        constexpr int kTries = 50;
+        std::barrier together(2);
+        QList<bool> paidA(kTries), paidB(kTries);
+        auto loop = [&](Counter& k, QList<bool>& paid) {
+            for (int i = 0; i < kTries; ++i) {
+                together.arrive_and_wait(); // both press Enter in the same instant
+                paid[i] = k.record({code(100 + i)}).has_value();
+            }
+        };
+        const std::unique_ptr<QThread> ta(a.onThread([&] { loop(a, paidA); }));
+        const std::unique_ptr<QThread> tb(b.onThread([&] { loop(b, paidB); }));
+        ta->start();
+        tb->start();
+        QVERIFY(ta->wait(120000) && tb->wait(120000));
+        a.back();
+        b.back();
+        int twice = 0, none = 0, atA = 0;
+        for (int i = 0; i < kTries; ++i) {
+            twice += paidA[i] && paidB[i] ? 1 : 0;
+            none += !paidA[i] && !paidB[i] ? 1 : 0;
+            atA += paidA[i] ? 1 : 0;
+        }
+        qInfo("%d tries: %d charged at A, %d at B, %d twice", kTries, atA, kTries - atA, twice);
+        QCOMPARE(twice, 0);
+        QCOMPARE(none, 0);
+        QCOMPARE(a.app.count(QStringLiteral("Recebimentos")) +
+                     b.app.count(QStringLiteral("Recebimentos")) - before,
+                 kTries);
+        QCOMPARE(central.count(QStringLiteral("RESERVA IS NULL AND IDRECEBE IS NOT NULL")), kTries);
+        QVERIFY(a.conflitos().isEmpty() && b.conflitos().isEmpty());
+        QCOMPARE(a.shown(QStringLiteral("Conta já Recebida!!!")) +
+                     b.shown(QStringLiteral("Conta já Recebida!!!")),
+                 kTries);
+    }
+
+    void aClaimWhosePaymentIsNotRecordedIsLetGo() {
         Central central;
         Counter a(QStringLiteral("A"), central.db), b(QStringLiteral("B"), central.db);
-        // Both read the guide before either recorded it.
-        QVERIFY(a.scan(code(5)).accepted);
-        QVERIFY(b.scan(code(5)).accepted);
-        QVERIFY(a.session.gravar());
-        QVERIFY(b.session.gravar()); // the money was taken at both
+        qint64 heldWhileRecording = -1;
+        a.app.ctx().db.faultHook = [&](const QString& sql) {
+            if (!sql.startsWith(QLatin1String("INSERT INTO Recebimentos")))
+                return false;
+            heldWhileRecording = central.count(QStringLiteral("RESERVA IS NOT NULL"));
+            return true;
+        };
+        QVERIFY(!a.record({code(1), code(2)}));
+        QCOMPARE(heldWhileRecording, 2); // claimed before the local write
+        QVERIFY(a.app.dialogs().last().text.startsWith(
+            QStringLiteral("Erro ao gravar o pagamento!! Nenhum item foi gravado")));
+        QCOMPARE(central.count(), 0); // both claims let go
+        a.app.ctx().db.faultHook = nullptr;
+        QVERIFY(b.record({code(1)})); // paid again elsewhere
+        QVERIFY(a.record({code(2)})); // and here
+        QCOMPARE(central.count(QStringLiteral("RESERVA IS NULL")), 2);
+
+        // One guide of the payment held by another counter: the whole payment is refused.
+        QVERIFY(!a.record({code(3), code(1)}));
+        QCOMPARE(a.app.dialogs().last().text,
+                 QStringLiteral("Conta já Recebida!!! O item 02 (%1) já foi recebido no guichê B. "
+                                "Nada foi gravado: retire o item da soma e grave de novo.")
+                     .arg(code(1)));
+        QCOMPARE(central.guicheOf(code(3)), QString());
+        QCOMPARE(a.app.count(QStringLiteral("Recebimentos"),
+                             QStringLiteral("CODBARRA = '%1'").arg(code(3))),
+                 0);
+
+        // A claim left by a counter that stopped before recording holds the guide for the others
+        // until it expires; its own counter may take it again at once.
+        const ReservaRede left = NetworkOutbox::reservar(a.app.ctx(), {code(4), code(6)});
+        QCOMPARE(left.estado, ReservaRede::Estado::Reservada);
+        QCOMPARE(b.scan(code(4)).resultado, ReadingDecision::Outcome::Recebida);
+        QVERIFY(!b.record({code(4)}));
+        QVERIFY2(a.record({code(6)}), qPrintable(a.app.dialogs().texts().join('|')));
+        QCOMPARE(central.guicheOf(code(6)), QStringLiteral("A"));
+        QVERIFY(central.exec(QStringLiteral("UPDATE RECEBIMENTOS1 SET RESERVA_ATE = now() - "
+                                            "interval '1 second' WHERE RESERVA IS NOT NULL")));
+        QCOMPARE(b.scan(code(4)).resultado, ReadingDecision::Outcome::Aceito);
+        QVERIFY(b.session.gravar());
+        QCOMPARE(central.guicheOf(code(4)), QStringLiteral("B"));
+        QCOMPARE(central.count(QStringLiteral("RESERVA IS NOT NULL")), 0);
+        QVERIFY(a.conflitos().isEmpty() && b.conflitos().isEmpty());
+    }
+
+    void theCentralKeepsEachClosedDaysSealAndTheAuditComparesWithIt() {
+        Central central;
+        Counter a(QStringLiteral("A"), central.db, closedPort());
+        QVERIFY(a.receive({code(1)}));
+        QVERIFY(a.session.day().encerrar()); // closed while the central is away
+        const clsMovimento day = a.session.day().movimento();
+        QCOMPARE(day.HASH_CADEIA.size(), 64);
+        QCOMPARE(a.pendentes(), 2); // the code and the seal wait together
+        a.pointAt(central.db.port);
+        NetworkOutbox::enviar(a.app.ctx());
+        QCOMPARE(a.pendentes(), 0);
+        QCOMPARE(central.selo(QStringLiteral("A"), QDate(2026, 11, 23)), day.HASH_CADEIA);
+
+        auto conferir = [&] {
+            auto* rede = dynamic_cast<DirectCentral*>(CentralAccess::of(a.app.ctx()));
+            rede->semPausa();
+            return CentralSeals::conferir(a.app.ctx(), *rede);
+        };
+        CentralSeals::Conferencia c = conferir();
+        QVERIFY(c.consultada);
+        QCOMPARE(c.conferidos, 1);
+        QVERIFY(c.diferencas.isEmpty());
+        // The closed day rewritten afterwards, with a chain made anew: the central's seal says so.
+        QVERIFY(a.app.db().SQLExecute(
+            QStringLiteral("UPDATE Movimento SET HASH_CADEIA = ? WHERE ID = ?"),
+            {QString(64, QLatin1Char('0')), day.ID}));
+        // And a day the central sealed that this database no longer has.
+        QVERIFY(central.exec(QStringLiteral("INSERT INTO SelosRede (GUICHE, DIA, HASH, ORIGEM) "
+                                            "VALUES ('A', '2026-11-20', 'ab', 'x')")));
+        c = conferir();
+        QCOMPARE(c.conferidos, 0);
+        QCOMPARE(c.diferencas.size(), 2);
+        QVERIFY(c.diferencas[0].startsWith(QStringLiteral("23/11/2026")));
+        QVERIFY(c.diferencas[1].startsWith(QStringLiteral("20/11/2026")));
+        // A day closed again after a reopening is sealed anew; the latest seal is the day's.
+        QVERIFY(a.session.day().reabrir());
+        QVERIFY(a.session.day().encerrar());
+        QCOMPARE(central.selo(QStringLiteral("A"), QDate(2026, 11, 23)),
+                 a.session.day().movimento().HASH_CADEIA);
+        QVERIFY(central.exec(QStringLiteral("DELETE FROM SelosRede WHERE DIA = '2026-11-20'")));
+        c = conferir();
+        QCOMPARE(c.conferidos, 1);
+        QVERIFY(c.diferencas.isEmpty());
+        // The central away: nothing is compared, and nothing is said to differ.
+        a.pointAt(closedPort());
+        c = conferir();
+        QVERIFY(!c.consultada && c.diferencas.isEmpty());
+    }
+
+    void aRaceWhileTheCentralIsAwayEndsInOneConflictListed() {
+        Central central;
+        const int away = closedPort();
+        Counter a(QStringLiteral("A"), central.db, away), b(QStringLiteral("B"), central.db, away);
+        // Both record the guide alone; A reaches the central first.
+        QVERIFY(a.receive({code(5)}));
+        QVERIFY(b.receive({code(5)})); // the money was taken at both
+        a.pointAt(central.db.port);
+        NetworkOutbox::enviar(a.app.ctx());
+        b.pointAt(central.db.port);
+        NetworkOutbox::enviar(b.app.ctx());
         QCOMPARE(central.count(), 1);
         QCOMPARE(central.guicheOf(code(5)), QStringLiteral("A"));
         QVERIFY(a.conflitos().isEmpty());
@@ -353,6 +545,13 @@ private slots:
         auto* next = dynamic_cast<DirectCentral*>(a.app.ctx().rede.get());
         QVERIFY(next && next->link().problema().isEmpty());
         QCOMPARE(a.shown(kNaoResponde), 1);
+        // Recording then, the operator is told once that this counter works alone.
+        QVERIFY(a.session.gravar());
+        QVERIFY(a.receive({code(3)}));
+        QCOMPARE(a.shown(QStringLiteral("A central da rede não respondeu: este guichê está "
+                                        "recebendo sozinho.")),
+                 1);
+        QCOMPARE(a.pendentes(), 3);
         // Asked by name, it tries; once the central answers, the pause is lifted.
         a.pointAt(central.db.port);
         auto* named = dynamic_cast<DirectCentral*>(CentralAccess::of(a.app.ctx()));
@@ -406,6 +605,19 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(central.count(), 1, 10000);
         QVERIFY(a.receive({code(2)}));
         QTRY_COMPARE_WITH_TIMEOUT(central.count(), 2, 10000);
+        // Through the screen's link too, a claim is made first and let go when the payment fails.
+        qint64 heldWhileRecording = -1;
+        a.app.ctx().db.faultHook = [&](const QString& sql) {
+            if (!sql.startsWith(QLatin1String("INSERT INTO Recebimentos")))
+                return false;
+            heldWhileRecording = central.count(QStringLiteral("RESERVA IS NOT NULL"));
+            return true;
+        };
+        QVERIFY(!a.receive({code(7)}));
+        a.app.ctx().db.faultHook = nullptr;
+        a.session.limparSoma();
+        QCOMPARE(heldWhileRecording, 1);
+        QTRY_COMPARE_WITH_TIMEOUT(central.count(QStringLiteral("RESERVA IS NOT NULL")), 0, 10000);
         QCOMPARE(up->recebida(code(2)).value_or(false), true);
         QCOMPARE(up->recebida(code(3)).value_or(true), false);
         QCOMPARE(a.scan(code(2)).resultado, ReadingDecision::Outcome::Recebida);
