@@ -2,6 +2,7 @@
 // controle.
 #include "AppContext.h"
 #include "AuditChain.h"
+#include "CheckRecord.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliSupport.h"
@@ -23,6 +24,12 @@ namespace {
 
 int verificar(CliEnv& e) {
     const DatabaseCheck::Result check = DatabaseCheck::run(e.ctx.db, DatabaseCheck::Depth::Full);
+    if (CheckRecord* record = e.ctx.db.record()) {
+        if (check.ok)
+            record->wholeFileSound(e.ctx.clock.now());
+        else
+            record->damaged(DatabaseCheck::damagedText(e.ctx.db.config().describe(), check));
+    }
     const QStringList repeated = Schema::markedDuplicates(e.ctx.db);
     if (e.json) {
         CliSupport::printJson(
