@@ -116,11 +116,6 @@ void CheckRecord::pending(std::shared_future<DatabaseCheck::Result> check, const
     m_trusted = false;
 }
 
-bool CheckRecord::checkRunning() const {
-    return m_pending.valid() &&
-           m_pending.wait_for(std::chrono::seconds(0)) != std::future_status::ready;
-}
-
 bool CheckRecord::writable(QString* why) {
     if (m_pending.valid()) {
         const DatabaseCheck::Result r = m_pending.get();

@@ -55,7 +55,6 @@ public:
     // The whole-file check runs in the background; `describe` words a damaged outcome.
     void pending(std::shared_future<DatabaseCheck::Result> check, const QDateTime& started,
                  std::function<QString(const DatabaseCheck::Result&)> describe);
-    bool checkRunning() const;
     // A whole-file check passed in this program (a running one not counted).
     bool wholeFileChecked() const { return m_wholeChecked; }
 
