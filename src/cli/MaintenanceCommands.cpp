@@ -4,6 +4,7 @@
 #include "AuditChain.h"
 #include "CentralAccess.h"
 #include "CentralSeals.h"
+#include "CheckRecord.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliSupport.h"
@@ -26,6 +27,12 @@ namespace {
 
 int verificar(CliEnv& e) {
     const DatabaseCheck::Result check = DatabaseCheck::run(e.ctx.db, DatabaseCheck::Depth::Full);
+    if (CheckRecord* record = e.ctx.db.record()) {
+        if (check.ok)
+            record->wholeFileSound(e.ctx.clock.now());
+        else
+            record->damaged(DatabaseCheck::damagedText(e.ctx.db.config().describe(), check));
+    }
     const QStringList repeated = Schema::markedDuplicates(e.ctx.db);
     if (e.json) {
         CliSupport::printJson(

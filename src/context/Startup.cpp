@@ -2,6 +2,7 @@
 
 #include "AdminGuard.h"
 #include "AppContext.h"
+#include "CheckRecord.h"
 #include "Clock.h"
 #include "DatabaseBackup.h"
 #include "DatabaseCheck.h"
@@ -15,10 +16,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <memory>
 
-const QString Startup::kDanificadoConselho = QStringLiteral(
-    "Não grave nada nele: guarde o arquivo para análise, restaure a cópia mais recente da pasta "
-    "copias (renomeando-a para caixa.db) e confira com tolvane verificar.");
+const QString Startup::kDanificadoConselho = DatabaseCheck::conselho();
 
 namespace {
 
@@ -66,6 +66,13 @@ bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
 // renumbered in Config.ini, and the database follows.
 bool claimCounter(AppContext& ctx, QString* detail) {
     const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
+    {
+        // The usual case reads only: no write lock, so no wait for a whole-file check running.
+        clsGuiche owner(ctx.db);
+        if (owner.SQLSelect() ? owner.GUICHE.trimmed().compare(mine, Qt::CaseInsensitive) == 0
+                              : mine.isEmpty())
+            return true;
+    }
     Transaction tx(ctx.db);
     clsGuiche owner(ctx.db);
     if (!tx.ok())
@@ -120,6 +127,13 @@ void secureFolderFiles(const AppContext& ctx, const QString& folder, const QStri
         PrivateFiles::secureFile(dir.filePath(name));
 }
 
+// What is known of the file before SQLite opens it.
+struct CheckState {
+    bool existed = false;
+    bool asLeft = false;
+    bool uncleanStop = false;
+};
+
 void secureFiles(AppContext& ctx) {
     for (const QString& name : {QStringLiteral("Config.ini"), QStringLiteral("Log.ini")})
         PrivateFiles::secureFile(ctx.filePath(name));
@@ -134,21 +148,73 @@ void secureFiles(AppContext& ctx) {
     secureFolderFiles(ctx, ctx.copiesFolder(), {QStringLiteral("*")});
 }
 
-bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = true) {
+// The cheap checks always; the whole file where the rule asks for it (see CheckRecord).
+bool checkFile(AppContext& ctx, std::unique_ptr<CheckRecord> record, const CheckState& state,
+               Startup::Check check, QString* detail) {
+    const QString where = ctx.db.config().describe();
+    if (!record) { // a server keeps its own pages: it only has to answer
+        const DatabaseCheck::Result r = DatabaseCheck::run(ctx.db, DatabaseCheck::Depth::Quick);
+        return r.ok || fail(ctx, detail, DatabaseCheck::damagedText(where, r));
+    }
+    if (!state.existed) {
+        record->wholeFileSound(ctx.clock.now()); // made just now, by this program
+    } else {
+        DatabaseCheck::Result r = DatabaseCheck::catalog(ctx.db);
+        if (!r.ok) {
+            record->damaged(QString());
+            return fail(ctx, detail, DatabaseCheck::damagedText(where, r));
+        }
+        const bool older = Schema::versionOf(ctx.db) < Schema::currentVersion(); // a migration
+        const bool whole =
+            check != Startup::Check::Cheap || !state.asLeft || state.uncleanStop || older;
+        if (!whole) {
+            record->trusted();
+        } else if (check == Startup::Check::Background && !ctx.db.readOnly() && !older) {
+            record->pending(DatabaseCheck::wholeFileInBackground(ctx.db.config().sqlitePath),
+                            ctx.clock.now(), [where](const DatabaseCheck::Result& found) {
+                                return DatabaseCheck::damagedText(where, found);
+                            });
+        } else {
+            r = DatabaseCheck::wholeFile(ctx.db.database(), ctx.db.config().sqlitePath);
+            if (!r.ok) {
+                record->damaged(QString());
+                return fail(ctx, detail, DatabaseCheck::damagedText(where, r));
+            }
+            record->wholeFileSound(ctx.clock.now());
+        }
+    }
+    if (!ctx.db.readOnly())
+        record->beginSession();
+    ctx.db.attachRecord(std::move(record));
+    return true;
+}
+
+bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = true,
+                  Startup::Check check = Startup::Check::Cheap) {
     const DbConfig config = DbConfig::fromIni(ctx.folder);
     QString why;
     if (config.backend == DbBackend::SQLite && !fileUsable(config, mode, &why))
         return fail(ctx, detail, why);
+    std::unique_ptr<CheckRecord> record;
+    CheckState state;
+    if (config.backend == DbBackend::SQLite) {
+        // Read before SQLite touches the file.
+        record = std::make_unique<CheckRecord>(config.sqlitePath);
+        state.existed = QFileInfo::exists(config.sqlitePath);
+        if (state.existed) {
+            const DatabaseCheck::Result header = DatabaseCheck::header(config.sqlitePath);
+            if (!header.ok)
+                return fail(ctx, detail, DatabaseCheck::damagedText(config.describe(), header));
+            state.asLeft = record->fileAsLeft();
+            state.uncleanStop = record->uncleanStopFound();
+        }
+    }
     if (!ctx.db.open(config, mode))
         return fail(ctx, detail,
                     QStringLiteral("Não foi possível abrir %1: %2")
                         .arg(config.describe(), ctx.db.lastError()));
-    const DatabaseCheck::Result check = DatabaseCheck::onOpen(ctx.db);
-    if (!check.ok)
-        return fail(
-            ctx, detail,
-            QStringLiteral("O banco de dados %1 está danificado (%2). %3")
-                .arg(config.describe(), check.messages.value(0), Startup::kDanificadoConselho));
+    if (!checkFile(ctx, std::move(record), state, check, detail))
+        return false;
     if (mode != OpenMode::Create && Schema::versionOf(ctx.db) == 0)
         return fail(ctx, detail,
                     QStringLiteral("O banco de dados %1 não tem as tabelas do Tolvane. Confira a "
@@ -186,12 +252,12 @@ bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = 
 
 } // namespace
 
-bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail) {
-    return openDatabase(ctx, create ? OpenMode::Create : OpenMode::ReadWrite, detail);
+bool Startup::Abre_conexao(AppContext& ctx, bool create, QString* detail, Check check) {
+    return openDatabase(ctx, create ? OpenMode::Create : OpenMode::ReadWrite, detail, true, check);
 }
 
-bool Startup::abrirConsulta(AppContext& ctx, QString* detail) {
-    return openDatabase(ctx, OpenMode::ReadOnly, detail);
+bool Startup::abrirConsulta(AppContext& ctx, QString* detail, Check check) {
+    return openDatabase(ctx, OpenMode::ReadOnly, detail, true, check);
 }
 
 bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail) {
@@ -216,7 +282,9 @@ bool Startup::Carrega_config(AppContext& ctx) {
 
 void Startup::run(AppContext& ctx) {
     QString detail;
-    bool opened = Abre_conexao(ctx, false, &detail);
+    // The whole file is read in the background: the counter is usable meanwhile, and its first
+    // write waits for the answer.
+    bool opened = Abre_conexao(ctx, false, &detail, Check::Background);
     // A folder on read-only media still lets the operator consult its days.
     if (!opened && !QFileInfo(ctx.folder).isWritable() && abrirConsulta(ctx))
         opened = true;

@@ -7,15 +7,24 @@ class AppContext;
 // Start-up: the database connection and the settings, each with its message when it fails.
 class Startup {
 public:
+    // How much of an SQLite file is read at the opening. Cheap: the header, the page count, the
+    // catalog and the schema version, with the whole file only where CheckRecord's rule asks
+    // for it. WholeFile: always the whole file (tolvane verificar). Background: the cheap checks,
+    // then always a whole-file check on its own thread; the first write waits for it (the
+    // screens).
+    enum class Check { Cheap, WholeFile, Background };
+
     // Opens the configured database, checks it and brings its schema up to date. With `create`
     // false (everything but `iniciar`) a missing SQLite file, or a database without the
     // program's tables, is an error: a wrong folder must not silently start an empty day. A
     // damaged file, or one that is too short to be a database, is always refused. `detail`
     // tells why it failed and what to do.
-    static bool Abre_conexao(AppContext& ctx, bool create, QString* detail = nullptr);
+    static bool Abre_conexao(AppContext& ctx, bool create, QString* detail = nullptr,
+                             Check check = Check::Cheap);
     // For consultation: nothing is written (no update, no claim), and a folder on read-only
     // media still opens.
-    static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr);
+    static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr,
+                              Check check = Check::Cheap);
     static bool Carrega_config(AppContext& ctx);
     // The database changes hands: it now belongs to the counter of this Config.ini. Only an
     // administrator (`senha`) may do it; the database is left open.

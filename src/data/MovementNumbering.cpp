@@ -46,6 +46,14 @@ bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QD
 
 bool MovementNumbering::openOrResume(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
                                      clsMovimento& out, bool& opened) {
+    // A day already open is resumed by a read: no write lock, so no wait for a whole-file check
+    // still running at the screen's start.
+    opened = false;
+    if (out.SQLSelectByDate(day))
+        return true;
+    // A new day starts on a file checked whole.
+    if (!db.wholeFileSound(false))
+        return false;
     Transaction tx(db);
     if (!tx.ok())
         return false;

@@ -16,8 +16,9 @@ public:
     // Counter and movement in one transaction, so a failed insert does not spend a number.
     static bool openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
                         clsMovimento& out);
-    // The day's movement: the one it has, or a new one. Looked up under the write lock, so two
-    // programs opening the same day at once end with one movement and one number.
+    // The day's movement: the one it has, or a new one. A new one is looked up again under the
+    // write lock, so two programs opening the same day at once end with one movement and one
+    // number, and only after the whole database file is found sound.
     static bool openOrResume(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
                              clsMovimento& out, bool& opened);
 };

@@ -1,5 +1,7 @@
 #include "clsDataAccess.h"
 
+#include "CheckRecord.h"
+
 #include "ErrorLog.h"
 #include "Transaction.h"
 
@@ -72,6 +74,35 @@ void clsDataAccess::close() {
     }
     QSqlDatabase::removeDatabase(m_connection);
     m_depth = 0;
+    if (m_record)
+        m_record->stopped(); // after the close, which leaves the whole database in the file
+    m_record.reset();
+}
+
+void clsDataAccess::attachRecord(std::unique_ptr<CheckRecord> record) {
+    m_record = std::move(record);
+}
+
+bool clsDataAccess::wholeFileSound(bool fresh, QString* why) {
+    if (m_config.backend != DbBackend::SQLite || !m_record)
+        return true;
+    QString reason;
+    if (m_record->writable(&reason) && (fresh || !m_record->wholeFileChecked())) {
+        const DatabaseCheck::Result r = DatabaseCheck::wholeFile(database(), m_config.sqlitePath);
+        if (r.ok)
+            m_record->wholeFileSound(QDateTime::currentDateTime());
+        else
+            m_record->damaged(DatabaseCheck::damagedText(m_config.describe(), r));
+    }
+    if (m_record->writable(&reason))
+        return true;
+    if (!m_damageTold)
+        logFailure(kLabelExecute, 0, reason);
+    m_damageTold = true;
+    m_lastError = reason;
+    if (why)
+        *why = reason;
+    return false;
 }
 
 void clsDataAccess::remember(const QSqlError& e) {
@@ -91,6 +122,7 @@ bool clsDataAccess::open(const DbConfig& config, OpenMode mode) {
     m_config = config;
     m_mode = mode;
     m_walIgnored = false;
+    m_damageTold = false;
     m_lastCode.clear();
     if (config.backend == DbBackend::PostgreSQL) {
         QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), m_connection);
@@ -403,6 +435,13 @@ bool clsDataAccess::beginScope(bool write, QString& savepoint) {
         return true;
     }
     savepoint.clear();
+    if (write && m_record && !m_record->writable(&m_lastError)) {
+        // Told once, with what to do; every later write is refused the same way.
+        if (!m_damageTold)
+            logFailure(kLabelExecute, 0, m_lastError);
+        m_damageTold = true;
+        return false;
+    }
     // A writer takes the write lock before its first read, so nothing it read can change before
     // it writes, and the wait for the lock happens here, where it can be retried.
     if (write ? !beginWrite() : !execRaw(QStringLiteral("BEGIN")))

@@ -6,7 +6,10 @@
 #include <QSqlDatabase>
 #include <QVariant>
 #include <functional>
+#include <memory>
 #include <optional>
+
+class CheckRecord;
 
 class ErrorLog;
 class QSqlError;
@@ -74,6 +77,16 @@ public:
     // for the caller, which tells them once, instead of a report for each statement.
     void setQuiet(bool quiet) { m_quiet = quiet; }
 
+    // The record of the file's checks (SQLite only), kept while the file is open: writes wait
+    // for a whole-file check still running and are refused once the file is found damaged; a
+    // clean close records the file as it is left.
+    void attachRecord(std::unique_ptr<CheckRecord> record);
+    CheckRecord* record() const { return m_record.get(); }
+    // Whether the whole file is sound: a check passed by this program (or the one running in the
+    // background, awaited), else a check now; `fresh` always checks now. The record and the
+    // write refusal follow the answer. A server's database answers true.
+    bool wholeFileSound(bool fresh, QString* why = nullptr);
+
     // Tests: a hook that makes chosen statements fail as if the database had refused them.
     std::function<bool(const QString& sql)> faultHook;
 
@@ -100,10 +113,12 @@ private:
     void logFailure(const QString& label, qint32 number, const QString& description);
 
     ErrorLog& m_log;
+    std::unique_ptr<CheckRecord> m_record;
     DbConfig m_config;
     OpenMode m_mode = OpenMode::ReadWrite;
     bool m_walIgnored = false;
     bool m_quiet = false;
+    bool m_damageTold = false;
     QString m_connection;
     QString m_lastError;
     QString m_lastCode; // the engine's own code of the last failure

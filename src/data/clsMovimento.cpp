@@ -67,6 +67,9 @@ bool clsMovimento::SQLUpdate() {
 }
 
 bool clsMovimento::SQLUpdateTotais() {
+    // A day is closed on a file checked whole, then and there.
+    if (STATUS == QLatin1String("FECHADO") && !m_db->wholeFileSound(true))
+        return false;
     return m_db->SQLExecute(
         QStringLiteral(
             "UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "

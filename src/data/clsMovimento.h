@@ -27,7 +27,8 @@ public:
     bool SQLSelectByDate(const QDate& day); // the day's movement, if any (newest first)
     bool SQLInsert(qint32 id);              // id 0: the database assigns it and ID is read back
     bool SQLUpdate();                       // every column
-    bool SQLUpdateTotais();                 // totals, status and chain hash: closing and reopening
+    // Totals, status and chain hash: closing (after a whole-file check) and reopening.
+    bool SQLUpdateTotais();
     bool SQLDelete();
 
     // The sums written into the movement at closing: the receipts of the movement and the cash

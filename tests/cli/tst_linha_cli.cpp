@@ -2,6 +2,8 @@
 // standard output, and the exit status says whether every line was a good one.
 #include "CliRun.h"
 
+#include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -9,6 +11,26 @@ namespace {
 CliRun linha(const QByteArray& input) {
     QTemporaryDir dir;
     return runTolvane(dir.path(), {QStringLiteral("linha"), QStringLiteral("-")}, input);
+}
+
+// The same with a file as standard input (`tolvane linha - < arquivo`), which is read where it
+// lies and answered in pieces on two threads: the answers must come out the same, in order.
+CliRun linhaFromFile(const QByteArray& input) {
+    QTemporaryDir dir;
+    QFile in(dir.filePath(QStringLiteral("linhas.txt")));
+    if (!in.open(QIODevice::WriteOnly) || in.write(input) != input.size())
+        return {};
+    in.close();
+    QProcess p;
+    p.setStandardInputFile(in.fileName());
+    p.start(qEnvironmentVariable("TOLVANE_EXE"),
+            {QStringLiteral("--pasta"), dir.path(), QStringLiteral("linha"), QStringLiteral("-")});
+    p.waitForFinished(120000);
+    CliRun r;
+    r.code = p.exitCode();
+    r.outBytes = p.readAllStandardOutput();
+    r.errBytes = p.readAllStandardError();
+    return r;
 }
 
 const QByteArray kSlip = "23793.38128 60005.963347 21000.063301 1 74640000116037";
@@ -48,10 +70,11 @@ private slots:
         QFETCH(QByteArray, input);
         QFETCH(QByteArray, output);
         QFETCH(int, code);
-        const CliRun r = linha(input);
-        QCOMPARE(r.outBytes, output);
-        QCOMPARE(r.errBytes, QByteArray());
-        QCOMPARE(r.code, code);
+        for (const CliRun& r : {linha(input), linhaFromFile(input)}) {
+            QCOMPARE(r.outBytes, output);
+            QCOMPARE(r.errBytes, QByteArray());
+            QCOMPARE(r.code, code);
+        }
     }
 
     // A file bigger than one read, with a bad line at the end only.
@@ -68,6 +91,28 @@ private slots:
         r = linha(input + "x\n");
         QCOMPARE(r.code, 1);
         QVERIFY(r.outBytes == output + kLength);
+    }
+
+    // A file of several pieces, read where it lies: every answer in its place, the bad lines
+    // (one at the very start, one at the end of a piece, one at the end) included.
+    void bigFileInPieces() {
+        QByteArray input = "x\n";
+        QByteArray output = kLength;
+        for (int i = 0; i < 330000; ++i) {
+            input += (i % 3 ? kSlip + "\n" : kBill + "\r\n");
+            output += i % 3 ? kSlipCode : kBillCode;
+            if (i == 150000) {
+                input += "\n";
+                output += kLength;
+            }
+        }
+        input += "12";
+        output += kLength;
+        QVERIFY(input.size() > 16 << 20); // more than two pieces
+        const CliRun r = linhaFromFile(input);
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.outBytes.size(), output.size());
+        QVERIFY(r.outBytes == output);
     }
 };
 

@@ -98,6 +98,31 @@ private:
     DbConfig m_db;
 };
 
+// A page no cheap check reads: the root of the index of Recebimentos(CODBARRA), garbled in
+// place.
+bool garbleIndexPage(const QString& file) {
+    int page = 0, pageSize = 0;
+    {
+        QSqlDatabase db =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("garble"));
+        db.setDatabaseName(file);
+        QSqlQuery q(db);
+        if (db.open() &&
+            q.exec(QStringLiteral(
+                "SELECT rootpage FROM sqlite_master WHERE name = 'idx_recebimentos_codbarra'")) &&
+            q.next())
+            page = q.value(0).toInt();
+        if (q.exec(QStringLiteral("PRAGMA page_size")) && q.next())
+            pageSize = q.value(0).toInt();
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("garble"));
+    QFile f(file);
+    if (page < 2 || pageSize == 0 || !f.open(QIODevice::ReadWrite) ||
+        !f.seek(qint64(page - 1) * pageSize + 8))
+        return false;
+    return f.write(QByteArray(pageSize - 8, '\x5a')) == pageSize - 8;
+}
+
 // Whether this process may mount file systems (the tests then use real small disks).
 bool canMount() {
     return geteuid() == 0;
@@ -270,6 +295,59 @@ private slots:
                      r.err.contains(QStringLiteral("Não foi possível abrir")),
                  qPrintable(r.err));
         QCOMPARE(QFileInfo(db.fileName()).size(), qint64(content.size())); // never rebuilt
+    }
+
+    // Damage after a clean stop, on a page no cheap check reads: the changed file is read whole
+    // before the payment, and the payment is refused with nothing written. The same damage with
+    // the file's record rewritten to match it (damage the program did not see happen) is still
+    // found when a program stopped uncleanly, and when a day is closed.
+    void damageAfterACleanStopIsRefusedBeforeAnyPayment() {
+        Folder f;
+        QVERIFY(f.ok());
+        QCOMPARE(f.asAdmin(words("caixa abrir")).code, 0);
+        QCOMPARE(f.asAdmin(words("caixa receber") << guide(1)).code, 0);
+        const QString file = f.path(QStringLiteral("caixa.db"));
+        const QByteArray record = fileText(file + QStringLiteral("-conferencia")).toLatin1();
+        QVERIFY(record.startsWith("conferido="));
+        QVERIFY(garbleIndexPage(file));
+        CliRun r = f.asAdmin(words("caixa receber") << guide(2));
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("está danificado")), qPrintable(r.err));
+        QCOMPARE(f.receipts().size(), 1);
+
+        // A mark left by a program that is gone, and a record that matches the damaged file.
+        QProcess gone;
+        gone.start(QStringLiteral("true"));
+        QVERIFY(gone.waitForStarted());
+        const qint64 pid = gone.processId();
+        gone.waitForFinished();
+        QFile mark(file + QStringLiteral("-sessao-%1").arg(pid));
+        QVERIFY(mark.open(QIODevice::WriteOnly) &&
+                mark.write(QByteArray::number(pid) + "\ntrue\n\n"));
+        mark.close();
+        const auto restamp = [&] {
+            const QFileInfo info(file);
+            QFile again(file + QStringLiteral("-conferencia"));
+            return again.open(QIODevice::WriteOnly) &&
+                   again.write(QStringLiteral("conferido=2026-11-23T10:00:00\r\ntamanho=%1\r\n"
+                                              "modificado=%2\r\nalterado=%3\r\n")
+                                   .arg(info.size())
+                                   .arg(info.lastModified().toMSecsSinceEpoch())
+                                   .arg(info.metadataChangeTime().toMSecsSinceEpoch())
+                                   .toLatin1()) > 0;
+        };
+        QVERIFY(restamp());
+        r = f.asAdmin(words("caixa receber") << guide(3));
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("está danificado")), qPrintable(r.err));
+        QVERIFY(!QFileInfo::exists(mark.fileName()));
+        QVERIFY(restamp());
+        r = f.asAdmin(words("caixa encerrar --sem-cupom"));
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("está danificado")), qPrintable(r.err));
+        // Found damaged, the file is read whole by the next command too, and refused.
+        QCOMPARE(f.asAdmin(words("caixa situacao")).code, 1);
+        QCOMPARE(f.receipts().size(), 1);
     }
 
     // A receipt changed with the sqlite3 tool after the day was closed.
