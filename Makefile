@@ -5,7 +5,7 @@ LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPIL
 
 SANITIZE_BUILD ?= build-sanitizers
 
-.PHONY: all deps configure build test test-sanitizers run bench screens format clean
+.PHONY: all deps configure build test test-sanitizers run bench screens package format clean
 
 all: build
 
@@ -36,7 +36,9 @@ test-sanitizers: deps
 # Only the program: tests and benchmarks are not built for a run.
 run: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
-	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
+	@[ -f demo/caixa.db ] && [ -f demo/guias-de-exemplo.pdf ] || \
+		$(BUILD)/tolvane --pasta demo iniciar --demo
+	@echo "Guias de exemplo para ler no caixa: demo/guias-de-exemplo.pdf (e demo/guias-de-exemplo.txt)"
 	@$(BUILD)/tolvane --pasta demo
 
 # Every benchmark program; the first that fails stops the run and fails it.
@@ -48,6 +50,13 @@ screens: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@mkdir -p $(BUILD)/screens
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tolvane telas $(BUILD)/screens
+
+# The Debian package tolvane_<version>_<arch>.deb in the current folder: only the program is
+# built (the tests are not), and CPack installs the program and its data, nothing else.
+package: configure
+	cmake --build $(BUILD) -j$(JOBS) --target tolvane package_files
+	cd $(BUILD) && rm -f tolvane_*.deb && cpack -G DEB
+	cp $(BUILD)/tolvane_*.deb .
 
 format:
 	git ls-files -co --exclude-standard -- '*.cpp' '*.h' | xargs clang-format -i
