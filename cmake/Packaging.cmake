@@ -7,6 +7,15 @@ set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY TRUE)
 set(PKG_DIR ${CMAKE_SOURCE_DIR}/packaging)
 set(APP_ID org.tolvane.Tolvane)
 
+# A new version is written in the changelog and in the AppStream releases too.
+file(READ ${PKG_DIR}/changelog PKG_CHANGELOG)
+file(READ ${PKG_DIR}/${APP_ID}.metainfo.xml PKG_METAINFO)
+if(NOT PKG_CHANGELOG MATCHES "^tolvane \\(${PROJECT_VERSION}\\)"
+   OR NOT PKG_METAINFO MATCHES "<release version=\"${PROJECT_VERSION}\"")
+  message(WARNING "packaging/changelog and the metainfo's releases do not name version "
+                  "${PROJECT_VERSION} first")
+endif()
+
 install(TARGETS tolvane RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PKG_DIR}/${APP_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PKG_DIR}/${APP_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
