@@ -5,7 +5,7 @@ LAUNCHER := $(shell command -v ccache >/dev/null 2>&1 && echo -DCMAKE_CXX_COMPIL
 
 SANITIZE_BUILD ?= build-sanitizers
 
-.PHONY: all deps configure build test test-sanitizers run bench bench-todos screens format clean
+.PHONY: all deps configure build test test-sanitizers run bench bench-todos screens package format clean
 
 all: build
 
@@ -36,7 +36,9 @@ test-sanitizers: deps
 # Only the program: tests and benchmarks are not built for a run.
 run: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
-	@[ -f demo/caixa.db ] || $(BUILD)/tolvane --pasta demo iniciar --demo
+	@[ -f demo/caixa.db ] && [ -f demo/guias-de-exemplo.pdf ] || \
+		$(BUILD)/tolvane --pasta demo iniciar --demo
+	@echo "Guias de exemplo para ler no caixa: demo/guias-de-exemplo.pdf (e demo/guias-de-exemplo.txt)"
 	@$(BUILD)/tolvane --pasta demo
 
 # The table of the speed targets (bench/bench_metas); fails when one is missed.
@@ -52,6 +54,13 @@ screens: configure
 	cmake --build $(BUILD) -j$(JOBS) --target tolvane
 	@rm -rf $(BUILD)/screens && mkdir -p $(BUILD)/screens
 	QT_QPA_PLATFORM=offscreen $(BUILD)/tolvane telas $(BUILD)/screens
+
+# The Debian package tolvane_<version>_<arch>.deb in the current folder: only the program is
+# built (the tests are not), and CPack installs the program and its data, nothing else.
+package: configure
+	cmake --build $(BUILD) -j$(JOBS) --target tolvane package_files
+	cd $(BUILD) && rm -f tolvane_*.deb && cpack -G DEB
+	cp $(BUILD)/tolvane_*.deb .
 
 format:
 	git ls-files -co --exclude-standard -- '*.cpp' '*.h' | xargs clang-format -i

@@ -14,6 +14,10 @@ PKGS=(
   clang-format
   poppler-utils
   fonts-dejavu-core
+  # The Debian package and its checks (make package, scripts/check-package.sh).
+  dpkg-dev file lintian appstream
+  # The sample sheet's test renders its PDF and reads the barcodes back.
+  poppler-utils zbar-tools
 )
 
 missing=()

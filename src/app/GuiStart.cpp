@@ -6,6 +6,8 @@
 #include "BackgroundCentral.h"
 #include "Clock.h"
 #include "CounterSession.h"
+#include "FirstRunDialog.h"
+#include "FolderSetup.h"
 #include "PrinterService.h"
 #include "PrinterWorker.h"
 #include "QtDialogPort.h"
@@ -105,6 +107,9 @@ int runGui(int argc, char** argv) {
     QtDialogPort dialogs;
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
+    QString firstRun;
+    if (FolderSetup::isNew(folder) && !FirstRunDialog::offer(ctx, &firstRun))
+        return 0;
     Startup::run(ctx);
     // The central's link works on its own thread; the screens never wait on the network.
     if (ctx.db.isOpen())
@@ -119,5 +124,7 @@ int runGui(int argc, char** argv) {
 
     GuiRun run(ctx);
     run.showDate();
+    if (!firstRun.isEmpty())
+        dialogs.info(QStringLiteral("Tolvane"), firstRun);
     return app.exec();
 }

@@ -9,6 +9,7 @@
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "ExportMarks.h"
+#include "FirstRunDialog.h"
 #include "IniFile.h"
 #include "OutputPath.h"
 #include "OverdueHandler.h"
@@ -206,6 +207,9 @@ int saveAdminScreens(AppContext& ctx, const QString& out) {
     ulist->setCurrentItem(ulist->topLevelItem(1));
     users.findChild<QPushButton*>(QStringLiteral("cmdEditar"))->click();
     failures += !save(users, out, QStringLiteral("frmUsuarios-cadastro"));
+
+    FirstRunDialog firstRun(ctx);
+    failures += !save(firstRun, out, QStringLiteral("FirstRunDialog"));
 
     frmOpcoes options(ctx);
     options.setInstalledPrinters(

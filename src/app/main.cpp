@@ -16,8 +16,10 @@ int main(int argc, char** argv) {
         return runScreens(argc, argv);
     if (!Cli::wantsCli(args))
         return runGui(argc, argv);
-    if (Cli::needsPages(args)) {
-        // Pages and charts need fonts and widgets, not a display.
+    const bool sampleSheet =
+        args.contains(QLatin1String("iniciar")) && args.contains(QLatin1String("--demo"));
+    if (Cli::needsPages(args) || sampleSheet) {
+        // Pages, charts and the sample sheet need fonts and widgets, not a display.
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         QApplication app(argc, argv);

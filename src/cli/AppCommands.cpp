@@ -3,26 +3,19 @@
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliSupport.h"
+#include "Clock.h"
 #include "DemoData.h"
+#include "FolderSetup.h"
 #include "Login.h"
-#include "Options.h"
 #include "PasswordHash.h"
-#include "PrivateFiles.h"
+#include "SampleSheet.h"
 #include "Schema.h"
-#include "Startup.h"
 #include "UserAccounts.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTemporaryFile>
 #include <QTextStream>
-
-static void initResources() {
-    Q_INIT_RESOURCE(tolvane_core);
-}
 
 namespace {
 
@@ -55,50 +48,16 @@ void printAdminPassword(CliEnv& e, const QString& folder, const QString& passwor
 }
 
 int iniciar(CliEnv& e) {
-    const QString folder = e.ctx.folder;
-    const bool existed = QFileInfo::exists(folder);
-    if (!QDir().mkpath(folder)) {
-        e.err << QStringLiteral("Não foi possível criar a pasta %1.\n")
-                     .arg(QDir::toNativeSeparators(folder));
-        return ExitRefused;
-    }
-    if (!existed)
-        PrivateFiles::secureFolder(folder); // the counter's files are its account's alone
-    {
-        QTemporaryFile probe(QDir(folder).filePath(QStringLiteral(".tolvane-XXXXXX")));
-        if (!probe.open()) {
-            e.err << QStringLiteral("A pasta %1 não permite gravação.\n")
-                         .arg(QDir::toNativeSeparators(folder));
-            return ExitRefused;
-        }
-    }
-    if (!QFile::exists(e.ctx.iniPath())) {
-        initResources();
-        QFile tpl(QStringLiteral(":/Config.ini"));
-        QFile dst(e.ctx.iniPath());
-        if (!tpl.open(QIODevice::ReadOnly) || !dst.open(QIODevice::WriteOnly) ||
-            dst.write(tpl.readAll()) < 0 || !dst.flush()) {
-            e.err << QStringLiteral("Não foi possível gravar %1.\n")
-                         .arg(QDir::toNativeSeparators(e.ctx.iniPath()));
-            return ExitRefused;
-        }
-        dst.close();
-        PrivateFiles::secureFile(e.ctx.iniPath());
+    const FolderSetup::Prepared p = FolderSetup::prepare(e.ctx);
+    if (p.configCreated)
         e.out << QStringLiteral("Config.ini criado.\n");
-        // The folders the template names, so the options screen finds them in place.
-        for (const char* key : {"Path1", "Path3", "caminho_febraban"}) {
-            const QString f = e.ctx.option(QStringLiteral("Export"), QLatin1String(key)).trimmed();
-            if (!f.isEmpty())
-                QDir().mkpath(Options::resolve(e.ctx, f));
-        }
-        e.ctx.reloadSettings(); // the file just written; one already there was read at start
-    }
-    QString detail;
-    if (!Startup::Abre_conexao(e.ctx, true, &detail)) {
-        e.err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
+    if (!p.ok()) {
+        e.err << FolderSetup::message(e.ctx, p) << "\n";
         return ExitRefused;
     }
+    const QString folder = e.ctx.folder;
     QString adminPassword;
+    QString sheet;
     if (e.args.has(QStringLiteral("demo"))) {
         QString error;
         if (!DemoData::seed(e.ctx, &adminPassword, &error)) {
@@ -106,10 +65,18 @@ int iniciar(CliEnv& e) {
             return ExitRefused;
         }
         e.out << QStringLiteral("Dados de demonstração gravados.\n");
+        const SampleSheet::Written w = SampleSheet::write(folder, e.ctx.clock.today());
+        if (!w.ok()) {
+            e.err << w.error << "\n";
+            return ExitRefused;
+        }
+        sheet = SampleSheet::where(w);
     }
     e.out << QStringLiteral("Pasta pronta: %1 (banco %2, versão %3)\n")
                  .arg(QDir::toNativeSeparators(folder), e.ctx.db.config().describe())
                  .arg(Schema::currentVersion());
+    if (!sheet.isEmpty())
+        e.out << sheet << "\n";
     if (!adminPassword.isEmpty())
         printAdminPassword(e, folder, adminPassword);
     return ExitOk;
@@ -239,7 +206,8 @@ void registerAppCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("iniciar")},
               QStringLiteral("iniciar [--demo]"),
               QStringLiteral(
-                  "cria a pasta, o Config.ini modelo e o banco (ou o atualiza); nunca apaga dados"),
+                  "cria a pasta, o Config.ini modelo e o banco (ou o atualiza); nunca apaga dados; "
+                  "--demo grava também a folha de guias de exemplo para ler"),
               {QStringLiteral("demo")},
               CliCommand::Db::None,
               iniciar});
