@@ -12,7 +12,6 @@ PKGS=(
   postgresql postgresql-client
   libbenchmark-dev
   clang-format
-  poppler-utils
   fonts-dejavu-core
   # The Debian package and its checks (make package, scripts/check-package.sh).
   dpkg-dev file lintian appstream
