@@ -11,6 +11,7 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QPushButton>
+#include <QScreen>
 #include <QTextDocument>
 #include <QVBoxLayout>
 
@@ -55,7 +56,9 @@ ReportPreview::ReportPreview(AppContext& ctx, std::unique_ptr<QTextDocument> doc
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_preview, 1);
     layout->addLayout(buttons);
-    resize(900, 1000);
+    // Tall enough for a page, never taller than the screen: the buttons stay in reach.
+    const QRect room = screen() ? screen()->availableGeometry() : QRect(0, 0, 900, 1000);
+    resize(qMin(900, room.width()), qMin(1000, room.height() - 40));
     m_preview->fitToWidth();
 }
 
