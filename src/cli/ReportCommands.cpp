@@ -370,6 +370,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               {QStringLiteral("imprimir")},
               CliCommand::Db::ReadOnly,
               dia,
+              {},
               true});
     c.append({{QStringLiteral("relatorio"), QStringLiteral("periodo")},
               QStringLiteral("relatorio periodo --de DD/MM/AAAA --ate DD/MM/AAAA [--pdf ARQUIVO] "
@@ -379,6 +380,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               {QStringLiteral("imprimir")},
               CliCommand::Db::ReadOnly,
               periodo,
+              {},
               true});
     c.append({{QStringLiteral("relatorio"), QStringLiteral("rede")},
               QStringLiteral("relatorio rede [--data DD/MM/AAAA] [--json]"),
