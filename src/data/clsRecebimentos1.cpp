@@ -147,7 +147,8 @@ std::optional<QList<clsRecebimentos1>> clsRecebimentos1::doDia(clsDataAccess& db
                                                                const QDate& dia) {
     const auto rs = db.SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, CODBARRA, GUICHE, MOMENTO, AUTENTICA, ORIGEM, IDRECEBE FROM "
-                       "RECEBIMENTOS1 WHERE MOMENTO LIKE ? ORDER BY GUICHE, MOMENTO"),
+                       "RECEBIMENTOS1 WHERE MOMENTO LIKE ? AND RESERVA IS NULL ORDER BY GUICHE, "
+                       "MOMENTO"),
         {dia.toString(Qt::ISODate) + QLatin1Char('%')});
     if (!rs)
         return std::nullopt;

@@ -57,7 +57,8 @@ public:
     static std::optional<qint64> importar(clsDataAccess& db, const QStringList& codes,
                                           const QString& origem, const QString& guiche);
     static std::optional<qint64> contar(clsDataAccess& db);
-    // The codes received on `dia` (by the counters' own MOMENTO), by counter and moment.
+    // The codes received on `dia` (by the counters' own MOMENTO), by counter and moment; a live
+    // claim is not a receipt yet and is left out.
     static std::optional<QList<clsRecebimentos1>> doDia(clsDataAccess& db, const QDate& dia);
 
 private:

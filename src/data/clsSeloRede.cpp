@@ -53,6 +53,18 @@ std::optional<QList<clsSeloRede>> clsSeloRede::porDia(clsDataAccess& db, const Q
     return out;
 }
 
+std::optional<QStringList> clsSeloRede::doDia(clsDataAccess& db, const QDate& dia) {
+    auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT DISTINCT TRIM(GUICHE) AS G FROM SelosRede WHERE DIA = ? ORDER BY G"),
+        {dia});
+    if (!rs)
+        return std::nullopt;
+    QStringList out;
+    for (; rs->atRow(); rs->moveNext())
+        out.append(rs->text(QStringLiteral("G")));
+    return out;
+}
+
 std::optional<QList<clsSeloRede::DiaEncerrado>> clsSeloRede::encerrados(clsDataAccess& local) {
     auto rs = local.SQLSelect_ReadOnly(
         QStringLiteral("SELECT ID, MDATA, HASH_CADEIA FROM Movimento WHERE STATUS = ? AND "

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 class clsDataAccess;
@@ -30,6 +31,8 @@ public:
     std::optional<bool> SQLSelectUltimo(const QString& guiche);
     // Every day's seal of this counter (the latest of each day), oldest day first.
     static std::optional<QList<clsSeloRede>> porDia(clsDataAccess& db, const QString& guiche);
+    // The counters (GUICHE, trimmed) whose seal of `dia` reached the central.
+    static std::optional<QStringList> doDia(clsDataAccess& db, const QDate& dia);
 
     // In a counter's own database: its closed days with their seal, oldest first.
     struct DiaEncerrado {

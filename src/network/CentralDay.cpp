@@ -3,9 +3,9 @@
 #include "AppContext.h"
 #include "CentralConfig.h"
 #include "CentralLink.h"
+#include "clsSeloRede.h"
 
-std::optional<QList<clsRecebimentos1>> CentralDay::ler(AppContext& ctx, const QDate& dia,
-                                                       QString* why) {
+std::optional<CentralDay> CentralDay::ler(AppContext& ctx, const QDate& dia, QString* why) {
     const CentralConfig config = CentralConfig::fromIni(ctx.iniPath());
     auto refuse = [why](const QString& text) {
         if (why)
@@ -22,5 +22,9 @@ std::optional<QList<clsRecebimentos1>> CentralDay::ler(AppContext& ctx, const QD
     const auto rows = clsRecebimentos1::doDia(link.db(), dia);
     if (!rows)
         return refuse(QStringLiteral("Os recebimentos da central não puderam ser lidos."));
-    return rows;
+    CentralDay day;
+    day.recebimentos = *rows;
+    // Without the seals the codes still stand; each counter's seal is then shown as unknown.
+    day.selados = clsSeloRede::doDia(link.db(), dia);
+    return day;
 }

@@ -24,12 +24,12 @@ NetworkDayReport::Counter& counterOf(NetworkDayReport& r, const QString& guiche)
 
 std::optional<NetworkDayReport> NetworkDayReport::montar(AppContext& ctx, const QDate& dia,
                                                          QString* why) {
-    const auto rows = CentralDay::ler(ctx, dia, why);
-    if (!rows)
+    const auto central = CentralDay::ler(ctx, dia, why);
+    if (!central)
         return std::nullopt;
     NetworkDayReport r;
     r.data = dia;
-    for (const clsRecebimentos1& row : *rows) {
+    for (const clsRecebimentos1& row : central->recebimentos) {
         Counter& c = counterOf(r, row.GUICHE.trimmed());
         ++c.quantidade;
         c.valorDocumentos += DocumentValue::doCodigo(row.CODBARRA).value_or(Money());
@@ -45,6 +45,13 @@ std::optional<NetworkDayReport> NetworkDayReport::montar(AppContext& ctx, const 
     if (const auto conflicts = clsConflitoRede::listar(ctx.db))
         own.conflitosAbertos = std::count_if(conflicts->begin(), conflicts->end(),
                                              [](const clsConflitoRede& c) { return !c.estornado; });
+    // A counter that sealed the day without publishing a code still has its line.
+    if (central->selados)
+        for (const QString& g : *central->selados)
+            counterOf(r, g);
+    for (Counter& c : r.guiches)
+        if (central->selados)
+            c.selo = central->selados->contains(c.guiche) ? Selo::Recebido : Selo::Ausente;
     std::sort(r.guiches.begin(), r.guiches.end(),
               [](const Counter& a, const Counter& b) { return a.guiche < b.guiche; });
     return r;

@@ -11,9 +11,9 @@
 class AppContext;
 
 // Every counter's day as the central sees it: the codes each one published, their documents'
-// value and the last one's moment. The queue and the conflicts live in each counter's own
-// database, so only this counter's are known here; whether a closing seal reached the central
-// is not known until the central keeps the seals.
+// value, the last one's moment and whether its closing seal of the day reached the central
+// (unknown when the seals could not be read). The queue and the conflicts live in each counter's
+// own database, so only this counter's are known here.
 struct NetworkDayReport {
     enum class Selo { Desconhecido, Recebido, Ausente };
     struct Counter {

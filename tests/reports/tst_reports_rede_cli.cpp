@@ -1,11 +1,14 @@
 // relatorio rede with two counters and a central: what each counter published, the documents'
-// value and the last moment, and this counter's own queue.
+// value and the last moment, this counter's own queue, and whose closing seal arrived.
 #include "CliFolder.h"
 #include "PgServer.h"
 #include "TestCodes.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QTcpServer>
 #include <QTest>
 
@@ -47,6 +50,27 @@ public:
     }
 };
 
+// Runs one statement at the central, as another program would: the error, empty when none.
+QString atCentral(const DbConfig& c, const QString& sql) {
+    const QString name = QStringLiteral("reports-central-") + c.name;
+    QString error;
+    {
+        QSqlDatabase d = QSqlDatabase::contains(name)
+                             ? QSqlDatabase::database(name)
+                             : QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), name);
+        d.setHostName(c.host);
+        d.setPort(c.port);
+        d.setDatabaseName(c.name);
+        d.setUserName(c.user);
+        if (!d.isOpen() && !d.open())
+            return d.lastError().text();
+        QSqlQuery q(d);
+        if (!q.exec(sql))
+            error = q.lastError().text();
+    }
+    return error;
+}
+
 int closedPort() {
     QTcpServer s;
     s.listen(QHostAddress::LocalHost, 0);
@@ -78,8 +102,7 @@ private slots:
                  QStringLiteral("40,03"));
         QVERIFY(!seen[QStringLiteral("A")].value(u"ultimo").toString().isEmpty());
         QCOMPARE(seen[QStringLiteral("A")].value(u"pendentes").toInt(), 0);
-        QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(),
-                 QStringLiteral("desconhecido"));
+        QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(), QStringLiteral("ausente"));
 
         seen = b.report();
         QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 0);
@@ -92,6 +115,62 @@ private slots:
         seen = b.report();
         QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 1);
         QCOMPARE(seen[QStringLiteral("B")].value(u"pendentes").toInt(), 0);
+    }
+
+    void theSealsOfTheDayAndNoClaimCounted() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central), b(QStringLiteral("B"), central);
+        QCOMPARE(a.receive({code(1)}).code, 0);
+        QCOMPARE(b.receive({code(2), code(3)}).code, 0);
+        // Claims another program left at the central, one alive and one expired: not receipts.
+        const QString moment =
+            QDate::currentDate().toString(Qt::ISODate) + QStringLiteral("T10:00:00.000");
+        const QString claim = QStringLiteral(
+            "INSERT INTO RECEBIMENTOS1 (CODBARRA, GUICHE, MOMENTO, ORIGEM, RESERVA, RESERVA_ATE) "
+            "VALUES ('%1', '%2', '%3', 'outro', 'r%2', now() + interval '%4 minutes')");
+        QCOMPARE(atCentral(central,
+                           claim.arg(code(4), QStringLiteral("B"), moment, QStringLiteral("10"))),
+                 QString());
+        QCOMPARE(atCentral(central,
+                           claim.arg(code(5), QStringLiteral("C"), moment, QStringLiteral("-10"))),
+                 QString());
+
+        QMap<QString, QJsonObject> seen = a.report();
+        QCOMPARE(seen.keys(), (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
+        QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(), QStringLiteral("ausente"));
+        QCOMPARE(seen[QStringLiteral("B")].value(u"selo").toString(), QStringLiteral("ausente"));
+        QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 2);
+
+        QCOMPARE(a.asAdmin(words("caixa encerrar --sem-cupom --data") << today()).code, 0);
+        QVERIFY(!a.run(words("rede status --json")).json().value(u"ultimo_selo").isNull());
+        for (const Folder* f : {&a, &b}) {
+            seen = f->report();
+            QCOMPARE(seen.keys(), (QStringList{QStringLiteral("A"), QStringLiteral("B")}));
+            QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(),
+                     QStringLiteral("recebido"));
+            QCOMPARE(seen[QStringLiteral("A")].value(u"recebimentos").toInt(), 1);
+            QCOMPARE(seen[QStringLiteral("B")].value(u"selo").toString(),
+                     QStringLiteral("ausente"));
+            QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 2);
+        }
+        // Another day's seal is not this day's.
+        const QString yesterday = QDate::currentDate().addDays(-1).toString(Qt::ISODate);
+        QCOMPARE(
+            atCentral(central, QStringLiteral("UPDATE SelosRede SET DIA = '%1'").arg(yesterday)),
+            QString());
+        QCOMPARE(a.report()[QStringLiteral("A")].value(u"selo").toString(),
+                 QStringLiteral("ausente"));
+
+        // Without SelosRede readable the codes still show and the seals are unknown.
+        QCOMPARE(atCentral(central,
+                           QStringLiteral("ALTER TABLE SelosRede RENAME COLUMN DIA TO DIA_FORA")),
+                 QString());
+        seen = b.report();
+        QCOMPARE(seen[QStringLiteral("B")].value(u"recebimentos").toInt(), 2);
+        QCOMPARE(seen[QStringLiteral("A")].value(u"selo").toString(),
+                 QStringLiteral("desconhecido"));
+        QCOMPARE(seen[QStringLiteral("B")].value(u"selo").toString(),
+                 QStringLiteral("desconhecido"));
     }
 
     void withoutACentralItIsRefused() {
