@@ -1,7 +1,7 @@
 // Two counters and a central driven through the commands, as an installer or a checker does:
 // a guide received at one counter is refused at the other, the central away and back, the
 // status, the conflicts and an import cut by kill -9 and run again.
-#include "CliFolder.h"
+#include "CentralCliFolder.h"
 #include "PgServer.h"
 #include "TestCodes.h"
 
@@ -14,7 +14,6 @@
 #include <QRegularExpression>
 #include <QSqlDatabase>
 #include <QSqlQuery>
-#include <QTcpServer>
 #include <QTest>
 #include <memory>
 
@@ -25,18 +24,10 @@ QString code(int n) {
                             QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0')));
 }
 
-// A command that waits on the central may take longer than most.
-constexpr int kTimeoutMs = 2 * CliRun::kTimeoutMs;
-
 // A counter of the network: its own demo folder, pointed at the central, its day open.
-class Folder : public CliFolder {
+class Folder : public CentralCliFolder {
 public:
-    Folder(const QString& guiche, const DbConfig& central) : CliFolder(kTimeoutMs) {
-        options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
-                 QStringLiteral("Rede/host=") + central.host,
-                 QStringLiteral("Rede/porta=%1").arg(central.port),
-                 QStringLiteral("Rede/nome=") + central.name,
-                 QStringLiteral("Rede/usuario=") + central.user});
+    Folder(const QString& guiche, const DbConfig& central) : CentralCliFolder(guiche, central) {
         asAdmin(words("caixa abrir --data 23/11/2026"));
     }
     CliRun receive(const QStringList& codes) const {
@@ -70,12 +61,6 @@ qint64 centralCount(const DbConfig& c, const QString& table = QStringLiteral("RE
     return n;
 }
 
-int closedPort() {
-    QTcpServer s;
-    s.listen(QHostAddress::LocalHost, 0);
-    return s.serverPort();
-}
-
 } // namespace
 
 class tst_rede_cli : public QObject {
@@ -99,7 +84,9 @@ private slots:
 
         // The central away: A still receives, says so, and keeps the codes.
         const int port = central.port;
-        QCOMPARE(a.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        QCOMPARE(
+            a.options({QStringLiteral("Rede/porta=%1").arg(CentralCliFolder::closedPort())}).code,
+            0);
         r = a.receive({code(2), code(3)});
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("não responde")));
@@ -119,7 +106,9 @@ private slots:
         QVERIFY(!s.value(u"ultimo_envio").toString().isEmpty());
 
         // B received code 5 while cut off; A got it to the central first.
-        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        QCOMPARE(
+            b.options({QStringLiteral("Rede/porta=%1").arg(CentralCliFolder::closedPort())}).code,
+            0);
         QCOMPARE(b.receive({code(5)}).code, 0);
         QCOMPARE(a.receive({code(5)}).code, 0);
         QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);

@@ -1,6 +1,6 @@
 // relatorio rede with two counters and a central: what each counter published, the documents'
 // value and the last moment, this counter's own queue, and whose closing seal arrived.
-#include "CliFolder.h"
+#include "CentralCliFolder.h"
 #include "PgServer.h"
 #include "TestCodes.h"
 
@@ -9,12 +9,9 @@
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
-#include <QTcpServer>
 #include <QTest>
 
 namespace {
-
-constexpr int kTimeoutMs = 2 * CliRun::kTimeoutMs;
 
 QString code(int n) {
     return TestCodes::guide(QStringLiteral("0425"), 2000 + n, QStringLiteral("20261130"),
@@ -27,14 +24,9 @@ QString today() {
     return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy"));
 }
 
-class Folder : public CliFolder {
+class Folder : public CentralCliFolder {
 public:
-    Folder(const QString& guiche, const DbConfig& central) : CliFolder(kTimeoutMs) {
-        options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
-                 QStringLiteral("Rede/host=") + central.host,
-                 QStringLiteral("Rede/porta=%1").arg(central.port),
-                 QStringLiteral("Rede/nome=") + central.name,
-                 QStringLiteral("Rede/usuario=") + central.user});
+    Folder(const QString& guiche, const DbConfig& central) : CentralCliFolder(guiche, central) {
         asAdmin(words("caixa abrir --data") << today());
     }
     CliRun receive(const QStringList& codes) const {
@@ -71,12 +63,6 @@ QString atCentral(const DbConfig& c, const QString& sql) {
     return error;
 }
 
-int closedPort() {
-    QTcpServer s;
-    s.listen(QHostAddress::LocalHost, 0);
-    return s.serverPort();
-}
-
 } // namespace
 
 class tst_reports_rede_cli : public QObject {
@@ -91,7 +77,9 @@ private slots:
         Folder a(QStringLiteral("A"), central), b(QStringLiteral("B"), central);
         QCOMPARE(a.receive({code(1), code(2)}).code, 0);
         const int port = central.port;
-        QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(closedPort())}).code, 0);
+        QCOMPARE(
+            b.options({QStringLiteral("Rede/porta=%1").arg(CentralCliFolder::closedPort())}).code,
+            0);
         QCOMPARE(b.receive({code(3)}).code, 0); // kept in B's queue
         QCOMPARE(b.options({QStringLiteral("Rede/porta=%1").arg(port)}).code, 0);
 
