@@ -105,6 +105,7 @@ struct Counter {
     std::unique_ptr<AppContext> ctx;
 
     Counter(const DbConfig& central, int port = 0) {
+        CentralAccess::registrar();
         ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
         Startup::Abre_conexao(*ctx, true);
         DemoData::seed(*ctx, nullptr, nullptr);

@@ -15,6 +15,7 @@
 #include "Startup.h"
 #include "TextCouponPrinter.h"
 #include "UpdateOffer.h"
+#include "frmAcrescimos.h"
 #include "frmData.h"
 #include "frmFrente.h"
 
@@ -90,6 +91,10 @@ private:
     std::unique_ptr<frmFrente> m_front;
 };
 
+QDialog* newCharges(DialogPort& dialogs, const QString& caption, const QStringList& lines,
+                    QWidget* parent) {
+    return new frmAcrescimos(dialogs, caption, lines, parent);
+}
 } // namespace
 
 int runGui(int argc, char** argv) {
@@ -105,6 +110,7 @@ int runGui(int argc, char** argv) {
         return 0; // another copy is running on this folder: end silently
 
     QtDialogPort dialogs;
+    dialogs.registerForm(QStringLiteral("frmAcrescimos"), newCharges);
     SystemClock clock;
     AppContext ctx(folder, dialogs, clock);
     QString firstRun;

@@ -1,3 +1,4 @@
+#include "CentralAccess.h"
 #include "Cli.h"
 #include "GuiStart.h"
 #include "PrivateFiles.h"
@@ -9,6 +10,7 @@
 
 int main(int argc, char** argv) {
     PrivateFiles::restrictNewFiles(); // the database, settings and logs are the account's alone
+    CentralAccess::registrar();       // the central answers the reading's duplicate question
     QStringList args;
     for (int i = 1; i < argc; ++i)
         args << QString::fromLocal8Bit(argv[i]);

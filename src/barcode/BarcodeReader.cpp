@@ -1,8 +1,7 @@
 #include "BarcodeReader.h"
 
 #include "AppContext.h"
-#include "CentralAccess.h"
-#include "CentralNetwork.h"
+#include "CentralDuplicates.h"
 #include "CheckDigits.h"
 #include "DialogPort.h"
 #include "DocumentValue.h"
@@ -95,14 +94,14 @@ bool BarcodeReader::Conta_recebida(const QString& code) {
 }
 
 bool BarcodeReader::Rede_ativa() const {
-    if (CentralNetwork* c = CentralAccess::of(m_ctx); c && c->configurada())
-        return c->ativa();
+    if (CentralDuplicates* c = CentralDuplicates::answerer(); c && c->configurada(m_ctx))
+        return c->ativa(m_ctx);
     return networkAlive ? networkAlive() : false;
 }
 
 std::optional<bool> BarcodeReader::recebidaRede(const QString& code) {
-    if (CentralNetwork* c = CentralAccess::of(m_ctx); c && c->configurada())
-        return c->recebida(code);
+    if (CentralDuplicates* c = CentralDuplicates::answerer(); c && c->configurada(m_ctx))
+        return c->recebida(m_ctx, code);
     const auto n = clsRecebimentos1::contarCodigo(m_ctx.db, code);
     return n && *n > 0;
 }

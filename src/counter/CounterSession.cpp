@@ -78,7 +78,10 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
             m_printer->cupom(*rows, m_tendered.value_or(m_list.total()).format(),
                              m_change.difference.format());
     }
-    if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, *rows))
+    QList<DailyControlFile::Receipt> lines;
+    for (const RecordedReceipt& r : *rows)
+        lines.append({r.autentica, r.momento, r.item.kindColumn(), r.item.valor, r.item.codbarra});
+    if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, lines))
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
     m_list.clear();
     m_removidos.clear();

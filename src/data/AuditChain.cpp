@@ -255,133 +255,180 @@ bool inMovement(const QString& content, std::optional<qint64> idMovimento) {
 
 } // namespace
 
-AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> idMovimento,
-                                     const QString& anchor) {
-    Report r;
-    QList<Problem> problems;
-    // (table, key) -> its last entry
-    std::map<std::pair<QString, qint64>, LastEntry> last;
-    QList<ChainedTable> tables = kTables;
-
-    QSqlQuery q(db.database());
-    q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral("SELECT SEQ, TABELA, CAMPO, CHAVE, OPERACAO, CONTEUDO, MOMENTO, "
-                               "HASH FROM Cadeia ORDER BY SEQ"))) {
-        r.ok = false;
-        r.problems << QStringLiteral("A cadeia não pôde ser lida: ") + db.lastError();
-        return r;
+namespace {
+// One audit: the chain read whole, then every row of the chained tables compared with its last
+// entry. Problems are kept in chain order.
+class Audit {
+public:
+    Audit(clsDataAccess& db, std::optional<qint64> idMovimento, const QString& anchor)
+        : m_db(db), m_idMovimento(idMovimento), m_anchor(anchor), m_tables(kTables) {}
+    bool readChain();
+    void compareTables() {
+        for (const ChainedTable& t : m_tables)
+            compareTable(t);
     }
-    QString previous = kGenesis;
-    qint64 expected = 1;
-    r.anchorFound = anchor.isEmpty();
-    while (q.next()) {
-        const qint64 seq = q.value(0).toLongLong();
-        const QString table = q.value(1).toString();
-        const QString keyColumn = q.value(2).toString();
-        const qint64 key = q.value(3).toLongLong();
-        const QString op = q.value(4).toString();
-        const QString content = q.value(5).toString();
-        const QString stored = q.value(7).toString();
-        if (seq != expected)
-            problems << Problem{
-                seq,
-                QStringLiteral("Cadeia: faltam as entradas %1 a %2.").arg(expected).arg(seq - 1)};
-        const QString hash =
-            entryHash(previous, seq, table, keyColumn, key, op, q.value(6).toString(), content);
-        if (hash != stored)
-            problems << Problem{seq, QStringLiteral("Cadeia: a entrada %1 (%2) não confere: foi "
-                                                    "alterada ou a anterior foi apagada.")
-                                         .arg(seq)
-                                         .arg(describeRow(table, keyColumn, key, content))};
-        else if (stored == anchor)
-            r.anchorFound = true;
-        last[{table, key}] = {seq, op == QLatin1String("D"), digest(content), keyColumn};
-        if (std::none_of(tables.begin(), tables.end(),
-                         [&](const ChainedTable& t) { return t.name == table; }))
-            tables.append({table, keyColumn});
-        previous = stored; // later entries are checked against what is stored
-        expected = seq + 1;
-        ++r.entries;
-    }
-    r.lastHash = previous;
+    void changedAndDeletedRows();
+    AuditChain::Report finish();
 
-    // Rows whose content differs from their last entry; the entry's own content is read after
-    // the scan (PostgreSQL cannot run a second query while a forward-only one is being read).
+private:
+    void readEntry(const QSqlQuery& q);
+    void compareTable(const ChainedTable& t);
+    void compareRow(const ChainedTable& t, qint64 key, const QString& content);
+
+    // A row whose content differs from its last entry; the entry's own content is read after the
+    // scan (PostgreSQL cannot run a second query while a forward-only one is being read).
     struct Differing {
         QString table, keyColumn, content;
         qint64 key, seq;
         bool wanted;
     };
-    QList<Differing> differing;
-    for (const ChainedTable& t : tables) {
-        QSqlQuery rows(db.database());
-        rows.setForwardOnly(true);
-        if (!rows.exec(QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(t.name, t.keyColumn)))
-            continue;
-        const QSqlRecord rec = rows.record();
-        QStringList fields;
+
+    clsDataAccess& m_db;
+    std::optional<qint64> m_idMovimento;
+    QString m_anchor;
+    AuditChain::Report m_r;
+    QList<Problem> m_problems;
+    std::map<std::pair<QString, qint64>, LastEntry> m_last; // (table, key) -> its last entry
+    QList<ChainedTable> m_tables;
+    QList<Differing> m_differing;
+    QString m_previous = AuditChain::kGenesis;
+    qint64 m_expected = 1;
+};
+
+bool Audit::readChain() {
+    QSqlQuery q(m_db.database());
+    q.setForwardOnly(true);
+    if (!q.exec(QStringLiteral("SELECT SEQ, TABELA, CAMPO, CHAVE, OPERACAO, CONTEUDO, MOMENTO, "
+                               "HASH FROM Cadeia ORDER BY SEQ"))) {
+        m_r.ok = false;
+        m_r.problems << QStringLiteral("A cadeia não pôde ser lida: ") + m_db.lastError();
+        return false;
+    }
+    m_r.anchorFound = m_anchor.isEmpty();
+    while (q.next())
+        readEntry(q);
+    m_r.lastHash = m_previous;
+    return true;
+}
+
+void Audit::readEntry(const QSqlQuery& q) {
+    const qint64 seq = q.value(0).toLongLong();
+    const QString table = q.value(1).toString();
+    const QString keyColumn = q.value(2).toString();
+    const qint64 key = q.value(3).toLongLong();
+    const QString op = q.value(4).toString();
+    const QString content = q.value(5).toString();
+    const QString stored = q.value(7).toString();
+    if (seq != m_expected)
+        m_problems << Problem{
+            seq,
+            QStringLiteral("Cadeia: faltam as entradas %1 a %2.").arg(m_expected).arg(seq - 1)};
+    const QString hash = AuditChain::entryHash(m_previous, seq, table, keyColumn, key, op,
+                                               q.value(6).toString(), content);
+    if (hash != stored)
+        m_problems << Problem{seq, QStringLiteral("Cadeia: a entrada %1 (%2) não confere: foi "
+                                                  "alterada ou a anterior foi apagada.")
+                                       .arg(seq)
+                                       .arg(describeRow(table, keyColumn, key, content))};
+    else if (stored == m_anchor)
+        m_r.anchorFound = true;
+    m_last[{table, key}] = {seq, op == QLatin1String("D"), digest(content), keyColumn};
+    if (std::none_of(m_tables.begin(), m_tables.end(),
+                     [&](const ChainedTable& t) { return t.name == table; }))
+        m_tables.append({table, keyColumn});
+    m_previous = stored; // later entries are checked against what is stored
+    m_expected = seq + 1;
+    ++m_r.entries;
+}
+
+void Audit::compareTable(const ChainedTable& t) {
+    QSqlQuery rows(m_db.database());
+    rows.setForwardOnly(true);
+    if (!rows.exec(QStringLiteral("SELECT * FROM %1 ORDER BY %2").arg(t.name, t.keyColumn)))
+        return;
+    const QSqlRecord rec = rows.record();
+    QStringList fields;
+    for (int i = 0; i < rec.count(); ++i)
+        fields << rec.fieldName(i);
+    const int keyIndex = rec.indexOf(t.keyColumn);
+    while (rows.next()) {
+        QVector<QVariant> values(rec.count());
         for (int i = 0; i < rec.count(); ++i)
-            fields << rec.fieldName(i);
-        const int keyIndex = rec.indexOf(t.keyColumn);
-        while (rows.next()) {
-            QVector<QVariant> values(rec.count());
-            for (int i = 0; i < rec.count(); ++i)
-                values[i] = rows.value(i);
-            const qint64 key = values.at(keyIndex).toLongLong();
-            const QString content = canonical(fields, values);
-            const bool wanted = inMovement(content, idMovimento);
-            auto it = last.find({t.name, key});
-            if (it == last.end()) {
-                if (wanted)
-                    problems << Problem{std::numeric_limits<qint64>::max(),
-                                        QStringLiteral("%1 não está na cadeia: foi gravado fora "
-                                                       "do programa.")
-                                            .arg(describeRow(t.name, t.keyColumn, key, content))};
-                continue;
-            }
-            LastEntry& e = it->second;
-            const bool same = e.digest == digest(content);
-            e.digest.clear(); // marks the row as present
-            if (e.deleted) {
-                if (wanted)
-                    problems << Problem{e.seq,
-                                        QStringLiteral("%1 foi apagado pelo programa mas está de "
-                                                       "volta na tabela.")
-                                            .arg(describeRow(t.name, t.keyColumn, key, content))};
-            } else if (!same) {
-                differing.append({t.name, t.keyColumn, content, key, e.seq, wanted});
-            } else if (wanted) {
-                ++r.rows;
-            }
-        }
+            values[i] = rows.value(i);
+        compareRow(t, values.at(keyIndex).toLongLong(), canonical(fields, values));
     }
-    for (const Differing& d : differing) {
-        const QString before = entryContent(db, d.seq);
-        if (!d.wanted && !inMovement(before, idMovimento))
+}
+
+void Audit::compareRow(const ChainedTable& t, qint64 key, const QString& content) {
+    const bool wanted = inMovement(content, m_idMovimento);
+    auto it = m_last.find({t.name, key});
+    if (it == m_last.end()) {
+        if (wanted)
+            m_problems << Problem{std::numeric_limits<qint64>::max(),
+                                  QStringLiteral("%1 não está na cadeia: foi gravado fora "
+                                                 "do programa.")
+                                      .arg(describeRow(t.name, t.keyColumn, key, content))};
+        return;
+    }
+    LastEntry& e = it->second;
+    const bool same = e.digest == digest(content);
+    e.digest.clear(); // marks the row as present
+    if (e.deleted) {
+        if (wanted)
+            m_problems << Problem{e.seq, QStringLiteral("%1 foi apagado pelo programa mas está de "
+                                                        "volta na tabela.")
+                                             .arg(describeRow(t.name, t.keyColumn, key, content))};
+    } else if (!same) {
+        m_differing.append({t.name, t.keyColumn, content, key, e.seq, wanted});
+    } else if (wanted) {
+        ++m_r.rows;
+    }
+}
+
+void Audit::changedAndDeletedRows() {
+    for (const Differing& d : m_differing) {
+        const QString before = entryContent(m_db, d.seq);
+        if (!d.wanted && !inMovement(before, m_idMovimento))
             continue; // another day's row
-        ++r.rows;
-        problems << Problem{d.seq, QStringLiteral("%1 foi alterado fora do programa: %2.")
-                                       .arg(describeRow(d.table, d.keyColumn, d.key, d.content),
-                                            differences(before, d.content))};
+        ++m_r.rows;
+        m_problems << Problem{d.seq, QStringLiteral("%1 foi alterado fora do programa: %2.")
+                                         .arg(describeRow(d.table, d.keyColumn, d.key, d.content),
+                                              differences(before, d.content))};
     }
-    for (const auto& [id, e] : last) {
+    for (const auto& [id, e] : m_last) {
         if (e.deleted || e.digest.isEmpty())
             continue;
-        const QString content = entryContent(db, e.seq);
-        if (!inMovement(content, idMovimento))
+        const QString content = entryContent(m_db, e.seq);
+        if (!inMovement(content, m_idMovimento))
             continue;
-        problems << Problem{e.seq,
-                            QStringLiteral("%1 foi apagado fora do programa.")
-                                .arg(describeRow(id.first, e.keyColumn, id.second, content))};
+        m_problems << Problem{e.seq,
+                              QStringLiteral("%1 foi apagado fora do programa.")
+                                  .arg(describeRow(id.first, e.keyColumn, id.second, content))};
     }
-    std::stable_sort(problems.begin(), problems.end(),
+}
+
+AuditChain::Report Audit::finish() {
+    if (!m_r.ok)
+        return m_r;
+    std::stable_sort(m_problems.begin(), m_problems.end(),
                      [](const Problem& a, const Problem& b) { return a.order < b.order; });
-    for (const Problem& p : problems)
-        r.problems << p.text;
-    if (!r.anchorFound)
-        r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não está "
-                                     "na cadeia: ela foi refeita depois do encerramento.")
-                          .arg(anchor);
-    r.ok = r.problems.isEmpty();
-    return r;
+    for (const Problem& p : m_problems)
+        m_r.problems << p.text;
+    if (!m_r.anchorFound)
+        m_r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não "
+                                       "está na cadeia: ela foi refeita depois do encerramento.")
+                            .arg(m_anchor);
+    m_r.ok = m_r.problems.isEmpty();
+    return m_r;
+}
+} // namespace
+
+AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> idMovimento,
+                                     const QString& anchor) {
+    Audit a(db, idMovimento, anchor);
+    if (!a.readChain())
+        return a.finish(); // only why the chain could not be read
+    a.compareTables();
+    a.changedAndDeletedRows();
+    return a.finish();
 }

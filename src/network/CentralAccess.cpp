@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "CentralConfig.h"
+#include "CentralDuplicates.h"
 #include "DirectCentral.h"
 
 CentralNetwork* CentralAccess::of(AppContext& ctx) {
@@ -16,4 +17,24 @@ CentralNetwork* CentralAccess::of(AppContext& ctx) {
 bool CentralAccess::configurada(AppContext& ctx) {
     CentralNetwork* c = of(ctx);
     return c && c->configurada();
+}
+
+namespace {
+class Answer : public CentralDuplicates {
+public:
+    bool configurada(AppContext& ctx) override { return CentralAccess::configurada(ctx); }
+    bool ativa(AppContext& ctx) override {
+        CentralNetwork* c = CentralAccess::of(ctx);
+        return c && c->ativa();
+    }
+    std::optional<bool> recebida(AppContext& ctx, const QString& codbarra) override {
+        CentralNetwork* c = CentralAccess::of(ctx);
+        return c ? c->recebida(codbarra) : std::optional<bool>(false);
+    }
+};
+} // namespace
+
+void CentralAccess::registrar() {
+    static Answer answer;
+    CentralDuplicates::registrar(&answer);
 }

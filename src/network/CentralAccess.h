@@ -10,4 +10,7 @@ public:
     static CentralNetwork* of(AppContext& ctx);
     // Whether codes go to a central (Config.ini has [Rede] host).
     static bool configurada(AppContext& ctx);
+    // Makes this the answer to the reading's duplicate question (CentralDuplicates); called once
+    // at start by whatever runs the counter.
+    static void registrar();
 };

@@ -59,16 +59,6 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("Usuarios")), 1);
     }
 
-    void aQuotedPasswordNeverReachesTheLog() {
-        TEST_BACKEND();
-        UserAccounts::gravar(app.ctx(), op(QStringLiteral("ANA"), QStringLiteral("minha'senha")));
-        QFile log(app.path(QStringLiteral("Log.ini")));
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        const QString text = QString::fromLatin1(log.readAll());
-        QVERIFY(text.contains(QStringLiteral("aspa simples")));
-        QVERIFY(!text.contains(QStringLiteral("minha")));
-    }
-
     void savedOperatorLogsInAndEditsKeepThePassword() {
         TEST_BACKEND();
         const auto r = UserAccounts::gravar(

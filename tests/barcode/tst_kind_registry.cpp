@@ -101,20 +101,6 @@ private slots:
                  O::NotFound);
         QCOMPARE(app.count(QStringLiteral("CodBarra")), 0);
     }
-
-    void aQuoteIsRefusedAndLogged() {
-        TEST_BACKEND();
-        const auto r = KindRegistry::gravar(app.db(), kind(7, QStringLiteral("D'AGUA")),
-                                            KindRegistry::Mode::Insert);
-        QCOMPARE(r.outcome, O::WriteFailed);
-        QCOMPARE(app.count(QStringLiteral("CodBarra")), 0);
-        QFile log(app.path(QStringLiteral("Log.ini")));
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        const QString logged = QString::fromLatin1(log.readAll());
-        QVERIFY(logged.contains(clsDataAccess::kLabelExecute));
-        QVERIFY(!logged.contains(QStringLiteral("D'AGUA"))); // the refused text is never logged
-        QCOMPARE(app.dialogs().shown().size(), 1);           // the error report's box
-    }
 };
 
 QTEST_MAIN(tst_kind_registry)

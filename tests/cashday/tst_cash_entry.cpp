@@ -177,22 +177,6 @@ private slots:
         QCOMPARE(stored(app, e.header().ID).SAIDA, Money());
     }
 
-    // A quote is refused by the data access, reported and logged, and nothing is written.
-    void quoteInDescriptionOrNumber() {
-        TEST_BACKEND();
-        const qint32 mov = prepare(app);
-        CashEntry e(app.ctx(), mov, EntryKind::PaymentOut);
-        QVERIFY(!e.incluirItens(QStringLiteral("CAIXA D'AGUA")));
-        QVERIFY(!e.stored());
-        QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
-        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("aspa simples")));
-        QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));
-        QVERIFY(e.incluirItens(QStringLiteral("CAIXA DAGUA")));
-        QVERIFY(!e.gravarItem(101, QStringLiteral("12'3"), QStringLiteral("5,00")));
-        QCOMPARE(app.count(QStringLiteral("Itens")), 0);
-        QCOMPARE(stored(app, e.header().ID).SAIDA, Money());
-    }
-
     void closedMovementRefusesEveryChange() {
         TEST_BACKEND();
         const qint32 mov = prepare(app);

@@ -7,21 +7,13 @@
 #include <QJsonObject>
 #include <QTest>
 
-namespace {
-class Folder : public CliFolder {
-public:
-    QByteArray config() const {
-        QFile f(path(QStringLiteral("Config.ini")));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
-};
-} // namespace
+namespace {} // namespace
 
 class tst_admin_cli : public QObject {
     Q_OBJECT
 private slots:
     void settingsAndOperators() {
-        Folder f;
+        CliFolder f;
         QVERIFY(QDir(f.path(QStringLiteral("Integracao"))).exists()); // the template's folders
         CliRun r = f.run(words("opcoes --json"));
         QCOMPARE(r.code, 0);
@@ -99,7 +91,7 @@ private slots:
         QFETCH(QByteArray, file);
         QFETCH(int, code);
         QFETCH(QString, situacao);
-        static Folder f;
+        static CliFolder f;
         static const bool ready = [] {
             const QJsonValue before = f.run(words("atualizacao --json")).json().value(u"situacao");
             QDir().mkpath(f.path(QStringLiteral("versoes")));

@@ -13,14 +13,10 @@ namespace {
 
 const QString kDia = QStringLiteral("23/11/2026");
 
-class Folder : public CliFolder {
-public:
-    // The operator's password, then (for entries and withdrawals) the administrator's.
-    CliRun day(QStringList args, const QByteArray& admin = {}) const {
-        args << QStringLiteral("--data") << kDia << QStringLiteral("--json");
-        return run(args, password() + "\n" + (admin.isNull() ? password() : admin) + "\n");
-    }
-};
+// A command of the test day, answered in JSON.
+CliRun day(const CliFolder& f, QStringList args, const QByteArray& admin = {}) {
+    return f.onDay(kDia, args << QStringLiteral("--json"), admin);
+}
 
 // `lancamento gravar --tipo TIPO --item I...` from "TIPO I..." (items are ESPECIE:VALOR[:NUMERO]).
 QStringList entry(const char* line, const QString& descricao = {}) {
@@ -39,17 +35,17 @@ class tst_cashday_cli : public QObject {
     Q_OBJECT
 private slots:
     void wholeDay() {
-        Folder f;
-        QCOMPARE(f.day(words("caixa abrir")).code, 0);
+        CliFolder f;
+        QCOMPARE(day(f, words("caixa abrir")).code, 0);
 
-        CliRun r = f.day(entry("entrada 100:200,00"));
+        CliRun r = day(f, entry("entrada 100:200,00"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"entrada").toString(), QStringLiteral("200,00"));
         QCOMPARE(r.json().value(u"tipo").toString(), QStringLiteral("ENTRADA"));
         QCOMPARE(r.json().value(u"descricao").toString(), QStringLiteral("ABERTURA DE CAIXA"));
-        QCOMPARE(f.day(words("caixa receber --avulso 8:1.000,00")).code, 0);
+        QCOMPARE(day(f, words("caixa receber --avulso 8:1.000,00")).code, 0);
 
-        r = f.day(entry("sangria 100:100,00 101:50,00:123"));
+        r = day(f, entry("sangria 100:100,00 101:50,00:123"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"saida").toString(), QStringLiteral("150,00"));
         QCOMPARE(r.json().value(u"entrada").toString(), QStringLiteral("0,00"));
@@ -59,43 +55,44 @@ private slots:
         QCOMPARE(itens[1].toObject().value(u"especie").toInt(), 101);
         const int cheque = itens[1].toObject().value(u"id").toInt();
         // A payment out needs no administrator: a wrong second line does not matter.
-        r = f.day(entry("saida 102:30,00", QStringLiteral("EMPENHO 0412")), "errada");
+        r = day(f, entry("saida 102:30,00", QStringLiteral("EMPENHO 0412")), "errada");
         QCOMPARE(r.code, 0);
         const int pagamento = r.json().value(u"id").toInt();
 
-        QCOMPARE(f.day(words("cofre --entrada 150,00")).json().value(u"saldo").toString(),
+        QCOMPARE(day(f, words("cofre --entrada 150,00")).json().value(u"saldo").toString(),
                  QStringLiteral("150,00"));
-        r = f.day(words("cofre --saida 200,00"));
+        r = day(f, words("cofre --saida 200,00"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Valor não pode ser maior que o saldo disponível.")));
-        QCOMPARE(f.day(words("cofre")).json().value(u"saldo").toString(), QStringLiteral("150,00"));
+        QCOMPARE(day(f, words("cofre")).json().value(u"saldo").toString(),
+                 QStringLiteral("150,00"));
 
-        r = f.day(words("conferencia --provisoria --item 100:1.020,00"));
+        r = day(f, words("conferencia --provisoria --item 100:1.020,00"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"arrecadacao").toString(), QStringLiteral("1.000,00"));
         QCOMPARE(r.json().value(u"lancamentos").toString(), QStringLiteral("20,00"));
         QCOMPARE(r.json().value(u"diferenca").toString(), QStringLiteral("0,00"));
 
-        r = f.day(words("caixa encerrar --sem-cupom"));
+        r = day(f, words("caixa encerrar --sem-cupom"));
         QCOMPARE(r.json().value(u"entrada").toString(), QStringLiteral("200,00"));
         QCOMPARE(r.json().value(u"saida").toString(), QStringLiteral("180,00"));
         QCOMPARE(r.json().value(u"suprimento").toString(), QStringLiteral("150,00"));
 
         // The closed day refuses entries and the safe, but is counted.
-        r = f.day(entry("saida 102:1,00", QStringLiteral("TARDE")));
+        r = day(f, entry("saida 102:1,00", QStringLiteral("TARDE")));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("com o movimento fechado")));
-        r = f.day(words("cofre --entrada 1,00"));
+        r = day(f, words("cofre --entrada 1,00"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(
             QStringLiteral("Você não pode movimentar o cofre, com o caixa já encerrado!!")));
-        r = f.day(words("lancamento excluir --id") << QString::number(pagamento));
+        r = day(f, words("lancamento excluir --id") << QString::number(pagamento));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("O movimento desta data já foi fechado")));
 
-        r = f.day(words("conferencia --item 100:1.000,00"));
+        r = day(f, words("conferencia --item 100:1.000,00"));
         QCOMPARE(r.json().value(u"diferenca").toString(), QStringLiteral("-20,00"));
-        r = f.day(words("conferencia --item 101:20,00:000123"));
+        r = day(f, words("conferencia --item 101:20,00:000123"));
         QCOMPARE(r.json().value(u"contado").toString(), QStringLiteral("1.020,00"));
         QCOMPARE(r.json().value(u"diferenca").toString(), QStringLiteral("0,00"));
         const QJsonArray linhas = r.json().value(u"itens").toArray();
@@ -104,11 +101,11 @@ private slots:
 
         // Without the Path1 folder nothing is written.
         QVERIFY(QDir(f.path(QStringLiteral("Integracao"))).removeRecursively());
-        r = f.day(words("integracao"));
+        r = day(f, words("integracao"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gravar arquivo!!")));
         QVERIFY(QDir(f.path(QString())).mkdir(QStringLiteral("Integracao")));
-        r = f.day(words("integracao"));
+        r = day(f, words("integracao"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"registros").toInt(), 8);
         QCOMPARE(r.json().value(u"erros").toArray().size(), 0);
@@ -126,26 +123,26 @@ private slots:
         QCOMPARE(kinds, QStringLiteral("ARJDDSDZ"));
 
         // The count after a line is deleted.
-        r = f.day(words("conferencia --excluir")
-                  << QString::number(linhas[1].toObject().value(u"id").toInt()));
+        r = day(f, words("conferencia --excluir")
+                       << QString::number(linhas[1].toObject().value(u"id").toInt()));
         QCOMPARE(r.json().value(u"diferenca").toString(), QStringLiteral("-20,00"));
 
         // Reopened, an item and a whole entry go.
-        QCOMPARE(f.day(words("caixa reabrir --sem-cupom")).code, 0);
-        r = f.day(words("lancamento item-excluir --id") << QString::number(cheque));
+        QCOMPARE(day(f, words("caixa reabrir --sem-cupom")).code, 0);
+        r = day(f, words("lancamento item-excluir --id") << QString::number(cheque));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"saida").toString(), QStringLiteral("100,00"));
         QCOMPARE(r.json().value(u"excluido").toBool(), false);
-        QCOMPARE(f.day(words("lancamento excluir --id") << QString::number(pagamento)).code, 0);
-        r = f.day(words("lancamento listar"));
+        QCOMPARE(day(f, words("lancamento excluir --id") << QString::number(pagamento)).code, 0);
+        r = day(f, words("lancamento listar"));
         QCOMPARE(r.json().value(u"lancamentos").toArray().size(), 2);
-        r = f.day(words("lancamento listar --tipo sangria"));
+        r = day(f, words("lancamento listar --tipo sangria"));
         QCOMPARE(r.json().value(u"total").toString(), QStringLiteral("100,00"));
     }
 
     void refusals() {
-        Folder f;
-        QCOMPARE(f.day(words("caixa abrir")).code, 0);
+        CliFolder f;
+        QCOMPARE(day(f, words("caixa abrir")).code, 0);
         struct Refusal {
             QStringList args;
             int code;
@@ -173,21 +170,21 @@ private slots:
             {words("integracao"), 1, "Não há recebimentos neste movimento"},
         };
         for (const Refusal& x : cases) {
-            const CliRun r = f.day(x.args, x.admin);
+            const CliRun r = day(f, x.args, x.admin);
             QVERIFY2(r.code == x.code, qPrintable(x.args.join(QLatin1Char(' ')) + " -> " + r.err));
             QVERIFY2(r.err.contains(QString::fromUtf8(x.message)), qPrintable(r.err));
         }
         // Nothing of the refused entries was kept, not even the first item of the last one.
-        QCOMPARE(f.day(words("lancamento listar")).json().value(u"lancamentos"),
+        QCOMPARE(day(f, words("lancamento listar")).json().value(u"lancamentos"),
                  QJsonValue(QJsonArray()));
 
         // A two-character counter: the file is written without its header and reported. The
         // day was opened by the template's counter: the administrator hands the database over.
-        QCOMPARE(f.day(words("caixa receber --avulso 8:10,00")).code, 0);
+        QCOMPARE(day(f, words("caixa receber --avulso 8:10,00")).code, 0);
         f.set(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("12"));
         QCOMPARE(f.asAdmin(words("guiche assumir")).code, 0);
         const QString out = f.path(QStringLiteral("remessa.INT"));
-        const CliRun r = f.day(words("integracao --saida") << out);
+        const CliRun r = day(f, words("integracao --saida") << out);
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar: Header")));
         QCOMPARE(r.json().value(u"arquivo").toString(), out);

@@ -13,23 +13,20 @@ namespace {
 const QString kTaxas = QStringLiteral("81660000003124004262026113058888888888888888");
 const QString kAgua = QStringLiteral("00193165100000089151234500000000000000000000");
 
-class Folder : public CliFolder {
-public:
-    // Every command of a day: the administrator's password on stdin and the day.
-    CliRun admin(QStringList args) const {
-        return asAdmin(args << QStringLiteral("--data") << day());
-    }
-    static QString day() { return QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")); }
-    // autentica -> idrecebe of the day's receipts.
-    QMap<int, int> receipts() const {
-        QMap<int, int> out;
-        const CliRun r = admin(words("caixa recebimentos --json"));
-        for (const auto& v : r.array())
-            out.insert(v.toObject().value(u"autentica").toInt(),
-                       v.toObject().value(u"idrecebe").toInt());
-        return out;
-    }
-};
+// Every command of the day: the administrator's password on stdin and the day.
+CliRun admin(const CliFolder& f, QStringList args) {
+    return f.asAdmin(args << QStringLiteral("--data")
+                          << QDate::currentDate().toString(QStringLiteral("dd/MM/yyyy")));
+}
+// autentica -> idrecebe of the day's receipts.
+QMap<int, int> receipts(const CliFolder& f) {
+    QMap<int, int> out;
+    const CliRun r = admin(f, words("caixa recebimentos --json"));
+    for (const auto& v : r.array())
+        out.insert(v.toObject().value(u"autentica").toInt(),
+                   v.toObject().value(u"idrecebe").toInt());
+    return out;
+}
 
 // `recebimento WHAT --id ID`.
 QStringList cmd(const char* what, int id) {
@@ -43,20 +40,21 @@ private slots:
     void correctionsFromTheCommandLine() {
         PrinterEmulator emulator(PrinterEmulator::Model::Bematech);
         const auto link = EmulatorLink::tcp(emulator);
-        Folder f;
+        CliFolder f;
         f.set("Print", "impressora", QStringLiteral("bematech"));
         f.set("Print", "modo", QStringLiteral("1"));
         f.set("Print", "porta", link->porta());
         f.set("Export", "guiche", QStringLiteral("2"));
-        QCOMPARE(f.admin(words("caixa abrir")).code, 0);
+        QCOMPARE(admin(f, words("caixa abrir")).code, 0);
         QCOMPARE(
-            f.admin(words("caixa receber") << kTaxas << kAgua << words("--avulso 8:5,00")).code, 0);
-        QMap<int, int> ids = f.receipts();
+            admin(f, words("caixa receber") << kTaxas << kAgua << words("--avulso 8:5,00")).code,
+            0);
+        QMap<int, int> ids = receipts(f);
         QCOMPARE(ids.size(), 3);
 
-        CliRun r =
-            f.admin(cmd("estornar", ids[3]) << QStringLiteral("--motivo")
-                                            << QStringLiteral("Cobrado a mais") << words("--json"));
+        CliRun r = admin(f, cmd("estornar", ids[3])
+                                << QStringLiteral("--motivo") << QStringLiteral("Cobrado a mais")
+                                << words("--json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Exclusão efetuada com sucesso!!")));
         QCOMPARE(r.json().value(u"fita").toString(), QStringLiteral("impressa"));
@@ -65,8 +63,8 @@ private slots:
         QVERIFY(
             emulator.tape().contains(QStringLiteral("(-)  ESTORNO ITEM: 003 --->         5,00")));
 
-        r = f.admin(cmd("alterar", ids[2])
-                    << words("--valor 99,15 --tipo 2 --motivo conferido --json"));
+        r = admin(f, cmd("alterar", ids[2])
+                         << words("--valor 99,15 --tipo 2 --motivo conferido --json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Operação efetuada com sucesso!!")));
         const QJsonObject depois = r.json().value(u"depois").toObject();
@@ -84,7 +82,7 @@ private slots:
         const QByteArray logBefore = log.readAll();
         log.close();
         QVERIFY(logBefore.contains("Motivo da Altera\xE7\xE3o: conferido\r\n"));
-        const auto before = f.receipts();
+        const auto before = receipts(f);
         const QList<std::pair<QStringList, QString>> refusals = {
             {cmd("estornar", ids[1]), QStringLiteral("Um motivo deve ser especificado!!")},
             {cmd("alterar", ids[1]) << words("--valor 12,ab --motivo x"),
@@ -99,24 +97,24 @@ private slots:
             {cmd("reverter", ids[1]),
              QStringLiteral("Não há estorno deste recebimento para reverter!!")}};
         for (const auto& [args, message] : refusals) {
-            r = f.admin(args);
+            r = admin(f, args);
             QCOMPARE(r.code, 1);
             QVERIFY2(r.err.contains(message), qPrintable(r.err));
         }
         r = f.run(cmd("estornar", ids[1]) << words("--motivo x"), "errada\n");
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Senha de administrador não aceita.")));
-        QCOMPARE(f.admin(words("recebimento estornar --motivo x")).code, 2);
-        QCOMPARE(f.receipts(), before);
+        QCOMPARE(admin(f, words("recebimento estornar --motivo x")).code, 2);
+        QCOMPARE(receipts(f), before);
         QVERIFY(log.open(QIODevice::ReadOnly));
         QCOMPARE(log.readAll(), logBefore);
         log.close();
 
-        r = f.admin(cmd("reverter", ids[3]) << words("--json"));
+        r = admin(f, cmd("reverter", ids[3]) << words("--json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Revertido com sucesso!!")));
         QCOMPARE(r.json().value(u"depois").toObject().value("idrecebe").toInt(), ids[3]);
-        QCOMPARE(f.receipts(), ids); // the same key under the same number
+        QCOMPARE(receipts(f), ids); // the same key under the same number
         QVERIFY(
             emulator.tape().contains(QStringLiteral("(+)  REVERTE ITEM: 003 --->         5,00")));
 
@@ -144,17 +142,17 @@ private slots:
 
         // A printer that is off-line does not undo the correction: the tape is reported missing.
         emulator.setOffline(true);
-        r = f.admin(cmd("estornar", ids[2]) << words("--motivo x --json"));
+        r = admin(f, cmd("estornar", ids[2]) << words("--motivo x --json"));
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"fita").toString(), QStringLiteral("nao_impressa"));
         QVERIFY(r.json().value(u"registrado").toBool());
         QVERIFY(r.err.contains(QStringLiteral("a linha da fita não foi impressa")));
-        QVERIFY(!f.receipts().values().contains(ids[2]));
+        QVERIFY(!receipts(f).values().contains(ids[2]));
         emulator.setOffline(false);
 
         // A closed day is refused.
-        QCOMPARE(f.admin(words("caixa encerrar --sem-cupom")).code, 0);
-        r = f.admin(cmd("estornar", ids[1]) << words("--motivo x"));
+        QCOMPARE(admin(f, words("caixa encerrar --sem-cupom")).code, 0);
+        r = admin(f, cmd("estornar", ids[1]) << words("--motivo x"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("O movimento deste dia está encerrado!!")));
     }

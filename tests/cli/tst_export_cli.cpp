@@ -17,29 +17,27 @@ using BR = BankFileReader;
 
 const QString kData = QStringLiteral("23/11/2026");
 
-class Folder : public CliFolder {
-public:
-    Folder() {
-        for (const auto& [k, v] : QList<QPair<const char*, QString>>{
-                 {"Path3", path(QStringLiteral("Export"))},
-                 {"caminho_febraban", path(QStringLiteral("Febraban"))},
-                 {"cod_banco_cnab", QStringLiteral("104")},
-                 {"nome_banco", QStringLiteral("BANCO DA PRACA")},
-                 {"cedente_agua", QStringLiteral("112233")},
-                 {"cedente_iptu", QStringLiteral("445566")},
-                 {"agencia", QStringLiteral("321")},
-                 {"dv", QStringLiteral("X")},
-                 {"cnpj", QStringLiteral("98765432000110")},
-                 {"guiche", QStringLiteral("C")}})
-            set(QStringLiteral("Export"), QLatin1String(k), v);
-        QDir().mkpath(path(QStringLiteral("Export")));
-        QDir().mkpath(path(QStringLiteral("Febraban")));
-    }
-    // A cashier's command on the test day.
-    CliRun cashier(QStringList args) const {
-        return asAdmin(args << QStringLiteral("--data") << kData);
-    }
-};
+// The [Export] section of a counter that writes bank files into its own folder.
+void exportSettings(const CliFolder& f) {
+    for (const auto& [k, v] : QList<QPair<const char*, QString>>{
+             {"Path3", f.path(QStringLiteral("Export"))},
+             {"caminho_febraban", f.path(QStringLiteral("Febraban"))},
+             {"cod_banco_cnab", QStringLiteral("104")},
+             {"nome_banco", QStringLiteral("BANCO DA PRACA")},
+             {"cedente_agua", QStringLiteral("112233")},
+             {"cedente_iptu", QStringLiteral("445566")},
+             {"agencia", QStringLiteral("321")},
+             {"dv", QStringLiteral("X")},
+             {"cnpj", QStringLiteral("98765432000110")},
+             {"guiche", QStringLiteral("C")}})
+        f.set(QStringLiteral("Export"), QLatin1String(k), v);
+    QDir().mkpath(f.path(QStringLiteral("Export")));
+    QDir().mkpath(f.path(QStringLiteral("Febraban")));
+}
+// A cashier's command on the test day.
+CliRun cashier(const CliFolder& f, QStringList args) {
+    return f.asAdmin(args << QStringLiteral("--data") << kData);
+}
 
 // Each record of a file against the one expected, field by field.
 void sameRecords(const QStringList& lines, const QList<QList<BR::Field>>& expected, int width) {
@@ -60,7 +58,8 @@ class tst_export_cli : public QObject {
     Q_OBJECT
 private slots:
     void bothFilesFromReceivedCodes() {
-        Folder f;
+        CliFolder f;
+        exportSettings(f);
         const QString slipA =
             TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
                             QStringLiteral("24"));
@@ -73,13 +72,13 @@ private slots:
         };
         const QString guideA = guide(45678, "20261201", '3');
         const QString guideB = guide(100, "20261202", '4');
-        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
-        const CliRun rec = f.cashier(words("caixa receber")
-                                     << slipA << guideA << slipB << guideB << words("--json"));
+        QCOMPARE(cashier(f, words("caixa abrir")).code, 0);
+        const CliRun rec = cashier(f, words("caixa receber")
+                                          << slipA << guideA << slipB << guideB << words("--json"));
         QCOMPARE(rec.code, 0);
         QCOMPARE(rec.json().value(u"gravados").toArray().size(), 4);
 
-        CliRun r = f.cashier(words("exportar listar --tipo 1 --json"));
+        CliRun r = cashier(f, words("exportar listar --tipo 1 --json"));
         QCOMPARE(r.code, 0);
         const QJsonArray guides = r.array();
         QCOMPARE(guides.size(), 2);
@@ -92,15 +91,15 @@ private slots:
         // The second guide leaves the file, comes back, and leaves again.
         const QString second = ids(guides).at(1);
         const QStringList rejeitar = words("exportar rejeitar --id") << second;
-        QCOMPARE(f.cashier(rejeitar).code, 0);
-        r = f.cashier(words("exportar listar --tipo 1 --rejeitados --json"));
+        QCOMPARE(cashier(f, rejeitar).code, 0);
+        r = cashier(f, words("exportar listar --tipo 1 --rejeitados --json"));
         QCOMPARE(ids(r.array()), QStringList{second});
         QCOMPARE(r.array().at(0).toObject().value(u"export").toInt(), 1);
-        QCOMPARE(f.cashier(words("exportar confirmar --id") << second).code, 0);
-        QCOMPARE(f.cashier(rejeitar + words("999")).code, 1);
-        QCOMPARE(f.cashier(rejeitar).code, 0);
+        QCOMPARE(cashier(f, words("exportar confirmar --id") << second).code, 0);
+        QCOMPARE(cashier(f, rejeitar + words("999")).code, 1);
+        QCOMPARE(cashier(f, rejeitar).code, 0);
 
-        r = f.cashier(words("exportar febraban --tipo 1 --banco 033 --json"));
+        r = cashier(f, words("exportar febraban --tipo 1 --banco 033 --json"));
         QCOMPARE(r.code, 0);
         QJsonObject o = r.json();
         QCOMPARE(o.value(u"registros").toInt(), 3);
@@ -117,7 +116,7 @@ private slots:
              BR::febTrailer(3, QStringLiteral("00000000000045678"))},
             150);
 
-        r = f.cashier(words("exportar cnab --tipo 4 --json"));
+        r = cashier(f, words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 0);
         o = r.json();
         QCOMPARE(o.value(u"registros").toInt(), 8);
@@ -155,15 +154,16 @@ private slots:
     // lists both; reversing it says which file carried it, and the yearly log, lost, comes
     // back from the database when `estornos` reads it.
     void runsOfOneMinuteAndTheirReceipts() {
-        Folder f;
+        CliFolder f;
+        exportSettings(f);
         const QString slip =
             TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
                             QStringLiteral("24"));
-        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
-        QCOMPARE(f.cashier(words("caixa receber") << slip).code, 0);
+        QCOMPARE(cashier(f, words("caixa abrir")).code, 0);
+        QCOMPARE(cashier(f, words("caixa receber") << slip).code, 0);
         QStringList files;
         for (int nsa = 1; nsa <= 2; ++nsa) {
-            const CliRun r = f.cashier(words("exportar cnab --tipo 4 --json"));
+            const CliRun r = cashier(f, words("exportar cnab --tipo 4 --json"));
             QCOMPARE(r.code, 0);
             QCOMPARE(r.json().value(u"nsa").toInt(), nsa);
             files << r.json().value(u"arquivo").toString();
@@ -175,7 +175,7 @@ private slots:
         QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}).size(),
                  2);
 
-        CliRun r = f.cashier(words("exportar listar --tipo 4 --json"));
+        CliRun r = cashier(f, words("exportar listar --tipo 4 --json"));
         const QJsonObject row = r.array().at(0).toObject();
         const QJsonArray carried = row.value(u"arquivos").toArray();
         QCOMPARE(carried.size(), 2);
@@ -184,7 +184,7 @@ private slots:
         QCOMPARE(carried.at(1).toObject().value(u"nsa").toInt(), 2);
 
         const QString id = QString::number(row.value(u"idrecebe").toInt());
-        r = f.cashier(words("recebimento estornar --motivo dobro --json --id") << id);
+        r = cashier(f, words("recebimento estornar --motivo dobro --json --id") << id);
         QCOMPARE(r.code, 0);
         const QString sent =
             QStringLiteral("%1 (NSA 1), %2 (NSA 2)")
@@ -213,24 +213,25 @@ private slots:
     }
 
     void refusals() {
-        Folder f;
-        QCOMPARE(f.cashier(words("caixa abrir")).code, 0);
+        CliFolder f;
+        exportSettings(f);
+        QCOMPARE(cashier(f, words("caixa abrir")).code, 0);
         for (const char* bad : {"12", "1234", "1a2"}) {
-            const CliRun r = f.cashier(words("exportar febraban --tipo 1 --banco") + words(bad));
+            const CliRun r = cashier(f, words("exportar febraban --tipo 1 --banco") + words(bad));
             QCOMPARE(r.code, 1);
             QVERIFY(r.err.contains(QStringLiteral("Código do banco não informado!!")));
         }
         // Without --banco the kind's own code is used: the demo's IPTU has four digits.
-        QCOMPARE(f.cashier(words("exportar febraban --tipo 1")).code, 1);
+        QCOMPARE(cashier(f, words("exportar febraban --tipo 1")).code, 1);
         f.set(QStringLiteral("Export"), QStringLiteral("cnpj"), QStringLiteral("1234567800011"));
-        CliRun r = f.cashier(words("exportar cnab --tipo 4 --json"));
+        CliRun r = cashier(f, words("exportar cnab --tipo 4 --json"));
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(u"erros").toArray().size(), 2);
         QVERIFY(r.err.contains(QStringLiteral("Erro ao gerar header do CNAB -> 0")));
         QCOMPARE(QDir(f.path(QStringLiteral("Export"))).entryList({QStringLiteral("Cnab*")}),
                  QStringList());
-        QCOMPARE(f.cashier(words("exportar cnab")).code, 2);
-        QCOMPARE(f.cashier(words("exportar rejeitar")).code, 2);
+        QCOMPARE(cashier(f, words("exportar cnab")).code, 2);
+        QCOMPARE(cashier(f, words("exportar rejeitar")).code, 2);
         QCOMPARE(f.run(words("exportar listar --tipo 1"), "errada\n").code, 1);
     }
 };

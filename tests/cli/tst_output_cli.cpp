@@ -36,23 +36,18 @@ bool isFifo(const QString& path) {
     return ::lstat(QFile::encodeName(path).constData(), &st) == 0 && S_ISFIFO(st.st_mode);
 }
 
-class Folder : public CliFolder {
-public:
-    Folder() = default;
-    // A folder at an absolute place (a small disk of its own).
-    explicit Folder(const QString& at) : CliFolder(at) { makeDemo(); }
-    // The operator's password, then the administrator's, on the day the tests use.
-    CliRun day(QStringList args) const {
-        args << QStringLiteral("--data") << kDia;
-        return run(args, password() + "\n" + password() + "\n");
-    }
-    // A day open with one receipt of 10,00.
-    bool withReceipt() const {
-        return day(words("caixa abrir")).code == 0 &&
-               day(words("caixa receber --avulso 8:10,00")).code == 0;
-    }
-    int receipts() const { return day(words("caixa recebimentos --json")).array().size(); }
-};
+// A command of the day the tests use.
+CliRun day(const CliFolder& f, const QStringList& args) {
+    return f.onDay(kDia, args);
+}
+// A day open with one receipt of 10,00.
+bool withReceipt(const CliFolder& f) {
+    return day(f, words("caixa abrir")).code == 0 &&
+           day(f, words("caixa receber --avulso 8:10,00")).code == 0;
+}
+int receipts(const CliFolder& f) {
+    return day(f, words("caixa recebimentos --json")).array().size();
+}
 
 // `lancamento gravar --tipo saida` with one item of 5,00 and `descricao`.
 QStringList paymentOut(const QString& descricao, const QString& numero = QStringLiteral("1")) {
@@ -84,8 +79,8 @@ private slots:
     void outputPathsRefuseOwnFilesAndOddFiles() {
         QFETCH(QString, command);
         QFETCH(QString, target);
-        static Folder f;
-        static const bool ready = f.ok() && f.withReceipt();
+        static CliFolder f;
+        static const bool ready = f.ok() && withReceipt(f);
         QVERIFY(ready);
         QDir().mkpath(f.path(QStringLiteral("copias")));
         QString path = f.path(target);
@@ -119,7 +114,7 @@ private slots:
 
         const CliRun r = command == QLatin1String("copia")
                              ? f.asAdmin(words("copia") << path)
-                             : f.day(words("integracao --saida") << path);
+                             : day(f, words("integracao --saida") << path);
         QVERIFY2(r.code == 1, qPrintable(QString::number(r.code) + r.err));
         QVERIFY(!r.err.isEmpty());
         if (ownChanges) {
@@ -136,19 +131,19 @@ private slots:
         if (target.endsWith(QLatin1String("link")))
             QVERIFY(QFileInfo(path).isSymLink());
         // The counter still works on its database.
-        QCOMPARE(f.receipts(), 1);
+        QCOMPARE(receipts(f), 1);
     }
 
     // A new file is written; the same path a second time is refused and keeps the first.
     void outputIsANewFileOnly() {
-        Folder f;
-        QVERIFY(f.ok() && f.withReceipt());
+        CliFolder f;
+        QVERIFY(f.ok() && withReceipt(f));
         const QString out = f.path(QStringLiteral("saida.INT"));
-        QCOMPARE(f.day(words("integracao --saida") << out).code, 0);
+        QCOMPARE(day(f, words("integracao --saida") << out).code, 0);
         const QByteArray first = bytesOf(out);
         QVERIFY(first.startsWith('A'));
-        QCOMPARE(f.day(words("caixa receber --avulso 8:20,00")).code, 0);
-        const CliRun again = f.day(words("integracao --saida") << out);
+        QCOMPARE(day(f, words("caixa receber --avulso 8:20,00")).code, 0);
+        const CliRun again = day(f, words("integracao --saida") << out);
         QCOMPARE(again.code, 1);
         QVERIFY2(again.err.contains(QStringLiteral("já existe e não será substituído")),
                  qPrintable(again.err));
@@ -195,13 +190,13 @@ private slots:
         QFETCH(QString, descricao);
         QFETCH(QString, numero);
         QFETCH(QString, expected);
-        static Folder f;
-        static const bool ready = f.ok() && f.withReceipt();
+        static CliFolder f;
+        static const bool ready = f.ok() && withReceipt(f);
         QVERIFY(ready);
-        const CliRun r = f.day(paymentOut(descricao, numero));
+        const CliRun r = day(f, paymentOut(descricao, numero));
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(expected), qPrintable(r.err));
-        QCOMPARE(f.day(words("lancamento listar --tipo saida --json"))
+        QCOMPARE(day(f, words("lancamento listar --tipo saida --json"))
                      .json()
                      .value(u"lancamentos")
                      .toArray()
@@ -210,15 +205,15 @@ private slots:
     }
 
     void integrationFileHoldsWellFormedRecordsOnly() {
-        Folder f;
-        QVERIFY(f.ok() && f.withReceipt());
+        CliFolder f;
+        QVERIFY(f.ok() && withReceipt(f));
         const QString longest(170, QChar(0xC7)); // Ç: one byte in the file
-        QCOMPARE(f.day(paymentOut(QStringLiteral("PAGTO\r\nR26112026 00099"))).code, 1);
-        QCOMPARE(f.day(paymentOut(QString(175, QLatin1Char('X')))).code, 1);
-        QCOMPARE(f.day(paymentOut(longest, QString(29, QLatin1Char('7')))).code, 0);
-        QCOMPARE(f.day(paymentOut(QStringLiteral("ÁGUA E LUZ"))).code, 0);
+        QCOMPARE(day(f, paymentOut(QStringLiteral("PAGTO\r\nR26112026 00099"))).code, 1);
+        QCOMPARE(day(f, paymentOut(QString(175, QLatin1Char('X')))).code, 1);
+        QCOMPARE(day(f, paymentOut(longest, QString(29, QLatin1Char('7')))).code, 0);
+        QCOMPARE(day(f, paymentOut(QStringLiteral("ÁGUA E LUZ"))).code, 0);
         const QString out = f.path(QStringLiteral("dia.INT"));
-        const CliRun r = f.day(words("integracao --json --saida") << out);
+        const CliRun r = day(f, words("integracao --json --saida") << out);
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"erros").toArray().size(), 0);
         const QList<QByteArray> lines = bytesOf(out).split('\n');
@@ -253,20 +248,20 @@ private slots:
     void fractionsOfACentavoAreRefused() {
         QFETCH(QString, args);
         QFETCH(int, exit);
-        static Folder f;
-        static const bool ready = f.ok() && f.withReceipt();
+        static CliFolder f;
+        static const bool ready = f.ok() && withReceipt(f);
         QVERIFY(ready);
         const QByteArray before =
-            f.day(words("caixa recebimentos --json")).outBytes + f.day(words("cofre")).outBytes;
-        const CliRun r = f.day(args.split(QLatin1Char(' ')));
+            day(f, words("caixa recebimentos --json")).outBytes + day(f, words("cofre")).outBytes;
+        const CliRun r = day(f, args.split(QLatin1Char(' ')));
         QVERIFY2(r.code == exit, qPrintable(QString::number(r.code) + r.err));
         if (args.startsWith(QLatin1String("caixa receber")))
             QVERIFY2(r.err.contains(QStringLiteral("mais de duas casas decimais")),
                      qPrintable(r.err));
-        QCOMPARE(f.day(words("caixa recebimentos --json")).outBytes +
-                     f.day(words("cofre")).outBytes,
+        QCOMPARE(day(f, words("caixa recebimentos --json")).outBytes +
+                     day(f, words("cofre")).outBytes,
                  before);
-        QCOMPARE(f.day(words("lancamento listar --tipo saida --json"))
+        QCOMPARE(day(f, words("lancamento listar --tipo saida --json"))
                      .json()
                      .value(u"lancamentos")
                      .toArray()
@@ -291,19 +286,19 @@ private slots:
     }
     void otherTextIsCheckedAtEntry() {
         QFETCH(QStringList, args);
-        static Folder f;
-        static const bool ready = f.ok() && f.withReceipt();
+        static CliFolder f;
+        static const bool ready = f.ok() && withReceipt(f);
         QVERIFY(ready);
-        const QByteArray before = f.day(words("caixa recebimentos --json")).outBytes +
+        const QByteArray before = day(f, words("caixa recebimentos --json")).outBytes +
                                   f.run(words("usuario listar --json")).outBytes +
                                   f.run(words("tipo listar --json")).outBytes;
         const CliRun r = args.first() == QLatin1String("usuario") ? f.run(args, "senha-nova-123\n")
-                                                                  : f.day(args);
+                                                                  : day(f, args);
         QVERIFY2(r.code == 1 || r.code == 2, qPrintable(QString::number(r.code) + r.err));
         QVERIFY2(r.err.contains(QStringLiteral("caractere")) ||
                      r.err.contains(QStringLiteral("quebra de linha")),
                  qPrintable(r.err));
-        QCOMPARE(f.day(words("caixa recebimentos --json")).outBytes +
+        QCOMPARE(day(f, words("caixa recebimentos --json")).outBytes +
                      f.run(words("usuario listar --json")).outBytes +
                      f.run(words("tipo listar --json")).outBytes,
                  before);
@@ -320,13 +315,13 @@ private slots:
     }
     void repeatedOptionsAreRefused() {
         QFETCH(QString, args);
-        static Folder f;
-        static const bool ready = f.ok() && f.withReceipt();
+        static CliFolder f;
+        static const bool ready = f.ok() && withReceipt(f);
         QVERIFY(ready);
-        const CliRun r = f.day(args.split(QLatin1Char(' ')));
+        const CliRun r = day(f, args.split(QLatin1Char(' ')));
         QCOMPARE(r.code, 2);
         QVERIFY2(r.err.contains(QStringLiteral("foi dada mais de uma vez")), qPrintable(r.err));
-        QCOMPARE(f.receipts(), 1);
+        QCOMPARE(receipts(f), 1);
     }
 
     void emptyFolderOptionIsRefused() {
@@ -338,15 +333,15 @@ private slots:
         QVERIFY(p.waitForFinished(30000));
         QCOMPARE(p.exitCode(), 2);
         QVERIFY(p.readAllStandardError().contains("--pasta precisa de uma pasta"));
-        Folder f;
+        CliFolder f;
         QVERIFY(f.ok());
         QCOMPARE(f.run(words("caixa situacao --pasta") << f.path()).code, 2);
     }
 
     // A Log.ini that is a FIFO would hang every command that logs: it is named and left alone.
     void fifoLogIsRefused() {
-        Folder f;
-        QVERIFY(f.ok() && f.withReceipt());
+        CliFolder f;
+        QVERIFY(f.ok() && withReceipt(f));
         const QString log = f.path(QStringLiteral("Log.ini"));
         QFile::remove(log);
         QCOMPARE(::mkfifo(QFile::encodeName(log).constData(), 0600), 0);
@@ -361,9 +356,9 @@ private slots:
 
     // Opening a folder closes again what was left open, and removes copies cut short.
     void openingClosesFilesAndRemovesLeftovers() {
-        Folder f;
-        QVERIFY(f.ok() && f.withReceipt());
-        QCOMPARE(f.day(words("controle")).code, 0);
+        CliFolder f;
+        QVERIFY(f.ok() && withReceipt(f));
+        QCOMPARE(day(f, words("controle")).code, 0);
         QCOMPARE(f.asAdmin(words("copia") << f.path(QStringLiteral("copia-manual.db"))).code, 0);
         const QString copias = f.path(QStringLiteral("copias"));
         QVERIFY(QDir().mkpath(copias));
@@ -390,7 +385,7 @@ private slots:
                 QVERIFY(p.setFileTime(QDateTime::currentDateTime().addSecs(-3600),
                                       QFileDevice::FileModificationTime));
         }
-        QCOMPARE(f.day(words("caixa abrir")).code, 0);
+        QCOMPARE(day(f, words("caixa abrir")).code, 0);
         QCOMPARE(mode(copias), 0700);
         QCOMPARE(mode(copy), 0600);
         QCOMPARE(mode(receb), 0600);
@@ -423,21 +418,21 @@ private slots:
         };
         QCOMPARE(fullDisk(disk, "size=3m"), 0);
         QCOMPARE(fullDisk(other, "size=256k"), 0);
-        Folder f(disk.filePath(QStringLiteral("caixa")));
+        CliFolder f(CliFolder::At{disk.filePath(QStringLiteral("caixa"))});
         QVERIFY(f.ok());
         f.set(QStringLiteral("Export"), QStringLiteral("cod_banco_cnab"), QStringLiteral("104"));
         f.set(QStringLiteral("Export"), QStringLiteral("Path3"), f.path(QStringLiteral("Export")));
         QDir().mkpath(f.path(QStringLiteral("Export")));
-        QVERIFY(f.withReceipt());
+        QVERIFY(withReceipt(f));
         const QString slip =
             TestCodes::slip(1651, 8915, QStringLiteral("12345"), QStringLiteral("111333555555555"),
                             QStringLiteral("24"));
-        QCOMPARE(f.day(words("caixa receber") << slip).code, 0);
+        QCOMPARE(day(f, words("caixa receber") << slip).code, 0);
 
         // The files on another disk, full.
         fill(other);
         const QString integ = other.filePath(QStringLiteral("cheio.INT"));
-        const CliRun r = f.day(words("integracao --saida") << integ);
+        const CliRun r = day(f, words("integracao --saida") << integ);
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("Disco cheio: ") + integ), qPrintable(r.err));
         QVERIFY(!QFileInfo::exists(integ));
@@ -449,7 +444,7 @@ private slots:
 
         // The program's own disk full: the bank run cannot even take its lock.
         fill(disk);
-        const CliRun cnab = f.day(words("exportar cnab --tipo 4"));
+        const CliRun cnab = day(f, words("exportar cnab --tipo 4"));
         QCOMPARE(cnab.code, 1);
         QVERIFY2(cnab.err.contains(QStringLiteral("Disco cheio: ") + f.path()),
                  qPrintable(cnab.err));
@@ -459,7 +454,7 @@ private slots:
 
     // A printer port "file:NAME" is a file of the program's folder, whatever the current one.
     void relativePrinterFileIsInTheProgramFolder() {
-        Folder f;
+        CliFolder f;
         QVERIFY(f.ok());
         const QString name =
             QStringLiteral("fita-%1.txt").arg(QRandomGenerator::global()->generate());

@@ -438,13 +438,12 @@ private slots:
         QCOMPARE(pay.code, 1);
     }
 
-    // The disk fills while the counter works: the database refuses the payment, the control
-    // file on a full disk is named, and both say "Disco cheio" with the path.
+    // The disk of the control file fills while the counter works: the payment stands, the file
+    // is named with "Disco cheio" in the answer and in Log.ini, and rebuilt once there is room.
     void fullDiskIsNamed() {
         if (!canMount())
             QSKIP("a small disk of its own needs permission to mount one");
-        QTemporaryDir disk, other;
-        // A tmpfs of `size` on `dir`, unmounted when the test ends.
+        QTemporaryDir other;
         QList<QString> mounted;
         const auto cleanup = qScopeGuard([&] {
             for (const QString& m : mounted)
@@ -462,19 +461,10 @@ private slots:
             while (filler.write(QByteArray(1024, 'x')) == 1024 && filler.flush()) {
             }
         };
-        QCOMPARE(tmpfs(disk, "size=2m"), 0);
-        Folder f(false, disk.filePath(QStringLiteral("caixa")));
+        Folder f;
         QVERIFY(f.ok());
         QCOMPARE(f.asAdmin(words("caixa abrir")).code, 0);
-        fill(disk);
-        const CliRun full = f.asAdmin(words("caixa receber") << guide(1));
-        QCOMPARE(full.code, 1);
-        QVERIFY2(
-            full.err.contains(QStringLiteral("Disco cheio: ") + f.path(QStringLiteral("caixa.db"))),
-            qPrintable(full.err));
-        QFile::remove(disk.filePath(QStringLiteral("enchimento")));
 
-        // The control file on another disk, full; Log.ini has room and records it.
         QCOMPARE(tmpfs(other, "size=64k"), 0);
         f.set(QStringLiteral("Export"), QStringLiteral("Path3"), other.path());
         f.set(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));

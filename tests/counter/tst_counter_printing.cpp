@@ -4,6 +4,7 @@
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "OpenCounter.h"
 #include "PaymentRecorder.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
@@ -19,41 +20,13 @@ namespace {
 const QString kGuia = QStringLiteral("81660000003124004262026113058888888888888888");
 const QString kBoleto = QStringLiteral("00193165100000089151234500000000000000000000");
 
-// A seeded counter of ANA at guiche 3 printing "PMX" on an emulated Bematech with a document in
-// place; the day is opened once `open()` is called.
-struct Counter {
-    TestApp app;
-    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
-    PrinterService service{app.ctx()};
-    AuthCounterPrinter printer{app.ctx(), service};
-    CounterSession s{app.ctx(), &printer};
-    QList<QList<int>> stamped, missed; // per block of documents
-    explicit Counter(const QString& modelo = QStringLiteral("bematech"),
-                     const QString& modo = QStringLiteral("1")) {
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        for (const auto& [section, key, value] : {std::tuple{"Print", "impressora", modelo},
-                                                  {"Print", "modo", modo},
-                                                  {"Print", "print_cupom", QStringLiteral("1")},
-                                                  {"Mensagem", "cabecalho", QStringLiteral("PMX")},
-                                                  {"Export", "guiche", QStringLiteral("3")}})
-            app.setOption(QLatin1String(section), QLatin1String(key), value);
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        app.ctx().userName = QStringLiteral("ANA");
-        emulator.setDocument(true);
-        service.makeTransport = [this] { return std::make_unique<MemoryTransport>(emulator); };
-        service.sleep = [](int) {};
-        printer.autenticados = [this](const QList<int>& done, const QList<int>& n) {
-            stamped << done;
-            missed << n;
-        };
-        if (modelo == QLatin1String("bematech"))
-            service.abrirPorta();
-    }
-    void open() {
-        QVERIFY(s.day().abrir());
-        app.dialogs().clear();
-    }
-};
+// The shared counter on its emulated printer, the coupon on: [Print] impressora and modo as given.
+void print(OpenCounter& c, const QString& modelo = QStringLiteral("bematech"),
+           const QString& modo = QStringLiteral("1")) {
+    c.app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), modelo);
+    c.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), modo);
+    c.app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+}
 } // namespace
 
 class tst_counter_printing : public QObject {
@@ -62,18 +35,20 @@ private slots:
     // With the printer switched off in the settings a payment leaves no document waiting for a
     // re-stamp and says nothing about the printer.
     void printerSwitchedOffLeavesNothingToReStamp() {
-        Counter c(QStringLiteral("bematech"), QStringLiteral("0"));
-        c.open();
-        QVERIFY(c.s.ler(kBoleto).accepted);
-        QVERIFY(c.s.gravar());
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c, QStringLiteral("bematech"), QStringLiteral("0"));
+        QVERIFY(c.open());
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        QVERIFY(c.session.gravar());
         QCOMPARE(c.missed, QList<QList<int>>{{}});
         QCOMPARE(c.app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
         QVERIFY(c.emulator.documents().isEmpty());
     }
 
     void wholeDay() {
-        Counter c;
-        c.open();
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
+        QVERIFY(c.open());
         QCOMPARE(c.emulator.tape().mid(0, 5),
                  (QStringList{QString(40, QLatin1Char('=')),
                               QStringLiteral("=      ABERTURA DE MOVIMENTO: 001      ="),
@@ -81,10 +56,10 @@ private slots:
                               QString(40, QLatin1Char('=')),
                               QStringLiteral("DATA/HORA: 23/11/2026 10:00:00")}));
 
-        QVERIFY(c.s.ler(kGuia).accepted);
-        QVERIFY(c.s.ler(kBoleto).accepted);
-        c.s.tender(Money::fromReais(500));
-        QVERIFY(c.s.gravar());
+        QVERIFY(c.session.ler(kGuia).accepted);
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        c.session.tender(Money::fromReais(500));
+        QVERIFY(c.session.gravar());
         QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R")}));
@@ -97,8 +72,8 @@ private slots:
         for (const QString& line : tape)
             QVERIFY2(line.size() <= 40, qPrintable(line));
 
-        QVERIFY(c.s.day().encerrar());
-        QVERIFY(c.s.day().imprimirEncerramento());
+        QVERIFY(c.session.day().encerrar());
+        QVERIFY(c.session.day().imprimirEncerramento());
         QVERIFY(
             c.emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
         QVERIFY(
@@ -111,14 +86,15 @@ private slots:
     // documents named for the re-stamp. With the printer back, the last payment and one receipt
     // by its number are stamped again, after the tape lines kept meanwhile.
     void silentPrinterAndRestamp() {
-        Counter c;
-        c.open();
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
+        QVERIFY(c.open());
         c.emulator.setSilent(true);
-        QVERIFY(c.s.ler(kGuia).accepted);
-        QVERIFY(c.s.ler(kBoleto).accepted);
-        QVERIFY(
-            c.s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
-        QVERIFY(c.s.gravar());
+        QVERIFY(c.session.ler(kGuia).accepted);
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        QVERIFY(c.session.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"),
+                                            Money::fromReais(5)));
+        QVERIFY(c.session.gravar());
         QCOMPARE(c.app.dialogs().texts(),
                  (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 3);
@@ -128,7 +104,7 @@ private slots:
 
         c.emulator.setSilent(false);
         c.app.dialogs().clear();
-        QVERIFY(c.s.reautenticarUltimo());
+        QVERIFY(c.session.reautenticarUltimo());
         QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
@@ -142,20 +118,21 @@ private slots:
         QCOMPARE(tape.count(line1), 2);
         QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ANA")));
         QVERIFY(tape.indexOf(QStringLiteral(" OPR: ANA")) < tape.lastIndexOf(line1));
-        QVERIFY(c.s.reautenticar(2));
+        QVERIFY(c.session.reautenticar(2));
         QCOMPARE(c.emulator.documents().last(),
                  QStringLiteral("PMX 3 0002 23/11/2026         89,15R"));
-        QVERIFY(!c.s.reautenticar(9));
+        QVERIFY(!c.session.reautenticar(9));
         QCOMPARE(c.app.dialogs().texts(),
                  QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
     }
 
     void textModelCoupon() {
-        Counter c(QStringLiteral("txt"));
-        c.open();
-        QVERIFY(c.s.ler(kBoleto).accepted);
-        c.s.tender(Money::fromReais(100));
-        QVERIFY(c.s.gravar());
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c, QStringLiteral("txt"));
+        QVERIFY(c.open());
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        c.session.tender(Money::fromReais(100));
+        QVERIFY(c.session.gravar());
         const QStringList files = QDir(c.app.path(QStringLiteral("Cupons"))).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);
         QFile f(c.app.path(QStringLiteral("Cupons/")) + files.first());
@@ -168,7 +145,8 @@ private slots:
     // The closing prints the audit chain's last hash and leaves a copy of the closed database;
     // only the newest 30 copies stay.
     void closingAnchorsTheChainAndCopiesTheDatabase() {
-        Counter c;
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
         const QString copies = c.app.path(QStringLiteral("copias"));
         QVERIFY(QDir().mkpath(copies));
         for (int day = 1; day <= 30; ++day)
@@ -176,17 +154,17 @@ private slots:
                 QDir(copies).filePath(
                     QStringLiteral("caixa-202610%1-180000.db").arg(day, 2, 10, QLatin1Char('0'))),
                 {}));
-        c.open();
-        QVERIFY(c.s.ler(kGuia).accepted);
-        QVERIFY(c.s.gravar());
-        QVERIFY(c.s.day().encerrar());
-        QVERIFY(c.s.day().imprimirEncerramento());
+        QVERIFY(c.open());
+        QVERIFY(c.session.ler(kGuia).accepted);
+        QVERIFY(c.session.gravar());
+        QVERIFY(c.session.day().encerrar());
+        QVERIFY(c.session.day().imprimirEncerramento());
         const QString hash = *AuditChain::lastHash(c.app.db());
-        QCOMPARE(c.s.day().movimento().HASH_CADEIA, hash);
+        QCOMPARE(c.session.day().movimento().HASH_CADEIA, hash);
         QVERIFY(c.emulator.tape().contains(QStringLiteral("CADEIA: ") + hash.left(32)));
         QVERIFY(c.emulator.tape().contains(QString(8, QLatin1Char(' ')) + hash.mid(32)));
         clsMovimento stored(c.app.db());
-        QVERIFY(stored.SQLSelect(c.s.day().movimento().ID));
+        QVERIFY(stored.SQLSelect(c.session.day().movimento().ID));
         QCOMPARE(stored.HASH_CADEIA, hash);
 
         const QStringList kept =

@@ -1,40 +1,24 @@
 // Overdue guides at the counter: consent and refusal, the charges notice, one-off items.
-#include "CounterSession.h"
-#include "DemoData.h"
-#include "TestApp.h"
+#include "OpenCounter.h"
 #include "clsRecebimentos.h"
 
 namespace {
 // Kind 0427 (ISSQN) charges interest; due 10/01/2026, 1.234,56.
 const QString kOverdue = QStringLiteral("81830000012345604272026011000000000000000000");
 
-struct Counter {
-    TestApp app;
-    CounterSession session{app.ctx(), nullptr};
-    explicit Counter(int esquema = 1) {
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QString::number(esquema));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        QVERIFY(session.day().abrir());
-        app.dialogs().clear();
-    }
-    // The counter's read with the operator's answer to frmGuiavencida.
-    CounterSession::ReadResult read(const QString& code, bool consent = true) {
-        auto r = session.ler(code);
-        asked = r.precisaConsentimento;
-        while (r.precisaConsentimento)
-            r = session.continuar(consent);
-        return r;
-    }
-    bool asked = false;
-};
+// Opens the shared counter's day with the charges scheme [Opcoes] juros.
+void start(OpenCounter& c, int esquema = 1) {
+    c.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QString::number(esquema));
+    QVERIFY(c.open());
+}
 } // namespace
 
 class tst_overdue : public QObject {
     Q_OBJECT
 private slots:
     void refusalAddsNothing() {
-        Counter c;
+        OpenCounter c;
+        start(c);
         const auto pending = c.session.ler(kOverdue);
         QVERIFY(pending.precisaConsentimento);
         QVERIFY(!pending.clearField); // the code stays while the question is open
@@ -50,7 +34,8 @@ private slots:
     }
 
     void consentAddsTheCharges() {
-        Counter c;
+        OpenCounter c;
+        start(c);
         c.app.clock().set(QDateTime(QDate(2026, 11, 23), QTime(9, 0)));
         const auto r = c.read(kOverdue);
         QVERIFY(c.asked);
@@ -75,7 +60,8 @@ private slots:
     }
 
     void daysLineOnlyBeyondNinetyDaysOfTheComputerDate() {
-        Counter c;
+        OpenCounter c;
+        start(c);
         c.app.ctx().workingDate = QDate(2026, 11, 23);
         c.app.clock().set(QDateTime(QDate(2026, 4, 10),
                                     QTime(9, 0))); // the computer's date, not the working date
@@ -85,7 +71,8 @@ private slots:
     }
 
     void schemeZeroStillAsksAndShows() {
-        Counter c(0);
+        OpenCounter c;
+        start(c, 0);
         QVERIFY(c.read(kOverdue).accepted);
         QVERIFY(c.asked);
         QCOMPARE(c.session.list().at(0).valor.format(), QStringLiteral("1.234,56"));
@@ -93,7 +80,8 @@ private slots:
     }
 
     void noInterestKindIsFaceValueAfterConsent() {
-        Counter c;
+        OpenCounter c;
+        start(c);
         // Kind 0425 charges no interest unless the code ends in 3; due 15/01/2026.
         const auto r = c.read(QStringLiteral("81630000000500004252026011500000000000000000"));
         QVERIFY(c.asked);
@@ -103,7 +91,8 @@ private slots:
     }
 
     void oneOffItems() {
-        Counter c;
+        OpenCounter c;
+        start(c);
         // Kind 7 charges interest, kind 8 does not; kinds 1 (F) and 4 (C) are not offered.
         auto add = [&](int kind, const char* valor, const char* venc) {
             auto r = c.session.somaAvulso(

@@ -3,7 +3,7 @@
 #include "Acrescimos.h"
 #include "CounterSession.h"
 #include "DailyControlFile.h"
-#include "DemoData.h"
+#include "OpenCounter.h"
 #include "PaymentRecorder.h"
 #include "TestApp.h"
 #include "TextFile.h"
@@ -25,22 +25,13 @@ CustomerItem listed(const QString& code, const char* valor = "10,00") {
     return it;
 }
 
-struct Counter {
-    TestApp app;
-    CounterSession session{app.ctx(), nullptr};
-    explicit Counter(TestApp::Backend b = TestApp::Backend::SQLite) : app(b) {
-        DemoData::seed(app.ctx(), nullptr, nullptr);
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        app.ctx().userName = QStringLiteral("ANA");
-        session.day().abrir();
-    }
-    std::optional<QList<RecordedReceipt>> record(const QList<CustomerItem>& items) {
-        CustomerList list;
-        for (const CustomerItem& it : items)
-            list.append(it);
-        return PaymentRecorder::record(app.ctx(), session.day().movimento(), list);
-    }
-};
+// One customer's items recorded as the counter records them.
+std::optional<QList<RecordedReceipt>> record(OpenCounter& c, const QList<CustomerItem>& items) {
+    CustomerList list;
+    for (const CustomerItem& it : items)
+        list.append(it);
+    return PaymentRecorder::record(c.app.ctx(), c.session.day().movimento(), list);
+}
 
 } // namespace
 
@@ -50,44 +41,46 @@ private slots:
     void aCodeIsRecordedOnce_data() { addBackendRows(); }
     void aCodeIsRecordedOnce() {
         QFETCH(QString, backend);
-        Counter c(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL
-                                                       : TestApp::Backend::SQLite);
+        OpenCounter c(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL
+                                                           : TestApp::Backend::SQLite);
+        QVERIFY(c.open());
         QVERIFY(c.app.ok());
-        QVERIFY(c.record({listed(kGuia)}));
+        QVERIFY(record(c, {listed(kGuia)}));
         // A list that never went through the reading (a loaded sum file, another program).
         c.app.dialogs().clear();
-        QVERIFY(!c.record({listed(kBoleto), listed(kGuia)}));
+        QVERIFY(!record(c, {listed(kBoleto), listed(kGuia)}));
         QVERIFY(c.app.dialogs().last().text.startsWith(QStringLiteral("Conta já Recebida!!!")));
         QVERIFY(c.app.dialogs().last().text.contains(QStringLiteral("item 02")));
-        QVERIFY(!c.record({listed(kBoleto), listed(kBoleto)}));
+        QVERIFY(!record(c, {listed(kBoleto), listed(kBoleto)}));
         QVERIFY(c.app.dialogs().last().text.startsWith(QStringLiteral("Conta já Lançada!!!")));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 1); // nothing of the refused lists
         // Items without a document of their own repeat freely.
         const QString noDocument = QStringLiteral("000") + QString(41, QLatin1Char('3'));
-        QVERIFY(c.record({listed(clsRecebimentos::kSemCodigo), listed(clsRecebimentos::kSemCodigo),
-                          listed(noDocument)}));
-        QVERIFY(c.record({listed(noDocument), listed(QString())}));
+        QVERIFY(record(c, {listed(clsRecebimentos::kSemCodigo), listed(clsRecebimentos::kSemCodigo),
+                           listed(noDocument)}));
+        QVERIFY(record(c, {listed(noDocument), listed(QString())}));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 6);
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos"), QStringLiteral("AUTENTICA = 6")), 1);
     }
 
     void amountsStayWithinTheMaximum() {
-        Counter c;
+        OpenCounter c;
+        QVERIFY(c.open());
         // The customer's total is held to the maximum as well: two one-off items of the
         // maximum each, or the maximum and a centavo, are refused whole.
         const QString noDocument = clsRecebimentos::kSemCodigo;
-        QVERIFY(!c.record(
-            {listed(noDocument, "999.999.999,99"), listed(noDocument, "999.999.999,99")}));
+        QVERIFY(!record(
+            c, {listed(noDocument, "999.999.999,99"), listed(noDocument, "999.999.999,99")}));
         QCOMPARE(c.app.dialogs().last().text,
                  QStringLiteral("O total do cliente (R$ 1.999.999.999,98) passa de "
                                 "R$ 999.999.999,99. Nada foi gravado: divida o pagamento em "
                                 "dois."));
-        QVERIFY(!c.record({listed(kGuia, "999.999.999,99"), listed(kBoleto, "0,01")}));
+        QVERIFY(!record(c, {listed(kGuia, "999.999.999,99"), listed(kBoleto, "0,01")}));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 0);
-        QVERIFY(c.record({listed(kGuia, "999.999.999,98"), listed(kBoleto, "0,01")}));
+        QVERIFY(record(c, {listed(kGuia, "999.999.999,98"), listed(kBoleto, "0,01")}));
         CustomerItem huge = listed(QString(44, QLatin1Char('5')));
         huge.valor = Money::maximum() + Money::fromCents(1);
-        QVERIFY(!c.record({huge}));
+        QVERIFY(!record(c, {huge}));
         QVERIFY(c.app.dialogs().last().text.contains(QStringLiteral("R$ 999.999.999,99")));
 
         // A one-off item far beyond the maximum, or due before 1997, is refused with its entry.
@@ -112,7 +105,8 @@ private slots:
     }
 
     void controlFileFollowsTheReceipts() {
-        Counter c;
+        OpenCounter c;
+        QVERIFY(c.open());
         const QString path = DailyControlFile::path(c.app.ctx(), QDate(2026, 11, 23));
         QVERIFY(c.session.append(listed(kGuia, "312,40")));
         QVERIFY(c.session.gravar());

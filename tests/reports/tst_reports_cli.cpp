@@ -22,15 +22,13 @@ const QString kTaxas = QStringLiteral("81660000003124004262026113058888888888888
 const QString kAgua = QStringLiteral("00193165100000089151234500000000000000000000");
 const QString kIss = QStringLiteral("81830000012345604272026011000000000000000000");
 
-class Folder : public CliFolder {
-public:
-    // The password (operator or administrator: the demo has one) twice, the day, --json.
-    CliRun at(const QString& day, QStringList args) const {
-        args << QStringLiteral("--data") << day << QStringLiteral("--json");
-        return run(args, password() + "\n" + password() + "\n");
-    }
-    CliRun report(QStringList args) const { return run(args, password() + "\n"); }
-};
+// A command of `day`, answered in JSON.
+CliRun at(const CliFolder& f, const QString& day, const QStringList& args) {
+    return f.onDay(day, args + QStringList{QStringLiteral("--json")});
+}
+CliRun report(const CliFolder& f, const QStringList& args) {
+    return f.run(args, f.password() + "\n");
+}
 
 Money money(const QJsonValue& v) {
     return *Money::parse(v.toString());
@@ -48,7 +46,7 @@ QString pdfText(const QString& path) {
 class tst_reports_cli : public QObject {
     Q_OBJECT
 
-    Folder f;
+    CliFolder f;
 
 private slots:
     // A day with receipts of four kinds, an opening, a payment, a withdrawal, a reversal, the
@@ -56,45 +54,48 @@ private slots:
     void initTestCase() {
         QVERIFY(f.ok());
         f.set("Mensagem", "pref", QStringLiteral("PREFEITURA MUNICIPAL DE TOLVANE"));
-        QCOMPARE(f.at(kDia, words("caixa abrir")).code, 0);
-        QCOMPARE(f.at(kDia, words("lancamento gravar --tipo entrada --item 100:200,00")).code, 0);
-        QCOMPARE(f.at(kDia, words("caixa receber")
-                                << kTaxas << kAgua << kIss << words("--avulso 8:5,00"))
+        QCOMPARE(at(f, kDia, words("caixa abrir")).code, 0);
+        QCOMPARE(at(f, kDia, words("lancamento gravar --tipo entrada --item 100:200,00")).code, 0);
+        QCOMPARE(at(f, kDia,
+                    words("caixa receber") << kTaxas << kAgua << kIss << words("--avulso 8:5,00"))
                      .code,
                  0);
-        QCOMPARE(f.at(kDia, words("caixa receber --avulso 7:15,00:23/11/2026:1/2:LOTE")).code, 0);
-        QCOMPARE(f.at(kDia, words("lancamento gravar --tipo sangria --item 100:100,00 "
-                                  "--item 101:50,00:123"))
+        QCOMPARE(at(f, kDia, words("caixa receber --avulso 7:15,00:23/11/2026:1/2:LOTE")).code, 0);
+        QCOMPARE(at(f, kDia,
+                    words("lancamento gravar --tipo sangria --item 100:100,00 "
+                          "--item 101:50,00:123"))
                      .code,
                  0);
-        QCOMPARE(f.at(kDia, words("lancamento gravar --tipo saida --descricao EMPENHO "
-                                  "--item 102:30,00"))
+        QCOMPARE(at(f, kDia,
+                    words("lancamento gravar --tipo saida --descricao EMPENHO "
+                          "--item 102:30,00"))
                      .code,
                  0);
-        const QJsonArray receipts = f.at(kDia, words("caixa recebimentos")).array();
+        const QJsonArray receipts = at(f, kDia, words("caixa recebimentos")).array();
         QCOMPARE(receipts.size(), 5);
         int avulso = 0; // the 5,00 one-off item goes back
         for (const auto& v : receipts)
             if (v.toObject().value(u"valor").toString() == QLatin1String("5,00"))
                 avulso = v.toObject().value(u"idrecebe").toInt();
-        QCOMPARE(f.at(kDia, words("recebimento estornar --motivo DUPLICADO --id")
-                                << QString::number(avulso))
-                     .code,
-                 0);
-        QCOMPARE(f.at(kDia, words("caixa encerrar --sem-cupom")).code, 0);
-        QCOMPARE(f.at(kDia, words("conferencia --item 100:1.000,00 --item 101:320,00:9")).code, 0);
-        QCOMPARE(f.at(kDia2, words("caixa abrir")).code, 0);
-        QCOMPARE(f.at(kDia2, words("caixa receber --avulso 8:42,10")).code, 0);
+        QCOMPARE(
+            at(f, kDia,
+               words("recebimento estornar --motivo DUPLICADO --id") << QString::number(avulso))
+                .code,
+            0);
+        QCOMPARE(at(f, kDia, words("caixa encerrar --sem-cupom")).code, 0);
+        QCOMPARE(at(f, kDia, words("conferencia --item 100:1.000,00 --item 101:320,00:9")).code, 0);
+        QCOMPARE(at(f, kDia2, words("caixa abrir")).code, 0);
+        QCOMPARE(at(f, kDia2, words("caixa receber --avulso 8:42,10")).code, 0);
     }
 
     void bulletinAgreesWithTheDayCommands() {
         const QString pdf = f.path(QStringLiteral("boletim.pdf"));
-        const CliRun r = f.report(words("relatorio dia --json --data")
-                                  << kDia << QStringLiteral("--pdf") << pdf);
+        const CliRun r = report(f, words("relatorio dia --json --data")
+                                       << kDia << QStringLiteral("--pdf") << pdf);
         QCOMPARE(r.code, 0);
         const QJsonObject b = r.json();
-        const QJsonObject situacao = f.at(kDia, words("caixa situacao")).json();
-        const QJsonObject conf = f.at(kDia, words("conferencia")).json();
+        const QJsonObject situacao = at(f, kDia, words("caixa situacao")).json();
+        const QJsonObject conf = at(f, kDia, words("conferencia")).json();
 
         QCOMPARE(b.value(u"status").toString(), QStringLiteral("FECHADO"));
         QCOMPARE(b.value(u"mov").toInt(), situacao.value(u"mov").toInt());
@@ -104,7 +105,7 @@ private slots:
 
         // Per kind, against the day's receipts grouped by their description.
         QMap<QString, Money> byKind;
-        for (const auto& v : f.at(kDia, words("caixa recebimentos")).array())
+        for (const auto& v : at(f, kDia, words("caixa recebimentos")).array())
             byKind[v.toObject().value(u"descricao").toString()] +=
                 money(v.toObject().value(u"valor"));
         QMap<QString, Money> reported;
@@ -179,7 +180,7 @@ private slots:
     }
 
     void anOpenDayIsComparedAsItStandsAndHasNoSeal() {
-        const CliRun r = f.report(words("relatorio dia --json --data") << kDia2);
+        const CliRun r = report(f, words("relatorio dia --json --data") << kDia2);
         QCOMPARE(r.code, 0);
         QCOMPARE(r.json().value(u"selo"), QJsonValue(QJsonValue::Null));
         const QJsonObject c = r.json().value(u"conferencia").toObject();
@@ -191,8 +192,8 @@ private slots:
         const QString csv = f.path(QStringLiteral("periodo.csv"));
         const QString pdf = f.path(QStringLiteral("periodo.pdf"));
         const CliRun r =
-            f.report(words("relatorio periodo --json --de 01/11/2026 --ate 30/11/2026 --csv")
-                     << csv << QStringLiteral("--pdf") << pdf);
+            report(f, words("relatorio periodo --json --de 01/11/2026 --ate 30/11/2026 --csv")
+                          << csv << QStringLiteral("--pdf") << pdf);
         QCOMPARE(r.code, 0);
         QFile file(csv);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -209,7 +210,7 @@ private slots:
         }
         QCOMPARE(perDay.size(), 2);
         for (const QString& day : {kDia, kDia2}) {
-            const QJsonObject day1 = f.report(words("relatorio dia --json --data") << day).json();
+            const QJsonObject day1 = report(f, words("relatorio dia --json --data") << day).json();
             QCOMPARE(perDay.value(day).format(),
                      day1.value(u"recebimentos").toObject().value(u"total").toString());
         }
@@ -235,7 +236,7 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write("do operador");
         file.close();
-        const CliRun r = f.report(args << path);
+        const CliRun r = report(f, args << path);
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("já existe e não será substituído")),
                  qPrintable(r.err));
@@ -261,7 +262,7 @@ private slots:
         QFETCH(QStringList, args);
         QFETCH(int, code);
         QFETCH(QString, message);
-        const CliRun r = f.report(args);
+        const CliRun r = report(f, args);
         QCOMPARE(r.code, code);
         QVERIFY2(r.err.contains(message), qPrintable(r.err));
     }

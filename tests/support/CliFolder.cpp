@@ -3,8 +3,13 @@
 #include "IniFile.h"
 
 #include <QDir>
+#include <QFile>
 
 CliFolder::CliFolder(int timeoutMs) : CliFolder(QString(), timeoutMs) {
+    makeDemo();
+}
+
+CliFolder::CliFolder(At at) : CliFolder(at.path) {
     makeDemo();
 }
 
@@ -23,6 +28,16 @@ QString CliFolder::path(const QString& name) const {
 
 void CliFolder::set(const QString& section, const QString& key, const QString& value) const {
     IniFile::write(section, key, value, path(QStringLiteral("Config.ini")));
+}
+
+CliRun CliFolder::onDay(const QString& day, QStringList args, const QByteArray& admin) const {
+    args << QStringLiteral("--data") << day;
+    return run(args, m_password + "\n" + (admin.isNull() ? m_password : admin) + "\n");
+}
+
+QByteArray CliFolder::config() const {
+    QFile f(path(QStringLiteral("Config.ini")));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
 CliRun CliFolder::run(const QStringList& args, const QByteArray& input) const {

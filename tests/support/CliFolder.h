@@ -9,6 +9,11 @@
 class CliFolder {
 public:
     explicit CliFolder(int timeoutMs = CliRun::kTimeoutMs);
+    // A demo folder at an absolute place (a small disk of its own).
+    struct At {
+        QString path;
+    };
+    explicit CliFolder(At at);
 
     // `iniciar --demo` ended well and printed a password.
     bool ok() const { return m_ok; }
@@ -20,6 +25,11 @@ public:
     CliRun run(const QStringList& args, const QByteArray& input = {}) const;
     // With the administrator's password as the first line of standard input.
     CliRun asAdmin(const QStringList& args) const;
+    // A command of the day `day` (--data): the operator's password, then the administrator's
+    // (the demo's one password for both, unless `admin` is given), on standard input.
+    CliRun onDay(const QString& day, QStringList args, const QByteArray& admin = {}) const;
+    // The folder's Config.ini as it is on disk.
+    QByteArray config() const;
     // `opcoes gravar` with `Section/key=value` assignments, as the administrator.
     CliRun options(const QStringList& assignments) const;
 

@@ -1,5 +1,6 @@
 #include "TestApp.h"
 
+#include "CentralAccess.h"
 #include "IniFile.h"
 #include "PasswordHash.h"
 #include "PgServer.h"
@@ -10,6 +11,7 @@
 #include <QFile>
 
 TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now) {
+    CentralAccess::registrar(); // as the program's start does
     m_ctx = std::make_unique<AppContext>(m_dir.path(), m_dialogs, m_clock);
     if (backend == Backend::PostgreSQL) {
         PgServer& pg = PgServer::instance();

@@ -83,6 +83,21 @@ frmSangria::frmSangria(AppContext& ctx, qint32 idMovimento, EntryKind kind, QWid
 }
 
 void frmSangria::buildEntryTab(QWidget* tab) {
+    auto* header = buildEntryHeader(tab);
+    buildItemFrame(tab);
+    auto* finish = new QPushButton(QStringLiteral("&Concluir Lançamento"), tab);
+    finish->setObjectName(QStringLiteral("Command1"));
+    connect(finish, &QPushButton::clicked, this, &frmSangria::concluir);
+    auto* finishRow = new QHBoxLayout;
+    finishRow->addStretch();
+    finishRow->addWidget(finish);
+    auto* layout = new QVBoxLayout(tab);
+    layout->addLayout(header);
+    layout->addWidget(m_itemFrame, 1);
+    layout->addLayout(finishRow);
+}
+
+QGridLayout* frmSangria::buildEntryHeader(QWidget* tab) {
     m_ordem = new QLineEdit(kAutNum, tab);
     m_ordem->setObjectName(QStringLiteral("txtordem"));
     m_ordem->setReadOnly(true);
@@ -123,7 +138,10 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     header->addWidget(new QLabel(QStringLiteral("Valor:"), tab), 2, 0);
     header->addWidget(m_valor, 2, 1);
     header->addWidget(m_incluir, 2, 5);
+    return header;
+}
 
+void frmSangria::buildItemFrame(QWidget* tab) {
     m_itemFrame = new QGroupBox(QStringLiteral("Itens"), tab);
     m_itemFrame->setObjectName(QStringLiteral("fraItens"));
     m_especie = new QComboBox(m_itemFrame);
@@ -166,17 +184,6 @@ void frmSangria::buildEntryTab(QWidget* tab) {
     frame->addLayout(fields);
     frame->addLayout(buttons);
     frame->addWidget(m_itens);
-
-    auto* finish = new QPushButton(QStringLiteral("&Concluir Lançamento"), tab);
-    finish->setObjectName(QStringLiteral("Command1"));
-    connect(finish, &QPushButton::clicked, this, &frmSangria::concluir);
-    auto* finishRow = new QHBoxLayout;
-    finishRow->addStretch();
-    finishRow->addWidget(finish);
-    auto* layout = new QVBoxLayout(tab);
-    layout->addLayout(header);
-    layout->addWidget(m_itemFrame, 1);
-    layout->addLayout(finishRow);
 }
 
 void frmSangria::buildListTab(QWidget* tab) {

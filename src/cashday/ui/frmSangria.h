@@ -9,6 +9,7 @@ class AppContext;
 class QAction;
 class QComboBox;
 class QDateEdit;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -31,6 +32,8 @@ public:
 
 private:
     void buildEntryTab(QWidget* tab);
+    QGridLayout* buildEntryHeader(QWidget* tab); // code, date, kind, description, value
+    void buildItemFrame(QWidget* tab);           // the entry's items: fields, buttons, list
     void buildListTab(QWidget* tab);
     void Lista_Sangria();
     void fillEspecies();

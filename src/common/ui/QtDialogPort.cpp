@@ -1,7 +1,5 @@
 #include "QtDialogPort.h"
 
-#include "frmAcrescimos.h"
-
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
@@ -128,11 +126,11 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
 
 DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
                                   const QStringList& lines, DialogButtons buttons) {
-    if (form == QLatin1String("frmAcrescimos")) {
-        frmAcrescimos dlg(*this, caption, lines,
-                          m_parent ? m_parent : QApplication::activeWindow());
-        KeyGuardFilter guard(&dlg, m_keyGuardMs);
-        dlg.exec();
+    if (const auto own = m_forms.constFind(form); own != m_forms.constEnd()) {
+        std::unique_ptr<QDialog> dlg(
+            (*own)(*this, caption, lines, m_parent ? m_parent : QApplication::activeWindow()));
+        KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
+        dlg->exec();
         return DialogAnswer::Ok;
     }
     DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;

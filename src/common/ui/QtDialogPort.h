@@ -2,6 +2,9 @@
 
 #include "DialogPort.h"
 
+#include <QHash>
+#include <functional>
+
 class QDialog;
 class QWidget;
 
@@ -18,6 +21,12 @@ public:
     DialogAnswer notice(const QString& form, const QString& caption, const QStringList& lines,
                         DialogButtons buttons) override;
 
+    // A notice that has a screen of its own (the charges of an overdue guide): its form is built
+    // by the subsystem that owns it, registered at start, and answers Ok when closed.
+    using Form = std::function<QDialog*(DialogPort& dialogs, const QString& caption,
+                                        const QStringList& lines, QWidget* parent)>;
+    void registerForm(const QString& form, Form make) { m_forms.insert(form, std::move(make)); }
+
     // The notice form itself, for the pictures of the screens.
     static QDialog* createNotice(const QString& form, const QString& caption,
                                  const QStringList& lines, DialogButtons buttons,
@@ -25,4 +34,5 @@ public:
 
 private:
     QWidget* m_parent;
+    QHash<QString, Form> m_forms;
 };

@@ -125,16 +125,6 @@ private slots:
         QCOMPARE(app.count(QStringLiteral("CodBarra")), before);
     }
 
-    void aQuoteIsRefusedByTheDataLayer() {
-        TestApp app;
-        Screen s(app.ctx());
-        s.fill(QStringLiteral("45"), QStringLiteral("0999"), QStringLiteral("TAXA D'AGUA"));
-        s.click("Command2");
-        QCOMPARE(app.dialogs().shown().size(), 1); // the error report, nothing more
-        QVERIFY(app.dialogs().last().text.contains(QStringLiteral("aspa simples")));
-        QCOMPARE(app.count(QStringLiteral("CodBarra")), 0);
-    }
-
     void editAndDelete() {
         TestApp app;
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));

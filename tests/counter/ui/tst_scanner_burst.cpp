@@ -12,6 +12,7 @@
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
 #include "TestCodes.h"
+#include "frmAcrescimos.h"
 #include "frmFrente.h"
 
 #include <QAbstractButton>
@@ -46,6 +47,12 @@ QString slipWithWrongDigit() {
 // The real dialog port, quiet while a test sets its counter up.
 class Port : public QtDialogPort {
 public:
+    Port() {
+        registerForm(QStringLiteral("frmAcrescimos"),
+                     [](DialogPort& d, const QString& c, const QStringList& l, QWidget* p) {
+                         return static_cast<QDialog*>(new frmAcrescimos(d, c, l, p));
+                     });
+    }
     bool quiet = true;
     ScriptedDialogPort scripted;
     DialogAnswer message(const QString& t, const QString& x, DialogIcon i,

@@ -3,12 +3,12 @@
 #include "Money.h"
 
 #include <QDate>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
 class AppContext;
 class clsMovimento;
-struct RecordedReceipt;
 
 // The daily control file "Receb_yyyymmdd.txt" in [Export] Path3: a header when the day is
 // opened, then one line per receipt as payments are recorded, when the coupon option
@@ -19,14 +19,21 @@ struct RecordedReceipt;
 // opened, resumed or closed, and by `tolvane controle`.
 class DailyControlFile {
 public:
+    // What one receipt puts on its line.
+    struct Receipt {
+        int autentica = 0;
+        QDateTime momento; // when it was recorded
+        QString kindColumn;
+        Money valor;
+        QString codbarra;
+    };
+
     static QString path(const AppContext& ctx, const QDate& day);
     // The payment's lines, when the coupon option is on. A file whose last line was torn (a
     // full disk, a crash) is rebuilt instead of appended to.
-    static bool appendReceipts(AppContext& ctx, const QDate& day,
-                               const QList<RecordedReceipt>& rows);
+    static bool appendReceipts(AppContext& ctx, const QDate& day, const QList<Receipt>& rows);
     static bool rebuild(AppContext& ctx, const clsMovimento& mov);
 
-    static QString receiptLine(const RecordedReceipt& r, const QString& hora);
     static QString receiptLine(int autentica, const QString& hora, const QString& kindColumn,
                                Money valor, const QString& codbarra);
 

@@ -3,7 +3,6 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateUtil.h"
-#include "PaymentRecorder.h"
 #include "TextFile.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -79,13 +78,8 @@ QString DailyControlFile::receiptLine(int autentica, const QString& hora, const 
         .arg(codbarra);
 }
 
-QString DailyControlFile::receiptLine(const RecordedReceipt& r, const QString& hora) {
-    const QString code = r.item.codbarra.isEmpty() ? clsRecebimentos::kSemCodigo : r.item.codbarra;
-    return receiptLine(r.autentica, hora, r.item.kindColumn(), r.item.valor, code);
-}
-
 bool DailyControlFile::appendReceipts(AppContext& ctx, const QDate& day,
-                                      const QList<RecordedReceipt>& rows) {
+                                      const QList<Receipt>& rows) {
     if (!couponOn(ctx))
         return true;
     const QString p = path(ctx, day);
@@ -94,8 +88,9 @@ bool DailyControlFile::appendReceipts(AppContext& ctx, const QDate& day,
         return mov.SQLSelectByDate(day) && rebuild(ctx, mov);
     }
     QStringList lines;
-    for (const RecordedReceipt& r : rows)
-        lines << receiptLine(r, hourOf(r.momento));
+    for (const Receipt& r : rows)
+        lines << receiptLine(r.autentica, hourOf(r.momento), r.kindColumn, r.valor,
+                             r.codbarra.isEmpty() ? clsRecebimentos::kSemCodigo : r.codbarra);
     return write(ctx, p, lines, false);
 }
 
