@@ -33,7 +33,8 @@ QMessageBox::Icon toQt(DialogIcon icon) {
 
 // Drops the keys that reach `dialog` (or any widget in it) before `ms` have passed since it was
 // shown. Keys the scanner sent before the dialog opened are delivered once it shows, so they
-// fall inside the window too.
+// fall inside the window too. Digits, and the Enter right after them, are let through: they are
+// a scan, never an answer, and the screen behind keeps them for its code field.
 class KeyGuardFilter : public QObject {
 public:
     KeyGuardFilter(QWidget* dialog, int ms) : m_dialog(dialog), m_ms(ms) {
@@ -61,13 +62,26 @@ protected:
         if (m_since.elapsed() >= m_ms)
             return false;
         auto* w = qobject_cast<QWidget*>(watched);
-        return w && (w == m_dialog || m_dialog->isAncestorOf(w));
+        if (!w || (w != m_dialog && !m_dialog->isAncestorOf(w)))
+            return false;
+        return !passesThrough(static_cast<QKeyEvent*>(event));
     }
 
 private:
+    bool passesThrough(const QKeyEvent* e) {
+        const bool digit = e->text().size() == 1 && e->text().at(0).isDigit();
+        const bool enter = e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+        if (e->type() != QEvent::KeyPress)
+            return digit || enter;
+        const bool pass = digit || (enter && m_afterDigit);
+        m_afterDigit = digit;
+        return pass;
+    }
+
     QWidget* m_dialog;
     int m_ms;
     QElapsedTimer m_since;
+    bool m_afterDigit = false;
 };
 } // namespace
 
@@ -93,6 +107,7 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
     } else {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     }
+    box.setProperty(kDialogPortBox, true);
     KeyGuardFilter guard(&box, m_keyGuardMs);
     box.exec();
     const auto role = box.buttonRole(box.clickedButton());
@@ -131,6 +146,7 @@ DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
     if (form == QLatin1String("frmAcrescimos")) {
         frmAcrescimos dlg(*this, caption, lines,
                           m_parent ? m_parent : QApplication::activeWindow());
+        dlg.setProperty(kDialogPortBox, true);
         KeyGuardFilter guard(&dlg, m_keyGuardMs);
         dlg.exec();
         return DialogAnswer::Ok;
@@ -138,6 +154,7 @@ DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
     DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
     std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer,
                                               m_parent ? m_parent : QApplication::activeWindow()));
+    dlg->setProperty(kDialogPortBox, true);
     KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
     dlg->exec();
     return answer;

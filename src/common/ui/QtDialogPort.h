@@ -5,6 +5,10 @@
 class QDialog;
 class QWidget;
 
+// The property the screen port sets on its message boxes and notices (not on input boxes): a
+// screen that keeps the scanner's keys from such a box knows it by this.
+inline constexpr char kDialogPortBox[] = "dialogPortBox";
+
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
 class QtDialogPort : public DialogPort {
 public:
