@@ -85,11 +85,27 @@ private:
 };
 } // namespace
 
+namespace {
+// The box's parent; a screen that keeps its own scans gets a box that does not block it.
+QWidget* boxParent(QWidget* parent, bool* freeStanding) {
+    *freeStanding = parent && parent->window()->property(kKeepsScans).toBool();
+    return *freeStanding ? nullptr : parent;
+}
+
+void markBox(QWidget* box, bool freeStanding) {
+    box->setProperty(kDialogPortBox, true);
+    if (freeStanding)
+        box->setWindowModality(Qt::WindowModal); // modal to nothing: its own loop, no blocking
+}
+} // namespace
+
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                    DialogButtons buttons) {
+    bool freeStanding = false;
+    QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     QMessageBox box(toQt(icon), title,
                     QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
-                    QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
+                    QMessageBox::NoButton, parent);
     if (buttons == DialogButtons::YesNo || buttons == DialogButtons::YesNoCancel) {
         // The safe answer is the default: a stray Enter never says yes.
         box.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
@@ -107,7 +123,7 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
     } else {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     }
-    box.setProperty(kDialogPortBox, true);
+    markBox(&box, freeStanding);
     KeyGuardFilter guard(&box, m_keyGuardMs);
     box.exec();
     const auto role = box.buttonRole(box.clickedButton());
@@ -143,18 +159,18 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
 
 DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
                                   const QStringList& lines, DialogButtons buttons) {
+    bool freeStanding = false;
+    QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     if (form == QLatin1String("frmAcrescimos")) {
-        frmAcrescimos dlg(*this, caption, lines,
-                          m_parent ? m_parent : QApplication::activeWindow());
-        dlg.setProperty(kDialogPortBox, true);
+        frmAcrescimos dlg(*this, caption, lines, parent);
+        markBox(&dlg, freeStanding);
         KeyGuardFilter guard(&dlg, m_keyGuardMs);
         dlg.exec();
         return DialogAnswer::Ok;
     }
     DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
-    std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer,
-                                              m_parent ? m_parent : QApplication::activeWindow()));
-    dlg->setProperty(kDialogPortBox, true);
+    std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer, parent));
+    markBox(dlg.get(), freeStanding);
     KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
     dlg->exec();
     return answer;

@@ -27,6 +27,7 @@ public:
     // How many boxes of the counter have been shown so far.
     int boxesShown() const { return m_boxesShown; }
     int kept() const { return int(m_keys.size()); }
+    bool counterBoxOpen() const;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -36,7 +37,6 @@ private:
         int key;
         QString text;
     };
-    bool counterBoxOpen() const;
     bool isCounterBox(const QWidget* w) const;
     bool keep(QKeyEvent* e);
     void flush();

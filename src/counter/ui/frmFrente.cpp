@@ -14,6 +14,7 @@
 #include "NetworkStatus.h"
 #include "OverdueHandler.h"
 #include "PrinterWorker.h"
+#include "QtDialogPort.h"
 #include "ReportsMenu.h"
 #include "ReversalUndoDialog.h"
 #include "ScanBuffer.h"
@@ -143,6 +144,7 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     qApp->installEventFilter(this);
     m_scans = new ScanBuffer(this, [this](int key, const QString& text) { replayKey(key, text); });
     m_scans->ready = [this] { return !m_reading && !m_recording; };
+    setProperty(kKeepsScans, true);
     m_entry->setFocus();
 }
 
@@ -621,6 +623,8 @@ void frmFrente::statusLine(const QString& text) {
 }
 
 bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
+    if (m_scans && m_scans->counterBoxOpen() && boxKeepsInput(watched, event))
+        return true;
     if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     auto* w = qobject_cast<QWidget*>(watched);
@@ -641,6 +645,32 @@ bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return false;
+}
+
+bool frmFrente::boxKeepsInput(QObject* watched, QEvent* event) {
+    // A box of the counter does not block this window: while it is open, the window's own
+    // keys go to the box (the scan buffer already took the digits) and its clicks go nowhere.
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w || w->window() != this)
+        return false;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        QWidget* box = QApplication::activeModalWidget();
+        auto* ke = static_cast<QKeyEvent*>(event);
+        QKeyEvent copy(ke->type(), ke->key(), ke->modifiers(), ke->text());
+        QApplication::sendEvent(box->focusWidget() ? box->focusWidget() : box, &copy);
+        return true;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ShortcutOverride:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool frmFrente::handleKey(QKeyEvent* event) {

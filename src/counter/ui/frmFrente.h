@@ -69,6 +69,7 @@ private:
     void printerLine(const QString& text, bool waiting);
 
     bool handleKey(QKeyEvent* event);
+    bool boxKeepsInput(QObject* watched, QEvent* event);
     void onEntryChanged(const QString& text);
     void Leitura_codigo_barras();
     void read(const QString& text, bool typedLine);
