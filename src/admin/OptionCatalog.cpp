@@ -39,6 +39,7 @@ QList<OptionCatalog::Key> build() {
         {"Print", "cabecalho", K::Text, true},
         // The bank files' identification and the printer switch, also on the screen.
         {"Export", "cod_banco_cnab", K::Digits, true},
+        {"Export", "cnab", K::Flag, true}, // the export screen writes CNAB files
         {"Export", "agencia", K::Digits, true},
         {"Export", "dv", K::Text, true},
         {"Export", "cedente_agua", K::Text, true},

@@ -256,3 +256,19 @@ QString TypedLine::fromBarcode(const QString& barcode) {
     line[31] = char('0' + CheckDigits::modulo10<10>(line + 21));
     return QString::fromLatin1(line, 47);
 }
+
+bool TypedLine::pareceComecoDeLinha(const QString& digits44) {
+    if (digits44.size() != 44 || !isAllDigits(digits44))
+        return false;
+    const QByteArray b = digits44.toLatin1();
+    const char* l = b.constData();
+    if (l[0] == '8') {
+        for (int i = 0; i < 3; ++i)
+            if (CheckDigits::collection(l[2], {l + i * 12, 11}) != digit(l[i * 12 + 11]))
+                return false;
+        return true;
+    }
+    return CheckDigits::modulo10<9>(l) == digit(l[9]) &&
+           CheckDigits::modulo10<10>(l + 10) == digit(l[20]) &&
+           CheckDigits::modulo10<10>(l + 21) == digit(l[31]);
+}

@@ -39,6 +39,10 @@ public:
     static Result toBarcode(const QString& line);
     // The other way, for tests and for the back office: the line of a 44-digit barcode.
     static QString fromBarcode(const QString& barcode);
+    // Whether 44 digits are the start of a typed line rather than a barcode: the check digits of
+    // the line's first blocks (three fields of a slip's line, three blocks of a collection line)
+    // all verify, which a barcode does once in a thousand.
+    static bool pareceComecoDeLinha(const QString& digits44);
 
     static int campo(Reason reason);
     static QString message(Reason reason);

@@ -12,7 +12,9 @@
 
 #include <QDir>
 #include <QEventLoop>
+#include <QTimer>
 #include <memory>
+#include <mutex>
 
 namespace {
 QString seq(int n, int width) {
@@ -41,15 +43,65 @@ QList<AuthCounterPrinter::Step> AuthCounterPrinter::tape(const QString& lines) {
     return steps;
 }
 
-void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
-    const bool report =
-        bool(autenticados) && std::any_of(steps.begin(), steps.end(), [](const Step& s) {
-            return s.op == PrinterOperation::Autenticar;
+// Whether the printer could start a block, handed from its thread to the caller waiting for it.
+// A caller that stopped waiting leaves the message to be told by the printer's thread.
+struct AuthCounterPrinter::BlockStart {
+    std::mutex mutex;
+    bool known = false;
+    bool abandoned = false;
+    std::optional<PrinterMessage> message;
+
+    void settle(PrinterService& p, const std::optional<PrinterMessage>& m) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        known = true;
+        if (!abandoned)
+            message = m;
+        else if (m)
+            p.avisarAgora(*m);
+    }
+};
+
+std::optional<PrinterMessage>
+AuthCounterPrinter::awaitStart(const std::shared_ptr<BlockStart>& start) const {
+    const auto known = [&start] {
+        const std::lock_guard<std::mutex> lock(start->mutex);
+        return start->known;
+    };
+    if (!known()) {
+        // The screen keeps painting while the printer's thread connects.
+        QEventLoop loop;
+        QTimer poll;
+        QObject::connect(&poll, &QTimer::timeout, &loop, [&] {
+            if (known())
+                loop.quit();
         });
+        poll.start(10);
+        QTimer::singleShot(esperaInicioMs, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    const std::lock_guard<std::mutex> lock(start->mutex);
+    start->abandoned = !start->known;
+    return start->message;
+}
+
+void AuthCounterPrinter::run(QList<Step> steps, bool newBlock,
+                             std::optional<PrinterMessage>* problem) {
+    const bool stamps = std::any_of(steps.begin(), steps.end(), [](const Step& s) {
+        return s.op == PrinterOperation::Autenticar;
+    });
+    const bool report = bool(autenticados) && stamps;
     using Outcome = std::pair<QList<int>, QList<int>>; // stamped, missed
-    auto job = [steps = std::move(steps), newBlock](PrinterService& p) {
-        if (newBlock)
-            p.novoCliente();
+    auto start = problem ? std::make_shared<BlockStart>() : nullptr;
+    auto job = [steps = std::move(steps), newBlock, stamps, start](PrinterService& p) {
+        if (newBlock && start) {
+            std::optional<PrinterMessage> m;
+            p.novoCliente(&m, stamps);
+            start->settle(p, m);
+        } else if (newBlock) {
+            p.novoCliente(nullptr, stamps);
+        } else if (start) {
+            start->settle(p, std::nullopt);
+        }
         Outcome o;
         // With the printer switched off in the settings nothing is stamped, and nothing is
         // left waiting for a re-stamp either.
@@ -63,6 +115,8 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
     };
     if (!m_worker) {
         const Outcome o = job(*m_printer);
+        if (problem)
+            *problem = start->message;
         if (report)
             autenticados(o.first, o.second);
         return;
@@ -74,6 +128,8 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock) {
             if (autenticados) // the screen that asked may be gone
                 autenticados(outcome->first, outcome->second);
         });
+    if (problem)
+        *problem = awaitStart(start);
 }
 
 CounterPrinter::Fita AuthCounterPrinter::linhaFita(const QString& linha) {
@@ -133,7 +189,8 @@ bool AuthCounterPrinter::reabertura(const clsMovimento& mov) {
     return true;
 }
 
-bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
+bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows,
+                                    std::optional<PrinterMessage>* problem) {
     bool ok = true;
     QList<Step> steps;
     for (const RecordedReceipt& r : rows) {
@@ -154,7 +211,7 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows) {
         else
             ok = false;
     }
-    run(steps, true);
+    run(steps, true, problem);
     return ok;
 }
 

@@ -6,6 +6,7 @@
 #include <QList>
 #include <QStringList>
 #include <functional>
+#include <memory>
 #include <utility>
 
 class AppContext;
@@ -24,7 +25,11 @@ public:
     bool aberturaMovimento(const clsMovimento& mov) override;
     bool encerramento(const clsMovimento& mov) override;
     bool reabertura(const clsMovimento& mov) override;
-    bool documentos(const QList<RecordedReceipt>& rows) override;
+    bool documentos(const QList<RecordedReceipt>& rows,
+                    std::optional<PrinterMessage>* problem = nullptr) override;
+    // How long a payment waits for the printer to say whether it can stamp (its thread may
+    // still be busy with the previous customer); after that, the printer tells by itself.
+    int esperaInicioMs = 5000;
     bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
                const QString& troco) override;
     Fita linhaFita(const QString& linha) override;
@@ -43,7 +48,9 @@ private:
         QString text;
         int documento = 0; // the authentication number a stamp belongs to
     };
-    void run(QList<Step> steps, bool newBlock);
+    struct BlockStart;
+    void run(QList<Step> steps, bool newBlock, std::optional<PrinterMessage>* problem = nullptr);
+    std::optional<PrinterMessage> awaitStart(const std::shared_ptr<BlockStart>& start) const;
     static QList<Step> tape(const QString& lines);
     bool couponFile(const QStringList& lines);
     QString guiche() const;

@@ -72,12 +72,21 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
         return std::nullopt; // the list stays for another try
     m_ultimo = *rows;
     forgetSumFileIfRecorded(*rows);
+    std::optional<PrinterMessage> problem;
     if (m_printer) {
-        m_printer->documentos(*rows);
+        m_printer->documentos(*rows, &problem);
         if (m_ctx.settings.print_cupom == 1)
             m_printer->cupom(*rows, m_tendered.value_or(m_list.total()).format(),
                              m_change.difference.format());
     }
+    // One message per customer: the record, and why its documents were not stamped.
+    const QString titulo = QStringLiteral("Gravar Registro");
+    if (problem)
+        m_ctx.dialogs.message(titulo,
+                              PaymentRecorder::kGravado + QStringLiteral("\n\n") + problem->text,
+                              problem->icon, DialogButtons::Ok);
+    else
+        m_ctx.dialogs.info(titulo, PaymentRecorder::kGravado);
     QList<DailyControlFile::Receipt> lines;
     for (const RecordedReceipt& r : *rows)
         lines.append({r.autentica, r.momento, r.item.kindColumn(), r.item.valor, r.item.codbarra});

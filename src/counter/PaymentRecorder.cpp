@@ -66,7 +66,6 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
         return std::nullopt;
     }
     NetworkOutbox::enviar(ctx);
-    ctx.dialogs.info(QStringLiteral("Gravar Registro"), kGravado);
     return rows;
 }
 

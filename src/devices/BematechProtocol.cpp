@@ -45,6 +45,11 @@ void BematechProtocol::wait(int ms) {
 }
 
 PrinterStatus BematechProtocol::Status() {
+    m_last = query();
+    return m_last;
+}
+
+PrinterStatus BematechProtocol::query() {
     PrinterStatus s;
     if (!m_transport || !m_transport->isOpen())
         return s;

@@ -31,6 +31,7 @@ public:
     int AutenticaDoc(const QString& text, int timeoutMs);
     int ComandoTX(const QByteArray& command);
     PrinterStatus Status();
+    PrinterStatus lastStatus() const { return m_last; } // what the last Status() found
 
     bool isOpen() const { return m_transport && m_transport->isOpen(); }
     int replyTimeoutMs = 1000;
@@ -41,8 +42,10 @@ public:
 
 private:
     bool send(const QByteArray& bytes);
+    PrinterStatus query();
     void wait(int ms);
 
     QString m_codePage;
     std::unique_ptr<Transport> m_transport;
+    PrinterStatus m_last;
 };

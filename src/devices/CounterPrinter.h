@@ -1,7 +1,10 @@
 #pragma once
 
+#include "PrinterMessage.h"
+
 #include <QList>
 #include <QString>
+#include <optional>
 
 class clsMovimento;
 struct RecordedReceipt;
@@ -19,8 +22,10 @@ public:
     virtual bool aberturaMovimento(const clsMovimento& mov) = 0;
     virtual bool encerramento(const clsMovimento& mov) = 0;
     virtual bool reabertura(const clsMovimento& mov) = 0;
-    // Stamp each document, then its tape line.
-    virtual bool documentos(const QList<RecordedReceipt>& rows) = 0;
+    // Stamp each document, then its tape line. With `problem`, a printer found unable to work
+    // at the start of the block is not told but put there, for the caller's one message.
+    virtual bool documentos(const QList<RecordedReceipt>& rows,
+                            std::optional<PrinterMessage>* problem = nullptr) = 0;
     virtual bool cupom(const QList<RecordedReceipt>& rows, const QString& totalPago,
                        const QString& troco) = 0;
     // One line on the tape (corrections and reversals).

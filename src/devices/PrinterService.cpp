@@ -159,26 +159,89 @@ BematechProtocol& PrinterService::bematech() {
 }
 
 bool PrinterService::ensureBematechOpen() {
+    const PrinterConfig c = config();
+    const QString where = c.porta + QLatin1Char('|') + c.serial + QLatin1Char('|') + c.paginaCodigo;
+    if (m_bema && m_bema->isOpen() && where != m_openedOn) {
+        // The port was changed in the options: the next operation uses the new one.
+        m_bema->FechaPorta();
+        m_bema.reset();
+    }
     BematechProtocol& b = bematech();
     if (b.isOpen())
         return true;
-    if (b.IniciaPorta(transport()) <= 0)
+    m_openFailed = b.IniciaPorta(transport()) <= 0;
+    if (m_openFailed)
         return false;
+    m_openedOn = where;
     m_closedAfterFailure = false;
     b.ConfiguraModeloImpressora(1);
     return true;
 }
 
+void PrinterService::markDown() {
+    m_down = true;
+    if (m_bema && m_bema->FechaPorta() > 0)
+        m_closedAfterFailure = true; // the next customer connects afresh
+}
+
 void PrinterService::fail(const QString& title, const QString& text, DialogIcon icon, bool down) {
-    if (down) {
-        m_down = true;
-        if (m_bema && m_bema->FechaPorta() > 0)
-            m_closedAfterFailure = true; // the next customer connects afresh
-    }
+    if (down)
+        markDown();
     if (m_told)
         return; // one message per customer
     m_told = true;
     tell(title, text, icon);
+}
+
+void PrinterService::fail(PrinterFault f, bool documento, bool down) {
+    const PrinterMessage m = mensagem(f, documento, config().porta.trimmed());
+    fail(m.title, m.text, m.icon, down);
+}
+
+PrinterFault PrinterService::faultOf(const PrinterStatus& s) {
+    if (!s.answered)
+        return PrinterFault::SemResposta;
+    if (s.paperOut)
+        return PrinterFault::SemPapel;
+    if (!s.online)
+        return PrinterFault::ForaDeLinha;
+    return PrinterFault::Nenhuma;
+}
+
+PrinterFault PrinterService::faultOfBematech() {
+    if (m_openFailed || !m_bema)
+        return PrinterFault::PortaRecusada;
+    return faultOf(m_bema->lastStatus()); // a link lost meanwhile is a printer not answering
+}
+
+PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QString& porta) {
+    const QString head = documento ? QStringLiteral("Problemas na autenticação do documento.")
+                                   : QStringLiteral("Problemas na impressão do texto.");
+    switch (f) {
+    case PrinterFault::PortaRecusada:
+        return {kAviso,
+                kAbrirFalhou + QStringLiteral("\nA porta \"%1\" recusou a conexão ou não existe: "
+                                              "confira a porta em Opções e o cabo.")
+                                   .arg(porta),
+                DialogIcon::Critical};
+    case PrinterFault::SemResposta:
+        return {kAviso,
+                head + QStringLiteral("\nA autenticadora não responde: verifique se está ligada e "
+                                      "se o cabo está conectado."),
+                DialogIcon::Critical};
+    case PrinterFault::ForaDeLinha:
+        return {kAviso, head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
+                DialogIcon::Exclamation};
+    case PrinterFault::SemPapel:
+        return {kAviso, head + QStringLiteral("\nA autenticadora está sem papel."),
+                DialogIcon::Exclamation};
+    case PrinterFault::SemDocumento:
+        return {kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical};
+    case PrinterFault::Nenhuma:
+        break;
+    }
+    return documento ? PrinterMessage{kAviso, kAutenticacaoFalhou, DialogIcon::Critical}
+                     : PrinterMessage{kAviso, kImpressaoFalhou, DialogIcon::Exclamation};
 }
 
 void PrinterService::tell(const QString& title, const QString& text, DialogIcon icon) {
@@ -188,12 +251,41 @@ void PrinterService::tell(const QString& title, const QString& text, DialogIcon 
         m_ctx.dialogs.message(title, text, icon, DialogButtons::Ok);
 }
 
-void PrinterService::novoCliente() {
+PrinterFault PrinterService::sondar(PrinterModel m) {
+    if (m == PrinterModel::Bematech)
+        return ensureBematechOpen() ? faultOf(bematech().Status()) : PrinterFault::PortaRecusada;
+    const PrinterConfig c = config();
+    const int port = portaQuattro(c.porta);
+    if (port == 1 || port == 2)
+        return PrinterFault::Nenhuma; // the stamp itself names the parallel ports
+    QuattroProtocol q(transport(),
+                      PrinterBytes::fromHex(c.quattroEstado, PrinterBytes::kQuattroStatusDefault),
+                      c.paginaCodigo);
+    q.replyTimeoutMs = replyTimeoutMs;
+    if (!q.open())
+        return PrinterFault::PortaRecusada;
+    return q.Estado() < 0 ? PrinterFault::SemResposta : PrinterFault::Nenhuma;
+}
+
+void PrinterService::novoCliente(std::optional<PrinterMessage>* tomar, bool documentos) {
     m_down = false;
     m_told = false;
-    if (m_pending.isEmpty() || !habilitada())
-        return;
     const PrinterModel m = modelo();
+    if (!habilitada() || (m != PrinterModel::Bematech && m != PrinterModel::Quattro))
+        return;
+    const PrinterFault f = sondar(m);
+    if (f != PrinterFault::Nenhuma) {
+        markDown();
+        const PrinterMessage msg = mensagem(f, documentos, config().porta.trimmed());
+        m_told = true; // the customer's one message
+        if (tomar)
+            *tomar = msg;
+        else
+            tell(msg.title, msg.text, msg.icon);
+        return;
+    }
+    if (m_pending.isEmpty())
+        return;
     QStringList lines;
     lines.swap(m_pending);
     for (int i = 0; i < lines.size(); ++i) {
@@ -231,7 +323,7 @@ void PrinterService::abrirPorta() {
     if (ensureBematechOpen())
         m_portOpen = true;
     else
-        fail(kAviso, kAbrirFalhou, DialogIcon::Critical, true);
+        fail(PrinterFault::PortaRecusada, true, true);
 }
 
 void PrinterService::fecharPorta(bool counterScreen) {
@@ -292,8 +384,8 @@ bool PrinterService::print(PrinterModel modelo, const QString& texto) {
 }
 
 bool PrinterService::authenticateBematech(const QString& texto) {
+    ensureBematechOpen(); // first: a changed port replaces the connection
     BematechProtocol& b = bematech();
-    ensureBematechOpen();
     b.onWaiting = [this, texto](bool waiting) {
         if (aguardandoDocumento)
             aguardandoDocumento(waiting ? texto : QString());
@@ -302,18 +394,18 @@ bool PrinterService::authenticateBematech(const QString& texto) {
     b.onWaiting = nullptr;
     b.ComandoTX(PrinterBytes::kAfterStamp); // in every case
     if (r == 0)
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(faultOfBematech(), true, true);
     else if (r == -1) // the printer is there, the document was not: the next one is tried
-        fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
+        fail(PrinterFault::SemDocumento, true, false);
     return r == 1;
 }
 
 bool PrinterService::printBematech(const QString& texto) {
+    ensureBematechOpen(); // first: a changed port replaces the connection
     BematechProtocol& b = bematech();
-    ensureBematechOpen();
     if (b.FormataTX(texto + QLatin1Char('\n'), 3, 0, 0, 0, 0) != 0)
         return true;
-    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
+    fail(faultOfBematech(), false, true);
     return false;
 }
 
@@ -329,7 +421,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
                       c.paginaCodigo);
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TXI(PrinterBytes::kQuattroAuthOn)) {
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(q.isOpen() ? PrinterFault::SemResposta : PrinterFault::PortaRecusada, true, true);
         return false;
     }
     auto pause = [this](int ms) { sleep ? sleep(ms) : QThread::msleep(ulong(ms)); };
@@ -361,9 +453,9 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
         e = -1;
     }
     if (!ok && e < 0)
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(PrinterFault::SemResposta, true, true);
     else if (!ok)
-        fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
+        fail(PrinterFault::SemDocumento, true, false);
     return ok;
 }
 
@@ -375,6 +467,6 @@ bool PrinterService::printQuattro(const QString& texto) {
     q.replyTimeoutMs = replyTimeoutMs;
     if (q.open() && q.TX(texto + QLatin1Char('\n')))
         return true;
-    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
+    fail(q.isOpen() ? PrinterFault::SemResposta : PrinterFault::PortaRecusada, false, true);
     return false;
 }

@@ -2,6 +2,7 @@
 
 #include "BematechProtocol.h"
 #include "DialogPort.h"
+#include "PrinterMessage.h"
 
 #include <QString>
 #include <QStringList>
@@ -52,9 +53,15 @@ public:
     static QString problemaConfiguracao(const PrinterConfig& c);
     QString problemaConfiguracao() const { return problemaConfiguracao(config()); }
 
-    // A new customer (or block of tape): a printer marked down is tried again, starting with the
-    // tape lines it missed.
-    void novoCliente();
+    // A new customer (or block of tape): the printer is asked first, so a printer that is off
+    // costs the customer one message naming the cause; then the tape lines it missed are
+    // printed. With `tomar`, that message is put there for the caller to show instead of told.
+    // `documentos`: the block stamps documents (the message speaks of their authentication).
+    void novoCliente(std::optional<PrinterMessage>* tomar = nullptr, bool documentos = true);
+    // The operator's message for a fault: the system's own text first, then the cause.
+    static PrinterMessage mensagem(PrinterFault f, bool documento, const QString& porta);
+    static PrinterFault faultOf(const PrinterStatus& s);
+    void avisarAgora(const PrinterMessage& m) { tell(m.title, m.text, m.icon); }
     bool fora() const { return m_down; }
     int linhasPendentes() const { return int(m_pending.size()); }
     // Pins the settings to a copy (the printing thread); unpinned, they are read at each call.
@@ -95,11 +102,17 @@ private:
     void keep(const QString& texto);
     void dropPending();
     void fail(const QString& title, const QString& text, DialogIcon icon, bool down);
+    void fail(PrinterFault f, bool documento, bool down);
+    PrinterFault faultOfBematech(); // why the last operation of the first model failed
+    PrinterFault sondar(PrinterModel m);
+    void markDown();
     void tell(const QString& title, const QString& text, DialogIcon icon);
 
     AppContext& m_ctx;
     std::optional<PrinterConfig> m_pinned;
     std::unique_ptr<BematechProtocol> m_bema;
+    QString m_openedOn;        // port, serial settings and code page of the open connection
+    bool m_openFailed = false; // the last attempt to open the port failed
     bool m_portOpen = false;
     bool m_down = false; // failed for this customer: nothing more is tried
     bool m_told = false; // this customer's one message was shown

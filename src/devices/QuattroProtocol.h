@@ -11,6 +11,7 @@ public:
     ~QuattroProtocol();
 
     bool open();
+    bool isOpen() const { return m_transport && m_transport->isOpen(); }
     int Estado(); // the status byte; -1 when the printer does not answer
     bool TX(const QString& text);
     bool TXI(const QByteArray& command);

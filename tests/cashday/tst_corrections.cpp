@@ -454,7 +454,10 @@ private slots:
         QTest::addColumn<int>("fita");
         QTest::addColumn<QStringList>("texts");
         QTest::newRow("off-line") << true << int(CounterPrinter::Fita::Falhou)
-                                  << QStringList{RC::kExcluido, PrinterService::kImpressaoFalhou,
+                                  << QStringList{RC::kExcluido,
+                                                 QStringLiteral("Problemas na impressão do texto.\n"
+                                                                "A autenticadora está fora de "
+                                                                "linha (off-line)."),
                                                  RC::kFitaFalhou};
         QTest::newRow("no printer")
             << false << int(CounterPrinter::Fita::SemImpressora) << QStringList{RC::kExcluido};

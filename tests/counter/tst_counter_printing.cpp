@@ -8,11 +8,14 @@
 #include "PaymentRecorder.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
+#include "PrinterWorker.h"
 #include "TestApp.h"
+#include "TestCodes.h"
 #include "TextFile.h"
 #include "clsMovimento.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 
@@ -96,7 +99,9 @@ private slots:
                                             Money::fromReais(5)));
         QVERIFY(c.session.gravar());
         QCOMPARE(c.app.dialogs().texts(),
-                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+                 QStringList{QStringLiteral("Registro Gravado!!!\n\nProblemas na autenticação do "
+                                            "documento.\nA autenticadora não responde: verifique "
+                                            "se está ligada e se o cabo está conectado.")});
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 3);
         QCOMPARE(c.missed, (QList<QList<int>>{{1, 2, 3}}));
         QCOMPARE(c.stamped, (QList<QList<int>>{{}}));
@@ -124,6 +129,85 @@ private slots:
         QVERIFY(!c.session.reautenticar(9));
         QCOMPARE(c.app.dialogs().texts(),
                  QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
+    }
+
+    // The printer off for three customers: each is told once, in the box that says the payment
+    // was recorded, why nothing was stamped, with the cause's icon. The same through the
+    // printer's own thread, where nothing else pops up afterwards.
+    void printerOffOneMessagePerCustomer_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<bool>("thread");
+        QTest::addColumn<QString>("cause");
+        QTest::addColumn<int>("icon");
+        const QString doc = QStringLiteral("Problemas na autenticação do documento.\n");
+        const struct {
+            const char* name;
+            const char* fault;
+            QString cause;
+            DialogIcon icon;
+        } rows[] = {
+            {"port refused", "refused",
+             QStringLiteral("Problemas ao Abrir a Porta de Comunicação.\nA porta \"/dev/usb/lp0\" "
+                            "recusou a conexão ou não existe: confira a porta em Opções e o cabo."),
+             DialogIcon::Critical},
+            {"no answer", "silent",
+             doc + QStringLiteral("A autenticadora não responde: verifique se está ligada e se o "
+                                  "cabo está conectado."),
+             DialogIcon::Critical},
+            {"no paper", "paper", doc + QStringLiteral("A autenticadora está sem papel."),
+             DialogIcon::Exclamation},
+            {"off line", "offline",
+             doc + QStringLiteral("A autenticadora está fora de linha (off-line)."),
+             DialogIcon::Exclamation}};
+        for (const auto& r : rows)
+            for (bool thread : {false, true})
+                QTest::newRow(qPrintable(QString::fromLatin1(r.name) +
+                                         (thread ? QStringLiteral(", own thread") : QString())))
+                    << r.fault << thread << r.cause << int(r.icon);
+    }
+    void printerOffOneMessagePerCustomer() {
+        QFETCH(QString, fault);
+        QFETCH(bool, thread);
+        QFETCH(QString, cause);
+        QFETCH(int, icon);
+        Counter c;
+        c.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
+                        QStringLiteral("/dev/usb/lp0"));
+        PrinterWorker worker(c.app.ctx());
+        AuthCounterPrinter threaded(c.app.ctx(), worker);
+        CounterSession s(c.app.ctx(), thread ? &threaded : &c.printer);
+        QSignalSpy told(&worker, &PrinterWorker::aviso);
+        for (PrinterService* p : {&c.service, &worker.service()}) {
+            p->makeTransport = [&c, fault]() -> std::unique_ptr<Transport> {
+                if (fault == QLatin1String("refused"))
+                    return nullptr;
+                return std::make_unique<MemoryTransport>(c.emulator);
+            };
+            p->replyTimeoutMs = 100;
+        }
+        c.emulator.setSilent(fault == QLatin1String("silent"));
+        c.emulator.setPaperOut(fault == QLatin1String("paper"));
+        c.emulator.setOffline(fault == QLatin1String("offline"));
+        QVERIFY(s.day().abrir()); // the opening block's own message is not the customers'
+        QTRY_VERIFY(!worker.ocupada());
+        told.clear();
+        c.app.dialogs().clear();
+        for (int i = 0; i < 3; ++i) {
+            const QString third = TestCodes::guide(QStringLiteral("0426"), 1000,
+                                                   QStringLiteral("20261130"), QString(17, u'3'));
+            QVERIFY(s.ler(i == 0 ? kGuia : i == 1 ? kBoleto : third).accepted);
+            QVERIFY(s.gravar());
+        }
+        if (thread)
+            QTRY_VERIFY(!worker.ocupada());
+        QCOMPARE(c.app.dialogs().shown().size(), 3);
+        for (const auto& shown : c.app.dialogs().shown()) {
+            QCOMPARE(shown.title, QStringLiteral("Gravar Registro"));
+            QCOMPARE(shown.text, QStringLiteral("Registro Gravado!!!\n\n") + cause);
+            QCOMPARE(int(shown.icon), icon);
+        }
+        QCOMPARE(told.count(), 0);
+        QVERIFY(c.emulator.documents().isEmpty());
     }
 
     void textModelCoupon() {

@@ -26,7 +26,7 @@ public:
         calls << QStringLiteral("reabertura %1").arg(m.MOV);
         return true;
     }
-    bool documentos(const QList<RecordedReceipt>& rows) override {
+    bool documentos(const QList<RecordedReceipt>& rows, std::optional<PrinterMessage>*) override {
         for (const auto& r : rows)
             calls << QStringLiteral("documento %1 %2").arg(r.autentica).arg(r.item.valor.format());
         return true;

@@ -16,6 +16,18 @@
 using namespace PrinterBytes;
 
 namespace {
+// The operator's words for each cause: the system's headline, then what was found.
+const QString kRecusada = QStringLiteral(
+    "Problemas ao Abrir a Porta de Comunicação.\nA porta \"%1\" recusou a conexão ou não existe: "
+    "confira a porta em Opções e o cabo.");
+const QString kSemResposta =
+    QStringLiteral("%1\nA autenticadora não responde: verifique se está ligada e se o cabo está "
+                   "conectado.");
+const QString kForaDeLinha = QStringLiteral("%1\nA autenticadora está fora de linha (off-line).");
+const QString kSemPapel = QStringLiteral("%1\nA autenticadora está sem papel.");
+const QString kDoc = QStringLiteral("Problemas na autenticação do documento.");
+const QString kTexto = QStringLiteral("Problemas na impressão do texto.");
+
 clsAutenticadora filled() {
     clsAutenticadora a;
     a.MENSAGEM = QStringLiteral("PMX");
@@ -165,21 +177,24 @@ private slots:
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("message");
         QTest::addColumn<int>("stamped");
-        auto row = [](const char* state, const char* title, const QString& message, int n) {
-            QTest::newRow(state) << state << title << message << n;
+        QTest::addColumn<int>("icon");
+        auto row = [](const char* state, const char* title, const QString& message, int n,
+                      DialogIcon icon = DialogIcon::Critical) {
+            QTest::newRow(state) << state << title << message << n << int(icon);
         };
         row("present", "", "", 1);
         row("after", "", "", 1);
         row("missing", "Autenticação de Documentos", "Tempo maior que o permitido.", 0);
-        row("offline", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
-        row("paper", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
-        row("silent", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
+        row("offline", "Aviso", kForaDeLinha.arg(kDoc), 0, DialogIcon::Exclamation);
+        row("paper", "Aviso", kSemPapel.arg(kDoc), 0, DialogIcon::Exclamation);
+        row("silent", "Aviso", kSemResposta.arg(kDoc), 0);
     }
     void stampOutcomes() {
         QFETCH(QString, state);
         QFETCH(QString, title);
         QFETCH(QString, message);
         QFETCH(int, stamped);
+        QFETCH(int, icon);
         Bench b;
         if (state == QLatin1String("present"))
             b.emulator.setDocument(true);
@@ -206,7 +221,7 @@ private slots:
         } else {
             QCOMPARE(b.app.dialogs().last().text, message);
             QCOMPARE(b.app.dialogs().last().title, title);
-            QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Critical);
+            QCOMPARE(int(b.app.dialogs().last().icon), icon);
         }
     }
 
@@ -316,22 +331,48 @@ private slots:
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("tcp:127.0.0.1:1"));
         b.service.abrirPorta();
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAbrirFalhou});
-        b.service.novoCliente();
+        const QString refused = kRecusada.arg(QStringLiteral("tcp:127.0.0.1:1"));
+        QCOMPARE(b.app.dialogs().texts(), QStringList{refused});
+        b.service.novoCliente(); // the next customer is told once more, by the same cause
         QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
                                                 PrinterModel::Bematech, QStringLiteral("X")));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
+        QCOMPARE(b.app.dialogs().texts(), (QStringList{refused, refused}));
+        QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Critical);
         b.service.fecharPorta(true);
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouCaixa);
         b.service.fecharPorta(false);
         QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/nao-existe"));
-        b.service.novoCliente();
+        b.service.novoCliente(nullptr, false);
         b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
-        QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information); // a tape line: no alarm
+        QCOMPARE(b.app.dialogs().last().text, kRecusada.arg(QStringLiteral("/dev/nao-existe")));
+        QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Critical);
+    }
+
+    // A port changed in the options is used from the next stamp: the old connection is let go
+    // at once, not kept until it breaks.
+    void portChangedBetweenStamps() {
+        Bench b;
+        PrinterEmulator second(PrinterEmulator::Model::Bematech);
+        auto first = EmulatorLink::tcp(b.emulator);
+        auto other = EmulatorLink::tcp(second);
+        QVERIFY(first && other);
+        b.service.makeTransport = nullptr;
+        b.service.sleep = [](int ms) { QThread::msleep(ulong(ms)); };
+        b.emulator.setDocument(true);
+        second.setDocument(true);
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), first->porta());
+        b.service.abrirPorta();
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
+                                               QStringLiteral("DOC 1")));
+        b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"), other->porta());
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
+                                               QStringLiteral("DOC 2")));
+        QTRY_COMPARE(second.documents(), QStringList{QStringLiteral("DOC 2")});
+        QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("DOC 1")});
+        QVERIFY(b.app.dialogs().shown().isEmpty());
     }
 
     // A printer that fails is down for the rest of the customer: one message, one connection
@@ -340,10 +381,10 @@ private slots:
     void downPrinterCostsOneMessagePerCustomer_data() {
         QTest::addColumn<QString>("fault");
         QTest::addColumn<QString>("message");
-        QTest::newRow("switched off") << "silent" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("off-line") << "offline" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("no paper") << "paper" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("unplugged") << "unplugged" << PrinterService::kAutenticacaoFalhou;
+        QTest::newRow("switched off") << "silent" << kSemResposta.arg(kDoc);
+        QTest::newRow("off-line") << "offline" << kForaDeLinha.arg(kDoc);
+        QTest::newRow("no paper") << "paper" << kSemPapel.arg(kDoc);
+        QTest::newRow("unplugged") << "unplugged" << kRecusada.arg(QStringLiteral("LPT1"));
     }
     void downPrinterCostsOneMessagePerCustomer() {
         QFETCH(QString, fault);
@@ -398,7 +439,7 @@ private slots:
     void keptLinesDroppedWithOneLogLine() {
         Bench b;
         b.emulator.setSilent(true);
-        b.service.novoCliente();
+        b.service.novoCliente(nullptr, false);
         for (int i = 0; i < 3; ++i)
             b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                            QStringLiteral("FITA"));
@@ -409,7 +450,7 @@ private slots:
         const QString text = QString::fromLatin1(log.readAll());
         QCOMPARE(text.count(QStringLiteral("Erro interno")), 1);
         QVERIFY(text.contains(QStringLiteral("3 linha(s) da fita")));
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kImpressaoFalhou});
+        QCOMPARE(b.app.dialogs().texts(), QStringList{kSemResposta.arg(kTexto)});
     }
 
     // A TCP printer that hangs up in the middle of a stamp has not stamped it.
@@ -425,7 +466,7 @@ private slots:
         b.service.novoCliente();
         QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
                                                 PrinterModel::Bematech, QStringLiteral("DOC")));
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAutenticacaoFalhou});
+        QCOMPARE(b.app.dialogs().texts(), QStringList{kSemResposta.arg(kDoc)});
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(b.service.fora());
 
@@ -515,7 +556,7 @@ private slots:
         b.last->failWrites = true;
         b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
+        QCOMPARE(b.app.dialogs().last().text, kSemResposta.arg(kDoc));
     }
 };
 

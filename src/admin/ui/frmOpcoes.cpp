@@ -195,6 +195,10 @@ QWidget* frmOpcoes::buildParametros() {
         {QStringLiteral("Tempo limite da central (ms)"), number("txtRedeTempo", "tempo_limite")},
         {QStringLiteral("Código do banco (CNAB)"),
          digits("txtcod_banco_cnab", "cod_banco_cnab", 3)},
+        {QString(), check("chkCnab",
+                          QStringLiteral("Gerar arquivo CNAB (boletos bancários) na tela Arquivos "
+                                         "Bancários"),
+                          ex, QStringLiteral("cnab"))},
         {QStringLiteral("Agência"), digits("txtagencia", "agencia", 5)},
         {QStringLiteral("Dígito da agência"), edit("txtdv", ex, QStringLiteral("dv"))},
         {QStringLiteral("Cedente água"),

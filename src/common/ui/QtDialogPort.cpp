@@ -31,7 +31,8 @@ QMessageBox::Icon toQt(DialogIcon icon) {
 
 // Drops the keys that reach `dialog` (or any widget in it) before `ms` have passed since it was
 // shown. Keys the scanner sent before the dialog opened are delivered once it shows, so they
-// fall inside the window too.
+// fall inside the window too. Digits, and the Enter right after them, are let through: they are
+// a scan, never an answer, and the screen behind keeps them for its code field.
 class KeyGuardFilter : public QObject {
 public:
     KeyGuardFilter(QWidget* dialog, int ms) : m_dialog(dialog), m_ms(ms) {
@@ -59,21 +60,50 @@ protected:
         if (m_since.elapsed() >= m_ms)
             return false;
         auto* w = qobject_cast<QWidget*>(watched);
-        return w && (w == m_dialog || m_dialog->isAncestorOf(w));
+        if (!w || (w != m_dialog && !m_dialog->isAncestorOf(w)))
+            return false;
+        return !passesThrough(static_cast<QKeyEvent*>(event));
     }
 
 private:
+    bool passesThrough(const QKeyEvent* e) {
+        const bool digit = e->text().size() == 1 && e->text().at(0).isDigit();
+        const bool enter = e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+        if (e->type() != QEvent::KeyPress)
+            return digit || enter;
+        const bool pass = digit || (enter && m_afterDigit);
+        m_afterDigit = digit;
+        return pass;
+    }
+
     QWidget* m_dialog;
     int m_ms;
     QElapsedTimer m_since;
+    bool m_afterDigit = false;
 };
+} // namespace
+
+namespace {
+// The box's parent; a screen that keeps its own scans gets a box that does not block it.
+QWidget* boxParent(QWidget* parent, bool* freeStanding) {
+    *freeStanding = parent && parent->window()->property(kKeepsScans).toBool();
+    return *freeStanding ? nullptr : parent;
+}
+
+void markBox(QWidget* box, bool freeStanding) {
+    box->setProperty(kDialogPortBox, true);
+    if (freeStanding)
+        box->setWindowModality(Qt::WindowModal); // modal to nothing: its own loop, no blocking
+}
 } // namespace
 
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                    DialogButtons buttons) {
+    bool freeStanding = false;
+    QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     QMessageBox box(toQt(icon), title,
                     QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
-                    QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
+                    QMessageBox::NoButton, parent);
     if (buttons == DialogButtons::YesNo || buttons == DialogButtons::YesNoCancel) {
         // The safe answer is the default: a stray Enter never says yes.
         box.addButton(QStringLiteral("&Sim"), QMessageBox::YesRole);
@@ -91,6 +121,7 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
     } else {
         box.addButton(QStringLiteral("OK"), QMessageBox::AcceptRole);
     }
+    markBox(&box, freeStanding);
     KeyGuardFilter guard(&box, m_keyGuardMs);
     box.exec();
     const auto role = box.buttonRole(box.clickedButton());
@@ -126,16 +157,18 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
 
 DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
                                   const QStringList& lines, DialogButtons buttons) {
+    bool freeStanding = false;
+    QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     if (const auto own = m_forms.constFind(form); own != m_forms.constEnd()) {
-        std::unique_ptr<QDialog> dlg(
-            (*own)(*this, caption, lines, m_parent ? m_parent : QApplication::activeWindow()));
+        std::unique_ptr<QDialog> dlg((*own)(*this, caption, lines, parent));
+        markBox(dlg.get(), freeStanding);
         KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
         dlg->exec();
         return DialogAnswer::Ok;
     }
     DialogAnswer answer = buttons == DialogButtons::YesNo ? DialogAnswer::No : DialogAnswer::Ok;
-    std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer,
-                                              m_parent ? m_parent : QApplication::activeWindow()));
+    std::unique_ptr<QDialog> dlg(createNotice(form, caption, lines, buttons, &answer, parent));
+    markBox(dlg.get(), freeStanding);
     KeyGuardFilter guard(dlg.get(), m_keyGuardMs);
     dlg->exec();
     return answer;

@@ -8,6 +8,14 @@
 class QDialog;
 class QWidget;
 
+// The property the screen port sets on its message boxes and notices (not on input boxes): a
+// screen that keeps the scanner's keys from such a box knows it by this.
+inline constexpr char kDialogPortBox[] = "dialogPortBox";
+// Set on a screen that keeps the scanner's keys itself (the counter): its boxes do not block it,
+// so keys the window system still sends it while a box takes the focus are not thrown away; the
+// screen ignores everything else meanwhile.
+inline constexpr char kKeepsScans[] = "keepsScans";
+
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
 class QtDialogPort : public DialogPort {
 public:

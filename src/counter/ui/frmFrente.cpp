@@ -14,8 +14,11 @@
 #include "NetworkStatus.h"
 #include "OverdueHandler.h"
 #include "PrinterWorker.h"
+#include "QtDialogPort.h"
 #include "ReportsMenu.h"
 #include "ReversalUndoDialog.h"
+#include "ScanBuffer.h"
+#include "TypedLine.h"
 #include "frmAtualiza.h"
 #include "frmAutenticar.h"
 #include "frmAvulso.h"
@@ -103,6 +106,12 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     m_statusTimer = new QTimer(this);
     m_statusTimer->setSingleShot(true);
     connect(m_statusTimer, &QTimer::timeout, this, &frmFrente::refreshStatus);
+    m_lineWait = new QTimer(this);
+    m_lineWait->setSingleShot(true);
+    connect(m_lineWait, &QTimer::timeout, this, [this] {
+        if (m_entry->text().size() == 44 && !m_reading)
+            Leitura_codigo_barras();
+    });
     auto* timer = new QTimer(this);
     timer->setObjectName(QStringLiteral("tmrDiaHora"));
     connect(timer, &QTimer::timeout, this, &frmFrente::tick);
@@ -130,8 +139,12 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
             findChild<QPushButton*>(QLatin1String(name))->setEnabled(false);
     }
     refreshAll();
-    // The screen sees every key first, wherever the focus is inside it.
+    // The screen sees every key first, wherever the focus is inside it; the scan buffer, installed
+    // after it, sees them before it and keeps a scan from any box of the counter.
     qApp->installEventFilter(this);
+    m_scans = new ScanBuffer(this, [this](int key, const QString& text) { replayKey(key, text); });
+    m_scans->ready = [this] { return !m_reading && !m_recording; };
+    setProperty(kKeepsScans, true);
     m_entry->setFocus();
 }
 
@@ -610,12 +623,16 @@ void frmFrente::statusLine(const QString& text) {
 }
 
 bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
+    if (m_scans && m_scans->counterBoxOpen() && boxKeepsInput(watched, event))
+        return true;
     if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     auto* w = qobject_cast<QWidget*>(watched);
     // Dialogs and popups keep their own keys; every key inside this window comes here first.
     if (!w || w->window() != this)
         return false;
+    if (m_recording)
+        return true; // nothing acts until the payment is recorded; a scan waits in the buffer
     auto* ke = static_cast<QKeyEvent*>(event);
     if (handleKey(ke))
         return true;
@@ -628,6 +645,32 @@ bool frmFrente::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     return false;
+}
+
+bool frmFrente::boxKeepsInput(QObject* watched, QEvent* event) {
+    // A box of the counter does not block this window: while it is open, the window's own
+    // keys go to the box (the scan buffer already took the digits) and its clicks go nowhere.
+    auto* w = qobject_cast<QWidget*>(watched);
+    if (!w || w->window() != this)
+        return false;
+    switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease: {
+        QWidget* box = QApplication::activeModalWidget();
+        auto* ke = static_cast<QKeyEvent*>(event);
+        QKeyEvent copy(ke->type(), ke->key(), ke->modifiers(), ke->text());
+        QApplication::sendEvent(box->focusWidget() ? box->focusWidget() : box, &copy);
+        return true;
+    }
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ShortcutOverride:
+        return true;
+    default:
+        return false;
+    }
 }
 
 bool frmFrente::handleKey(QKeyEvent* event) {
@@ -695,6 +738,7 @@ bool frmFrente::handleKey(QKeyEvent* event) {
 
 void frmFrente::onEntryChanged(const QString& text) {
     const qint64 now = m_keyClock.elapsed();
+    m_lineWait->stop();
     if (text.isEmpty()) {
         m_handTyped = false;
         m_lastChangeAt = -1;
@@ -705,8 +749,30 @@ void frmFrente::onEntryChanged(const QString& text) {
     if (m_lastChangeAt >= 0 && now - m_lastChangeAt > m_scannerKeyGapMs)
         m_handTyped = true;
     m_lastChangeAt = now;
-    if (text.size() == 44 && !m_handTyped && !m_reading)
+    // Only 44 digits are a scan: a typed line keeps its dots and spaces until its Enter. When
+    // the digits are the start of a typed line keyed in quickly, the read waits a moment: a
+    // 45th digit makes it a line, read on its Enter.
+    if (text.size() != 44 || m_handTyped || m_reading || !allDigits(text))
+        return;
+    if (TypedLine::pareceComecoDeLinha(text))
+        m_lineWait->start(m_scannerEnterMs);
+    else
         Leitura_codigo_barras();
+}
+
+void frmFrente::replayKey(int key, const QString& text) {
+    if (key == Qt::Key_Return) {
+        // A kept Enter only ends a code or a line; it never records nor takes an amount.
+        const QString t = m_entry->text().trimmed();
+        if (t.size() == 44 && allDigits(t))
+            read(t, false);
+        else if (CounterSession::pareceLinhaDigitavel(t))
+            read(t, true);
+        return;
+    }
+    m_entry->setFocus();
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QApplication::sendEvent(m_entry, &press);
 }
 
 void frmFrente::Leitura_codigo_barras() {
@@ -717,15 +783,21 @@ void frmFrente::read(const QString& text, bool typedLine) {
     if (m_consulta)
         return;
     m_reading = true;
+    const int boxes = m_scans->boxesShown();
     {
         // Whatever the read opens ignores the keys the scanner sends right after the code.
         DialogKeyGuard guard(m_ctx.dialogs, m_scannerEnterMs);
-        showRead(settle(typedLine ? m_session.lerLinha(text) : m_session.ler(text)));
+        showRead(settle(typedLine ? m_session.lerLinha(text) : m_session.ler(text)), typedLine);
     }
     m_reading = false;
     m_valor->clear();
     m_entry->setFocus();
-    m_lastScan.start();
+    // The scanner's Enter after the code is ignored for a moment; when a box was answered, that
+    // Enter went to the box's guard, and the cashier's next Enter records.
+    if (m_scans->boxesShown() == boxes)
+        m_lastScan.start();
+    else
+        m_lastScan.invalidate();
 }
 
 CounterSession::ReadResult frmFrente::settle(CounterSession::ReadResult r) {
@@ -760,11 +832,15 @@ void frmFrente::refreshNetwork() {
     }
 }
 
-void frmFrente::showRead(const CounterSession::ReadResult& r) {
+void frmFrente::showRead(const CounterSession::ReadResult& r, bool typedLine) {
     if (r.networkChecked)
         m_rede->setVisible(r.showNetworkLabel || m_redeAtrasada);
-    if (r.clearField || r.accepted)
+    // A code, taken or refused, leaves the field empty for the next scan. A typed line that was
+    // refused stays to be corrected, selected so that a scan replaces it.
+    if (!typedLine || r.clearField || r.accepted)
         m_entry->clear();
+    else
+        m_entry->selectAll();
     if (r.accepted)
         fillKinds(); // the append resets the kind list
     else if (r.clearKind)
@@ -803,7 +879,12 @@ void frmFrente::enter() {
 
 void frmFrente::record() {
     const QString change = m_session.paymentLabel();
+    // The next customer's scan during the recording and its message waits for the code field.
+    m_recording = true;
+    m_scans->hold(true);
     const auto rows = m_session.gravar();
+    m_scans->hold(false);
+    m_recording = false;
     if (rows) {
         m_entry->clear();
         m_valor->clear();

@@ -24,6 +24,7 @@ class QStackedWidget;
 class QTimer;
 class QTreeView;
 class QTreeWidget;
+class ScanBuffer;
 
 // The counter screen: the cashier's whole day. A thin view over CounterSession: it reads keys,
 // hands entries to the session and redraws.
@@ -68,11 +69,13 @@ private:
     void printerLine(const QString& text, bool waiting);
 
     bool handleKey(QKeyEvent* event);
+    bool boxKeepsInput(QObject* watched, QEvent* event);
     void onEntryChanged(const QString& text);
     void Leitura_codigo_barras();
     void read(const QString& text, bool typedLine);
     CounterSession::ReadResult settle(CounterSession::ReadResult r);
-    void showRead(const CounterSession::ReadResult& r);
+    void showRead(const CounterSession::ReadResult& r, bool typedLine);
+    void replayKey(int key, const QString& text); // a key the scan buffer kept
     void enter();
     bool tender();
     void record();
@@ -109,6 +112,8 @@ private:
     qint64 m_lastChangeAt = -1;
     bool m_handTyped = false;
     bool m_reading = false;
+    bool m_recording = false; // a payment is being recorded: keys wait
+    ScanBuffer* m_scans = nullptr;
     bool m_kindsAreEntry = true;
     QString m_lastChange; // the last customer's change, shown until the next item
     qint64 m_dayCount = 0;
@@ -136,5 +141,6 @@ private:
     QLabel* m_dataCaixa = nullptr;  // lblDataCaixa
     QLabel* m_impressora = nullptr; // lblImpressora
     QTimer* m_statusTimer = nullptr;
+    QTimer* m_lineWait = nullptr; // 44 quick digits that may be the start of a typed line
     CommandRibbon* m_ribbon = nullptr;
 };

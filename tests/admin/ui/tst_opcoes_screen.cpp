@@ -97,6 +97,7 @@ private slots:
         s.get<QComboBox>("cmbImpressoras")->setCurrentIndex(1);
         s.click("Command5");
         s.get<QCheckBox>("chkPrintCupom")->setChecked(true);
+        s.get<QCheckBox>("chkCnab")->setChecked(true); // the export screen may write CNAB files
         s.click("Command1");
         QVERIFY(app.dialogs().shown().isEmpty());
         QCOMPARE(s.form.result(), int(QDialog::Accepted));
@@ -116,6 +117,7 @@ private slots:
         QCOMPARE(ini(app, "Print", "impressora_padrao"), QStringLiteral("Laser"));
         QCOMPARE(ini(app, "Print", "impressora_autenticadora"), QStringLiteral("Termica"));
         QCOMPARE(ini(app, "Print", "print_cupom"), QStringLiteral("1"));
+        QCOMPARE(ini(app, "Export", "cnab"), QStringLiteral("1"));
         QCOMPARE(ini(app, "Print", "cabecalho"), QStringLiteral("PREF"));
         QCOMPARE(ini(app, "Print", "serial"), QStringLiteral("19200,8,N,1"));
         QVERIFY(bytes(app.ctx().iniPath()).contains("; feito \xe0 m\xe3o\r\n"));
@@ -128,6 +130,7 @@ private slots:
         QCOMPARE(again.edit("txtguiche")->text(), QStringLiteral("C"));
         QVERIFY(again.get<QRadioButton>("optMulta")->isChecked());
         QVERIFY(again.get<QRadioButton>("optQuatro")->isChecked());
+        QVERIFY(again.get<QCheckBox>("chkCnab")->isChecked());
         QCOMPARE(again.get<QLabel>("lblImpressoraNome")->text(), QStringLiteral("Laser"));
         again.get<QRadioButton>("optDesc")->setChecked(true);
         again.get<QCheckBox>("chkCabecalho")->setChecked(false);

@@ -45,7 +45,7 @@ public:
     bool aberturaMovimento(const clsMovimento&) override { return true; }
     bool encerramento(const clsMovimento&) override { return true; }
     bool reabertura(const clsMovimento&) override { return true; }
-    bool documentos(const QList<RecordedReceipt>& rows) override {
+    bool documentos(const QList<RecordedReceipt>& rows, std::optional<PrinterMessage>*) override {
         for (const auto& r : rows)
             stamped << QStringLiteral("%1 %2").arg(r.autentica).arg(r.item.valor.format());
         return true;
@@ -501,8 +501,12 @@ private slots:
         QTRY_COMPARE(banner->text(),
                      QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
                                     "voltar: Caixa > Reautenticar."));
+        // One box for the customer: the record and why its document was not stamped.
         QCOMPARE(app.dialogs().texts(),
-                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+                 QStringList{QStringLiteral("Registro Gravado!!!\n\nProblemas na autenticação do "
+                                            "documento.\nA autenticadora não responde: verifique "
+                                            "se está ligada e se o cabo está conectado.")});
+        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
         emulator.setSilent(false);
         form.findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
         QTRY_VERIFY(!banner->isVisible());

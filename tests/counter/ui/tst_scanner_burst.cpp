@@ -8,10 +8,12 @@
 #include "DemoData.h"
 #include "IniFile.h"
 #include "PaymentRecorder.h"
+#include "PrinterWorker.h"
 #include "QtDialogPort.h"
 #include "ScriptedDialogPort.h"
 #include "Startup.h"
 #include "TestCodes.h"
+#include "TypedLine.h"
 #include "frmAcrescimos.h"
 #include "frmFrente.h"
 
@@ -26,6 +28,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 
 namespace {
 constexpr int kWindow = 300; // the scanner window of these tests
@@ -140,6 +143,76 @@ private:
     QElapsedTimer m_since;
 };
 
+// An on-time guide of kind 0426 (TAXAS DIVERSAS), told apart by its free digits.
+QString guide(int n) {
+    return TestCodes::guide(QStringLiteral("0426"), 1000 + n, QStringLiteral("20261130"),
+                            QStringLiteral("%1").arg(n, 17, 10, QLatin1Char('0')));
+}
+
+// At each box, in turn: the scanner's Enter that ended the code which opened it (when the box
+// came from a scan), then a burst of codes typed into the box, each with its Enter, then the
+// cashier's answer (a button's name or text, or "Enter"). Notes each box and whether it was
+// still open when the burst was over.
+class BoxHand : public QObject {
+public:
+    struct Turn {
+        bool tail = false;
+        QStringList burst;
+        QString answer = QStringLiteral("OK");
+    };
+    explicit BoxHand(QList<Turn> turns, QWindow* behind = nullptr)
+        : m_turns(std::move(turns)), m_behind(behind) {
+        connect(&m_timer, &QTimer::timeout, this, [this] { tick(); });
+        m_timer.start(5);
+    }
+    QStringList seen; // title|text
+    bool allSurvived = true;
+
+private:
+    void tick() {
+        QWidget* d = QApplication::activeModalWidget();
+        if (!d || d == m_current)
+            return;
+        m_current = d;
+        auto* box = qobject_cast<QMessageBox*>(d);
+        const auto labels = d->findChildren<QLabel*>();
+        seen << d->windowTitle() + QLatin1Char('|') +
+                    (box                ? box->text()
+                     : labels.isEmpty() ? QString()
+                                        : labels.first()->text());
+        const Turn t = m_turns.isEmpty() ? Turn{} : m_turns.takeFirst();
+        QWidget* f = d->focusWidget() ? d->focusWidget() : d;
+        if (t.tail)
+            QTest::keyClick(f, Qt::Key_Return);
+        for (const QString& code : t.burst) {
+            if (m_behind) { // the window system still sends the keys to the counter's window
+                for (QChar ch : code)
+                    QTest::keyClick(m_behind, ch.toLatin1());
+                QTest::keyClick(m_behind, Qt::Key_Return);
+                continue;
+            }
+            QTest::keyClicks(f, code);
+            QTest::keyClick(f, Qt::Key_Return);
+        }
+        allSurvived = allSurvived && d->isVisible();
+        m_current = nullptr; // the next box may be built at the same address
+        if (t.answer == QLatin1String("Enter")) {
+            QTest::keyClick(f, Qt::Key_Return);
+            return;
+        }
+        for (auto* b : d->findChildren<QAbstractButton*>())
+            if (b->objectName() == t.answer || b->text().remove(QLatin1Char('&')) == t.answer) {
+                b->click();
+                return;
+            }
+    }
+
+    QList<Turn> m_turns;
+    QWindow* m_behind;
+    QTimer m_timer;
+    QWidget* m_current = nullptr;
+};
+
 struct Counter {
     QTemporaryDir dir;
     Port dialogs;
@@ -167,12 +240,21 @@ struct Counter {
     int items() {
         return form->findChild<QTreeWidget*>(QStringLiteral("lstSoma"))->topLevelItemCount();
     }
+    QStringList codes() const {
+        QStringList out;
+        for (int i = 0; i < session->list().size(); ++i)
+            out << session->list().at(i).codbarra;
+        return out;
+    }
     // The code and its Enter as one burst, then the cashier answers what is on screen.
     QList<Seen> burst(const QString& code, const QStringList& answers) {
         dialogs.quiet = false;
         Cashier cashier(form.get(), answers);
         QTest::keyClicks(entry(), code);
-        QTest::keyClick(entry(), Qt::Key_Return); // the tail of the burst
+        // The tail of the burst: when the code opened a box, the cashier's watch has already
+        // sent it to that box, the moment it showed.
+        if (cashier.seen.isEmpty())
+            QTest::keyClick(entry(), Qt::Key_Return);
         QTest::qWait(20);
         dialogs.quiet = true;
         return cashier.seen;
@@ -272,6 +354,140 @@ private slots:
         QCOMPARE(c.session->list().size(), items);
         QCOMPARE(c.session->lancados().size(), setup == QLatin1String("received") ? 1 : 0);
         QVERIFY(c.entry()->text().isEmpty());
+    }
+
+    // Whatever box is open at the counter, a scanner's burst never answers it and every code of
+    // it reaches the list, in order, once the box is gone.
+    void burstDuringEachBoxLandsInOrder_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QStringList>("shown"); // title|text of each box
+        QTest::addColumn<QStringList>("list");  // the codes on the list at the end
+        const QString gravado = QStringLiteral("Gravar Registro|Registro Gravado!!!");
+        QTest::newRow("Registro Gravado!!!, then the cashier's Enter")
+            << "record" << QStringList{gravado} << QStringList{guide(2), guide(3)};
+        QTest::newRow("Registro Gravado!!!, the keys still sent to the counter's window")
+            << "record, behind" << QStringList{gravado} << QStringList{guide(2), guide(3)};
+        QTest::newRow("the printer's late message")
+            << "printer"
+            << QStringList{QStringLiteral("Autenticação de Documentos|Tempo maior que o "
+                                          "permitido.")}
+            << QStringList{guide(1), guide(2), guide(3)};
+        QTest::newRow("F12, two boxes in a row")
+            << "sum"
+            << QStringList{QStringLiteral("Aviso|Itens da soma não carregados:\n"),
+                           QStringLiteral("Aviso|Arquivo carregado com sucesso!!")}
+            << QStringList{guide(4), guide(2), guide(3)};
+        QTest::newRow("Guia Vencida, answered Sim")
+            << "overdue"
+            << QStringList{QStringLiteral("Guia Vencida|Guia com a data de vencimento vencida."),
+                           QStringLiteral("Acréscimos|")}
+            << QStringList{kOverdue, guide(2), guide(3)};
+    }
+    void burstDuringEachBoxLandsInOrder() {
+        QFETCH(QString, box);
+        QFETCH(QStringList, shown);
+        QFETCH(QStringList, list);
+        Counter c;
+        PrinterWorker worker(*c.ctx);
+        c.form->setPrinter(&worker, nullptr);
+        const QStringList burst{guide(2), guide(3)};
+        QList<BoxHand::Turn> turns{{false, burst, QStringLiteral("OK")}};
+        const bool behind = box == QLatin1String("record, behind");
+        if (behind)
+            box = QStringLiteral("record");
+        if (box == QLatin1String("record") || box == QLatin1String("printer")) {
+            QVERIFY(c.session->ler(guide(1)).accepted);
+            c.form->refreshAll();
+        } else if (box == QLatin1String("sum")) {
+            // guide 1 is received meanwhile: the load refuses it, then confirms the rest.
+            QVERIFY(c.session->ler(guide(1)).accepted);
+            QVERIFY(c.session->ler(guide(4)).accepted);
+            QVERIFY(c.session->salvarSoma());
+            c.session->limparSoma();
+            QVERIFY(c.session->ler(guide(1)).accepted);
+            QVERIFY(c.session->gravar());
+            c.form->refreshAll();
+            turns = {{false, {guide(2)}, QStringLiteral("OK")},
+                     {false, {guide(3)}, QStringLiteral("Enter")}};
+        } else {
+            turns = {{true, burst, QStringLiteral("Command1")},
+                     {false, {}, QStringLiteral("cmdOk")}};
+        }
+        c.dialogs.quiet = false;
+        BoxHand hand(turns, behind ? c.form->windowHandle() : nullptr);
+        if (box == QLatin1String("record"))
+            QTest::keyClick(c.entry(), Qt::Key_Return);
+        else if (box == QLatin1String("printer"))
+            emit worker.aviso(QStringLiteral("Autenticação de Documentos"),
+                              QStringLiteral("Tempo maior que o permitido."),
+                              int(DialogIcon::Critical));
+        else if (box == QLatin1String("sum"))
+            QTest::keyClick(c.entry(), Qt::Key_F12);
+        else
+            QTest::keyClicks(c.entry(), kOverdue);
+        QTRY_COMPARE(c.codes(), list);
+        c.dialogs.quiet = true;
+        QCOMPARE(hand.seen.size(), shown.size());
+        for (int i = 0; i < shown.size(); ++i)
+            QVERIFY2(hand.seen[i].startsWith(shown[i]), qPrintable(hand.seen[i]));
+        QVERIFY(hand.allSurvived);
+        QVERIFY(c.entry()->text().isEmpty());
+        QCOMPARE(c.session->lancados().size(),
+                 box == QLatin1String("record") || box == QLatin1String("sum") ? 1 : 0);
+    }
+
+    // A code that is refused or not recognised leaves the field empty: the next scan is read on
+    // its own, not appended to it.
+    void refusedCodeLeavesTheFieldForTheNextScan_data() {
+        QTest::addColumn<QString>("code");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("kind not registered") << "81610000001000099992026113000000000000000000"
+                                             << "Tipo de guia não cadastrado";
+        QTest::newRow("wrong check digit") << "81650000003124004262026113058888888888888888"
+                                           << "Dígito verificador não confere";
+        QTest::newRow("bank slip, wrong check digit") << slipWithWrongDigit() << "";
+    }
+    void refusedCodeLeavesTheFieldForTheNextScan() {
+        QFETCH(QString, code);
+        QFETCH(QString, status);
+        Counter c;
+        c.form->setScannerEnterWindow(0);
+        QTest::keyClicks(c.entry(), code);
+        QVERIFY(c.entry()->text().isEmpty());
+        if (!status.isEmpty())
+            QCOMPARE(c.form->findChild<QLabel*>(QStringLiteral("lblStatus"))->text(), status);
+        QTest::keyClicks(c.entry(), guide(1));
+        QCOMPARE(c.codes(), QStringList{guide(1)});
+        QVERIFY(c.entry()->text().isEmpty());
+    }
+
+    // The Enter the cashier presses after answering the overdue question records the payment.
+    void enterAfterAnsweringRecords() {
+        Counter c;
+        c.dialogs.quiet = false;
+        {
+            BoxHand hand(
+                {{true, {}, QStringLiteral("Command1")}, {false, {}, QStringLiteral("cmdOk")}});
+            QTest::keyClicks(c.entry(), kOverdue);
+        }
+        QCOMPARE(c.codes(), QStringList{kOverdue});
+        BoxHand confirm({});
+        QTest::keyClick(c.entry(), Qt::Key_Return);
+        c.dialogs.quiet = true;
+        QCOMPARE(c.session->lancados().size(), 1);
+        QCOMPARE(confirm.seen, QStringList{QStringLiteral("Gravar Registro|Registro Gravado!!!")});
+    }
+
+    // A typed line keyed in quickly is not taken for a code at its 44th character.
+    void typedLineKeyedQuickly() {
+        Counter c;
+        const QString line = TypedLine::fromBarcode(guide(5));
+        QTest::keyClicks(c.entry(), line);
+        QCOMPARE(c.entry()->text(), line);
+        QVERIFY(c.codes().isEmpty());
+        QTest::qWait(kWindow);
+        QTest::keyClick(c.entry(), Qt::Key_Return);
+        QCOMPARE(c.codes(), QStringList{guide(5)});
     }
 };
 
