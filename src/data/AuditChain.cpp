@@ -33,6 +33,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("ConflitoRede"), QStringLiteral("ID")},
     {QStringLiteral("CofreMovimentos"), QStringLiteral("ID")},
     {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
+    {QStringLiteral("AutenticacoesAvulsas"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {
@@ -257,6 +258,31 @@ bool inMovement(const QString& content, std::optional<qint64> idMovimento) {
 
 AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> idMovimento,
                                      const QString& anchor) {
+    QMap<QString, QString> seals;
+    if (!anchor.isEmpty())
+        seals.insert(anchor, QString());
+    Report r = scan(db, idMovimento, seals);
+    r.anchorFound = r.sealsMissing.isEmpty();
+    if (!r.anchorFound)
+        r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não está "
+                                     "na cadeia: ela foi refeita depois do encerramento.")
+                          .arg(anchor);
+    r.ok = r.problems.isEmpty();
+    return r;
+}
+
+AuditChain::Report AuditChain::audit(clsDataAccess& db, const QMap<QString, QString>& seals) {
+    Report r = scan(db, std::nullopt, seals);
+    for (const QString& day : r.sealsMissing)
+        r.problems << QStringLiteral("O selo do dia %1 (%2) não está na cadeia: ela foi refeita "
+                                     "depois do encerramento.")
+                          .arg(day, seals.key(day));
+    r.ok = r.problems.isEmpty();
+    return r;
+}
+
+AuditChain::Report AuditChain::scan(clsDataAccess& db, std::optional<qint64> idMovimento,
+                                    const QMap<QString, QString>& seals) {
     Report r;
     QList<Problem> problems;
     // (table, key) -> its last entry
@@ -273,7 +299,7 @@ AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> id
     }
     QString previous = kGenesis;
     qint64 expected = 1;
-    r.anchorFound = anchor.isEmpty();
+    QMap<QString, QString> pending = seals;
     while (q.next()) {
         const qint64 seq = q.value(0).toLongLong();
         const QString table = q.value(1).toString();
@@ -293,8 +319,8 @@ AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> id
                                                     "alterada ou a anterior foi apagada.")
                                          .arg(seq)
                                          .arg(describeRow(table, keyColumn, key, content))};
-        else if (stored == anchor)
-            r.anchorFound = true;
+        else if (!pending.isEmpty())
+            pending.remove(stored);
         last[{table, key}] = {seq, op == QLatin1String("D"), digest(content), keyColumn};
         if (std::none_of(tables.begin(), tables.end(),
                          [&](const ChainedTable& t) { return t.name == table; }))
@@ -378,10 +404,7 @@ AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> id
                      [](const Problem& a, const Problem& b) { return a.order < b.order; });
     for (const Problem& p : problems)
         r.problems << p.text;
-    if (!r.anchorFound)
-        r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não está "
-                                     "na cadeia: ela foi refeita depois do encerramento.")
-                          .arg(anchor);
+    r.sealsMissing = pending.values();
     r.ok = r.problems.isEmpty();
     return r;
 }
