@@ -24,6 +24,8 @@ public:
         NotLatin1,
         LineBreak,
         Guiche,
+        GuicheFixo, // a change of the counter's letter
+        MoneyKinds,
         Cabecalho,
         FolderMissing,
         FolderNotWritable,
