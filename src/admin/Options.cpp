@@ -48,7 +48,8 @@ E textError(const QString& v) {
     return E::None;
 }
 
-E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
+E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail,
+            Options::Setup setup) {
     switch (kind) {
     case K::Text:
     case K::UpdateFolder:
@@ -71,6 +72,8 @@ E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
     case K::Guiche:
         if (v.size() != 1 || !v[0].isLetterOrNumber())
             return E::Guiche;
+        if (setup == Options::Setup::NewFolder)
+            return E::None;
         // The letter is in every stamp and names the database's owner: it changes with the
         // database, by `guiche assumir`, and only between days.
         return v.compare(ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed(),
@@ -165,14 +168,15 @@ bool Options::headerSwitchOn(const QString& current) {
     return !v.isEmpty() && v != QLatin1String("0");
 }
 
-std::optional<Options::Problem> Options::check(const AppContext& ctx, const Values& values) {
+std::optional<Options::Problem> Options::check(const AppContext& ctx, const Values& values,
+                                               Setup setup) {
     for (const IniFile::Entry& e : values) {
         const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
         Problem p{E::None, e.section, e.key, e.value, {}};
         if (!k)
             p.error = E::UnknownKey;
         else if ((p.error = textError(e.value)) == E::None)
-            p.error = kindError(ctx, k->kind, stored(k->kind, e.value), &p.detail);
+            p.error = kindError(ctx, k->kind, stored(k->kind, e.value), &p.detail, setup);
         if (p.error != E::None) {
             if (k) {
                 p.section = k->section;
@@ -184,9 +188,9 @@ std::optional<Options::Problem> Options::check(const AppContext& ctx, const Valu
     return std::nullopt;
 }
 
-Options::Result Options::gravar(AppContext& ctx, const Values& values) {
+Options::Result Options::gravar(AppContext& ctx, const Values& values, Setup setup) {
     Result r;
-    r.problem = check(ctx, values);
+    r.problem = check(ctx, values, setup);
     if (r.problem)
         return r;
     Values out;
