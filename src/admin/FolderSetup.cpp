@@ -60,7 +60,8 @@ FolderSetup::Prepared FolderSetup::prepare(AppContext& ctx, const Options::Value
         }
         p.configCreated = true;
         ctx.reloadSettings(); // the file just written; one already there was read at start
-        if (!settings.isEmpty() && !Options::gravar(ctx, settings).ok()) {
+        if (!settings.isEmpty() &&
+            !Options::gravar(ctx, settings, Options::Setup::NewFolder).ok()) {
             p.step = Step::ConfigNotWritten;
             return p;
         }
@@ -109,7 +110,7 @@ FolderSetup::FirstRun FolderSetup::firstRun(AppContext& ctx, const Identity& id,
         return r;
     }
     const Options::Values settings = identityValues(id);
-    if ((r.problem = Options::check(ctx, settings))) {
+    if ((r.problem = Options::check(ctx, settings, Options::Setup::NewFolder))) {
         r.outcome = Outcome::BadSetting;
         return r;
     }

@@ -16,7 +16,6 @@ QList<OptionCatalog::Key> build() {
         {"Export", "Path1", K::Folder, true},
         {"Export", "Path2", K::Folder, true},
         {"Export", "Path3", K::Folder, true},
-        {"Reserva", "itens", K::Folder, true}, // always Path3's folder
         {"Export", "caminho_remove_item", K::File, true},
         {"Export", "caminho_soma", K::File, true},
         {"Export", "caminho_febraban", K::Folder, true},
@@ -68,6 +67,7 @@ QList<OptionCatalog::Key> build() {
         {"Print", "quattro_estado", K::Text, false},
         {"Print", "quattro_fim", K::Text, false},
         {"Print", "quattro_espera", K::Number, false},
+        {"Reserva", "itens", K::MoneyKinds, false},
         {"Reserva", "cofre", K::Fixed, false},
         {"Banco", "tipo", K::Fixed, false},
         {"Banco", "host", K::Fixed, false},

@@ -12,7 +12,8 @@ public:
         Flag,         // "0" or "1"
         Folder,       // a folder that exists and can be written (empty: the program's folder)
         File,         // a file whose folder exists and can be written (empty: not used)
-        Guiche,       // one letter or digit
+        Guiche,       // one letter or digit; changed only by `guiche assumir`, never here
+        MoneyKinds,   // codes of kinds of money separated by ";", "," or blanks (may be empty)
         Cabecalho,    // exactly three characters
         Juros,        // "1" or "2"
         Modelo,       // "bematech", "quattro" or "txt"

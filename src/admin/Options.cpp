@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "OutputPath.h"
+#include "Settings.h"
 #include "Skin.h"
 
 #include <QDir>
@@ -47,7 +48,8 @@ E textError(const QString& v) {
     return E::None;
 }
 
-E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
+E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail,
+            Options::Setup setup) {
     switch (kind) {
     case K::Text:
     case K::UpdateFolder:
@@ -68,7 +70,18 @@ E kindError(const AppContext& ctx, K kind, const QString& v, QString* detail) {
         return e == E::FolderMissing ? E::FileFolderMissing : e;
     }
     case K::Guiche:
-        return v.size() == 1 && v[0].isLetterOrNumber() ? E::None : E::Guiche;
+        if (v.size() != 1 || !v[0].isLetterOrNumber())
+            return E::Guiche;
+        if (setup == Options::Setup::NewFolder)
+            return E::None;
+        // The letter is in every stamp and names the database's owner: it changes with the
+        // database, by `guiche assumir`, and only between days.
+        return v.compare(ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed(),
+                         Qt::CaseInsensitive) == 0
+                   ? E::None
+                   : E::GuicheFixo;
+    case K::MoneyKinds:
+        return isMoneyKindList(v) ? E::None : E::MoneyKinds;
     case K::Cabecalho:
         return v.size() == 3 ? E::None : E::Cabecalho;
     case K::Juros:
@@ -155,14 +168,15 @@ bool Options::headerSwitchOn(const QString& current) {
     return !v.isEmpty() && v != QLatin1String("0");
 }
 
-std::optional<Options::Problem> Options::check(const AppContext& ctx, const Values& values) {
+std::optional<Options::Problem> Options::check(const AppContext& ctx, const Values& values,
+                                               Setup setup) {
     for (const IniFile::Entry& e : values) {
         const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
         Problem p{E::None, e.section, e.key, e.value, {}};
         if (!k)
             p.error = E::UnknownKey;
         else if ((p.error = textError(e.value)) == E::None)
-            p.error = kindError(ctx, k->kind, stored(k->kind, e.value), &p.detail);
+            p.error = kindError(ctx, k->kind, stored(k->kind, e.value), &p.detail, setup);
         if (p.error != E::None) {
             if (k) {
                 p.section = k->section;
@@ -174,31 +188,15 @@ std::optional<Options::Problem> Options::check(const AppContext& ctx, const Valu
     return std::nullopt;
 }
 
-Options::Result Options::gravar(AppContext& ctx, const Values& values) {
+Options::Result Options::gravar(AppContext& ctx, const Values& values, Setup setup) {
     Result r;
-    r.problem = check(ctx, values);
+    r.problem = check(ctx, values, setup);
     if (r.problem)
         return r;
     Values out;
-    QString path3;
-    bool hasPath3 = false;
     for (const IniFile::Entry& e : values) {
         const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
         out.append({k->section, k->key, stored(k->kind, e.value)});
-        if (k->section == QLatin1String("Export") && k->key == QLatin1String("Path3")) {
-            hasPath3 = true;
-            path3 = out.last().value;
-        }
-    }
-    // The cash count reads the receipts' folder under its own key.
-    if (hasPath3) {
-        out.erase(std::remove_if(out.begin(), out.end(),
-                                 [](const IniFile::Entry& e) {
-                                     return e.section == QLatin1String("Reserva") &&
-                                            e.key == QLatin1String("itens");
-                                 }),
-                  out.end());
-        out.append({QStringLiteral("Reserva"), QStringLiteral("itens"), path3});
     }
     r.written = IniFile::write(out, ctx.iniPath());
     if (r.written)
@@ -233,6 +231,13 @@ QString Options::message(const Problem& p) {
             .arg(where);
     case E::Guiche:
         return QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo).");
+    case E::GuicheFixo:
+        return QStringLiteral("O guichê de trabalho não muda pelas opções: com o movimento "
+                              "fechado, o administrador usa tolvane guiche assumir LETRA.");
+    case E::MoneyKinds:
+        return QStringLiteral("%1 deve ser uma lista de códigos de espécies de dinheiro "
+                              "separados por ponto e vírgula (ou vazio, para todas).")
+            .arg(where);
     case E::Cabecalho:
         return QStringLiteral("O cabeçalho da autenticação deve ter 3 posições.");
     case E::FolderMissing:

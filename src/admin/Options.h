@@ -24,6 +24,8 @@ public:
         NotLatin1,
         LineBreak,
         Guiche,
+        GuicheFixo, // a change of the counter's letter
+        MoneyKinds,
         Cabecalho,
         FolderMissing,
         FolderNotWritable,
@@ -54,8 +56,12 @@ public:
     static QString value(const Values& values, const QString& section, const QString& key);
 
     // The first value that breaks its key's rule; values are taken as they would be stored.
-    static std::optional<Problem> check(const AppContext& ctx, const Values& values);
-    static Result gravar(AppContext& ctx, const Values& values);
+    // A folder being prepared (no database yet) takes its counter's letter from the options;
+    // afterwards the letter changes only through `guiche assumir`.
+    enum class Setup { Ordinary, NewFolder };
+    static std::optional<Problem> check(const AppContext& ctx, const Values& values,
+                                        Setup setup = Setup::Ordinary);
+    static Result gravar(AppContext& ctx, const Values& values, Setup setup = Setup::Ordinary);
 
     // What is stored for a value: trimmed, folders with a trailing separator, the letter of the
     // counter and the printer model in their cases.

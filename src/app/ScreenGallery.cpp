@@ -232,7 +232,7 @@ int saveAdminScreens(AppContext& ctx, const QString& out) {
     failures += !save(skin, out, QStringLiteral("frmSkin"));
     frmAtualiza update(ctx);
     failures += !save(update, out, QStringLiteral("frmAtualiza"));
-    frmAutenticar stamp(ctx);
+    frmAutenticar stamp(ctx, QStringLiteral("ADMINISTRADOR"));
     stamp.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("150,00"));
     failures += !save(stamp, out, QStringLiteral("frmAutenticar"));
     return failures;

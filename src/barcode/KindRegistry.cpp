@@ -23,6 +23,13 @@ KindRegistry::Input normalised(const KindRegistry::Input& in) {
 
 } // namespace
 
+const QString KindRegistry::kLeiauteEmUso =
+    QStringLiteral("O tipo %1 já é usado pelo código %2: cada leiaute de código de barras "
+                   "pertence a um só tipo.");
+const QString KindRegistry::kTipoComRecebimentos =
+    QStringLiteral("O código %1 tem recebimentos gravados e não pode ser excluído: o dinheiro "
+                   "recebido nele sairia das listas e dos arquivos.");
+
 QString KindRegistry::codeText(int idcod) {
     return QStringLiteral("%1").arg(idcod, 3, 10, QLatin1Char('0'));
 }
@@ -66,6 +73,15 @@ KindRegistry::Result KindRegistry::gravar(clsDataAccess& db, const Input& raw, M
         return {Outcome::CodeInUse, Field::IDCOD};
     if (mode == Mode::Update && !exists)
         return {Outcome::NotFound, Field::IDCOD};
+    // Two kinds with one layout code would make the reading's choice between them arbitrary.
+    const auto same = clsCodBarra::porIdtipo(db, in.idtipo);
+    if (!same)
+        return {Outcome::WriteFailed, Field::None};
+    for (const GuideKind& other : *same)
+        if (other.idcod != *in.idcod)
+            return {Outcome::LayoutInUse, Field::IDTIPO,
+                    kLeiauteEmUso.arg(in.idtipo, codeText(other.idcod) + QStringLiteral(" - ") +
+                                                     other.descricao)};
     clsCodBarra k(db);
     k.IDCOD = static_cast<qint16>(*in.idcod);
     k.IDTIPO = in.idtipo;
@@ -86,6 +102,11 @@ KindRegistry::DeleteOutcome KindRegistry::excluir(clsDataAccess& db, int idcod) 
     clsCodBarra k(db);
     if (!k.SQLSelect(idcod))
         return DeleteOutcome::NotFound;
+    const auto usos = clsCodBarra::usos(db, idcod);
+    if (!usos)
+        return DeleteOutcome::Failed;
+    if (*usos > 0)
+        return DeleteOutcome::InUse;
     if (!k.Excluir() || !tx.commit())
         return DeleteOutcome::Failed;
     return DeleteOutcome::Deleted;

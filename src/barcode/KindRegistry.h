@@ -20,6 +20,7 @@ public:
         CodeOutOfRange, // 1 to 99 entry items, 100 to 999 exit items
         InvalidFlags,   // PADRAO one character, JUROS and BLOQUEIO "S" or "N"
         CodeInUse,      // insert of a code already registered
+        LayoutInUse,    // IDTIPO of another kind: `message` names it
         NotFound,       // update of a code that is not registered
         TextRefused,    // a description the files cannot hold: `message` says why
         WriteFailed     // the data layer refused (a quote) or failed; already reported
@@ -44,8 +45,13 @@ public:
 
     static Result gravar(clsDataAccess& db, const Input& input, Mode mode);
 
-    enum class DeleteOutcome { Deleted, NotFound, Failed };
+    // A kind named by receipts (or by cash items and count lines) stays: deleting it would
+    // take its money out of every list and file that joins the kinds.
+    enum class DeleteOutcome { Deleted, NotFound, InUse, Failed };
     static DeleteOutcome excluir(clsDataAccess& db, int idcod);
+
+    static const QString kLeiauteEmUso;        // %1 the IDTIPO, %2 the kind that has it
+    static const QString kTipoComRecebimentos; // %1 the code
 
     // The check without writing (the screen calls it to put the focus on the field at fault).
     static Result check(const Input& input);

@@ -5,6 +5,7 @@
 #include "Clock.h"
 #include "DialogPort.h"
 #include "FileText.h"
+#include "KindRegistry.h"
 #include "NetworkOutbox.h"
 #include "Transaction.h"
 #include "clsArquivoBanco.h"
@@ -34,6 +35,9 @@ const QString ReceiptCorrections::kAutenticaAcimaDoLimite =
 const QString ReceiptCorrections::kCodigoInvalido =
     QStringLiteral("O código de barras deve ter 44 dígitos!!");
 const QString ReceiptCorrections::kTipoInvalido = QStringLiteral("Tipo de guia não cadastrado!!");
+const QString ReceiptCorrections::kPadraoDiferente =
+    QStringLiteral("O tipo %1 é de outro padrão: o recebimento só pode passar para um tipo do "
+                   "mesmo padrão (%2).");
 const QString ReceiptCorrections::kNadaAlterado = QStringLiteral("Nenhum campo foi alterado!!");
 const QString ReceiptCorrections::kAutenticaEmUso =
     QStringLiteral("A autenticação %1 já pertence a outro recebimento deste movimento!!");
@@ -385,6 +389,14 @@ ReceiptCorrections::lerPedido(const Pedido& p, const clsRecebimentos& atual) {
         clsCodBarra k(m_ctx.db);
         if (!ok || tipo < 1 || tipo > 99 || !k.SQLSelect(tipo)) {
             refuse(kTipoInvalido);
+            return std::nullopt;
+        }
+        // The code's digits mean what its standard says: a Febraban guide read as a bank slip
+        // would carry its digits as a face value.
+        if (clsCodBarra antes(m_ctx.db);
+            tipo != atual.TIPO && antes.SQLSelect(atual.TIPO) &&
+            antes.PADRAO.trimmed().compare(k.PADRAO.trimmed(), Qt::CaseInsensitive) != 0) {
+            refuse(kPadraoDiferente.arg(KindRegistry::codeText(tipo), antes.PADRAO.trimmed()));
             return std::nullopt;
         }
         v.tipo = static_cast<qint16>(tipo);

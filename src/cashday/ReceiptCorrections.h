@@ -94,6 +94,7 @@ public:
     static const QString kAutenticaAcimaDoLimite; // beyond what the files carry
     static const QString kCodigoInvalido;
     static const QString kTipoInvalido;
+    static const QString kPadraoDiferente; // %1 the new kind's code, %2 the standard
     static const QString kNadaAlterado;
     static const QString kAutenticaEmUso; // %1: the number
     static const QString kContaRecebida;  // "Conta já Recebida!!!"

@@ -54,6 +54,7 @@ int tipoGravar(CliEnv& e) {
         e.err << QStringLiteral("O código %1 já existe (use --alterar).\n").arg(code);
         return ExitRefused;
     case KindRegistry::Outcome::TextRefused:
+    case KindRegistry::Outcome::LayoutInUse:
         e.err << r.message << "\n";
         return ExitRefused;
     case KindRegistry::Outcome::WriteFailed:
@@ -101,6 +102,10 @@ int tipoExcluir(CliEnv& e) {
     const auto r = ok ? KindRegistry::excluir(e.ctx.db, id) : KindRegistry::DeleteOutcome::NotFound;
     if (r == KindRegistry::DeleteOutcome::NotFound) {
         e.err << "Informe um item !!!\n";
+        return ExitRefused;
+    }
+    if (r == KindRegistry::DeleteOutcome::InUse) {
+        e.err << KindRegistry::kTipoComRecebimentos.arg(KindRegistry::codeText(id)) << "\n";
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::Failed) {

@@ -31,6 +31,7 @@ QList<CliCommand> allCommands() {
     registerCorrectionCommands(c);
     registerNetworkCommands(c);
     registerReportCommands(c);
+    registerLooseStampCommands(c);
     return c;
 }
 

@@ -53,3 +53,4 @@ void registerMaintenanceCommands(QList<CliCommand>& commands);
 void registerCorrectionCommands(QList<CliCommand>& commands);
 void registerNetworkCommands(QList<CliCommand>& commands);
 void registerReportCommands(QList<CliCommand>& commands);
+void registerLooseStampCommands(QList<CliCommand>& commands);

@@ -27,15 +27,19 @@ int existing(CliEnv& e, CounterSession& s) {
 QJsonObject situacao(CounterSession& s) {
     const clsMovimento& m = s.day().movimento();
     const auto resumo = s.resumoLancados(); // counted by the database
-    return {{QStringLiteral("id"), m.ID},
-            {QStringLiteral("mov"), m.MOV},
-            {QStringLiteral("mdata"), DateUtil::br(m.MDATA)},
-            {QStringLiteral("status"), m.STATUS},
-            {QStringLiteral("valor_arrecadado"), m.VALOR_ARRECADADO.format()},
-            {QStringLiteral("entrada"), m.ENTRADA.format()},
-            {QStringLiteral("saida"), m.SAIDA.format()},
-            {QStringLiteral("suprimento"), m.SUPRIMENTO.format()},
-            {QStringLiteral("recebimentos"), resumo ? resumo->quantidade : qint64(0)}};
+    QJsonObject o{{QStringLiteral("id"), m.ID},
+                  {QStringLiteral("mov"), m.MOV},
+                  {QStringLiteral("mdata"), DateUtil::br(m.MDATA)},
+                  {QStringLiteral("status"), m.STATUS},
+                  {QStringLiteral("valor_arrecadado"), m.VALOR_ARRECADADO.format()},
+                  {QStringLiteral("entrada"), m.ENTRADA.format()},
+                  {QStringLiteral("saida"), m.SAIDA.format()},
+                  {QStringLiteral("suprimento"), m.SUPRIMENTO.format()},
+                  {QStringLiteral("recebimentos"), resumo ? resumo->quantidade : qint64(0)}};
+    // The seal of the last closing: the audit chain's hash, also sent to the central.
+    if (!m.HASH_CADEIA.isEmpty())
+        o.insert(QStringLiteral("selo"), m.HASH_CADEIA);
+    return o;
 }
 
 int abrir(CliEnv& e) {
@@ -67,6 +71,9 @@ int encerrar(CliEnv& e) {
     e.ctx.dialogs.info(QStringLiteral("Aviso"), CashDay::kEncerrado);
     if (e.json)
         CliSupport::printJson(e, situacao(s));
+    else
+        e.out << QStringLiteral("Selo do dia %1 (hash da cadeia): %2\n")
+                     .arg(DateUtil::br(s.day().movimento().MDATA), s.day().movimento().HASH_CADEIA);
     return ExitOk;
 }
 

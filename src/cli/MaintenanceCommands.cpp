@@ -9,6 +9,7 @@
 #include "CliCommand.h"
 #include "CliSupport.h"
 #include "Clock.h"
+#include "ClosedDayTotals.h"
 #include "DailyControlFile.h"
 #include "DatabaseBackup.h"
 #include "DatabaseCheck.h"
@@ -99,70 +100,109 @@ void printSelos(CliEnv& e, const CentralSeals::Conferencia& c) {
         e.out << QStringLiteral("Selo diferente da central: %1\n").arg(d);
 }
 
-int auditar(CliEnv& e) {
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
-    std::optional<qint64> idMovimento;
-    std::optional<QDate> dia;
-    QString anchor;
-    clsMovimento mov(e.ctx.db);
-    if (e.args.has(QStringLiteral("data"))) {
-        dia = CliSupport::workingDate(e);
-        if (!dia)
-            return ExitUsage;
-        if (!mov.SQLSelectByDate(*dia)) {
-            e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
-            return ExitRefused;
-        }
-        idMovimento = mov.ID;
-        anchor = mov.HASH_CADEIA;
-    }
-    const AuditChain::Report r = AuditChain::audit(e.ctx.db, idMovimento, anchor);
-    const auto selos = conferirSelos(e, dia);
-    const bool ok = r.ok && (!selos || selos->diferencas.isEmpty());
-    if (e.json) {
-        QJsonObject o{{QStringLiteral("confere"), ok},
-                      {QStringLiteral("entradas"), r.entries},
-                      {QStringLiteral("linhas"), r.rows},
-                      {QStringLiteral("ultimo_hash"), r.lastHash},
-                      {QStringLiteral("problemas"), QJsonArray::fromStringList(r.problems)}};
-        if (idMovimento)
-            o.insert(QStringLiteral("hash_encerramento"), anchor);
-        if (selos)
-            o.insert(
-                QStringLiteral("selos_central"),
-                QJsonObject{
-                    {QStringLiteral("consultada"), selos->consultada},
-                    {QStringLiteral("conferem"), selos->conferidos},
-                    {QStringLiteral("sem_selo"), QJsonArray::fromStringList(selos->semSelo)},
-                    {QStringLiteral("diferencas"), QJsonArray::fromStringList(selos->diferencas)}});
-        CliSupport::printJson(e, o);
-        return ok ? ExitOk : ExitRefused;
-    }
+QString totalText(const ClosedDayTotals::Difference& d) {
+    return QStringLiteral("Movimento %1 de %2: %3 guardado %4, mas os lançamentos do dia somam %5.")
+        .arg(d.mov)
+        .arg(DateUtil::br(d.dia), ClosedDayTotals::coluna(d.total), d.guardado.format(),
+             d.somado.format());
+}
+
+// The chain with the closing hash of one day (--data), or with the seal of every closed day.
+AuditChain::Report auditChain(CliEnv& e, const std::optional<clsMovimento>& mov) {
+    if (mov)
+        return AuditChain::audit(e.ctx.db, mov->ID, mov->HASH_CADEIA);
+    QMap<QString, QString> seals;
+    if (const auto days = clsMovimento::encerrados(e.ctx.db))
+        for (const clsMovimento& m : *days)
+            if (!m.HASH_CADEIA.isEmpty())
+                seals.insert(m.HASH_CADEIA, DateUtil::br(m.MDATA));
+    return AuditChain::audit(e.ctx.db, seals);
+}
+
+void printAuditJson(CliEnv& e, bool ok, const AuditChain::Report& r, const QStringList& totals,
+                    const std::optional<clsMovimento>& mov,
+                    const std::optional<CentralSeals::Conferencia>& selos) {
+    QJsonObject o{{QStringLiteral("confere"), ok},
+                  {QStringLiteral("entradas"), r.entries},
+                  {QStringLiteral("linhas"), r.rows},
+                  {QStringLiteral("ultimo_hash"), r.lastHash},
+                  {QStringLiteral("problemas"), QJsonArray::fromStringList(r.problems + totals)}};
+    if (mov)
+        o.insert(QStringLiteral("hash_encerramento"), mov->HASH_CADEIA);
+    if (selos)
+        o.insert(
+            QStringLiteral("selos_central"),
+            QJsonObject{
+                {QStringLiteral("consultada"), selos->consultada},
+                {QStringLiteral("conferem"), selos->conferidos},
+                {QStringLiteral("sem_selo"), QJsonArray::fromStringList(selos->semSelo)},
+                {QStringLiteral("diferencas"), QJsonArray::fromStringList(selos->diferencas)}});
+    CliSupport::printJson(e, o);
+}
+
+void printAuditText(CliEnv& e, bool ok, const AuditChain::Report& r, const QStringList& totals,
+                    const std::optional<clsMovimento>& mov,
+                    const std::optional<CentralSeals::Conferencia>& selos) {
     e.out << QStringLiteral("Cadeia: %1 entradas; %2 linhas comparadas.\nÚltimo hash: %3\n")
                  .arg(r.entries)
                  .arg(r.rows)
                  .arg(r.lastHash);
-    if (idMovimento)
-        e.out << (anchor.isEmpty()
+    if (mov)
+        e.out << (mov->HASH_CADEIA.isEmpty()
                       ? QStringLiteral("Movimento %1 de %2: ainda não encerrado.\n")
-                            .arg(mov.MOV)
-                            .arg(DateUtil::br(mov.MDATA))
+                            .arg(mov->MOV)
+                            .arg(DateUtil::br(mov->MDATA))
                       : QStringLiteral("Movimento %1 de %2, hash do encerramento: %3\n")
-                            .arg(mov.MOV)
-                            .arg(DateUtil::br(mov.MDATA), anchor));
+                            .arg(mov->MOV)
+                            .arg(DateUtil::br(mov->MDATA), mov->HASH_CADEIA));
     if (selos)
         printSelos(e, *selos);
     if (ok) {
         e.out << "Tudo confere.\n";
-        return ExitOk;
+        return;
     }
-    if (!r.ok) {
-        e.out << QStringLiteral("Primeira diferença: %1\n").arg(r.problems.first());
-        for (int i = 1; i < r.problems.size(); ++i)
-            e.out << "  " << r.problems.at(i) << "\n";
+    const QStringList problems = r.problems + totals;
+    if (!problems.isEmpty()) {
+        e.out << QStringLiteral("Primeira diferença: %1\n").arg(problems.first());
+        for (int i = 1; i < problems.size(); ++i)
+            e.out << "  " << problems.at(i) << "\n";
     }
-    return ExitRefused;
+}
+
+// The chain, each closed day's seal in it, each closed day's totals summed again, and the seals
+// the central holds.
+int auditar(CliEnv& e) {
+    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
+        return rc;
+    std::optional<clsMovimento> mov;
+    std::optional<QDate> dia;
+    if (e.args.has(QStringLiteral("data"))) {
+        dia = CliSupport::workingDate(e);
+        if (!dia)
+            return ExitUsage;
+        mov.emplace(e.ctx.db);
+        if (!mov->SQLSelectByDate(*dia)) {
+            e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
+            return ExitRefused;
+        }
+    }
+    const AuditChain::Report r = auditChain(e, mov);
+    QStringList totals;
+    if (const auto diffs = ClosedDayTotals::conferir(e.ctx.db, mov ? std::optional<qint32>(mov->ID)
+                                                                   : std::nullopt)) {
+        for (const ClosedDayTotals::Difference& d : *diffs)
+            totals << totalText(d);
+    } else {
+        totals << QStringLiteral("Os totais dos dias encerrados não puderam ser lidos: ") +
+                      e.ctx.db.lastError();
+    }
+    const auto selos = conferirSelos(e, dia);
+    const bool ok = r.ok && totals.isEmpty() && (!selos || selos->diferencas.isEmpty());
+    if (e.json)
+        printAuditJson(e, ok, r, totals, mov, selos);
+    else
+        printAuditText(e, ok, r, totals, mov, selos);
+    return ok ? ExitOk : ExitRefused;
 }
 
 int controle(CliEnv& e) {
@@ -179,8 +219,12 @@ int controle(CliEnv& e) {
 }
 
 int guicheAssumir(CliEnv& e) {
+    if (e.args.positional.size() > 1) {
+        e.err << "Uso: tolvane guiche assumir [LETRA]\n";
+        return ExitUsage;
+    }
     QString detail;
-    if (!Startup::assumirGuiche(e.ctx, e.readStdinLine(), &detail)) {
+    if (!Startup::assumirGuiche(e.ctx, e.readStdinLine(), &detail, e.args.positional.value(0))) {
         e.err << detail << "\n";
         return ExitRefused;
     }
@@ -209,8 +253,9 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("auditar")},
               QStringLiteral("auditar [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
-                             "com --data, confere o hash do encerramento; com a central da rede, "
-                             "compara os selos dos dias encerrados com os dela; senha do "
+                             "confere o selo de cada dia encerrado (com --data, só o daquele dia) "
+                             "e soma de novo os totais guardados no movimento; com a central da "
+                             "rede, compara os selos dos dias encerrados com os dela; senha do "
                              "administrador"),
               {},
               CliCommand::Db::ReadOnly,
@@ -223,9 +268,10 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               CliCommand::Db::ReadOnly,
               controle});
     c.append({{QStringLiteral("guiche"), QStringLiteral("assumir")},
-              QStringLiteral("guiche assumir"),
-              QStringLiteral("passa o banco para o guichê deste Config.ini ([Export] guiche), "
-                             "quando o número do guichê mudou; senha do administrador"),
+              QStringLiteral("guiche assumir [LETRA]"),
+              QStringLiteral("muda o guichê (grava LETRA em [Export] guiche) ou passa o banco "
+                             "para o guichê deste Config.ini; só sem movimento aberto; senha do "
+                             "administrador"),
               {},
               CliCommand::Db::None,
               guicheAssumir});

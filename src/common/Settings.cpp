@@ -3,6 +3,9 @@
 #include "IniFile.h"
 #include "TextFile.h"
 
+#include <QRegularExpression>
+#include <algorithm>
+
 bool toInt16(const QString& text, qint16& out) {
     bool ok = false;
     const int v = text.trimmed().toInt(&ok, 10);
@@ -54,4 +57,13 @@ bool Carrega_config(const QString& iniPath, Settings& s) {
     if (toInt16(QString::number(s.rede) + text("Export", "rede"), rede))
         s.rede = rede;
     return IniFile::readProblem(iniPath).isEmpty();
+}
+
+bool isMoneyKindList(const QString& value) {
+    const QStringList codes =
+        value.split(QRegularExpression(QStringLiteral("[;,\\s]+")), Qt::SkipEmptyParts);
+    return std::all_of(codes.begin(), codes.end(), [](const QString& c) {
+        return std::all_of(c.begin(), c.end(),
+                           [](QChar ch) { return ch.isDigit() && ch.unicode() < 128; });
+    });
 }

@@ -35,5 +35,9 @@ struct Settings {
 // is not read (not a regular file, or over 1 MB: IniFile::readProblem says which).
 bool Carrega_config(const QString& iniPath, Settings& s);
 
+// [Reserva] itens: codes of kinds of money separated by ";", "," or blanks, or nothing (every
+// kind). Anything else (a folder, as an earlier options save wrote there) is not such a list.
+bool isMoneyKindList(const QString& value);
+
 // The whole-number conversion of the settings: optional blanks and sign, digits, 16-bit range.
 bool toInt16(const QString& text, qint16& out);

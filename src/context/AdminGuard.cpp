@@ -16,3 +16,14 @@ bool AdminGuard::ask(AppContext& ctx, const QString& title) {
     const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
     return answer && isAdministrator(ctx, *answer);
 }
+
+std::optional<QString> AdminGuard::administrador(AppContext& ctx, const QString& senha) {
+    if (!isAdministrator(ctx, senha))
+        return std::nullopt;
+    return Login::Nome_usuario(ctx, senha);
+}
+
+std::optional<QString> AdminGuard::askAdministrador(AppContext& ctx, const QString& title) {
+    const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
+    return answer ? administrador(ctx, *answer) : std::nullopt;
+}

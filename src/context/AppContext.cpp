@@ -28,7 +28,24 @@ QString AppContext::option(const QString& section, const QString& key) const {
 }
 
 bool AppContext::reloadSettings() {
+    repairSettings();
     return Carrega_config(iniPath(), settings);
+}
+
+void AppContext::repairSettings() {
+    // An earlier options save wrote Path3's folder into [Reserva] itens, after which the cash
+    // count refused every kind of money: emptied, it offers them all again.
+    const QString itens = option(QStringLiteral("Reserva"), QStringLiteral("itens"));
+    if (isMoneyKindList(itens) ||
+        !IniFile::write(QStringLiteral("Reserva"), QStringLiteral("itens"), QString(), iniPath()))
+        return;
+    errors.append(QStringLiteral("Config.ini"),
+                  {0,
+                   QStringLiteral("[Reserva] itens tinha \"%1\", que não é uma lista de "
+                                  "códigos de espécies de dinheiro: ficou vazio (todas as "
+                                  "espécies).")
+                       .arg(itens),
+                   QStringLiteral("Carrega_config")});
 }
 
 QString AppContext::copiesFolder() const {

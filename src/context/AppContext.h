@@ -46,6 +46,7 @@ public:
     QString filePath(const QString& name) const;
     // A key read at the moment of use (the keys Carrega_config does not load).
     QString option(const QString& section, const QString& key) const;
+    // Loads Config.ini, repairing first what an earlier version spoiled in it (Log.ini says so).
     bool reloadSettings();
 
     // The folder of the database copies the closing keeps.
@@ -56,4 +57,7 @@ public:
     // Why a new file may not be written at `path` (empty when it may): the one rule for every
     // command and screen that writes where it is pointed.
     QString outputProblem(const QString& path) const;
+
+private:
+    void repairSettings();
 };

@@ -61,3 +61,10 @@ QString Login::Tipo_usuario(AppContext& ctx, const QString& senha) {
     Match m;
     return matchingUsers(ctx, senha, m) == 1 ? m.tipo : user;
 }
+
+QString Login::Nome_usuario(AppContext& ctx, const QString& senha) {
+    if (senha.isEmpty())
+        return {};
+    Match m;
+    return matchingUsers(ctx, senha, m) == 1 ? m.nome : QString();
+}

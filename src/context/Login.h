@@ -15,6 +15,8 @@ public:
     static bool Valida_senha(AppContext& ctx, const QString& senha);
     // The type of the single operator matching the password, else "USER". Activity not checked.
     static QString Tipo_usuario(AppContext& ctx, const QString& senha);
+    // The name of the single operator matching the password, else empty. Activity not checked.
+    static QString Nome_usuario(AppContext& ctx, const QString& senha);
 
 private:
     struct Match;

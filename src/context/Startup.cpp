@@ -260,19 +260,42 @@ bool Startup::abrirConsulta(AppContext& ctx, QString* detail, Check check) {
     return openDatabase(ctx, OpenMode::ReadOnly, detail, true, check);
 }
 
-bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail) {
+bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail,
+                            const QString& letra) {
     if (!openDatabase(ctx, OpenMode::ReadWrite, detail, false))
         return false;
     if (!AdminGuard::isAdministrator(ctx, senha))
         return fail(ctx, detail, QStringLiteral("Senha de administrador não aceita."));
-    const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
+    const QString nova = letra.trimmed().toUpper();
+    if (!letra.isEmpty() && (nova.size() != 1 || !nova[0].isLetterOrNumber()))
+        return fail(ctx, detail,
+                    QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo)."));
+    const QString mine =
+        letra.isEmpty() ? ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed()
+                        : nova;
     if (mine.isEmpty())
         return fail(ctx, detail, QStringLiteral("Defina [Export] guiche no Config.ini."));
+    Transaction tx(ctx.db);
+    const auto abertos = clsMovimento::abertos(ctx.db);
+    if (!tx.ok() || !abertos)
+        return fail(ctx, detail, ctx.db.lastError());
+    // The letter is in every stamp of the day: it changes between days only.
+    if (*abertos > 0)
+        return fail(ctx, detail,
+                    QStringLiteral("Há um movimento aberto: encerre-o antes de mudar o guichê."));
     clsGuiche owner(ctx.db);
     owner.GUICHE = mine;
     owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
     if (!owner.gravar())
         return fail(ctx, detail, ctx.db.lastError());
+    if (!letra.isEmpty() &&
+        !IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), mine, ctx.iniPath()))
+        return fail(ctx, detail,
+                    QStringLiteral("Não foi possível gravar o arquivo %1.")
+                        .arg(QDir::toNativeSeparators(ctx.iniPath())));
+    if (!tx.commit())
+        return fail(ctx, detail, ctx.db.lastError());
+    ctx.reloadSettings();
     return true;
 }
 

@@ -26,9 +26,12 @@ public:
     static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr,
                               Check check = Check::Cheap);
     static bool Carrega_config(AppContext& ctx);
-    // The database changes hands: it now belongs to the counter of this Config.ini. Only an
-    // administrator (`senha`) may do it; the database is left open.
-    static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail);
+    // The database changes hands: it now belongs to the counter `letra` (written into Config.ini
+    // as well) or, without one, to the counter of this Config.ini. Only an administrator
+    // (`senha`) may do it, and only while no day is open; the database is left open. This is the
+    // one way the counter's letter changes.
+    static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail,
+                              const QString& letra = QString());
 
     // The start-up steps after the single-instance check. The program goes on either way.
     static void run(AppContext& ctx);

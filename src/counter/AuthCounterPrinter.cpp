@@ -176,6 +176,12 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
     if (!mov.HASH_CADEIA.isEmpty())
         block += QStringLiteral("\nCADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
                  QString(8, QLatin1Char(' ')) + mov.HASH_CADEIA.mid(32);
+    // With no tape ("txt") the closing goes where the coupons go, so the seal is still on paper.
+    if (PrinterService::modelFrom(m_ctx.settings.impressora) == PrinterModel::Txt) {
+        const QStringList lines =
+            (block + QLatin1Char('\n') + a.Cabecalho).split(QLatin1Char('\n'));
+        return textCoupon ? textCoupon(lines) : couponFile(lines);
+    }
     run(tape(block) + tape(a.Cabecalho), true);
     return true;
 }

@@ -33,6 +33,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("ConflitoRede"), QStringLiteral("ID")},
     {QStringLiteral("CofreMovimentos"), QStringLiteral("ID")},
     {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
+    {QStringLiteral("AutenticacoesAvulsas"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {
@@ -260,8 +261,8 @@ namespace {
 // entry. Problems are kept in chain order.
 class Audit {
 public:
-    Audit(clsDataAccess& db, std::optional<qint64> idMovimento, const QString& anchor)
-        : m_db(db), m_idMovimento(idMovimento), m_anchor(anchor), m_tables(kTables) {}
+    Audit(clsDataAccess& db, std::optional<qint64> idMovimento, const QMap<QString, QString>& seals)
+        : m_db(db), m_idMovimento(idMovimento), m_pending(seals), m_tables(kTables) {}
     bool readChain();
     void compareTables() {
         for (const ChainedTable& t : m_tables)
@@ -285,7 +286,7 @@ private:
 
     clsDataAccess& m_db;
     std::optional<qint64> m_idMovimento;
-    QString m_anchor;
+    QMap<QString, QString> m_pending; // seals (hash -> day) not yet found in the chain
     AuditChain::Report m_r;
     QList<Problem> m_problems;
     std::map<std::pair<QString, qint64>, LastEntry> m_last; // (table, key) -> its last entry
@@ -304,7 +305,6 @@ bool Audit::readChain() {
         m_r.problems << QStringLiteral("A cadeia não pôde ser lida: ") + m_db.lastError();
         return false;
     }
-    m_r.anchorFound = m_anchor.isEmpty();
     while (q.next())
         readEntry(q);
     m_r.lastHash = m_previous;
@@ -330,8 +330,8 @@ void Audit::readEntry(const QSqlQuery& q) {
                                                   "alterada ou a anterior foi apagada.")
                                        .arg(seq)
                                        .arg(describeRow(table, keyColumn, key, content))};
-    else if (stored == m_anchor)
-        m_r.anchorFound = true;
+    else if (!m_pending.isEmpty())
+        m_pending.remove(stored);
     m_last[{table, key}] = {seq, op == QLatin1String("D"), digest(content), keyColumn};
     if (std::none_of(m_tables.begin(), m_tables.end(),
                      [&](const ChainedTable& t) { return t.name == table; }))
@@ -414,10 +414,7 @@ AuditChain::Report Audit::finish() {
                      [](const Problem& a, const Problem& b) { return a.order < b.order; });
     for (const Problem& p : m_problems)
         m_r.problems << p.text;
-    if (!m_r.anchorFound)
-        m_r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não "
-                                       "está na cadeia: ela foi refeita depois do encerramento.")
-                            .arg(m_anchor);
+    m_r.sealsMissing = m_pending.values();
     m_r.ok = m_r.problems.isEmpty();
     return m_r;
 }
@@ -425,7 +422,32 @@ AuditChain::Report Audit::finish() {
 
 AuditChain::Report AuditChain::audit(clsDataAccess& db, std::optional<qint64> idMovimento,
                                      const QString& anchor) {
-    Audit a(db, idMovimento, anchor);
+    QMap<QString, QString> seals;
+    if (!anchor.isEmpty())
+        seals.insert(anchor, QString());
+    Report r = scan(db, idMovimento, seals);
+    r.anchorFound = r.sealsMissing.isEmpty();
+    if (!r.anchorFound)
+        r.problems << QStringLiteral("O hash guardado no encerramento do movimento (%1) não está "
+                                     "na cadeia: ela foi refeita depois do encerramento.")
+                          .arg(anchor);
+    r.ok = r.problems.isEmpty();
+    return r;
+}
+
+AuditChain::Report AuditChain::audit(clsDataAccess& db, const QMap<QString, QString>& seals) {
+    Report r = scan(db, std::nullopt, seals);
+    for (const QString& day : r.sealsMissing)
+        r.problems << QStringLiteral("O selo do dia %1 (%2) não está na cadeia: ela foi refeita "
+                                     "depois do encerramento.")
+                          .arg(day, seals.key(day));
+    r.ok = r.problems.isEmpty();
+    return r;
+}
+
+AuditChain::Report AuditChain::scan(clsDataAccess& db, std::optional<qint64> idMovimento,
+                                    const QMap<QString, QString>& seals) {
+    Audit a(db, idMovimento, seals);
     if (!a.readChain())
         return a.finish(); // only why the chain could not be read
     a.compareTables();

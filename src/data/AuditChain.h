@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -54,20 +55,29 @@ public:
 
     struct Report {
         bool ok = true;
-        qint64 entries = 0;      // chain entries checked
-        qint64 rows = 0;         // table rows compared with their last entry
-        QString lastHash;        // of the whole chain
-        QStringList problems;    // in chain order; the first is the first row that differs
-        bool anchorFound = true; // the movement's closing hash is in the chain
+        qint64 entries = 0;       // chain entries checked
+        qint64 rows = 0;          // table rows compared with their last entry
+        QString lastHash;         // of the whole chain
+        QStringList problems;     // in chain order; the first is the first row that differs
+        bool anchorFound = true;  // the movement's closing hash is in the chain
+        QStringList sealsMissing; // days (as `seals` names them) whose seal is not in the chain
     };
     // Recomputes the chain and compares every row with its last entry. With `idMovimento`, only
     // that movement's rows are compared (the chain itself is always checked whole) and
     // `anchor`, the hash kept at its closing, must be one of the chain's hashes.
     static Report audit(clsDataAccess& db, std::optional<qint64> idMovimento = std::nullopt,
                         const QString& anchor = QString());
+    // The whole chain, and every closed day's seal (hash -> the day's name, "23/11/2026") must
+    // be one of its hashes: a chain rebuilt after a day was closed no longer holds that day's
+    // seal.
+    static Report audit(clsDataAccess& db, const QMap<QString, QString>& seals);
 
     // The hash of one entry, from the previous entry's hash and the entry's fields.
     static QString entryHash(const QString& previous, qint64 seq, const QString& table,
                              const QString& keyColumn, qint64 key, const QString& op,
                              const QString& momento, const QString& content);
+
+private:
+    static Report scan(clsDataAccess& db, std::optional<qint64> idMovimento,
+                       const QMap<QString, QString>& seals);
 };

@@ -203,11 +203,23 @@ QStringList migrationArquivosBanco(DbBackend b) {
                        "ArquivoRecebimentos(IDARQUIVO)")};
 }
 
+// Loose documents stamped at the counter: each one recorded before it is printed, with who
+// stamped it and who allowed it, and marked when the printer confirmed it.
+QStringList migrationAutenticacoesAvulsas(DbBackend b) {
+    const Types t = typesFor(b);
+    return {QStringLiteral("CREATE TABLE AutenticacoesAvulsas (ID %1, MOMENTO TEXT NOT NULL, DIA "
+                           "%2, VALOR BIGINT NOT NULL, TEXTO %3 NOT NULL, GUICHE %3, OPERADOR %3, "
+                           "ADMINISTRADOR %3, CONFIRMADA INTEGER NOT NULL DEFAULT 0)")
+                .arg(t.id, t.date, t.text),
+            QStringLiteral("CREATE INDEX idx_autenticacoesavulsas_dia ON "
+                           "AutenticacoesAvulsas(DIA)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {
     migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
     migrationEstornos, migrationAutenticaIndex,   migrationRede,
-    migrationCofre,    migrationArquivosBanco};
+    migrationCofre,    migrationArquivosBanco,    migrationAutenticacoesAvulsas};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

@@ -113,6 +113,17 @@ bool clsCodBarra::Gravar(int mode) {
         {IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO, int(IDCOD)});
 }
 
+std::optional<qint64> clsCodBarra::usos(clsDataAccess& db, int idcod) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT (SELECT COUNT(*) FROM Recebimentos WHERE TIPO = ?) + (SELECT "
+                       "COUNT(*) FROM Itens WHERE ESPECIE = ?) + (SELECT COUNT(*) FROM ConfCaixa "
+                       "WHERE ESPECIE = ?) AS N"),
+        {idcod, idcod, idcod});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return rs->integer(QStringLiteral("N"));
+}
+
 bool clsCodBarra::Excluir() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM CodBarra WHERE IDCOD = ?"), {int(IDCOD)});
 }

@@ -25,6 +25,8 @@ public:
     // Mode 1 inserts, mode 2 updates every column but the key.
     bool Gravar(int mode);
     bool Excluir();
+    // How many receipts, cash items and count lines name the kind; nullopt on failure.
+    static std::optional<qint64> usos(clsDataAccess& db, int idcod);
     GuideKind kind() const;
 
     // The lists of kinds the screens and the reading offer. nullopt when the read failed (logged).

@@ -1,5 +1,6 @@
 #include "clsMovimento.h"
 
+#include "Recordset.h"
 #include "clsDataAccess.h"
 
 namespace {
@@ -12,16 +13,35 @@ bool clsMovimento::load(const QString& where, const QVariant& key) {
     const auto rs = m_db->SQLSelect_ReadOnly(kColumns + where, {key});
     if (!clsDataAccess::CheckValidRecordset(rs))
         return false;
-    ID = static_cast<qint32>(rs->integer(QStringLiteral("ID")));
-    MDATA = rs->date(QStringLiteral("MDATA"));
-    MOV = static_cast<qint16>(rs->integer(QStringLiteral("MOV")));
-    STATUS = rs->text(QStringLiteral("STATUS"));
-    VALOR_ARRECADADO = rs->money(QStringLiteral("VALOR_ARRECADADO"));
-    ENTRADA = rs->money(QStringLiteral("ENTRADA"));
-    SAIDA = rs->money(QStringLiteral("SAIDA"));
-    SUPRIMENTO = rs->money(QStringLiteral("SUPRIMENTO"));
-    HASH_CADEIA = rs->text(QStringLiteral("HASH_CADEIA"));
+    fill(*rs);
     return true;
+}
+
+void clsMovimento::fill(const Recordset& rs) {
+    ID = static_cast<qint32>(rs.integer(QStringLiteral("ID")));
+    MDATA = rs.date(QStringLiteral("MDATA"));
+    MOV = static_cast<qint16>(rs.integer(QStringLiteral("MOV")));
+    STATUS = rs.text(QStringLiteral("STATUS"));
+    VALOR_ARRECADADO = rs.money(QStringLiteral("VALOR_ARRECADADO"));
+    ENTRADA = rs.money(QStringLiteral("ENTRADA"));
+    SAIDA = rs.money(QStringLiteral("SAIDA"));
+    SUPRIMENTO = rs.money(QStringLiteral("SUPRIMENTO"));
+    HASH_CADEIA = rs.text(QStringLiteral("HASH_CADEIA"));
+}
+
+std::optional<QList<clsMovimento>> clsMovimento::encerrados(clsDataAccess& db) {
+    auto rs =
+        db.SQLSelect_ReadOnly(kColumns + QStringLiteral("WHERE STATUS = ? ORDER BY MDATA, ID"),
+                              {QStringLiteral("FECHADO")});
+    if (!rs)
+        return std::nullopt;
+    QList<clsMovimento> out;
+    for (; rs->atRow(); rs->moveNext()) {
+        clsMovimento m(db);
+        m.fill(*rs);
+        out.append(m);
+    }
+    return out;
 }
 
 bool clsMovimento::SQLSelect(qint32 id) {
@@ -95,6 +115,15 @@ std::optional<clsMovimento::SomasDia> clsMovimento::somarDia(clsDataAccess& db, 
         return std::nullopt;
     return SomasDia{received->money(QStringLiteral("SOMA")), cash->money(QStringLiteral("ENTRADA")),
                     cash->money(QStringLiteral("SAIDA"))};
+}
+
+std::optional<int> clsMovimento::abertos(clsDataAccess& db) {
+    const auto rs = db.SQLSelect_ReadOnly(
+        QStringLiteral("SELECT COUNT(*) AS N FROM Movimento WHERE STATUS = ?"),
+        {QStringLiteral("ABERTO")});
+    if (!clsDataAccess::CheckValidRecordset(rs))
+        return std::nullopt;
+    return int(rs->integer(QStringLiteral("N")));
 }
 
 std::optional<int> clsMovimento::contar(clsDataAccess& db) {

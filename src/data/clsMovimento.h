@@ -3,10 +3,12 @@
 #include "Money.h"
 
 #include <QDate>
+#include <QList>
 #include <QString>
 #include <optional>
 
 class clsDataAccess;
+class Recordset;
 
 // One row of Movimento: a cash day.
 class clsMovimento {
@@ -40,10 +42,15 @@ public:
     };
     // How many cash days the database holds.
     static std::optional<int> contar(clsDataAccess& db);
+    // How many days are open.
+    static std::optional<int> abertos(clsDataAccess& db);
+    // The closed days, oldest first.
+    static std::optional<QList<clsMovimento>> encerrados(clsDataAccess& db);
     static std::optional<SomasDia> somarDia(clsDataAccess& db, qint32 idMovimento,
                                             const QDate& dia);
 
 private:
     bool load(const QString& where, const QVariant& key);
+    void fill(const Recordset& rs);
     clsDataAccess* m_db; // a pointer so rows can be copied
 };

@@ -30,7 +30,8 @@ private slots:
             QTest::newRow(name) << QString::fromLatin1(section) << QString::fromLatin1(key) << v
                                 << int(e);
         };
-        row("counter letter", "Export", "guiche", QStringLiteral("b"), E::None);
+        row("counter letter as it is", "Export", "guiche", QStringLiteral("b"), E::None);
+        row("counter letter changed", "Export", "guiche", QStringLiteral("C"), E::GuicheFixo);
         row("counter of two", "Export", "guiche", QStringLiteral("AB"), E::Guiche);
         row("counter empty", "Export", "guiche", QString(), E::Guiche);
         row("header of three", "Mensagem", "cabecalho", QStringLiteral("PMX"), E::None);
@@ -60,6 +61,9 @@ private slots:
         row("line break", "Mensagem", "pref", QStringLiteral("A\nB"), E::LineBreak);
         row("outside latin-1", "Mensagem", "pref", QStringLiteral("R€"), E::NotLatin1);
         row("unknown key", "Export", "caminho", QStringLiteral("x"), E::UnknownKey);
+        row("money kinds", "Reserva", "itens", QStringLiteral("100; 101,102"), E::None);
+        row("money kinds empty", "Reserva", "itens", QString(), E::None);
+        row("money kinds a folder", "Reserva", "itens", QStringLiteral("Export/"), E::MoneyKinds);
         row("safe balance", "Reserva", "cofre", QStringLiteral("10,00"), E::Fixed);
         row("database", "banco", "TIPO", QStringLiteral("postgres"), E::Fixed);
     }
@@ -70,6 +74,7 @@ private slots:
         QFETCH(QString, value);
         QFETCH(int, error);
         TestApp app;
+        app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("B"));
         QDir(app.folder()).mkpath(QStringLiteral("Saida"));
         const QByteArray before = bytes(app.ctx().iniPath());
         const Options::Result r = Options::gravar(app.ctx(), {{section, key, value}});
@@ -89,13 +94,13 @@ private slots:
         QStringList lines = TextFile::readLines(ini);
         lines << QStringLiteral("; Ajuste feito pela informática") << QStringLiteral("[Extra]")
               << QStringLiteral("chave=valor com = sinal") << QStringLiteral("[Export]")
-              << QStringLiteral("; pasta do banco") << QStringLiteral("guiche=1")
+              << QStringLiteral("; pasta do banco") << QStringLiteral("cnpj=1")
               << QStringLiteral("outra=manter");
         QVERIFY(TextFile::writeAll(ini, lines));
 
         const Options::Result r = Options::gravar(
             app.ctx(),
-            {{QStringLiteral("export"), QStringLiteral("GUICHE"), QStringLiteral("c")},
+            {{QStringLiteral("export"), QStringLiteral("CNPJ"), QStringLiteral("123")},
              {QStringLiteral("Export"), QStringLiteral("Path3"), QStringLiteral("Export")},
              {QStringLiteral("Export"), QStringLiteral("rede"), QStringLiteral("1")},
              {QStringLiteral("Opcoes"), QStringLiteral("Atualiza"), QStringLiteral("/srv/versoes")},
@@ -105,11 +110,11 @@ private slots:
         const QString text = QString::fromLatin1(bytes(ini));
         QVERIFY(text.contains(QStringLiteral("; Ajuste feito pela informática\r\n")));
         QVERIFY(text.contains(QStringLiteral("[Extra]\r\nchave=valor com = sinal\r\n")));
-        QVERIFY(text.contains(QStringLiteral("; pasta do banco\r\nguiche=C\r\noutra=manter\r\n")));
+        QVERIFY(text.contains(QStringLiteral("; pasta do banco\r\ncnpj=123\r\noutra=manter\r\n")));
         QCOMPARE(IniFile::read(QStringLiteral("Export"), QStringLiteral("Path3"), ini),
                  QStringLiteral("Export/"));
-        QCOMPARE(IniFile::read(QStringLiteral("Reserva"), QStringLiteral("itens"), ini),
-                 QStringLiteral("Export/"));
+        // The receipts' folder is not the cash count's list of kinds of money.
+        QCOMPARE(IniFile::read(QStringLiteral("Reserva"), QStringLiteral("itens"), ini), QString());
         QCOMPARE(IniFile::read(QStringLiteral("Opcoes"), QStringLiteral("Atualiza"), ini),
                  QStringLiteral("/srv/versoes/"));
         QCOMPARE(
@@ -118,7 +123,6 @@ private slots:
         QVERIFY(!QDir(app.folder()).entryList({QStringLiteral("*.tmp*")}, QDir::Files).size());
 
         // Loaded again with the network switch's rule: the file's 1 after the setting's 1.
-        QCOMPARE(app.ctx().settings.guiche, QStringLiteral("C"));
         QCOMPARE(app.ctx().settings.Path3, QStringLiteral("Export/"));
         QCOMPARE(int(app.ctx().settings.rede), 1);
         QVERIFY(Options::gravar(app.ctx(), {{QStringLiteral("Export"), QStringLiteral("rede"),
@@ -133,7 +137,7 @@ private slots:
         QFile::remove(ini);
         QVERIFY(QDir().mkpath(ini)); // a folder where the file should be
         const Options::Result r = Options::gravar(
-            app.ctx(), {{QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("A")}});
+            app.ctx(), {{QStringLiteral("Mensagem"), QStringLiteral("pref"), QStringLiteral("A")}});
         QVERIFY(!r.problem);
         QVERIFY(!r.written);
     }

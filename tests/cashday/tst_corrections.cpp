@@ -165,22 +165,23 @@ private slots:
             << QStringList{QStringLiteral("Item: 003"), QStringLiteral("Tipo: CERTIDAO NEGATIVA"),
                            QStringLiteral("Valor: 6,50"), QStringLiteral("Valor anterior: 5,00"), m}
             << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO VALOR: 6,50")} << 1;
+        // A kind of the same standard (a loose item stays a loose item).
         QTest::newRow("type")
-            << QStringLiteral("2") << QString() << QString() << QString()
-            << QStringList{QStringLiteral("Item: 003"), QStringLiteral("Tipo: TAXAS DIVERSAS"),
+            << QStringLiteral("7") << QString() << QString() << QString()
+            << QStringList{QStringLiteral("Item: 003"), QStringLiteral("Tipo: TAXA DE EXPEDIENTE"),
                            QStringLiteral("Valor: 5,00"),
                            QStringLiteral("Tipo anterior: CERTIDAO NEGATIVA"), m}
-            << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: TAXAS DIVE")} << 1;
+            << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: TAXA DE EX")} << 1;
         QTest::newRow("both")
-            << QStringLiteral("4") << QString() << QString() << QStringLiteral("1.234,50")
+            << QStringLiteral("7") << QString() << QString() << QStringLiteral("1.234,50")
             << QStringList{QStringLiteral("Item: 003"),
-                           QStringLiteral("Tipo: AGUA E ESGOTO"),
+                           QStringLiteral("Tipo: TAXA DE EXPEDIENTE"),
                            QStringLiteral("Valor: 1.234,50"),
                            QStringLiteral("Valor anterior: 5,00"),
                            QStringLiteral("Tipo anterior: CERTIDAO NEGATIVA"),
                            m}
             << QStringList{QStringLiteral("(*) ALT. ITEM: 003 NOVO VALOR: 1.234,50"),
-                           QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: AGUA E ESG")}
+                           QStringLiteral("(*) ALT. ITEM: 003 NOVO TIPO: TAXA DE EX")}
             << 1;
         // A number or a code changes without a tape line; a real code goes to the bank files.
         QTest::newRow("number and code")

@@ -179,8 +179,10 @@ private slots:
                  QJsonValue(QJsonArray()));
 
         // A two-character counter: the file is written without its header and reported. The
-        // day was opened by the template's counter: the administrator hands the database over.
+        // day was opened by the template's counter: once it is closed, the administrator hands
+        // the database over.
         QCOMPARE(day(f, words("caixa receber --avulso 8:10,00")).code, 0);
+        QCOMPARE(day(f, words("caixa encerrar --sem-cupom")).code, 0);
         f.set(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("12"));
         QCOMPARE(f.asAdmin(words("guiche assumir")).code, 0);
         const QString out = f.path(QStringLiteral("remessa.INT"));

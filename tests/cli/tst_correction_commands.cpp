@@ -64,15 +64,15 @@ private slots:
             emulator.tape().contains(QStringLiteral("(-)  ESTORNO ITEM: 003 --->         5,00")));
 
         r = admin(f, cmd("alterar", ids[2])
-                         << words("--valor 99,15 --tipo 2 --motivo conferido --json"));
+                         << words("--valor 99,15 --tipo 5 --motivo conferido --json"));
         QCOMPARE(r.code, 0);
         QVERIFY(r.err.contains(QStringLiteral("Operação efetuada com sucesso!!")));
         const QJsonObject depois = r.json().value(u"depois").toObject();
         QCOMPARE(depois.value(u"valor").toString(), QStringLiteral("99,15"));
-        QCOMPARE(depois.value(u"idcod").toInt(), 2);
+        QCOMPARE(depois.value(u"idcod").toInt(), 5); // a bank slip stays a bank slip
         QVERIFY(emulator.tape().contains(QStringLiteral("(*) ALT. ITEM: 002 NOVO VALOR: 99,15")));
         QVERIFY(
-            emulator.tape().contains(QStringLiteral("(*) ALT. ITEM: 002 NOVO TIPO: TAXAS DIVE")));
+            emulator.tape().contains(QStringLiteral("(*) ALT. ITEM: 002 NOVO TIPO: CONTRIBUIC")));
 
         // Refusals: exit 1, the screen's message on stderr, nothing changed.
         const QString logPath =

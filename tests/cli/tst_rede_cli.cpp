@@ -2,6 +2,7 @@
 // a guide received at one counter is refused at the other, the central away and back, the
 // status, the conflicts and an import cut by kill -9 and run again.
 #include "CentralCliFolder.h"
+#include "ChainRewrite.h"
 #include "PgServer.h"
 #include "TestCodes.h"
 
@@ -150,6 +151,39 @@ private slots:
         QCOMPARE(r.code, 1);
         QVERIFY2(r.out.contains(QStringLiteral("Selo diferente da central: 23/11/2026")),
                  qPrintable(r.out));
+    }
+
+    // The day rewritten whole in the counter's file, its closing hash too: the file agrees with
+    // itself, the central's seal does not. Every closing (the reopened day's too) reaches it.
+    void aCoherentRewriteIsCaughtByTheCentral() {
+        const DbConfig central = PgServer::instance().freshDatabase();
+        Folder a(QStringLiteral("A"), central);
+        const QString big =
+            TestCodes::guide(QStringLiteral("0425"), 25000, QStringLiteral("20261130"),
+                             QStringLiteral("00000000000000777"));
+        QCOMPARE(a.receive({code(1)}).code, 0);
+        QCOMPARE(a.asAdmin(words("caixa encerrar --data 23/11/2026 --sem-cupom")).code, 0);
+        QCOMPARE(a.asAdmin(words("caixa reabrir --data 23/11/2026 --sem-cupom")).code, 0);
+        QCOMPARE(a.receive({big}).code, 0);
+        const CliRun closed = a.asAdmin(words("caixa encerrar --data 23/11/2026 --json"));
+        QCOMPARE(closed.code, 0);
+        const QString seal = closed.json().value(u"selo").toString();
+        QCOMPARE(a.rede("status").json().value(u"ultimo_selo").toObject().value(u"hash").toString(),
+                 seal);
+        CliRun r = a.asAdmin(words("auditar --json"));
+        QCOMPARE(r.code, 0);
+        QCOMPARE(r.json().value(u"selos_central").toObject().value(u"conferem").toInt(), 1);
+        {
+            QSqlDatabase db = ChainRewrite::openSqlite(a.path(QStringLiteral("caixa.db")));
+            QString why;
+            QVERIFY2(ChainRewrite::lowerReceipt(db, 2, 1000000, true, true, &why), qPrintable(why));
+            db.close();
+        }
+        r = a.asAdmin(words("auditar"));
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.out.contains(QStringLiteral("Selo diferente da central: 23/11/2026")),
+                 qPrintable(r.out));
+        QVERIFY(!r.out.contains(QStringLiteral("Primeira diferença"))); // the file agrees
     }
 
     void anImportCutByKillResumes() {

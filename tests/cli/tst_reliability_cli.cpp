@@ -265,11 +265,16 @@ private slots:
         const auto second = [&](const char* args, const QByteArray& senha) {
             return runTolvane(other.path(), words(args), senha + "\n");
         };
-        const CliRun r = second("caixa abrir", first.password());
+        CliRun r = second("caixa abrir", first.password());
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("pertence ao guichê 1")), qPrintable(r.err));
         // The counter's number really changed: an administrator hands the database over.
         QCOMPARE(second("guiche assumir", "x").code, 1);
+        // Not with a day open: its stamps would change letter halfway.
+        r = second("guiche assumir", first.password());
+        QCOMPARE(r.code, 1);
+        QVERIFY2(r.err.contains(QStringLiteral("Há um movimento aberto")), qPrintable(r.err));
+        QCOMPARE(first.asAdmin(words("caixa encerrar --sem-cupom")).code, 0);
         QCOMPARE(second("guiche assumir", first.password()).code, 0);
         QCOMPARE(second("caixa abrir", first.password()).code, 0);
         QCOMPARE(first.asAdmin(words("caixa situacao")).code, 0);

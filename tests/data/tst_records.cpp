@@ -1,10 +1,12 @@
 // Record classes of Movimento, Contador, Recebimentos and Usuarios, and the data access rules
 // under them, on both SQLite and PostgreSQL.
+#include "AuditChain.h"
 #include "MovementNumbering.h"
 #include "PasswordHash.h"
 #include "Schema.h"
 #include "TestApp.h"
 #include "Transaction.h"
+#include "clsAutenticacaoAvulsa.h"
 #include "clsContador.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -254,6 +256,42 @@ private slots:
             !app.db().SQLSelect_ReadOnly(QStringLiteral("SELECT nada FROM naoexiste")).has_value());
         QVERIFY(app.dialogs().last().text.contains(
             QStringLiteral("Função sqlSelect_ReadyOnly em clsDataAccess")));
+    }
+
+    // A loose stamp keeps who stamped it, who allowed it and whether the printer confirmed it,
+    // and is in the chain on both engines.
+    void looseStampsAreChainedAndListedByDay() {
+        TEST_BACKEND();
+        const qint64 before = AuditChain::audit(app.db()).entries;
+        clsAutenticacaoAvulsa a(app.db());
+        a.MOMENTO = QDateTime(QDate(2026, 11, 23), QTime(10, 5, 7));
+        a.DIA = QDate(2026, 11, 23);
+        a.VALOR = *Money::parse(QStringLiteral("150,00"));
+        a.TEXTO = QStringLiteral("PMX A 23/11/2026        150,00R");
+        a.GUICHE = QStringLiteral("A");
+        a.OPERADOR = QStringLiteral("ANA");
+        a.ADMINISTRADOR = QStringLiteral("CHEFE");
+        QVERIFY(a.SQLInsert());
+        clsAutenticacaoAvulsa next = a;
+        next.DIA = QDate(2026, 11, 24);
+        QVERIFY(next.SQLInsert());
+        QVERIFY(next.ID > a.ID);
+        QVERIFY(a.SQLConfirmar());
+
+        const auto day = clsAutenticacaoAvulsa::listar(app.db(), QDate(2026, 11, 23));
+        QVERIFY(day && day->size() == 1);
+        QVERIFY(day->first().CONFIRMADA);
+        QCOMPARE(day->first().MOMENTO, a.MOMENTO);
+        QCOMPARE(day->first().VALOR, a.VALOR);
+        QCOMPARE(day->first().TEXTO, a.TEXTO);
+        QCOMPARE(day->first().OPERADOR, QStringLiteral("ANA"));
+        QCOMPARE(day->first().ADMINISTRADOR, QStringLiteral("CHEFE"));
+        const auto all = clsAutenticacaoAvulsa::listar(app.db(), std::nullopt);
+        QVERIFY(all && all->size() == 2);
+        QVERIFY(!all->last().CONFIRMADA);
+        const AuditChain::Report r = AuditChain::audit(app.db());
+        QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
+        QCOMPARE(r.entries, before + 3); // two inserts and the confirmation
     }
 };
 

@@ -4,8 +4,8 @@
 
 CentralCliFolder::CentralCliFolder(const QString& guiche, const DbConfig& central)
     : CliFolder(kTimeoutMs) {
-    options({QStringLiteral("Export/guiche=") + guiche, QStringLiteral("Export/rede=1"),
-             QStringLiteral("Rede/host=") + central.host,
+    asAdmin({QStringLiteral("guiche"), QStringLiteral("assumir"), guiche});
+    options({QStringLiteral("Export/rede=1"), QStringLiteral("Rede/host=") + central.host,
              QStringLiteral("Rede/porta=%1").arg(central.port),
              QStringLiteral("Rede/nome=") + central.name,
              QStringLiteral("Rede/usuario=") + central.user});

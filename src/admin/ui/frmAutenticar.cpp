@@ -1,26 +1,35 @@
 #include "frmAutenticar.h"
 
+#include "AdminGuard.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "DocumentStamp.h"
+#include "LooseStamp.h"
 #include "Money.h"
 #include "PrinterService.h"
 #include "PrinterWorker.h"
 
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
+void frmAutenticar::abrir(AppContext& ctx, QWidget* parent) {
+    const auto administrador =
+        AdminGuard::askAdministrador(ctx, QStringLiteral("Autenticar Documento"));
+    if (!administrador)
+        return; // a wrong password opens nothing, silently
+    frmAutenticar(ctx, *administrador, parent).exec();
 }
 
-frmAutenticar::frmAutenticar(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
+frmAutenticar::frmAutenticar(AppContext& ctx, const QString& administrador, QWidget* parent)
+    : QDialog(parent), m_ctx(ctx), m_administrador(administrador) {
     setObjectName(QStringLiteral("frmAutenticar"));
     setWindowTitle(QStringLiteral("Autenticação de Documentos"));
     // With the counter up, its printer thread stamps; otherwise a printer thread of this screen
@@ -95,25 +104,35 @@ void frmAutenticar::done(int result) {
 }
 
 void frmAutenticar::autenticar() {
-    QString sent;
-    const auto valor = Money::parseTyped(m_valor->text());
-    switch (DocumentStamp::preparar(m_ctx, valor, &sent)) {
-    case DocumentStamp::Outcome::InvalidValue:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Informe o valor do documento!!"));
+    const LooseStamp::Resultado r =
+        LooseStamp::registrar(m_ctx, Money::parseTyped(m_valor->text()), m_administrador);
+    switch (r.outcome) {
+    case LooseStamp::Outcome::Registrada:
+        break;
+    case LooseStamp::Outcome::ValorInvalido:
+        m_ctx.dialogs.warn(LooseStamp::kTitulo, r.mensagem());
         m_valor->selectAll();
         m_valor->setFocus();
         return;
-    case DocumentStamp::Outcome::PrinterOff:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("A autenticadora não está habilitada (Opções, "
-                                                  "Impressão: \"Habilitar a autenticadora?\")."));
+    case LooseStamp::Outcome::AutenticadoraDesligada:
+        m_ctx.dialogs.warn(LooseStamp::kTitulo, r.mensagem());
         return;
-    case DocumentStamp::Outcome::Sent:
-        post([sent](PrinterService& p) {
-            p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), sent);
-        });
-        break;
+    case LooseStamp::Outcome::FalhaGravacao:
+        m_ctx.dialogs.critical(LooseStamp::kTitulo, r.mensagem());
+        return;
     }
-    m_ultima->setText(sent);
+    AppContext* ctx = &m_ctx;
+    const QPointer<QLabel> ultima = m_ultima;
+    post([ctx, id = r.id, text = r.texto, ultima](PrinterService& p) {
+        p.novoCliente(); // each document is a block of its own: a printer down is tried again
+        const bool stamped = p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), text);
+        // The row is confirmed on the screens' thread, whose database connection it is, even
+        // when this screen was closed meanwhile.
+        QMetaObject::invokeMethod(qApp, [ctx, id, text, ultima, stamped] {
+            if (stamped && LooseStamp::confirmar(*ctx, id) && ultima)
+                ultima->setText(text);
+        });
+    });
     m_valor->clear();
     m_valor->setFocus();
 }

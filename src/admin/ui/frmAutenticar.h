@@ -11,11 +11,15 @@ class QLabel;
 class QLineEdit;
 
 // Stamps a loose document (one brought to the counter without a payment) on the authenticating
-// printer: header, counter, date of the cash day and a typed amount. Nothing is recorded.
+// printer: header, counter, date of the cash day and a typed amount. An administrator's act:
+// each stamp is recorded with who allowed it, and shown as the last one only when the printer
+// confirmed it.
 class frmAutenticar : public QDialog {
     Q_OBJECT
 public:
-    explicit frmAutenticar(AppContext& ctx, QWidget* parent = nullptr);
+    frmAutenticar(AppContext& ctx, const QString& administrador, QWidget* parent = nullptr);
+    // Asks for the administrator's password, then opens the screen.
+    static void abrir(AppContext& ctx, QWidget* parent);
     ~frmAutenticar() override;
 
 protected:
@@ -27,6 +31,7 @@ private:
     void post(std::function<void(PrinterService&)> job);
 
     AppContext& m_ctx;
+    QString m_administrador;
     std::unique_ptr<PrinterWorker> m_own; // when no printer is kept open by the counter
     bool m_portOpen = false;
     QLineEdit* m_valor; // mskvalor

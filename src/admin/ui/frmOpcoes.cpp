@@ -222,6 +222,10 @@ QWidget* frmOpcoes::buildMensagem() {
     mensagem->setMaxLength(40); // one line of the coupon
     QLineEdit* guiche = edit("txtguiche", QStringLiteral("Export"), QStringLiteral("guiche"));
     guiche->setMaxLength(1);
+    // Shown only: the letter changes with the database's owner (tolvane guiche assumir).
+    guiche->setReadOnly(true);
+    guiche->setToolTip(QStringLiteral("Com o movimento fechado, o administrador muda o guichê "
+                                      "com tolvane guiche assumir LETRA."));
     guiche->setMaximumWidth(50);
     guiche->setValidator(new QRegularExpressionValidator(
         QRegularExpression(QStringLiteral("[A-Za-z0-9]?")), guiche));

@@ -231,6 +231,7 @@ void frmCodBarra::gravar() {
                                            .arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::TextRefused:
+    case KindRegistry::Outcome::LayoutInUse:
         m_ctx.dialogs.warn(kAviso, r.message);
         break;
     case KindRegistry::Outcome::WriteFailed:
@@ -244,8 +245,16 @@ void frmCodBarra::excluir() {
     QTreeWidgetItem* item = selecionado();
     if (!item || !confirmaExclusao(item))
         return;
-    if (KindRegistry::excluir(m_ctx.db, item->data(0, Qt::UserRole).toInt()) !=
-        KindRegistry::DeleteOutcome::Deleted) {
+    const int code = item->data(0, Qt::UserRole).toInt();
+    switch (KindRegistry::excluir(m_ctx.db, code)) {
+    case KindRegistry::DeleteOutcome::Deleted:
+        break;
+    case KindRegistry::DeleteOutcome::InUse:
+        m_ctx.dialogs.warn(kAviso,
+                           KindRegistry::kTipoComRecebimentos.arg(KindRegistry::codeText(code)));
+        return;
+    case KindRegistry::DeleteOutcome::NotFound:
+    case KindRegistry::DeleteOutcome::Failed:
         m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
         return;
     }

@@ -387,8 +387,10 @@ void frmFrente::buildMenus() {
         dlg.exec();
         m_entry->setFocus();
     });
-    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmAutenticar>(m_ctx, this); }); });
+    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."), [this] {
+        frmAutenticar::abrir(m_ctx, this);
+        m_entry->setFocus();
+    });
     QMenu* admin = menuBar()->addMenu(QStringLiteral("&Administração"));
     admin->setObjectName(QStringLiteral("mnuAdministracao"));
     add(admin, QStringLiteral("mnuItens"), QStringLiteral("Tipos de Guia..."), [this] {

@@ -40,7 +40,7 @@ private slots:
         row("mnuParam", "Opções", "frmOpcoes");
         row("mnuAltSkin", "", "frmSkin");
         row("mnuAtualiza", "", "frmAtualiza");
-        row("mnuAutenticar", "", "frmAutenticar");
+        row("mnuAutenticar", "Autenticar Documento", "frmAutenticar");
     }
 
     void entries() {

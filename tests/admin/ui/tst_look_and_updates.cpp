@@ -7,6 +7,7 @@
 #include "TestApp.h"
 #include "UpdateCheck.h"
 #include "UpdateOffer.h"
+#include "clsAutenticacaoAvulsa.h"
 #include "frmAtualiza.h"
 #include "frmAutenticar.h"
 #include "frmSkin.h"
@@ -159,7 +160,10 @@ private slots:
         app.ctx().printerJobs = [&service](std::function<void(PrinterService&)> job) {
             job(service);
         };
-        frmAutenticar form(app.ctx());
+        frmAutenticar form(app.ctx(), QStringLiteral("CHEFE"));
+        app.ctx().userName = QStringLiteral("ANA");
+        auto stamps = [&app] { return *clsAutenticacaoAvulsa::listar(app.db(), std::nullopt); };
+        auto* ultima = form.findChild<QLabel*>(QStringLiteral("lblUltima"));
         QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblCabecalho"))->text(),
                  QStringLiteral("PMX"));
         auto* valor = form.findChild<QLineEdit*>(QStringLiteral("mskvalor"));
@@ -175,6 +179,13 @@ private slots:
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Autenticação de Documentos"));
         QCOMPARE(app.dialogs().last().text, PrinterService::kTempoExcedido);
         QVERIFY(emulator.documents().isEmpty());
+        // Recorded before printing, never confirmed, never shown as the last one.
+        QCOMPARE(stamps().size(), 1);
+        QVERIFY(!stamps().first().CONFIRMADA);
+        QCOMPARE(stamps().first().OPERADOR, QStringLiteral("ANA"));
+        QCOMPARE(stamps().first().ADMINISTRADOR, QStringLiteral("CHEFE"));
+        QCOMPARE(stamps().first().VALOR, *Money::parse(QStringLiteral("150,00")));
+        QVERIFY(ultima->text().isEmpty());
 
         emulator.setDocument(true);
         const int shown = app.dialogs().shown().size();
@@ -183,9 +194,22 @@ private slots:
         QCOMPARE(app.dialogs().shown().size(), shown);
         QCOMPARE(emulator.documents(),
                  QStringList{QStringLiteral("PMX A 23/11/2026        150,00R")});
-        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblUltima"))->text(),
-                 QStringLiteral("PMX A 23/11/2026        150,00R"));
+        QCOMPARE(ultima->text(), QStringLiteral("PMX A 23/11/2026        150,00R"));
         QVERIFY(valor->text().isEmpty());
+        QCOMPARE(stamps().size(), 2);
+        QVERIFY(stamps().last().CONFIRMADA);
+        QCOMPARE(stamps().last().TEXTO, QStringLiteral("PMX A 23/11/2026        150,00R"));
+
+        // The printer switched off: the stamp is recorded as not confirmed and the last one
+        // shown is still the one printed.
+        emulator.setSilent(true);
+        valor->setText(QStringLiteral("20,00"));
+        go->click();
+        QCOMPARE(emulator.documents().size(), 1);
+        QCOMPARE(stamps().size(), 3);
+        QVERIFY(!stamps().last().CONFIRMADA);
+        QCOMPARE(ultima->text(), QStringLiteral("PMX A 23/11/2026        150,00R"));
+        emulator.setSilent(false);
 
         app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
         valor->setText(QStringLiteral("10,00"));
@@ -193,6 +217,7 @@ private slots:
         QVERIFY(app.dialogs().last().text.startsWith(
             QStringLiteral("A autenticadora não está habilitada")));
         QCOMPARE(emulator.documents().size(), 1);
+        QCOMPARE(stamps().size(), 3); // refused before anything was recorded
     }
 
     // With no counter up the screen has a printer thread of its own: the click returns while
@@ -210,7 +235,7 @@ private slots:
             app.setOption(QStringLiteral("Print"), k, v);
         app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("A"));
         app.ctx().workingDate = QDate(2026, 11, 23);
-        frmAutenticar form(app.ctx());
+        frmAutenticar form(app.ctx(), QStringLiteral("CHEFE"));
         form.show();
         form.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("5,00"));
         form.findChild<QPushButton*>(QStringLiteral("cmdAutenticar"))->click();
@@ -219,6 +244,13 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(emulator.documents(),
                                   QStringList{QStringLiteral("A 23/11/2026          5,00R")},
                                   20000);
+        // Confirmed on the screen's thread once the printer's thread stamped it.
+        QTRY_VERIFY_WITH_TIMEOUT(clsAutenticacaoAvulsa::listar(app.db(), std::nullopt)
+                                     ->value(0, clsAutenticacaoAvulsa(app.db()))
+                                     .CONFIRMADA,
+                                 20000);
+        QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblUltima"))->text(),
+                 QStringLiteral("A 23/11/2026          5,00R"));
         form.close();
         QVERIFY(app.dialogs().shown().isEmpty());
     }

@@ -12,6 +12,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSqlError>
+#include <QSqlQuery>
 #include <QTabWidget>
 #include <QTreeWidget>
 
@@ -160,6 +162,29 @@ private slots:
         excluir->trigger();
         QCOMPARE(app.count(QStringLiteral("CodBarra")), before - 1);
         QVERIFY(!s.row(QStringLiteral("100")));
+    }
+
+    // Its receipts would leave every list and file that joins the kinds.
+    void aKindWithReceiptsIsKept() {
+        TestApp app;
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        QSqlQuery q(app.db().database());
+        QVERIFY2(q.exec(QStringLiteral("INSERT INTO Recebimentos (AUTENTICA, CODBARRA, "
+                                       "IDMOVIMENTO, TIPO, VALOR) VALUES (27, '%1', 1, 6, "
+                                       "250000)")
+                            .arg(QString(44, QLatin1Char('9')))),
+                 qPrintable(q.lastError().text()));
+        Screen s(app.ctx());
+        const int before = app.count(QStringLiteral("CodBarra"));
+        s.list->setCurrentItem(s.row(QStringLiteral("006")));
+        app.dialogs().pushAnswer(DialogAnswer::Yes);
+        s.form.findChild<QAction*>(QStringLiteral("mnuexcluir"))->trigger();
+        expect(app,
+               QStringLiteral("O código 006 tem recebimentos gravados e não pode ser excluído: o "
+                              "dinheiro recebido nele sairia das listas e dos arquivos."),
+               DialogIcon::Exclamation);
+        QCOMPARE(app.count(QStringLiteral("CodBarra")), before);
+        QVERIFY(s.row(QStringLiteral("006")));
     }
 };
 
