@@ -18,6 +18,7 @@ QLineEdit* amountField(QWidget* parent, const char* name) {
     auto* f = new QLineEdit(parent);
     f->setObjectName(QLatin1String(name));
     f->setReadOnly(true);
+    f->setFocusPolicy(Qt::ClickFocus); // figures are read, not typed: Tab goes to the count
     f->setAlignment(Qt::AlignRight);
     f->setMaximumWidth(170);
     return f;
@@ -64,6 +65,13 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
     auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
     connect(remove, &QPushButton::clicked, del, &QAction::trigger);
+
+    // Tab follows the count: kind, number, amount, include, then the list.
+    setTabOrder(especie, numero);
+    setTabOrder(numero, valor);
+    setTabOrder(valor, add);
+    setTabOrder(add, lista);
+    setTabOrder(lista, remove);
 
     auto* figures = new QGridLayout;
     const QList<QPair<QString, QLineEdit*>> rows = {
