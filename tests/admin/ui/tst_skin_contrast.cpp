@@ -8,6 +8,7 @@
 #include "TestApp.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
+#include "frmLancamentos.h"
 #include "frmOpcoes.h"
 
 #include <QAbstractButton>
@@ -201,16 +202,20 @@ private slots:
         QVERIFY2(bad.isEmpty(), qPrintable(bad.join(QLatin1Char('\n'))));
     }
 
-    // Dialogs with every kind of control: tabs, group boxes, radio buttons, date fields.
+    // Dialogs with every kind of control: tabs, group boxes, radio buttons, date fields, the
+    // count's list and fields.
     void dialogs_data() { skinRows(); }
     void dialogs() {
         QFETCH(QString, path);
         qApp->setStyleSheet(Skin::read(path).value_or(QString()));
         TestApp app;
         app.ctx().workingDate = QDate(2026, 11, 23);
+        CounterSession session(app.ctx(), nullptr);
+        QVERIFY(session.day().abrir());
         frmOpcoes options(app.ctx());
         frmJuros juros(app.ctx());
-        QStringList bad = failures(options) + failures(juros);
+        frmLancamentos count(app.ctx(), QDate(2026, 11, 23));
+        QStringList bad = failures(options) + failures(juros) + failures(count);
         QVERIFY2(bad.isEmpty(), qPrintable(bad.join(QLatin1Char('\n'))));
     }
 
