@@ -6,6 +6,7 @@
 #include "CounterSession.h"
 #include "DateField.h"
 #include "DemoData.h"
+#include "Skin.h"
 #include "TestApp.h"
 #include "TitleRoom.h"
 #include "frmFrente.h"
@@ -23,6 +24,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QToolButton>
@@ -87,12 +89,18 @@ private slots:
     void initTestCase() { BrazilianLocale::apply(); }
 
     void fitsSmallScreens_data() {
+        QTest::addColumn<QString>("skin");
         QTest::addColumn<int>("width");
-        QTest::newRow("1366x768") << 1366;
-        QTest::newRow("1024x768") << 1024;
+        for (const auto& [name, path] : Skin::shipped())
+            for (int width : {1366, 1024})
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2x768").arg(name).arg(width)))
+                    << path << width;
     }
     void fitsSmallScreens() {
+        QFETCH(QString, skin);
         QFETCH(int, width);
+        qApp->setStyleSheet(Skin::read(skin).value_or(QString()));
+        const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
         Counter c;
         QVERIFY(c.form->minimumSizeHint().width() <= width);
         QVERIFY(c.form->minimumSizeHint().height() <= kUsableHeight);
@@ -103,8 +111,17 @@ private slots:
         QVERIFY2(cut.isEmpty(), qPrintable(cut.join(QLatin1Char('\n'))));
     }
 
-    // Every column of the customer's list in sight at 1366 wide, with the longest code.
+    // Every column of the customer's list in sight at 1366 wide, with the longest code, in
+    // every skin (a skin may make the list's letters larger or bold).
+    void customerListWithoutScrolling_data() {
+        QTest::addColumn<QString>("skin");
+        for (const auto& [name, path] : Skin::shipped())
+            QTest::newRow(name.toUtf8().constData()) << path;
+    }
     void customerListWithoutScrolling() {
+        QFETCH(QString, skin);
+        qApp->setStyleSheet(Skin::read(skin).value_or(QString()));
+        const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
         Counter c;
         QVERIFY(!c.session.ler(QStringLiteral("81660000003124004262026113058888888888888888"))
                      .precisaConsentimento);
