@@ -2,8 +2,10 @@
 
 #include "AppContext.h"
 #include "AppFolder.h"
+#include "AppShell.h"
 #include "AuthCounterPrinter.h"
 #include "BackgroundCentral.h"
+#include "BrazilianLocale.h"
 #include "Clock.h"
 #include "CounterSession.h"
 #include "FirstRunDialog.h"
@@ -14,6 +16,7 @@
 #include "SkinLook.h"
 #include "Startup.h"
 #include "TextCouponPrinter.h"
+#include "TitleRoom.h"
 #include "UpdateOffer.h"
 #include "frmAcrescimos.h"
 #include "frmData.h"
@@ -71,13 +74,13 @@ private:
         m_date->hide();
         m_front.reset();
         m_session = std::move(session);
-        m_front = std::make_unique<frmFrente>(*m_session, consulta);
+        m_front = AppShell::counter(*m_session, consulta);
         m_front->setPrinter(&m_worker, &m_printer);
         QObject::connect(m_front.get(), &frmFrente::logoff, this, [this] {
             m_front->hide();
             m_date->show();
         });
-        m_front->show();
+        m_front->showMaximized();
         m_front->raise();
         m_front->activateWindow(); // the cashier types at once, without reaching for the mouse
     }
@@ -100,6 +103,9 @@ QDialog* newCharges(DialogPort& dialogs, const QString& caption, const QStringLi
 int runGui(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tolvane"));
+    BrazilianLocale::apply();
+    TitleRoom titles;
+    app.installEventFilter(&titles);
     const QStringList args = QApplication::arguments();
     const int p = args.indexOf(QStringLiteral("--pasta"));
     const QString folder =

@@ -1,6 +1,9 @@
 #include "ScreenGallery.h"
 
 #include "AppContext.h"
+#include "AppShell.h"
+#include "BrazilianLocale.h"
+#include "CalculatorDialog.h"
 #include "CashCount.h"
 #include "CashEntry.h"
 #include "CashSafe.h"
@@ -17,9 +20,11 @@
 #include "QtDialogPort.h"
 #include "ReceiptCorrections.h"
 #include "ReportsMenu.h"
+#include "ReversalUndoDialog.h"
 #include "ScriptedDialogPort.h"
 #include "Skin.h"
 #include "Startup.h"
+#include "TitleRoom.h"
 #include "UserAccounts.h"
 #include "clsRecebimentos.h"
 #include "clsUsuarios.h"
@@ -53,6 +58,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
@@ -62,6 +68,8 @@
 
 namespace {
 
+const QSize kScreen(1366, 768); // the smallest screen a counter has, wide
+
 // Each image is a new file: an earlier one, a link or a FIFO under its name is left alone.
 bool save(QWidget& w, const QString& dir, const QString& name) {
     const QString path = QDir(dir).filePath(name + QStringLiteral(".png"));
@@ -69,8 +77,15 @@ bool save(QWidget& w, const QString& dir, const QString& name) {
         QTextStream(stderr) << why << "\n";
         return false;
     }
+    if (qobject_cast<QMainWindow*>(&w))
+        w.resize(kScreen); // the counter fills the screen, as it opens maximised
     w.show();
     QApplication::processEvents();
+    QApplication::processEvents(); // windows widened for their titles settle
+    if (w.width() > kScreen.width() || w.height() > kScreen.height())
+        QTextStream(stderr)
+            << name
+            << QStringLiteral(": %1x%2 não cabe em 1366x768\n").arg(w.width()).arg(w.height());
     QByteArray png;
     QBuffer buffer(&png);
     bool ok = buffer.open(QIODevice::WriteOnly) && w.grab().save(&buffer, "PNG");
@@ -104,6 +119,8 @@ int saveOverdueScreens(AppContext& ctx, const QString& out) {
     avulso.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("15,00"));
     avulso.findChild<QLineEdit*>(QStringLiteral("txtparcela"))->setText(QStringLiteral("1/1"));
     failures += !save(avulso, out, QStringLiteral("frmAvulso"));
+    CalculatorDialog calculator;
+    failures += !save(calculator, out, QStringLiteral("CalculatorDialog"));
     frmFeriados feriados(ctx);
     failures += !save(feriados, out, QStringLiteral("frmFeriados"));
     frmLdg ldg(ctx.dialogs);
@@ -238,19 +255,6 @@ int saveAdminScreens(AppContext& ctx, const QString& out) {
     return failures;
 }
 
-// The counter under each skin that ships.
-int saveSkins(QWidget& counter, const QString& out) {
-    int failures = 0;
-    auto* app = qobject_cast<QApplication*>(QCoreApplication::instance());
-    for (const auto& [name, path] : Skin::shipped()) {
-        app->setStyleSheet(Skin::read(path).value_or(QString()));
-        failures +=
-            !save(counter, out, QStringLiteral("skin-") + QFileInfo(path).completeBaseName());
-    }
-    app->setStyleSheet(QString());
-    return failures;
-}
-
 // The cash day while it is open: the opening float, a withdrawal of two items being recorded,
 // the day's withdrawals, the safe and the provisional count.
 int saveOpenDayScreens(AppContext& ctx, const clsMovimento& mov, const QString& out) {
@@ -327,6 +331,8 @@ int saveCorrectionScreens(AppContext& ctx, CounterSession& session, const QStrin
     failures += !save(form, out, QStringLiteral("frmCorrigeGuia"));
     frmExbi exbi(ctx);
     failures += !save(exbi, out, QStringLiteral("frmExbi"));
+    ReversalUndoDialog undo(ctx, nullptr);
+    failures += !save(undo, out, QStringLiteral("ReversalUndoDialog"));
     return failures;
 }
 
@@ -352,13 +358,11 @@ int saveReportScreens(AppContext& ctx, const QDate& day, const QString& out) {
 
 } // namespace
 
-int runScreens(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QTextStream err(stderr);
-    const QStringList args = QApplication::arguments();
-    const QString out = args.size() > 2 ? args[2] : QStringLiteral("screens");
-    QDir().mkpath(out);
+namespace {
 
+// Every screen, in the skin in use, on a fresh folder of its own.
+int gallery(const QString& out) {
+    QTextStream err(stderr);
     QTemporaryDir folder;
     ScriptedDialogPort dialogs;
     FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30)));
@@ -382,8 +386,8 @@ int runScreens(int argc, char** argv) {
 
     CounterSession session(ctx, nullptr);
     session.day().abrir();
-    frmFrente empty(session, false);
-    failures += !save(empty, out, QStringLiteral("frmFrente-vazio"));
+    const auto empty = AppShell::counter(session, false);
+    failures += !save(*empty, out, QStringLiteral("frmFrente-vazio"));
 
     // The morning's customers, so the day's list, its count and its total show.
     const struct {
@@ -414,34 +418,54 @@ int runScreens(int argc, char** argv) {
         session.continuar(true);
     session.somaAvulso({7, Money::fromReais(15), clock.today(), QStringLiteral("1/1"), QString()});
     session.tender(Money::fromReais(2000));
-    frmFrente four(session, false);
-    failures += !save(four, out, QStringLiteral("frmFrente-quatro-itens"));
+    const auto four = AppShell::counter(session, false);
+    failures += !save(*four, out, QStringLiteral("frmFrente-quatro-itens"));
 
     failures += saveOverdueScreens(ctx, out);
     failures += saveCorrectionScreens(ctx, session, out);
     failures += saveExportScreen(ctx, session, out);
-    failures += saveSkins(four, out);
     failures += saveAdminScreens(ctx, out);
 
     session.gravar(); // the customer pays: the day has receipts
-    frmFrente recorded(session, false);
-    failures += !save(recorded, out, QStringLiteral("frmFrente-dia-com-recebimentos"));
+    const auto recorded = AppShell::counter(session, false);
+    failures += !save(*recorded, out, QStringLiteral("frmFrente-dia-com-recebimentos"));
     session.list().clear();
     session.resetPayment();
     failures += saveOpenDayScreens(ctx, session.day().movimento(), out);
     session.day().encerrar();
     failures += saveCountScreen(ctx, session.day().movimento(), out);
     failures += saveReportScreens(ctx, session.day().movimento().MDATA, out);
-    frmFrente closed(session, false);
-    failures += !save(closed, out, QStringLiteral("frmFrente-encerrado"));
+    const auto closed = AppShell::counter(session, false);
+    failures += !save(*closed, out, QStringLiteral("frmFrente-encerrado"));
 
     // A past day opened for consultation: the date stands out, what cannot act is disabled.
     ctx.workingDate = clock.today().addDays(-3);
     CounterSession past(ctx, nullptr);
     past.day().abrir();
-    frmFrente consulta(past, true);
-    failures += !save(consulta, out, QStringLiteral("frmFrente-consulta-dia-anterior"));
+    const auto consulta = AppShell::counter(past, true);
+    failures += !save(*consulta, out, QStringLiteral("frmFrente-consulta-dia-anterior"));
 
-    err << QStringLiteral("Telas gravadas em %1\n").arg(QDir(out).absolutePath());
+    return failures;
+}
+
+} // namespace
+
+int runScreens(int argc, char** argv) {
+    QApplication app(argc, argv);
+    BrazilianLocale::apply();
+    TitleRoom titles;
+    app.installEventFilter(&titles);
+    QTextStream err(stderr);
+    const QStringList args = QApplication::arguments();
+    const QString out = args.size() > 2 ? args[2] : QStringLiteral("screens");
+    int failures = 0;
+    // Each skin that ships in a folder of its own: screens/padrao, screens/escuro, ...
+    for (const auto& [name, path] : Skin::shipped()) {
+        const QString dir = QDir(out).filePath(QFileInfo(path).completeBaseName());
+        QDir().mkpath(dir);
+        app.setStyleSheet(Skin::read(path).value_or(QString()));
+        failures += gallery(dir);
+        err << QStringLiteral("%1: telas gravadas em %2\n").arg(name, QDir(dir).absolutePath());
+    }
     return failures == 0 ? 0 : 1;
 }

@@ -51,7 +51,6 @@ frmAutenticar::frmAutenticar(AppContext& ctx, const QString& administrador, QWid
         ctx.option(QStringLiteral("Print"), QStringLiteral("cabecalho")), ctx.settings.cabecalho);
     m_valor = new QLineEdit(this);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_valor->setMaximumWidth(160);
     QFont big = m_valor->font();
     big.setPointSize(14);

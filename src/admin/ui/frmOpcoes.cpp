@@ -24,6 +24,16 @@
 #include <QVBoxLayout>
 
 namespace {
+// A line under a control saying what it does, where its caption is the system's own.
+QLabel* note(const char* name, const QString& text) {
+    auto* l = new QLabel(text);
+    l->setObjectName(QLatin1String(name));
+    l->setWordWrap(true);
+    QFont f = l->font();
+    f.setItalic(true);
+    l->setFont(f);
+    return l;
+}
 
 const QString kAviso = QStringLiteral("Aviso");
 const QString kProcura = QStringLiteral("Procura destino...");
@@ -263,14 +273,7 @@ QWidget* frmOpcoes::buildContabil() {
     return page(this, box);
 }
 
-QWidget* frmOpcoes::buildImpressao() {
-    const QString pr = QStringLiteral("Print");
-    m_porta = new QComboBox(this);
-    m_porta->setObjectName(QStringLiteral("cmbPorta"));
-    m_porta->setEditable(true); // also a device, tcp:HOST:PORTA or file:CAMINHO
-    m_porta->addItems({QStringLiteral("LPT1"), QStringLiteral("LPT2"), QStringLiteral("COM1"),
-                       QStringLiteral("COM2"), QStringLiteral("USB")});
-    m_controls.insert(id(pr, QStringLiteral("porta")), m_porta);
+QGroupBox* frmOpcoes::buildModelos() {
     auto* models = new QGroupBox(QStringLiteral("Autenticadora"), this);
     auto* mv = new QVBoxLayout(models);
     const char* names[] = {"optBematech", "optQuatro", "OptTXT"};
@@ -281,6 +284,44 @@ QWidget* frmOpcoes::buildImpressao() {
         m_models[i]->setObjectName(QLatin1String(names[i]));
         mv->addWidget(m_models[i]);
     }
+    mv->addWidget(note("lblNotaAutenticadora",
+                       QStringLiteral("O Tolvane fala direto com a autenticadora pela porta: "
+                                      "nenhuma DLL é instalada.")));
+    return models;
+}
+
+int frmOpcoes::addSwitches(QGridLayout* grid, int r) {
+    const QString pr = QStringLiteral("Print");
+    for (QCheckBox* c :
+         {check("chkPrintCupom", QStringLiteral("Imprimir no cupom após autenticar o boleto?"), pr,
+                QStringLiteral("print_cupom")),
+          check("chkTecla_mais", QStringLiteral("Habilitar gravação de recebimentos em txt?"),
+                QStringLiteral("Export"), QStringLiteral("tecla_mais")),
+          check("chkCabecalho", QStringLiteral("Habilitar impressão de cabeçalho em cupom?"), pr,
+                QStringLiteral("cabecalho")),
+          check("chkModo", QStringLiteral("Habilitar a autenticadora?"), pr,
+                QStringLiteral("modo"))}) {
+        grid->addWidget(c, r++, 0, 1, 3);
+        // What the + key switch does, in the cashier's words, under its caption.
+        if (c->objectName() == QLatin1String("chkTecla_mais"))
+            grid->addWidget(note("lblNotaTeclaMais",
+                                 QStringLiteral("Marcada: no caixa, a tecla + abre a lista de "
+                                                "tipos de guia já aberta. Desmarcada: a tecla + "
+                                                "só leva o cursor à lista.")),
+                            r++, 0, 1, 3);
+    }
+    return r;
+}
+
+QWidget* frmOpcoes::buildImpressao() {
+    const QString pr = QStringLiteral("Print");
+    m_porta = new QComboBox(this);
+    m_porta->setObjectName(QStringLiteral("cmbPorta"));
+    m_porta->setEditable(true); // also a device, tcp:HOST:PORTA or file:CAMINHO
+    m_porta->addItems({QStringLiteral("LPT1"), QStringLiteral("LPT2"), QStringLiteral("COM1"),
+                       QStringLiteral("COM2"), QStringLiteral("USB")});
+    m_controls.insert(id(pr, QStringLiteral("porta")), m_porta);
+    QGroupBox* models = buildModelos();
     m_controls.insert(id(pr, QStringLiteral("impressora")), m_models[0]);
     QLineEdit* ip = edit("txtIP", pr, QStringLiteral("ip"));
     ip->setValidator(
@@ -329,16 +370,7 @@ QWidget* frmOpcoes::buildImpressao() {
     grid->addWidget(caption("lblAutenticadora", QStringLiteral("Autenticadora:")), r, 0);
     grid->addWidget(m_autenticadora, r, 1);
     grid->addWidget(fixa("Command5", m_autenticadora), r++, 2);
-    for (QCheckBox* c :
-         {check("chkPrintCupom", QStringLiteral("Imprimir no cupom após autenticar o boleto?"), pr,
-                QStringLiteral("print_cupom")),
-          check("chkTecla_mais", QStringLiteral("Habilitar gravação de recebimentos em txt?"),
-                QStringLiteral("Export"), QStringLiteral("tecla_mais")),
-          check("chkCabecalho", QStringLiteral("Habilitar impressão de cabeçalho em cupom?"), pr,
-                QStringLiteral("cabecalho")),
-          check("chkModo", QStringLiteral("Habilitar a autenticadora?"), pr,
-                QStringLiteral("modo"))})
-        grid->addWidget(c, r++, 0, 1, 3);
+    r = addSwitches(grid, r);
     auto* pastaPdf = new QLabel(
         QStringLiteral(
             "Sem impressora instalada, cupons e relatórios são gravados em PDF em %1 e %2")
@@ -360,6 +392,11 @@ QWidget* frmOpcoes::buildImpressao() {
     ajuda->setObjectName(QStringLiteral("lblAjuda"));
     ajuda->setWordWrap(true);
     grid->addWidget(ajuda, r++, 0, 1, 3);
+    grid->addWidget(note("lblAjudaLinux",
+                         QStringLiteral("Em Linux, informe em Porta de Impressão o dispositivo "
+                                        "(/dev/usb/lp0, /dev/ttyS0), tcp:ENDEREÇO:PORTA ou "
+                                        "file:CAMINHO; não é preciso compartilhar a impressora.")),
+                    r++, 0, 1, 3);
     grid->setColumnStretch(1, 1);
     return page(this, grid);
 }

@@ -8,6 +8,7 @@ class AppContext;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
+class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
@@ -33,6 +34,8 @@ private:
     QWidget* buildMensagem();
     QWidget* buildContabil();
     QWidget* buildImpressao();
+    QGroupBox* buildModelos();                   // the authenticating printer's model
+    int addSwitches(QGridLayout* grid, int row); // answers the next free row
     QLineEdit* pathRow(QGridLayout* grid, int row, const char* name, const QString& caption,
                        const char* button, bool folder);
     QLineEdit* edit(const char* name, const QString& section, const QString& key);

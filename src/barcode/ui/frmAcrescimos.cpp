@@ -1,6 +1,7 @@
 #include "frmAcrescimos.h"
 
 #include "DialogPort.h"
+#include "Tone.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>
@@ -32,7 +33,7 @@ frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const 
         l->setObjectName(QLatin1String(names[i]));
         l->setFont(f);
         if (i == 4)
-            l->setStyleSheet(QStringLiteral("color: #b00000"));
+            Tone::set(l, "alerta");
         if (cut < 0) {
             grid->addWidget(l, i, 0, 1, 2);
             continue;

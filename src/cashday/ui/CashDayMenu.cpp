@@ -3,27 +3,30 @@
 #include "AdminGuard.h"
 #include "AppContext.h"
 #include "CashSafe.h"
+#include "CommandRegistry.h"
 #include "EntryKind.h"
+#include "ReversalUndoDialog.h"
 #include "frmCofre.h"
+#include "frmCorrigeGuia.h"
+#include "frmExbi.h"
 #include "frmLancaTemp.h"
 #include "frmLancamentos.h"
 #include "frmSangria.h"
 
-#include <QAction>
-#include <QMenu>
-#include <QMenuBar>
-
-void CashDayMenu::build(QMenuBar* bar, AppContext& ctx, std::function<clsMovimento()> movimento,
-                        std::function<void()> refresh, QWidget* parent) {
-    QMenu* menu = bar->addMenu(QStringLiteral("&Lançamentos"));
-    menu->setObjectName(QStringLiteral("mnuLancamentos"));
-    auto add = [&](const char* name, const QString& text, std::function<void()> run) {
-        QAction* a = menu->addAction(text);
-        a->setObjectName(QLatin1String(name));
-        QObject::connect(a, &QAction::triggered, parent, [run, refresh] {
-            run();
-            refresh();
-        });
+void CashDayMenu::add(CommandRegistry& registry, AppContext& ctx,
+                      std::function<clsMovimento()> movimento, std::function<void()> refresh,
+                      QWidget* parent) {
+    const QString menu = QStringLiteral("&Lançamentos");
+    // Each changes the day but the count, which a closed day consulted later still takes.
+    auto add = [&](const char* name, const QString& text, std::function<void()> run,
+                   bool writesDay = true) {
+        registry.add(
+            QLatin1String(name), menu, text,
+            [run, refresh] {
+                run();
+                refresh();
+            },
+            writesDay);
     };
     // The entry screen in the mode the menu names: "A" entries, "P" payments, "S" withdrawals.
     auto entries = [&ctx, movimento, parent](const char* modo) {
@@ -46,9 +49,33 @@ void CashDayMenu::build(QMenuBar* bar, AppContext& ctx, std::function<clsMovimen
         if (CashSafe::podeMovimentar(ctx, id))
             frmCofre(ctx, id, parent).exec();
     });
-    menu->addSeparator();
-    add("mnuConferir", QStringLiteral("Conferência de Caixa..."),
-        [&ctx, movimento, parent] { frmLancamentos(ctx, movimento().MDATA, parent).exec(); });
+    registry.separator();
+    add(
+        "mnuConferir", QStringLiteral("Conferência de Caixa..."),
+        [&ctx, movimento, parent] { frmLancamentos(ctx, movimento().MDATA, parent).exec(); },
+        false);
     add("mnuConftemp", QStringLiteral("Conferência Temporária..."),
         [&ctx, movimento, parent] { frmLancaTemp(ctx, movimento(), parent).exec(); });
+}
+
+void CashDayMenu::addCorrections(CommandRegistry& registry, AppContext& ctx,
+                                 CounterPrinter* printer, std::function<void()> refresh,
+                                 QWidget* parent) {
+    const QString menu = QStringLiteral("C&orreções");
+    // Each asks for an administrator first; the counter is redrawn after a correction.
+    const auto guarded = [&ctx, printer, refresh, parent](auto open, const QString& title) {
+        return [&ctx, printer, refresh, parent, open, title] {
+            if (open(ctx, printer, title, parent))
+                refresh();
+        };
+    };
+    registry.add(
+        QStringLiteral("mnuCorrige"), menu, QStringLiteral("Corrigir ou Estornar Recebimento..."),
+        guarded(&frmCorrigeGuia::abrir, QStringLiteral("Corrigir ou Estornar Recebimento")), true);
+    registry.add(QStringLiteral("mnuAlt_item"), menu, QStringLiteral("Alterar Item Recebido..."),
+                 guarded(&frmCorrigeGuia::abrir, QStringLiteral("Alterar Item Recebido")), true);
+    registry.add(QStringLiteral("mnureverter"), menu, QStringLiteral("Reverter Estorno..."),
+                 guarded(&ReversalUndoDialog::abrir, QStringLiteral("Reverter Estorno")), true);
+    registry.add(QStringLiteral("mnuestornos"), menu, QStringLiteral("Estornos e Alterações..."),
+                 [&ctx, parent] { frmExbi(ctx, parent).exec(); });
 }

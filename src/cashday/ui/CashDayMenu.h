@@ -5,7 +5,8 @@
 #include <functional>
 
 class AppContext;
-class QMenuBar;
+class CommandRegistry;
+class CounterPrinter;
 class QWidget;
 
 // The counter's menu of the cash day: entries, payments out, withdrawals, the safe, the cash
@@ -13,6 +14,10 @@ class QWidget;
 // `refresh` redraws the counter after a screen closes.
 class CashDayMenu {
 public:
-    static void build(QMenuBar* bar, AppContext& ctx, std::function<clsMovimento()> movimento,
-                      std::function<void()> refresh, QWidget* parent);
+    static void add(CommandRegistry& registry, AppContext& ctx,
+                    std::function<clsMovimento()> movimento, std::function<void()> refresh,
+                    QWidget* parent);
+    // The corrections of recorded receipts, each after an administrator's password.
+    static void addCorrections(CommandRegistry& registry, AppContext& ctx, CounterPrinter* printer,
+                               std::function<void()> refresh, QWidget* parent);
 };

@@ -18,6 +18,7 @@ QLineEdit* amountField(QWidget* parent, const char* name) {
     auto* f = new QLineEdit(parent);
     f->setObjectName(QLatin1String(name));
     f->setReadOnly(true);
+    f->setFocusPolicy(Qt::ClickFocus); // figures are read, not typed: Tab goes to the count
     f->setAlignment(Qt::AlignRight);
     f->setMaximumWidth(170);
     return f;
@@ -50,12 +51,10 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
     especie->setObjectName(QStringLiteral("Combo1"));
     numero = new QLineEdit(this);
     numero->setObjectName(QStringLiteral("txtnumero"));
-    numero->setPlaceholderText(QStringLiteral("Número"));
     numero->setMinimumWidth(100);
     numero->setMaxLength(40);
     valor = new QLineEdit(this);
     valor->setObjectName(QStringLiteral("mskvalor"));
-    valor->setPlaceholderText(QStringLiteral("0,00"));
     valor->setMinimumWidth(100);
     valor->setAlignment(Qt::AlignRight);
     add = new QPushButton(QStringLiteral("&Incluir"), this);
@@ -64,6 +63,13 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
     auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
     connect(remove, &QPushButton::clicked, del, &QAction::trigger);
+
+    // Tab follows the count: kind, number, amount, include, then the list.
+    setTabOrder(especie, numero);
+    setTabOrder(numero, valor);
+    setTabOrder(valor, add);
+    setTabOrder(add, lista);
+    setTabOrder(lista, remove);
 
     auto* figures = new QGridLayout;
     const QList<QPair<QString, QLineEdit*>> rows = {
@@ -77,11 +83,19 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
         figures->addWidget(rows[i].second, i, 1);
     }
     figures->setRowStretch(int(rows.size()), 1);
-    auto* line = new QHBoxLayout;
-    line->addWidget(especie, 2);
-    line->addWidget(numero, 2);
-    line->addWidget(valor, 1);
-    line->addWidget(add);
+    // Captions above the fields: a faint hint inside them would not read on a light skin.
+    auto* line = new QGridLayout;
+    line->setVerticalSpacing(2);
+    line->addWidget(new QLabel(QStringLiteral("Espécie"), this), 0, 0);
+    line->addWidget(new QLabel(QStringLiteral("Número"), this), 0, 1);
+    line->addWidget(new QLabel(QStringLiteral("Valor"), this), 0, 2);
+    line->addWidget(especie, 1, 0);
+    line->addWidget(numero, 1, 1);
+    line->addWidget(valor, 1, 2);
+    line->addWidget(add, 1, 3);
+    line->setColumnStretch(0, 2);
+    line->setColumnStretch(1, 2);
+    line->setColumnStretch(2, 1);
     auto* statusRow = new QHBoxLayout;
     statusRow->addWidget(status);
     statusRow->addStretch();

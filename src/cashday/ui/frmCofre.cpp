@@ -29,7 +29,6 @@ frmCofre::frmCofre(AppContext& ctx, qint32 idMovimento, QWidget* parent)
     m_saida->setObjectName(QStringLiteral("optSaida"));
     m_valor = new QLineEdit(this);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_valor->setAlignment(Qt::AlignRight);
     auto* apply = new QPushButton(QStringLiteral("&Gravar"), this);
     apply->setObjectName(QStringLiteral("Command1"));

@@ -65,7 +65,6 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     m_barra = field(this, "txtbarra");
     m_barra->setMaxLength(44);
     m_valor = field(this, "mskvalor");
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_valorAntigo = field(this, "txtvalorantigo", true);
     m_tipoAntigo = field(this, "txttipoantigo", true);
     m_motivo = field(this, "txtmotivo");

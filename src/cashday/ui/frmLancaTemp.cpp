@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "Tone.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -23,7 +24,10 @@ frmLancaTemp::frmLancaTemp(AppContext& ctx, const clsMovimento& mov, QWidget* pa
     auto* notice = new QLabel(CashCount::kAvisoTemporario, this);
     notice->setObjectName(QStringLiteral("lblAviso"));
     notice->setWordWrap(true);
-    notice->setStyleSheet(QStringLiteral("color: #b00000; font-weight: bold"));
+    Tone::set(notice, "alerta");
+    QFont bold = notice->font();
+    bold.setBold(true);
+    notice->setFont(bold);
     auto* dia = new QLabel(
         QStringLiteral("Caixa dia: ") + mov.MDATA.toString(QStringLiteral("dd - MM - yyyy")), this);
     dia->setObjectName(QStringLiteral("lblDia"));

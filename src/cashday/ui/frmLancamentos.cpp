@@ -28,6 +28,7 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     m_id = new QLineEdit(this);
     m_id->setObjectName(QStringLiteral("txtid_tabela"));
     m_id->setReadOnly(true);
+    m_id->setFocusPolicy(Qt::ClickFocus);
     m_id->setMaximumWidth(80);
     m_data = new QDateEdit(dia, this);
     m_data->setObjectName(QStringLiteral("dtpData"));
@@ -80,6 +81,10 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     connect(m_data, &QDateEdit::editingFinished, this, other);
     connect(m_data->calendarWidget(), &QCalendarWidget::clicked, this, other);
     abrir(dia);
+    // The work starts at the count; the other day's date comes last in the Tab order.
+    setTabOrder(m_gerar, close);
+    setTabOrder(close, m_data);
+    m_panel->especie->setFocus();
 }
 
 void frmLancamentos::abrir(const QDate& dia) {

@@ -152,7 +152,6 @@ void frmSangria::buildItemFrame(QWidget* tab) {
     m_numero->setMaxLength(FileText::width(FileText::Field::NumeroDocumento));
     m_valorItem = new QLineEdit(m_itemFrame);
     m_valorItem->setObjectName(QStringLiteral("mskValorItem"));
-    m_valorItem->setPlaceholderText(QStringLiteral("0,00"));
     m_valorItem->setProperty(kRequired, true);
     auto button = [this](const char* name, const QString& text, void (frmSangria::*slot)()) {
         auto* b = new QPushButton(text, m_itemFrame);

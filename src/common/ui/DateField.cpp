@@ -10,9 +10,12 @@ DateField::DateField(const QDate& date, QWidget* parent) : QDateEdit(date, paren
 void DateField::focusInEvent(QFocusEvent* event) {
     QDateEdit::focusInEvent(event);
     m_advanced = false;
-    // After the click or the tab has placed the cursor: typing always starts at the day.
+    m_typed = false;
+    // Typing always starts at the day: at once, for digits that arrive with the Tab, and again
+    // once a click has placed the cursor, unless the operator has already typed.
+    setSelectedSection(QDateTimeEdit::DaySection);
     QTimer::singleShot(0, this, [this] {
-        if (hasFocus())
+        if (hasFocus() && !m_typed)
             setSelectedSection(QDateTimeEdit::DaySection);
     });
 }
@@ -25,6 +28,7 @@ void DateField::keyPressEvent(QKeyEvent* event) {
         m_advanced = false; // the section already moved on by itself
         return;
     }
+    m_typed = true;
     const int before = currentSectionIndex();
     QDateEdit::keyPressEvent(event);
     m_advanced = !t.isEmpty() && t.at(0).isDigit() && currentSectionIndex() != before;

@@ -16,4 +16,5 @@ protected:
 
 private:
     bool m_advanced = false; // the last digit filled a section and moved to the next
+    bool m_typed = false;    // a key arrived since the field took the focus
 };

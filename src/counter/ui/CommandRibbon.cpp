@@ -67,7 +67,7 @@ QToolButton* CommandRibbon::makeButton(QAction* action, const QString& caption, 
     b->setToolTip(k.isEmpty() ? c : c + QStringLiteral(" (") + k + QLatin1Char(')'));
     b->setToolButtonStyle(Qt::ToolButtonTextOnly);
     b->setFocusPolicy(Qt::NoFocus);
-    b->setMinimumSize(104, 58);
+    b->setMinimumSize(96, 58);
     b->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     QFont f = b->font();
     f.setPointSize(f.pointSize() + 1);

@@ -25,7 +25,6 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
         m_tipo->addItem(k.descricao, k.idcod);
     m_valor = new QLineEdit(this);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_vencimento =
         new DateField(ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today(), this);
     m_vencimento->setObjectName(QStringLiteral("dtpVencimento"));

@@ -1,12 +1,10 @@
 #include "frmFrente.h"
 
-#include "AdminGuard.h"
 #include "AppContext.h"
 #include "AuthCounterPrinter.h"
 #include "CalculatorDialog.h"
-#include "CashDayMenu.h"
 #include "Clock.h"
-#include "CommandRibbon.h"
+#include "CommandRegistry.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
@@ -15,23 +13,13 @@
 #include "OverdueHandler.h"
 #include "PrinterWorker.h"
 #include "QtDialogPort.h"
-#include "ReportsMenu.h"
-#include "ReversalUndoDialog.h"
 #include "ScanBuffer.h"
+#include "Tone.h"
 #include "TypedLine.h"
-#include "frmAtualiza.h"
-#include "frmAutenticar.h"
 #include "frmAvulso.h"
-#include "frmCodBarra.h"
-#include "frmCorrigeGuia.h"
-#include "frmExbi.h"
-#include "frmExportar.h"
 #include "frmFeriados.h"
 #include "frmJuros.h"
 #include "frmLdg.h"
-#include "frmOpcoes.h"
-#include "frmSkin.h"
-#include "frmUsuarios.h"
 
 #include <QAction>
 #include <QApplication>
@@ -42,19 +30,15 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTimer>
-#include <QToolButton>
 #include <QTreeView>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
 const QString kAviso = QStringLiteral("Aviso");
-const QString kReady = QStringLiteral("color: #006000");
-const QString kAlert = QStringLiteral("color: #b00000");
 constexpr int kRedeMs = 5000; // how often the network label looks at the central and the outbox
 
 QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0,
@@ -101,8 +85,6 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
                             : QStringLiteral("Tolvane - Caixa"));
     m_keyClock.start();
     buildUi();
-    buildMenus();
-    buildRibbon();
     m_statusTimer = new QTimer(this);
     m_statusTimer->setSingleShot(true);
     connect(m_statusTimer, &QTimer::timeout, this, &frmFrente::refreshStatus);
@@ -126,15 +108,11 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
         showKinds(kinds, selectFirst);
     };
     if (m_consulta) {
-        // A past day is only looked at: what cannot act here is shown disabled.
+        // A past day is only looked at: what cannot act here is shown disabled (the shell
+        // disables the commands that change the day).
         for (QWidget* w : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_kinds),
                            static_cast<QWidget*>(m_valor)})
             w->setEnabled(false);
-        for (const char* name : {"mnuEncerrar", "mnuReabrir", "mnuGravar", "mnuCarregar",
-                                 "mnuRemove", "mnuExcluiUltimo", "mnuLimpar", "mnuLimpaIdent",
-                                 "mnuLdg", "mnuAvulso", "mnuReautenticar", "mnuReautNumero"})
-            if (QAction* a = action(name))
-                a->setEnabled(false);
         for (const char* name : {"cmdLdg", "cmdAvulso"})
             findChild<QPushButton*>(QLatin1String(name))->setEnabled(false);
     }
@@ -163,17 +141,17 @@ QWidget* frmFrente::buildTopBar(QWidget* parent) {
     auto* bar = new QWidget(parent);
     m_status = label(QStringLiteral("lblStatus"), QString(), bar, 16, true);
     m_rede = label(QStringLiteral("lblStatusRede"), QStringLiteral("REDE INATIVA"), bar, 0, true);
-    m_rede->setStyleSheet(kAlert);
+    Tone::set(m_rede, "alerta");
     // Its room is kept while hidden: the central going away never reflows or widens the bar.
     QSizePolicy redePolicy = m_rede->sizePolicy();
     redePolicy.setRetainSizeWhenHidden(true);
     m_rede->setSizePolicy(redePolicy);
     m_rede->hide();
     m_user = label(QStringLiteral("lbluser"), QString(), bar, 12);
-    m_dataCaixa = label(QStringLiteral("lblDataCaixa"), QString(), bar, 18, true);
+    m_dataCaixa = label(QStringLiteral("lblDataCaixa"), QString(), bar, 16, true);
     m_dataCaixa->setContentsMargins(8, 2, 8, 2);
     m_dia = label(QStringLiteral("lblDia"), QString(), bar, 12);
-    m_hora = label(QStringLiteral("lblHora"), QString(), bar, 18, true);
+    m_hora = label(QStringLiteral("lblHora"), QString(), bar, 16, true);
     // A long status line wraps inside the room left; it never widens the window.
     m_status->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_status->setMinimumWidth(150);
@@ -182,12 +160,15 @@ QWidget* frmFrente::buildTopBar(QWidget* parent) {
     top->setContentsMargins(0, 0, 0, 0);
     top->addWidget(m_status, 1);
     top->addWidget(m_rede);
-    top->addWidget(m_user);
+    // The operator above the computer's date: the bar fits a 1024 wide screen.
+    auto* who = new QVBoxLayout;
+    who->setSpacing(0);
+    who->addWidget(m_user, 0, Qt::AlignRight);
+    who->addWidget(m_dia, 0, Qt::AlignRight);
+    top->addLayout(who);
     top->addSpacing(16);
     top->addWidget(m_dataCaixa);
-    top->addSpacing(16);
-    top->addWidget(m_dia);
-    top->addSpacing(8);
+    top->addSpacing(12);
     top->addWidget(m_hora);
     return bar;
 }
@@ -216,9 +197,10 @@ QWidget* frmFrente::buildLancados(QWidget* parent) {
     const QFontMetrics fm(f);
     h->resizeSection(0, fm.horizontalAdvance(QStringLiteral("00000")) + 16);
     h->resizeSection(2, fm.horizontalAdvance(QStringLiteral("99.999.999,99")) + 20);
-    m_lancado->setMinimumWidth(430);
+    box->setFixedWidth(380); // the rest of the width goes to the customer's list
     m_dayTotals = label(QStringLiteral("lblTotalDia"), QString(), box, 13, true);
     m_dayTotals->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_dayTotals->setWordWrap(true); // a big day's total takes a second line, never cut
     auto* v = new QVBoxLayout(box);
     v->setContentsMargins(0, 0, 0, 0);
     v->addWidget(m_lancadoTitle);
@@ -227,14 +209,54 @@ QWidget* frmFrente::buildLancados(QWidget* parent) {
     return box;
 }
 
+QWidget* frmFrente::buildSoma(QWidget* central) {
+    m_soma = new QTreeWidget(central);
+    m_soma->setObjectName(QStringLiteral("lstSoma"));
+    m_soma->setRootIsDecorated(false);
+    m_soma->setAlternatingRowColors(true);
+    m_soma->setFocusPolicy(Qt::NoFocus);
+    QFont rows = m_soma->font();
+    rows.setPointSize(11);
+    m_soma->setFont(rows);
+    m_soma->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Tipo"),
+                             QStringLiteral("Valor"), QStringLiteral("Total"),
+                             QStringLiteral("Código de barras"), QStringLiteral("Vencimento"),
+                             QStringLiteral("Parcela"), QStringLiteral("Obs")});
+    // Every column in sight: the kind's name gives way (elided), the code never does.
+    m_soma->header()->setStretchLastSection(false);
+    m_soma->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_soma->header()->setSectionResizeMode(1, QHeaderView::Stretch);
+    m_soma->headerItem()->setTextAlignment(2, Qt::AlignRight);
+    m_soma->headerItem()->setTextAlignment(3, Qt::AlignRight);
+    // An empty sum says what the counter expects instead of showing a blank list.
+    auto* empty = label(QStringLiteral("lblSomaVazia"),
+                        QStringLiteral("Passe o leitor no código de barras\nou digite a linha "
+                                       "digitável e tecle Enter\n\n"
+                                       "+  item sem código      -  valor pago      "
+                                       "Enter  grava o pagamento"),
+                        central, 15);
+    empty->setAlignment(Qt::AlignCenter);
+    empty->setWordWrap(true); // a narrow screen wraps it rather than widening the window
+    Tone::set(empty, "dica");
+    m_somaStack = new QStackedWidget(central);
+    m_somaStack->addWidget(empty);
+    m_somaStack->addWidget(m_soma);
+    return m_somaStack;
+}
+
 void frmFrente::buildUi() {
     auto* central = new QWidget(this);
     setCentralWidget(central);
 
-    m_impressora = label(QStringLiteral("lblImpressora"), QString(), central, 14, true);
-    m_impressora->setContentsMargins(10, 6, 10, 6);
-    m_impressora->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    // The printer's banner keeps the room of two lines, shown or not, so the code field never
+    // moves under the cashier's eyes.
+    m_impressora = label(QStringLiteral("lblImpressora"), QString(), central, 12, true);
+    m_impressora->setContentsMargins(10, 2, 10, 2);
     m_impressora->setWordWrap(true);
+    m_impressora->setFixedHeight(2 * m_impressora->fontMetrics().lineSpacing() + 8);
+    QSizePolicy bannerPolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    bannerPolicy.setRetainSizeWhenHidden(true);
+    m_impressora->setSizePolicy(bannerPolicy);
     m_impressora->hide();
 
     m_entry = new QLineEdit(central);
@@ -243,16 +265,14 @@ void frmFrente::buildUi() {
     QFont big = m_entry->font();
     big.setPointSize(18);
     m_entry->setFont(big);
-    m_entry->setPlaceholderText(QStringLiteral("Código, linha digitável ou valor pago"));
     m_kinds = new QComboBox(central);
     m_kinds->setObjectName(QStringLiteral("cmbTipoGuia"));
-    m_kinds->setMinimumWidth(300);
+    m_kinds->setMinimumWidth(220);
     QFont mid = m_kinds->font();
     mid.setPointSize(12);
     m_kinds->setFont(mid);
     m_valor = new QLineEdit(central);
     m_valor->setObjectName(QStringLiteral("mskvalor"));
-    m_valor->setPlaceholderText(QStringLiteral("0,00"));
     m_valor->setAlignment(Qt::AlignRight);
     m_valor->setFont(mid);
     m_valor->setMaximumWidth(160);
@@ -276,32 +296,7 @@ void frmFrente::buildUi() {
     kindRow->addWidget(label(QStringLiteral("lblValor"), QStringLiteral("Valor:"), central, 12));
     kindRow->addWidget(m_valor);
 
-    m_soma = new QTreeWidget(central);
-    m_soma->setObjectName(QStringLiteral("lstSoma"));
-    m_soma->setRootIsDecorated(false);
-    m_soma->setAlternatingRowColors(true);
-    m_soma->setFocusPolicy(Qt::NoFocus);
-    m_soma->setFont(mid);
-    m_soma->setHeaderLabels({QStringLiteral("Item"), QStringLiteral("Tipo"),
-                             QStringLiteral("Valor"), QStringLiteral("Total"),
-                             QStringLiteral("Código de barras"), QStringLiteral("Vencimento"),
-                             QStringLiteral("Parcela"), QStringLiteral("Obs")});
-    m_soma->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_soma->headerItem()->setTextAlignment(2, Qt::AlignRight);
-    m_soma->headerItem()->setTextAlignment(3, Qt::AlignRight);
-    // An empty sum says what the counter expects instead of showing a blank list.
-    auto* empty = label(QStringLiteral("lblSomaVazia"),
-                        QStringLiteral("Passe o leitor no código de barras\nou digite a linha "
-                                       "digitável e tecle Enter\n\n"
-                                       "+  item sem código      -  valor pago      "
-                                       "Enter  grava o pagamento"),
-                        central, 15);
-    empty->setAlignment(Qt::AlignCenter);
-    empty->setStyleSheet(
-        QStringLiteral("color: #505a64; border: 2px dashed #b8c0c8; border-radius: 6px;"));
-    m_somaStack = new QStackedWidget(central);
-    m_somaStack->addWidget(empty);
-    m_somaStack->addWidget(m_soma);
+    buildSoma(central);
 
     auto* totalCaption =
         label(QStringLiteral("lblTotalCaption"), QStringLiteral("Total do cliente"), central, 13);
@@ -321,8 +316,8 @@ void frmFrente::buildUi() {
     left->addLayout(totals);
     left->addWidget(m_troco);
     auto* body = new QHBoxLayout;
-    body->addLayout(left, 3);
-    body->addWidget(buildLancados(central), 2);
+    body->addLayout(left, 1);
+    body->addWidget(buildLancados(central));
 
     auto* layout = new QVBoxLayout(central);
     layout->addWidget(buildTopBar(central));
@@ -330,160 +325,61 @@ void frmFrente::buildUi() {
     layout->addLayout(body, 1);
 
     connect(m_entry, &QLineEdit::textChanged, this, &frmFrente::onEntryChanged);
-    resize(1280, 760);
 }
 
-void frmFrente::buildMenus() {
-    auto add = [this](QMenu* menu, const QString& name, const QString& text, auto slot) {
-        QAction* a = menu->addAction(text);
-        a->setObjectName(name);
-        connect(a, &QAction::triggered, this, slot);
-        return a;
-    };
-    QMenu* caixa = menuBar()->addMenu(QStringLiteral("&Caixa"));
-    add(caixa, QStringLiteral("mnuEncerrar"), QStringLiteral("Encerrar Movimento (F4)"),
-        &frmFrente::encerrar);
-    add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Movimento (F5)"),
-        &frmFrente::reabrir);
-    add(caixa, QStringLiteral("mnuRecebidas"), QStringLiteral("Contas Recebidas (F7)"),
-        &frmFrente::recebidas);
-    caixa->addSeparator();
-    add(caixa, QStringLiteral("mnuReautenticar"), QStringLiteral("Reautenticar Último Pagamento"),
-        &frmFrente::reautenticarUltimo);
-    add(caixa, QStringLiteral("mnuReautNumero"), QStringLiteral("Reautenticar por Número..."),
-        &frmFrente::reautenticarNumero);
-    caixa->addSeparator();
-    add(caixa, QStringLiteral("mnulogoff"), QStringLiteral("Trocar Operador"),
-        [this] { emit logoff(); });
-    add(caixa, QStringLiteral("mnuSair"), QStringLiteral("Sair (ESC)"), [this] { close(); });
-    QMenu* soma = menuBar()->addMenu(QStringLiteral("&Soma"));
-    add(soma, QStringLiteral("mnuExcluiUltimo"), QStringLiteral("Exclui último Item (F2)"),
-        &frmFrente::removeLast);
-    add(soma, QStringLiteral("mnuLimpar"), QStringLiteral("Limpa Soma (F3)"),
-        &frmFrente::limparSoma);
-    add(soma, QStringLiteral("mnuLimpaIdent"), QStringLiteral("Limpar Identificação (F8)"),
-        &frmFrente::limparIdentificacao);
-    add(soma, QStringLiteral("mnuRemove"), QStringLiteral("Excluir Item..."),
-        &frmFrente::removeByNumber);
-    soma->addSeparator();
-    add(soma, QStringLiteral("mnuGravar"), QStringLiteral("Salvar Soma (F11)"),
-        [this] { m_session.salvarSoma(); });
-    add(soma, QStringLiteral("mnuCarregar"), QStringLiteral("Carregar Soma (F12)"),
-        &frmFrente::carregarSoma);
-    soma->addSeparator();
-    add(soma, QStringLiteral("mnuLdg"), QStringLiteral("Linha Digitável..."),
-        &frmFrente::typedLine);
-    add(soma, QStringLiteral("mnuAvulso"), QStringLiteral("Item Avulso..."), &frmFrente::avulso);
-    QMenu* tools = menuBar()->addMenu(QStringLiteral("&Ferramentas"));
-    tools->setObjectName(QStringLiteral("mnuFerramentas"));
-    add(tools, QStringLiteral("mnuJuros"), QStringLiteral("Juros por Dia/Mês (F6)"),
-        &frmFrente::juros);
-    add(tools, QStringLiteral("mnuCalculadora"), QStringLiteral("Calculadora (F9)"),
-        &frmFrente::calculadora);
-    add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
-    add(tools, QStringLiteral("mnuExpCebi"), QStringLiteral("Arquivos Bancários..."), [this] {
-        frmExportar dlg(m_ctx, m_session.day().movimento().ID, m_session.day().movimento().MDATA,
-                        this);
-        dlg.exec();
-        m_entry->setFocus();
-    });
-    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."), [this] {
-        frmAutenticar::abrir(m_ctx, this);
-        m_entry->setFocus();
-    });
-    QMenu* admin = menuBar()->addMenu(QStringLiteral("&Administração"));
-    admin->setObjectName(QStringLiteral("mnuAdministracao"));
-    add(admin, QStringLiteral("mnuItens"), QStringLiteral("Tipos de Guia..."), [this] {
-        openAdmin(QStringLiteral("Tipos de Guia"),
-                  [this] { return std::make_unique<frmCodBarra>(m_ctx, this); });
-    });
-    add(admin, QStringLiteral("mnuuser"), QStringLiteral("Usuários..."), [this] {
-        openAdmin(QStringLiteral("Usuários"),
-                  [this] { return std::make_unique<frmUsuarios>(m_ctx, this); });
-    });
-    add(admin, QStringLiteral("mnuParam"), QStringLiteral("Opções..."), [this] {
-        openAdmin(QStringLiteral("Opções"),
-                  [this] { return std::make_unique<frmOpcoes>(m_ctx, this); });
-    });
-    admin->addSeparator();
-    add(admin, QStringLiteral("mnuAltSkin"), QStringLiteral("Aparência..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmSkin>(m_ctx, this); }); });
-    add(admin, QStringLiteral("mnuAtualiza"), QStringLiteral("Atualização..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmAtualiza>(m_ctx, this); }); });
-    CashDayMenu::build(
-        menuBar(), m_ctx, [this] { return m_session.day().movimento(); },
-        [this] {
-            m_session.day().reload();
-            refreshAll();
-            m_entry->setFocus();
-        },
-        this);
-    ReportsMenu::build(
-        menuBar(), m_ctx, [this] { return m_session.day().movimento().MDATA; }, this);
-    QMenu* corr = menuBar()->addMenu(QStringLiteral("C&orreções"));
-    // Each asks for an administrator first; the counter is redrawn after a correction.
-    const auto guarded = [this](auto open, const QString& title) {
-        return [this, open, title] {
-            if (open(m_ctx, m_session.printer(), title, this))
-                refreshAll();
-        };
-    };
-    add(corr, QStringLiteral("mnuCorrige"), QStringLiteral("Corrigir ou Estornar Recebimento..."),
-        guarded(&frmCorrigeGuia::abrir, QStringLiteral("Corrigir ou Estornar Recebimento")))
-        ->setEnabled(!m_consulta);
-    add(corr, QStringLiteral("mnuAlt_item"), QStringLiteral("Alterar Item Recebido..."),
-        guarded(&frmCorrigeGuia::abrir, QStringLiteral("Alterar Item Recebido")))
-        ->setEnabled(!m_consulta);
-    add(corr, QStringLiteral("mnureverter"), QStringLiteral("Reverter Estorno..."),
-        guarded(&ReversalUndoDialog::abrir, QStringLiteral("Reverter Estorno")))
-        ->setEnabled(!m_consulta);
-    add(corr, QStringLiteral("mnuestornos"), QStringLiteral("Estornos e Alterações..."),
-        [this] { frmExbi(m_ctx, this).exec(); });
+void frmFrente::registerCommands(CommandRegistry& r) {
+    const QString caixa = QStringLiteral("&Caixa"), soma = QStringLiteral("&Soma"),
+                  tools = QStringLiteral("&Ferramentas");
+    const auto on = [this](void (frmFrente::*slot)()) { return [this, slot] { (this->*slot)(); }; };
+    r.add(QStringLiteral("mnuEncerrar"), caixa, QStringLiteral("Encerrar Movimento (F4)"),
+          on(&frmFrente::encerrar), true);
+    r.add(QStringLiteral("mnuReabrir"), caixa, QStringLiteral("Reabrir Movimento (F5)"),
+          on(&frmFrente::reabrir), true);
+    r.add(QStringLiteral("mnuRecebidas"), caixa, QStringLiteral("Contas Recebidas (F7)"),
+          on(&frmFrente::recebidas));
+    r.separator();
+    r.add(QStringLiteral("mnuReautenticar"), caixa, QStringLiteral("Reautenticar Último Pagamento"),
+          on(&frmFrente::reautenticarUltimo), true);
+    r.add(QStringLiteral("mnuReautNumero"), caixa, QStringLiteral("Reautenticar por Número..."),
+          on(&frmFrente::reautenticarNumero), true);
+    r.separator();
+    r.add(QStringLiteral("mnulogoff"), caixa, QStringLiteral("Trocar Operador"),
+          [this] { emit logoff(); });
+    r.add(QStringLiteral("mnuSair"), caixa, QStringLiteral("Sair (ESC)"), [this] { close(); });
+    r.add(QStringLiteral("mnuExcluiUltimo"), soma, QStringLiteral("Exclui último Item (F2)"),
+          on(&frmFrente::removeLast), true);
+    r.add(QStringLiteral("mnuLimpar"), soma, QStringLiteral("Limpa Soma (F3)"),
+          on(&frmFrente::limparSoma), true);
+    r.add(QStringLiteral("mnuLimpaIdent"), soma, QStringLiteral("Limpar Identificação (F8)"),
+          on(&frmFrente::limparIdentificacao), true);
+    r.add(QStringLiteral("mnuRemove"), soma, QStringLiteral("Excluir Item..."),
+          on(&frmFrente::removeByNumber), true);
+    r.separator();
+    r.add(
+        QStringLiteral("mnuGravar"), soma, QStringLiteral("Salvar Soma (F11)"),
+        [this] { m_session.salvarSoma(); }, true);
+    r.add(QStringLiteral("mnuCarregar"), soma, QStringLiteral("Carregar Soma (F12)"),
+          on(&frmFrente::carregarSoma), true);
+    r.separator();
+    r.add(QStringLiteral("mnuLdg"), soma, QStringLiteral("Linha Digitável..."),
+          on(&frmFrente::typedLine), true);
+    r.add(QStringLiteral("mnuAvulso"), soma, QStringLiteral("Item Avulso..."),
+          on(&frmFrente::avulso), true);
+    r.add(QStringLiteral("mnuJuros"), tools, QStringLiteral("Juros por Dia/Mês (F6)"),
+          on(&frmFrente::juros));
+    r.add(QStringLiteral("mnuCalculadora"), tools, QStringLiteral("Calculadora (F9)"),
+          on(&frmFrente::calculadora));
+    r.add(QStringLiteral("mnuFeriados"), tools, QStringLiteral("Feriados..."),
+          on(&frmFrente::feriados));
 }
 
-void frmFrente::openAdmin(const QString& guardTitle,
-                          const std::function<std::unique_ptr<QDialog>()>& make) {
-    if (!guardTitle.isEmpty() && !AdminGuard::ask(m_ctx, guardTitle))
-        return; // a wrong password opens nothing, silently
-    make()->exec();
+void frmFrente::afterScreen() {
     fillKinds(); // kinds and settings may have changed
     refreshAll();
     m_entry->setFocus();
 }
 
-void frmFrente::buildRibbon() {
-    // Names listed here and not (yet) in the menus add nothing: a menu entry with one of these
-    // names shows on the ribbon by itself.
-    m_ribbon = new CommandRibbon(this, centralWidget());
-    const int dia = m_ribbon->addGroup(QStringLiteral("Dia"));
-    for (const char* n :
-         {"mnuEncerrar", "mnuReabrir", "mnuRecebidas", "mnuReautenticar", "mnuReautNumero"})
-        m_ribbon->addCommand(dia, QLatin1String(n));
-    const int caixa = m_ribbon->addGroup(QStringLiteral("Lançamentos"));
-    for (const char* n :
-         {"mnuLanca", "mnuSangria", "mnuPagtos", "mnuSuprimentos", "mnuConferir", "mnuConftemp"})
-        m_ribbon->addCommand(caixa, QLatin1String(n));
-    const int soma = m_ribbon->addGroup(QStringLiteral("Soma"));
-    for (const char* n : {"mnuExcluiUltimo", "mnuLimpar", "mnuLimpaIdent", "mnuRemove", "mnuGravar",
-                          "mnuCarregar", "mnuLdg", "mnuAvulso"})
-        m_ribbon->addCommand(soma, QLatin1String(n));
-    const int tools = m_ribbon->addGroup(QStringLiteral("Ferramentas"));
-    for (const char* n : {"mnuJuros", "mnuCalculadora", "mnuFeriados"})
-        m_ribbon->addCommand(tools, QLatin1String(n));
-    const int corr = m_ribbon->addGroup(QStringLiteral("Correções"));
-    for (const char* n : {"mnuCorrige", "mnuAlt_item", "mnureverter", "mnuestornos"})
-        m_ribbon->addCommand(corr, QLatin1String(n));
-    const int adm = m_ribbon->addGroup(QStringLiteral("Administração"));
-    for (const char* n : {"mnuItens", "mnuuser", "mnuExpCebi", "mnuParam", "mnuAltSkin",
-                          "mnuAtualiza", "mnuAutenticar", "mnulogoff"})
-        m_ribbon->addCommand(adm, QLatin1String(n));
-    m_ribbon->setCurrentIndex(soma);
-    auto* strip = new QHBoxLayout;
-    strip->addWidget(m_ribbon, 1);
-    if (QToolButton* sair =
-            m_ribbon->standaloneCommand(QStringLiteral("mnuSair"), centralWidget(),
-                                        QStringLiteral("Sair"), QStringLiteral("ESC")))
-        strip->addWidget(sair, 0, Qt::AlignBottom);
+void frmFrente::placeRibbon(QLayout* strip) {
     static_cast<QVBoxLayout*>(centralWidget()->layout())->addLayout(strip);
 }
 
@@ -507,8 +403,7 @@ void frmFrente::setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer) {
 
 void frmFrente::printerLine(const QString& text, bool waiting) {
     m_impressora->setText(text);
-    m_impressora->setStyleSheet(waiting ? QStringLiteral("background: #fff3b0; color: #3a2c00;")
-                                        : QStringLiteral("background: #ffd8c8; color: #6a1400;"));
+    Tone::set(m_impressora, waiting ? "espera" : "falta");
     m_impressora->setVisible(!text.isEmpty());
 }
 
@@ -541,8 +436,7 @@ void frmFrente::tick() {
     const bool past = m_ctx.workingDate.isValid() && m_ctx.workingDate != now.date();
     m_dataCaixa->setText(QStringLiteral("Caixa de ") + DateUtil::br(m_ctx.workingDate) +
                          (past ? QStringLiteral(" (não é hoje)") : QString()));
-    m_dataCaixa->setStyleSheet(past ? QStringLiteral("background: #c0392b; color: white;")
-                                    : QStringLiteral("color: #1f3a5f;"));
+    Tone::set(m_dataCaixa, past ? "passado" : "data");
 }
 
 bool frmFrente::fillKinds() {
@@ -585,9 +479,16 @@ void frmFrente::refreshList() {
     if (!list.isEmpty())
         m_lastChange.clear();
     m_total->setText(list.isEmpty() ? QStringLiteral("Calcular") : list.total().formatCurrency());
-    m_total->setStyleSheet(list.isEmpty() ? QStringLiteral("color: #8a949e") : QString());
+    Tone::set(m_total, list.isEmpty() ? "apagado" : "");
     m_troco->setText(list.isEmpty() && !m_lastChange.isEmpty() ? m_lastChange
                                                                : m_session.paymentLabel());
+}
+
+void frmFrente::forgetChange() {
+    if (m_lastChange.isEmpty())
+        return;
+    m_lastChange.clear();
+    m_troco->setText(m_session.paymentLabel());
 }
 
 void frmFrente::refreshLancados() {
@@ -611,15 +512,14 @@ void frmFrente::refreshStatus() {
     m_statusTimer->stop();
     m_status->setText(m_consulta ? QStringLiteral("CONSULTA - ") + m_session.day().statusLabel()
                                  : m_session.day().statusLabel());
-    m_status->setStyleSheet(m_session.day().aberto() ? kReady : kAlert);
+    Tone::set(m_status, m_session.day().aberto() ? "pronto" : "alerta");
     m_user->setText(QStringLiteral("Operador: ") + m_ctx.userName);
 }
 
 void frmFrente::statusLine(const QString& text) {
     // A scan that added nothing still gets a word and a sound, so the cashier knows it was seen.
     m_status->setText(text);
-    m_status->setStyleSheet(
-        QStringLiteral("color: white; background: #b00000; padding: 2px 6px; font-size: 13pt;"));
+    Tone::set(m_status, "erro");
     QApplication::beep();
     m_statusTimer->start(8000);
 }
@@ -746,6 +646,7 @@ void frmFrente::onEntryChanged(const QString& text) {
         m_lastChangeAt = -1;
         return;
     }
+    forgetChange(); // the next customer begins
     // One pause longer than a scanner ever makes, and the entry is being typed by hand: it is
     // read on Enter, as a code or as a typed line.
     if (m_lastChangeAt >= 0 && now - m_lastChangeAt > m_scannerKeyGapMs)
@@ -998,6 +899,7 @@ void frmFrente::encerrar() {
         if (m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaCupomEncerramento))
             day.imprimirEncerramento();
         m_ctx.dialogs.info(kAviso, CashDay::kEncerrado);
+        forgetChange();
     }
     refreshStatus();
 }

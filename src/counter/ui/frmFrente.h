@@ -5,20 +5,18 @@
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QSet>
-#include <functional>
-#include <memory>
 
 class AppContext;
 class AuthCounterPrinter;
-class CommandRibbon;
+class CommandRegistry;
 class LancadosModel;
 class PrinterWorker;
 class QAction;
 class QComboBox;
-class QDialog;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
+class QLayout;
 class QPushButton;
 class QStackedWidget;
 class QTimer;
@@ -45,6 +43,15 @@ public:
     // The printer's own thread, for the document prompt, its messages and the stamps left out.
     void setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer);
 
+    // The counter's own commands (Caixa, Soma and its tools) for the application's menus.
+    void registerCommands(CommandRegistry& registry);
+    // The ribbon's strip, under the counter.
+    void placeRibbon(QLayout* strip);
+    // After another screen closed: kinds, settings and figures may have changed.
+    void afterScreen();
+    bool consulta() const { return m_consulta; }
+    CounterSession& session() { return m_session; }
+
 signals:
     void logoff(); // back to the date screen
 
@@ -56,14 +63,14 @@ private:
     void buildUi();
     QWidget* buildTopBar(QWidget* parent);
     QWidget* buildLancados(QWidget* parent);
-    void buildMenus();
-    void buildRibbon();
+    QWidget* buildSoma(QWidget* parent); // the customer's list, or what to do while empty
     QAction* action(const char* name) const;
     void refreshList();
     void refreshLancados();
     void refreshStatus();
     void refreshNetwork(); // lblStatusRede and the central's messages
     void refreshDayTotals();
+    void forgetChange(); // the last customer's change leaves the screen
     void tick();
     void statusLine(const QString& text);
     void printerLine(const QString& text, bool waiting);
@@ -96,9 +103,6 @@ private:
     void juros();
     void calculadora();
     void feriados();
-    // An administration screen; with a guard title, only after the administrator's password.
-    void openAdmin(const QString& guardTitle,
-                   const std::function<std::unique_ptr<QDialog>()>& make);
     bool fillKinds();
     void showKinds(const GuideKinds& kinds, bool selectFirst);
 
@@ -115,7 +119,7 @@ private:
     bool m_recording = false; // a payment is being recorded: keys wait
     ScanBuffer* m_scans = nullptr;
     bool m_kindsAreEntry = true;
-    QString m_lastChange; // the last customer's change, shown until the next item
+    QString m_lastChange; // the last customer's change, shown until the next customer begins
     qint64 m_dayCount = 0;
     Money m_dayTotal;
     AuthCounterPrinter* m_authPrinter = nullptr;
@@ -142,5 +146,4 @@ private:
     QLabel* m_impressora = nullptr; // lblImpressora
     QTimer* m_statusTimer = nullptr;
     QTimer* m_lineWait = nullptr; // 44 quick digits that may be the start of a typed line
-    CommandRibbon* m_ribbon = nullptr;
 };

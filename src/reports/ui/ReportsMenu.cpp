@@ -1,6 +1,7 @@
 #include "ReportsMenu.h"
 
 #include "AppContext.h"
+#include "CommandRegistry.h"
 #include "DateField.h"
 #include "DateUtil.h"
 #include "DayBulletin.h"
@@ -9,12 +10,9 @@
 #include "ReportDocument.h"
 #include "ReportPreview.h"
 
-#include <QAction>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QMenu>
-#include <QMenuBar>
 #include <QTextDocument>
 
 namespace {
@@ -73,26 +71,22 @@ QDialog* ReportsMenu::periodo(AppContext& ctx, const QDate& de, const QDate& ate
         parent);
 }
 
-void ReportsMenu::build(QMenuBar* bar, AppContext& ctx, std::function<QDate()> dia,
-                        QWidget* parent) {
-    QMenu* menu = bar->addMenu(QStringLiteral("&Relatórios"));
-    menu->setObjectName(QStringLiteral("mnuRelatorios"));
+void ReportsMenu::add(CommandRegistry& registry, AppContext& ctx, std::function<QDate()> dia,
+                      QWidget* parent) {
+    const QString menu = QStringLiteral("&Relatórios");
     auto show = [](QDialog* dlg) {
         if (!dlg)
             return;
         dlg->setAttribute(Qt::WA_DeleteOnClose);
         dlg->exec();
     };
-    QAction* day = menu->addAction(QStringLiteral("Boletim do dia..."));
-    day->setObjectName(QStringLiteral("mnuBoletim"));
-    QObject::connect(day, &QAction::triggered, parent,
-                     [&ctx, dia, parent, show] { show(boletim(ctx, dia(), parent)); });
-    QAction* period = menu->addAction(QStringLiteral("Relatório do período..."));
-    period->setObjectName(QStringLiteral("mnuPeriodo"));
-    QObject::connect(period, &QAction::triggered, parent, [&ctx, dia, parent, show] {
-        QDate de;
-        QDate ate;
-        if (askPeriod(parent, dia(), de, ate))
-            show(periodo(ctx, de, ate, parent));
-    });
+    registry.add(QStringLiteral("mnuBoletim"), menu, QStringLiteral("Boletim do dia..."),
+                 [&ctx, dia, parent, show] { show(boletim(ctx, dia(), parent)); });
+    registry.add(QStringLiteral("mnuPeriodo"), menu, QStringLiteral("Relatório do período..."),
+                 [&ctx, dia, parent, show] {
+                     QDate de;
+                     QDate ate;
+                     if (askPeriod(parent, dia(), de, ate))
+                         show(periodo(ctx, de, ate, parent));
+                 });
 }

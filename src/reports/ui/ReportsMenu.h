@@ -4,15 +4,16 @@
 #include <functional>
 
 class AppContext;
+class CommandRegistry;
 class QDialog;
-class QMenuBar;
 class QWidget;
 
 // The counter's Relatórios menu: the day's bulletin and the period report, each shown in a
 // preview first. `dia` answers the counter's working date.
 class ReportsMenu {
 public:
-    static void build(QMenuBar* bar, AppContext& ctx, std::function<QDate()> dia, QWidget* parent);
+    static void add(CommandRegistry& registry, AppContext& ctx, std::function<QDate()> dia,
+                    QWidget* parent);
     // The previews, also used by the screen gallery; nullptr (operator told why) when the
     // report cannot be made.
     static QDialog* boletim(AppContext& ctx, const QDate& dia, QWidget* parent);

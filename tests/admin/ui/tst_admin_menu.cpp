@@ -1,5 +1,6 @@
 // The administration entries of the counter screen: the administrator's password before the
 // guarded ones, and each entry opening its screen.
+#include "AppShell.h"
 #include "CounterSession.h"
 #include "TestApp.h"
 #include "frmFrente.h"
@@ -53,7 +54,8 @@ private slots:
         app.ctx().workingDate = QDate(2026, 11, 23);
         CounterSession session(app.ctx(), nullptr);
         QVERIFY(session.day().abrir());
-        frmFrente form(session, false);
+        const auto formWindow = AppShell::counter(session, false);
+        frmFrente& form = *formWindow;
         form.show();
         app.dialogs().clear();
         const QByteArray name = entry.toLatin1();

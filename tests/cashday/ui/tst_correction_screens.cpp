@@ -1,5 +1,6 @@
 // The correction screen, the log viewer, the undo list and the counter screen's entries that
 // reach them, driven through their widgets and the scripted dialog port.
+#include "AppShell.h"
 #include "CashEntry.h"
 #include "CounterSession.h"
 #include "DemoData.h"
@@ -231,7 +232,8 @@ private slots:
     // redrawn when they close.
     void counterEntries() {
         Day d;
-        frmFrente front(d.session, false);
+        const auto frontWindow = AppShell::counter(d.session, false);
+        frmFrente& front = *frontWindow;
         front.show();
         auto* lancado = child<QTreeView>(front, "lstLancado");
         QCOMPARE(lancado->model()->rowCount(), 3);
@@ -283,7 +285,8 @@ private slots:
         QCOMPARE(opened, QStringLiteral("frmExbi"));
 
         // Looking at a past day corrects nothing.
-        frmFrente consulta(d.session, true);
+        const auto consultaWindow = AppShell::counter(d.session, true);
+        frmFrente& consulta = *consultaWindow;
         QVERIFY(!consulta.findChild<QAction*>(QStringLiteral("mnuCorrige"))->isEnabled());
         QVERIFY(!consulta.findChild<QAction*>(QStringLiteral("mnureverter"))->isEnabled());
         QVERIFY(consulta.findChild<QAction*>(QStringLiteral("mnuestornos"))->isEnabled());

@@ -1,5 +1,6 @@
 // The entry screen in its three modes and the counter's menu entries that open the cash-day
 // screens, driven through their widgets and the scripted dialogs.
+#include "AppShell.h"
 #include "CounterSession.h"
 #include "TestApp.h"
 #include "clsMovimento.h"
@@ -265,7 +266,8 @@ private slots:
         Setup s;
         CounterSession session(s.app.ctx(), nullptr);
         QVERIFY(session.day().consultar());
-        frmFrente counter(session, false);
+        const auto counterWindow = AppShell::counter(session, false);
+        frmFrente& counter = *counterWindow;
         auto action = [&](const char* name) {
             return counter.findChild<QAction*>(QLatin1String(name));
         };

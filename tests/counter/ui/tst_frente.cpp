@@ -1,4 +1,5 @@
 // The counter screen driven by keys, as a cashier would, on the offscreen platform.
+#include "AppShell.h"
 #include "AuthCounterPrinter.h"
 #include "CentralNetwork.h"
 #include "CommandRibbon.h"
@@ -106,7 +107,7 @@ class tst_frente : public QObject {
             session.networkAlive = [] { return true; };
             QVERIFY(session.day().abrir());
             app.dialogs().clear();
-            form = std::make_unique<frmFrente>(session, false);
+            form = AppShell::counter(session, false);
             form->show();
             QVERIFY(QTest::qWaitForWindowExposed(form.get()));
         }
@@ -441,14 +442,16 @@ private slots:
         QCOMPARE(s.text("lblDataCaixa"), QStringLiteral("Caixa de 23/11/2026"));
         QCOMPARE(s.w<QLabel>("lblDataCaixa")->font().pointSize(),
                  s.w<QLabel>("lblHora")->font().pointSize());
-        QVERIFY(!s.w<QLabel>("lblDataCaixa")->styleSheet().contains(QStringLiteral("background")));
+        QCOMPARE(s.w<QLabel>("lblDataCaixa")->property("tom").toString(), QStringLiteral("data"));
         s.app.ctx().workingDate = QDate(2026, 11, 20);
-        frmFrente past(s.session, false);
+        const auto pastWindow = AppShell::counter(s.session, false);
+        frmFrente& past = *pastWindow;
         QCOMPARE(past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))->text(),
                  QStringLiteral("Caixa de 20/11/2026 (não é hoje)"));
-        QVERIFY(past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))
-                    ->styleSheet()
-                    .contains(QStringLiteral("background")));
+        // The skin paints the past day's tone on a background of its own.
+        QCOMPARE(
+            past.findChild<QLabel*>(QStringLiteral("lblDataCaixa"))->property("tom").toString(),
+            QStringLiteral("passado"));
     }
 
     // The printer on its own thread: the document prompt shows while the screen keeps running,
@@ -471,7 +474,8 @@ private slots:
         AuthCounterPrinter printer(app.ctx(), worker);
         CounterSession session(app.ctx(), &printer);
         QVERIFY(session.day().abrir());
-        frmFrente form(session, false);
+        const auto formWindow = AppShell::counter(session, false);
+        frmFrente& form = *formWindow;
         form.setPrinter(&worker, &printer);
         form.show();
         QVERIFY(QTest::qWaitForWindowExposed(&form));
@@ -586,7 +590,8 @@ private slots:
         CounterSession session(app.ctx(), nullptr);
         QVERIFY(session.day().abrir());
         app.dialogs().clear();
-        frmFrente form(session, true);
+        const auto formWindow = AppShell::counter(session, true);
+        frmFrente& form = *formWindow;
         form.show();
         QVERIFY(!form.findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra"))->isEnabled());
         for (const char* name : {"cmdLdg", "cmdAvulso"})

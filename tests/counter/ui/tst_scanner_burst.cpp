@@ -2,6 +2,7 @@
 // dialog port: every question and notice a read opens must still be on screen after the Enter
 // that follows the code, and be answered only by the cashier.
 #include "AppContext.h"
+#include "AppShell.h"
 #include "CheckDigits.h"
 #include "Clock.h"
 #include "CounterSession.h"
@@ -231,7 +232,7 @@ struct Counter {
         session = std::make_unique<CounterSession>(*ctx, nullptr);
         session->networkAlive = [] { return true; };
         QVERIFY(session->day().abrir());
-        form = std::make_unique<frmFrente>(*session, false);
+        form = AppShell::counter(*session, false);
         form->setScannerEnterWindow(kWindow);
         form->show();
         QVERIFY(QTest::qWaitForWindowExposed(form.get()));

@@ -1,5 +1,6 @@
 // The export screen driven through its controls and the scripted dialogs: the two
 // lists and their check marks, the bank code, the CNAB switch and the files it writes.
+#include "AppShell.h"
 #include "BankFileReader.h"
 #include "CounterSession.h"
 #include "DemoData.h"
@@ -223,7 +224,8 @@ private slots:
         Screen s;
         CounterSession session(s.app.ctx(), nullptr);
         QVERIFY(session.day().consultar());
-        frmFrente counter(session, false);
+        const auto counterWindow = AppShell::counter(session, false);
+        frmFrente& counter = *counterWindow;
         QAction* entry = counter.findChild<QAction*>(QStringLiteral("mnuExpCebi"));
         QVERIFY(entry);
         int listed = -1;

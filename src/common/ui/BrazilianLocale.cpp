@@ -1,0 +1,7 @@
+#include "BrazilianLocale.h"
+
+#include <QLocale>
+
+void BrazilianLocale::apply() {
+    QLocale::setDefault(QLocale(QLocale::Portuguese, QLocale::Brazil));
+}
