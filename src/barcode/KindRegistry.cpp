@@ -74,7 +74,7 @@ KindRegistry::Result KindRegistry::gravar(clsDataAccess& db, const Input& raw, M
     k.Juros = in.juros;
     k.BLOQUEIO = in.bloqueio;
     k.CODBANCO = in.codbanco;
-    if (!k.Gravar(mode == Mode::Insert ? 1 : 2) || !tx.commit())
+    if (!(mode == Mode::Insert ? k.inserir() : k.alterar()) || !tx.commit())
         return {Outcome::WriteFailed, Field::None};
     return {};
 }
@@ -86,7 +86,7 @@ KindRegistry::DeleteOutcome KindRegistry::excluir(clsDataAccess& db, int idcod) 
     clsCodBarra k(db);
     if (!k.SQLSelect(idcod))
         return DeleteOutcome::NotFound;
-    if (!k.Excluir() || !tx.commit())
+    if (!k.excluir() || !tx.commit())
         return DeleteOutcome::Failed;
     return DeleteOutcome::Deleted;
 }

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "DayMovement.h"
 #include "PaymentRecorder.h"
 #include "TextFile.h"
 #include "clsMovimento.h"
@@ -16,7 +17,7 @@ namespace {
 constexpr int kHeaderLines = 4;
 
 bool couponOn(const AppContext& ctx) {
-    return ctx.settings.print_cupom == 1;
+    return ctx.settings.imprimeCupom();
 }
 
 QString hourOf(const QDateTime& when) {
@@ -90,8 +91,8 @@ bool DailyControlFile::appendReceipts(AppContext& ctx, const QDate& day,
         return true;
     const QString p = path(ctx, day);
     if (!QFile::exists(p) || torn(p)) {
-        clsMovimento mov(ctx.db);
-        return mov.SQLSelectByDate(day) && rebuild(ctx, mov);
+        const auto mov = DayMovement::of(ctx.db, day);
+        return mov && rebuild(ctx, *mov);
     }
     QStringList lines;
     for (const RecordedReceipt& r : rows)

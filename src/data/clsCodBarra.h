@@ -22,9 +22,9 @@ public:
     QString CODBANCO;
 
     bool SQLSelect(int idcod);
-    // Mode 1 inserts, mode 2 updates every column but the key.
-    bool Gravar(int mode);
-    bool Excluir();
+    bool inserir();
+    bool alterar(); // every column but the key
+    bool excluir();
     GuideKind kind() const;
 
     // The lists of kinds the screens and the reading offer. nullopt when the read failed (logged).

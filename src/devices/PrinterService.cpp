@@ -1,9 +1,11 @@
 #include "PrinterService.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "OutputPath.h"
 #include "PrinterBytes.h"
 #include "QuattroProtocol.h"
+#include "Settings.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -27,7 +29,6 @@ const QString PrinterService::kSoParalela =
 const QString PrinterService::kLabel = QStringLiteral("ImprimeAutenticadora");
 
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
 const QString kTituloAutenticacao = QStringLiteral("Autenticação de Documentos");
 
 QString withDefault(const QString& v, const QString& fallback) {
@@ -99,11 +100,11 @@ PrinterModel PrinterService::modelo() const {
 }
 
 bool PrinterService::habilitada() const {
-    return config().modo.trimmed() == QLatin1String("1");
+    return Settings::modoAutenticadora(config().modo);
 }
 
 QString PrinterService::problemaConfiguracao(const PrinterConfig& c) {
-    if (!c.portaProblema.isEmpty() && c.modo.trimmed() == QLatin1String("1"))
+    if (!c.portaProblema.isEmpty() && Settings::modoAutenticadora(c.modo))
         return c.portaProblema;
     const QString modo = c.modo.trimmed();
     const QString comment =
@@ -231,7 +232,7 @@ void PrinterService::abrirPorta() {
     if (ensureBematechOpen())
         m_portOpen = true;
     else
-        fail(kAviso, kAbrirFalhou, DialogIcon::Critical, true);
+        fail(SystemTexts::aviso(), kAbrirFalhou, DialogIcon::Critical, true);
 }
 
 void PrinterService::fecharPorta(bool counterScreen) {
@@ -240,7 +241,7 @@ void PrinterService::fecharPorta(bool counterScreen) {
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0 && !m_closedAfterFailure)
-        tell(kAviso, counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
+        tell(SystemTexts::aviso(), counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
              DialogIcon::Critical);
 }
 
@@ -302,7 +303,7 @@ bool PrinterService::authenticateBematech(const QString& texto) {
     b.onWaiting = nullptr;
     b.ComandoTX(PrinterBytes::kAfterStamp); // in every case
     if (r == 0)
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical, true);
     else if (r == -1) // the printer is there, the document was not: the next one is tried
         fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
     return r == 1;
@@ -313,7 +314,7 @@ bool PrinterService::printBematech(const QString& texto) {
     ensureBematechOpen();
     if (b.FormataTX(texto + QLatin1Char('\n'), 3, 0, 0, 0, 0) != 0)
         return true;
-    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
+    fail(SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Information, true);
     return false;
 }
 
@@ -321,7 +322,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
     const PrinterConfig c = config();
     const int port = portaQuattro(c.porta);
     if (port == 1 || port == 2) { // a serial port
-        fail(kAviso, kSoParalela, DialogIcon::Information, false);
+        fail(SystemTexts::aviso(), kSoParalela, DialogIcon::Information, false);
         return false;
     }
     QuattroProtocol q(transport(),
@@ -329,7 +330,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
                       c.paginaCodigo);
     q.replyTimeoutMs = replyTimeoutMs;
     if (!q.open() || !q.TXI(PrinterBytes::kQuattroAuthOn)) {
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical, true);
         return false;
     }
     auto pause = [this](int ms) { sleep ? sleep(ms) : QThread::msleep(ulong(ms)); };
@@ -361,7 +362,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
         e = -1;
     }
     if (!ok && e < 0)
-        fail(kAviso, kAutenticacaoFalhou, DialogIcon::Critical, true);
+        fail(SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical, true);
     else if (!ok)
         fail(kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical, false);
     return ok;
@@ -375,6 +376,6 @@ bool PrinterService::printQuattro(const QString& texto) {
     q.replyTimeoutMs = replyTimeoutMs;
     if (q.open() && q.TX(texto + QLatin1Char('\n')))
         return true;
-    fail(kAviso, kImpressaoFalhou, DialogIcon::Information, true);
+    fail(SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Information, true);
     return false;
 }

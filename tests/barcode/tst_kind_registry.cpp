@@ -111,7 +111,7 @@ private slots:
         QFile log(app.path(QStringLiteral("Log.ini")));
         QVERIFY(log.open(QIODevice::ReadOnly));
         const QString logged = QString::fromLatin1(log.readAll());
-        QVERIFY(logged.contains(clsDataAccess::kLabelExecute));
+        QVERIFY(logged.contains(QStringLiteral("Função SQLExecute em clsDataAccess")));
         QVERIFY(!logged.contains(QStringLiteral("D'AGUA"))); // the refused text is never logged
         QCOMPARE(app.dialogs().shown().size(), 1);           // the error report's box
     }

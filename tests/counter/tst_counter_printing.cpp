@@ -4,6 +4,7 @@
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "PaymentRecorder.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
@@ -67,7 +68,7 @@ private slots:
         QVERIFY(c.s.ler(kBoleto).accepted);
         QVERIFY(c.s.gravar());
         QCOMPARE(c.missed, QList<QList<int>>{{}});
-        QCOMPARE(c.app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
+        QCOMPARE(c.app.dialogs().texts(), QStringList{Desc::kRegistroGravado});
         QVERIFY(c.emulator.documents().isEmpty());
     }
 
@@ -119,8 +120,12 @@ private slots:
         QVERIFY(
             c.s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
         QVERIFY(c.s.gravar());
-        QCOMPARE(c.app.dialogs().texts(),
-                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+        QCOMPARE(
+            c.app.dialogs().texts(),
+            (QStringList{Desc::kRegistroGravado,
+                         QStringLiteral(
+                             "Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                             "não inserido, impressora desligada, off-line ou sem papel")}));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 3);
         QCOMPARE(c.missed, (QList<QList<int>>{{1, 2, 3}}));
         QCOMPARE(c.stamped, (QList<QList<int>>{{}}));

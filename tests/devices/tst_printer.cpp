@@ -171,9 +171,18 @@ private slots:
         row("present", "", "", 1);
         row("after", "", "", 1);
         row("missing", "Autenticação de Documentos", "Tempo maior que o permitido.", 0);
-        row("offline", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
-        row("paper", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
-        row("silent", "Aviso", PrinterService::kAutenticacaoFalhou, 0);
+        row("offline", "Aviso",
+            QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                           "não inserido, impressora desligada, off-line ou sem papel"),
+            0);
+        row("paper", "Aviso",
+            QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                           "não inserido, impressora desligada, off-line ou sem papel"),
+            0);
+        row("silent", "Aviso",
+            QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                           "não inserido, impressora desligada, off-line ou sem papel"),
+            0);
     }
     void stampOutcomes() {
         QFETCH(QString, state);
@@ -247,7 +256,9 @@ private slots:
         b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
                                        QStringLiteral("PMX 1 0001"));
         if (refused) {
-            QCOMPARE(b.app.dialogs().last().text, PrinterService::kSoParalela);
+            QCOMPARE(b.app.dialogs().last().text,
+                     QStringLiteral(
+                         "Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3"));
             QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information);
             QVERIFY(b.emulator.received().isEmpty());
         } else {
@@ -268,7 +279,7 @@ private slots:
                                        QStringLiteral("X"));
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(!b.emulator.inAuthMode());
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kTempoExcedido);
+        QCOMPARE(b.app.dialogs().last().text, QStringLiteral("Tempo maior que o permitido."));
     }
 
     void overTcp() {
@@ -316,21 +327,29 @@ private slots:
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("tcp:127.0.0.1:1"));
         b.service.abrirPorta();
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAbrirFalhou});
+        QCOMPARE(b.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Problemas ao Abrir a Porta de Comunicação.")});
         b.service.novoCliente();
         QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
                                                 PrinterModel::Bematech, QStringLiteral("X")));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
+        QCOMPARE(
+            b.app.dialogs().last().text,
+            QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                           "não inserido, impressora desligada, off-line ou sem papel"));
         b.service.fecharPorta(true);
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouCaixa);
+        QCOMPARE(b.app.dialogs().last().text,
+                 QStringLiteral("Problemas ao Fechar a Porta de Comunicação."));
         b.service.fecharPorta(false);
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
+        QCOMPARE(b.app.dialogs().last().text,
+                 QStringLiteral("Problemas ao fechar a porta de comunicação!!"));
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/nao-existe"));
         b.service.novoCliente();
         b.service.ImprimeAutenticadora(PrinterOperation::Imprimir, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kImpressaoFalhou);
+        QCOMPARE(b.app.dialogs().last().text,
+                 QStringLiteral("Problemas na impressão do texto.\nPossíveis causas: Impressora "
+                                "desligada, off-line ou sem papel"));
         QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information); // a tape line: no alarm
     }
 
@@ -340,10 +359,26 @@ private slots:
     void downPrinterCostsOneMessagePerCustomer_data() {
         QTest::addColumn<QString>("fault");
         QTest::addColumn<QString>("message");
-        QTest::newRow("switched off") << "silent" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("off-line") << "offline" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("no paper") << "paper" << PrinterService::kAutenticacaoFalhou;
-        QTest::newRow("unplugged") << "unplugged" << PrinterService::kAutenticacaoFalhou;
+        QTest::newRow("switched off")
+            << "silent"
+            << QStringLiteral(
+                   "Problemas na autenticação do documento.\nPossíveis causas: Documento não "
+                   "inserido, impressora desligada, off-line ou sem papel");
+        QTest::newRow("off-line")
+            << "offline"
+            << QStringLiteral(
+                   "Problemas na autenticação do documento.\nPossíveis causas: Documento não "
+                   "inserido, impressora desligada, off-line ou sem papel");
+        QTest::newRow("no paper")
+            << "paper"
+            << QStringLiteral(
+                   "Problemas na autenticação do documento.\nPossíveis causas: Documento não "
+                   "inserido, impressora desligada, off-line ou sem papel");
+        QTest::newRow("unplugged")
+            << "unplugged"
+            << QStringLiteral(
+                   "Problemas na autenticação do documento.\nPossíveis causas: Documento não "
+                   "inserido, impressora desligada, off-line ou sem papel");
     }
     void downPrinterCostsOneMessagePerCustomer() {
         QFETCH(QString, fault);
@@ -409,7 +444,9 @@ private slots:
         const QString text = QString::fromLatin1(log.readAll());
         QCOMPARE(text.count(QStringLiteral("Erro interno")), 1);
         QVERIFY(text.contains(QStringLiteral("3 linha(s) da fita")));
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kImpressaoFalhou});
+        QCOMPARE(b.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Problemas na impressão do texto.\nPossíveis causas: "
+                                            "Impressora desligada, off-line ou sem papel")});
     }
 
     // A TCP printer that hangs up in the middle of a stamp has not stamped it.
@@ -425,7 +462,10 @@ private slots:
         b.service.novoCliente();
         QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar,
                                                 PrinterModel::Bematech, QStringLiteral("DOC")));
-        QCOMPARE(b.app.dialogs().texts(), QStringList{PrinterService::kAutenticacaoFalhou});
+        QCOMPARE(b.app.dialogs().texts(),
+                 QStringList{QStringLiteral(
+                     "Problemas na autenticação do documento.\nPossíveis causas: Documento não "
+                     "inserido, impressora desligada, off-line ou sem papel")});
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(b.service.fora());
 
@@ -515,7 +555,10 @@ private slots:
         b.last->failWrites = true;
         b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Bematech,
                                        QStringLiteral("X"));
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kAutenticacaoFalhou);
+        QCOMPARE(
+            b.app.dialogs().last().text,
+            QStringLiteral("Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                           "não inserido, impressora desligada, off-line ou sem papel"));
     }
 };
 

@@ -1,4 +1,5 @@
 #include "frmAutenticar.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -15,10 +16,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
 
 frmAutenticar::frmAutenticar(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmAutenticar"));
@@ -99,13 +96,14 @@ void frmAutenticar::autenticar() {
     const auto valor = Money::parseTyped(m_valor->text());
     switch (DocumentStamp::preparar(m_ctx, valor, &sent)) {
     case DocumentStamp::Outcome::InvalidValue:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Informe o valor do documento!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Informe o valor do documento!!"));
         m_valor->selectAll();
         m_valor->setFocus();
         return;
     case DocumentStamp::Outcome::PrinterOff:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("A autenticadora não está habilitada (Opções, "
-                                                  "Impressão: \"Habilitar a autenticadora?\")."));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("A autenticadora não está habilitada (Opções, "
+                                          "Impressão: \"Habilitar a autenticadora?\")."));
         return;
     case DocumentStamp::Outcome::Sent:
         post([sent](PrinterService& p) {

@@ -1,4 +1,5 @@
 #include "frmOpcoes.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -25,7 +26,6 @@
 
 namespace {
 
-const QString kAviso = QStringLiteral("Aviso");
 const QString kProcura = QStringLiteral("Procura destino...");
 const char* kModelValues[] = {"bematech", "quattro", "txt"};
 
@@ -431,13 +431,13 @@ void frmOpcoes::gravar() {
     }
     const Options::Result r = Options::gravar(m_ctx, values);
     if (r.problem) {
-        m_ctx.dialogs.warn(kAviso, Options::message(*r.problem));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), Options::message(*r.problem));
         if (QWidget* w = m_controls.value(id(r.problem->section, r.problem->key)))
             reveal(w);
         return;
     }
     if (!r.written) {
-        m_ctx.dialogs.critical(kAviso, Options::notWritten(m_ctx));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), Options::notWritten(m_ctx));
         return;
     }
     accept();

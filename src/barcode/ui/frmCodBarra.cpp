@@ -1,4 +1,5 @@
 #include "frmCodBarra.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -210,28 +211,31 @@ void frmCodBarra::gravar() {
         Lista_codigos();
         return;
     case KindRegistry::Outcome::MissingField:
-        m_ctx.dialogs.warn(kAviso,
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
                            QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
         break;
     case KindRegistry::Outcome::CodeOutOfRange:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Use númeração de 1 a 99 para itens de "
-                                                      "entrada e 100 a 999 para itens de saída"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("Use númeração de 1 a 99 para itens de "
+                                              "entrada e 100 a 999 para itens de saída"));
         break;
     case KindRegistry::Outcome::InvalidFlags:
         m_ctx.dialogs.critical(
-            kAviso, QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
+            SystemTexts::aviso(),
+            QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
         break;
     case KindRegistry::Outcome::CodeInUse:
         m_ctx.dialogs.critical(
-            kAviso,
+            SystemTexts::aviso(),
             QStringLiteral("O código %1 já está cadastrado!!").arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::NotFound:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("O código %1 não está mais cadastrado!!")
-                                           .arg(KindRegistry::codeText(code)));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("O código %1 não está mais cadastrado!!")
+                                   .arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::TextRefused:
-        m_ctx.dialogs.warn(kAviso, r.message);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), r.message);
         break;
     case KindRegistry::Outcome::WriteFailed:
         break; // the data layer has shown and logged why
@@ -246,7 +250,7 @@ void frmCodBarra::excluir() {
         return;
     if (KindRegistry::excluir(m_ctx.db, item->data(0, Qt::UserRole).toInt()) !=
         KindRegistry::DeleteOutcome::Deleted) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro ao excluir"));
         return;
     }
     Lista_codigos();

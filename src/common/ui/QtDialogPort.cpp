@@ -71,8 +71,24 @@ private:
 };
 } // namespace
 
+void QtDialogPort::defer(std::function<void()> show) {
+    std::weak_ptr<bool> alive = m_alive;
+    QMetaObject::invokeMethod(
+        qApp,
+        [alive, show = std::move(show)] {
+            if (alive.lock())
+                show();
+        },
+        Qt::QueuedConnection);
+}
+
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                    DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("message"), title, text)) {
+        if (buttons == DialogButtons::Ok)
+            defer([this, title, text, icon] { message(title, text, icon, DialogButtons::Ok); });
+        return safeAnswer(buttons);
+    }
     QMessageBox box(toQt(icon), title,
                     QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")),
                     QMessageBox::NoButton, m_parent ? m_parent : QApplication::activeWindow());
@@ -113,6 +129,8 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
 
 std::optional<QString> QtDialogPort::input(const QString& title, const QString& prompt, bool masked,
                                            const QString& initial) {
+    if (refusedUnderLock(QStringLiteral("input"), title, prompt))
+        return std::nullopt;
     QInputDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
     dlg.setWindowTitle(title);
     dlg.setLabelText(prompt);
@@ -128,6 +146,12 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
 
 DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
                                   const QStringList& lines, DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')))) {
+        if (buttons == DialogButtons::Ok)
+            defer(
+                [this, form, caption, lines] { notice(form, caption, lines, DialogButtons::Ok); });
+        return safeAnswer(buttons);
+    }
     if (form == QLatin1String("frmAcrescimos")) {
         frmAcrescimos dlg(*this, caption, lines,
                           m_parent ? m_parent : QApplication::activeWindow());

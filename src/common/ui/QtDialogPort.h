@@ -5,7 +5,12 @@
 class QDialog;
 class QWidget;
 
+#include <memory>
+
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
+// A box asked while a transaction is active is not opened then (Log.ini is told): one that only
+// informs is shown from the event loop, once the handler that holds the scope has returned; a
+// question or an input box gets the safe answer.
 class QtDialogPort : public DialogPort {
 public:
     explicit QtDialogPort(QWidget* parent = nullptr) : m_parent(parent) {}
@@ -24,5 +29,9 @@ public:
                                  DialogAnswer* answer, QWidget* parent);
 
 private:
+    // Shows `show` from the event loop, unless this port is gone by then.
+    void defer(std::function<void()> show);
+
     QWidget* m_parent;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

@@ -111,8 +111,6 @@ private:
     bool m_reading = false;
     bool m_kindsAreEntry = true;
     QString m_lastChange; // the last customer's change, shown until the next item
-    qint64 m_dayCount = 0;
-    Money m_dayTotal;
     AuthCounterPrinter* m_authPrinter = nullptr;
     QSet<int> m_unstamped; // documents of this session still without a stamp
 

@@ -1,4 +1,5 @@
 #include "ReportsMenu.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DateField.h"
@@ -18,8 +19,6 @@
 #include <QTextDocument>
 
 namespace {
-
-const QString kAviso = QStringLiteral("Aviso");
 
 // The first and last day of the period, the working date's month by default.
 bool askPeriod(QWidget* parent, const QDate& dia, QDate& de, QDate& ate) {
@@ -50,7 +49,7 @@ QDialog* ReportsMenu::boletim(AppContext& ctx, const QDate& dia, QWidget* parent
     QString why;
     const auto b = DayBulletin::montar(ctx, dia, &why);
     if (!b) {
-        ctx.dialogs.warn(kAviso, why);
+        ctx.dialogs.warn(SystemTexts::aviso(), why);
         return nullptr;
     }
     return new ReportPreview(
@@ -62,7 +61,7 @@ QDialog* ReportsMenu::periodo(AppContext& ctx, const QDate& de, const QDate& ate
     QString why;
     const auto p = PeriodReport::montar(ctx, de, ate, &why);
     if (!p) {
-        ctx.dialogs.warn(kAviso, why);
+        ctx.dialogs.warn(SystemTexts::aviso(), why);
         return nullptr;
     }
     return new ReportPreview(

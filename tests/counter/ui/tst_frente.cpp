@@ -5,6 +5,7 @@
 #include "CounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "LancadosModel.h"
 #include "OverdueHandler.h"
 #include "PaymentRecorder.h"
@@ -167,8 +168,7 @@ private slots:
         Screen s;
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F4);
-        QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kCancelado}));
+        QCOMPARE(s.app.dialogs().texts(), (QStringList{Desc::kPerguntaEncerrar, Desc::kCancelado}));
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
 
         s.app.dialogs().clear();
@@ -176,8 +176,8 @@ private slots:
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F4);
         QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kPerguntaCupomEncerramento,
-                              CashDay::kEncerrado}));
+                 (QStringList{Desc::kPerguntaEncerrar, Desc::kPerguntaCupomEncerramento,
+                              Desc::kEncerrado}));
         QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Information);
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA ENCERRADO"));
 
@@ -193,7 +193,7 @@ private slots:
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F5);
         QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaReabrir, CashDay::kPerguntaCupomReabertura}));
+                 (QStringList{Desc::kPerguntaReabrir, Desc::kPerguntaCupomReabertura}));
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
     }
 
@@ -501,8 +501,12 @@ private slots:
         QTRY_COMPARE(banner->text(),
                      QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
                                     "voltar: Caixa > Reautenticar."));
-        QCOMPARE(app.dialogs().texts(),
-                 (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
+        QCOMPARE(
+            app.dialogs().texts(),
+            (QStringList{Desc::kRegistroGravado,
+                         QStringLiteral(
+                             "Problemas na autenticação do documento.\nPossíveis causas: Documento "
+                             "não inserido, impressora desligada, off-line ou sem papel")}));
         emulator.setSilent(false);
         form.findChild<QAction*>(QStringLiteral("mnuReautenticar"))->trigger();
         QTRY_VERIFY(!banner->isVisible());
@@ -571,7 +575,7 @@ private slots:
         Screen s;
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.w<QToolButton>("ribmnuEncerrar")->click();
-        QCOMPARE(s.app.dialogs().shown().first().text, CashDay::kPerguntaEncerrar);
+        QCOMPARE(s.app.dialogs().shown().first().text, Desc::kPerguntaEncerrar);
         QCOMPARE(QApplication::focusWidget(), s.entry());
     }
 
