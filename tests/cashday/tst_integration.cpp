@@ -255,10 +255,11 @@ private slots:
         const QString longText(171, QLatin1Char('X'));
         CashEntry refused(app.ctx(), d.mov, EntryKind::PaymentOut);
         app.dialogs().clear();
-        QVERIFY(!refused.incluirItens(longText));
-        QCOMPARE(
-            app.dialogs().texts(),
-            QStringList{QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170.")});
+        const Outcome told = refused.incluirItens(longText);
+        QVERIFY(!told);
+        QCOMPARE(told.notice.text,
+                 QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170."));
+        QCOMPARE(told.notice.title, QStringLiteral("Aviso"));
         QVERIFY(!refused.stored());
         d.entry(EntryKind::PaymentOut, QStringLiteral("PRIMEIRA"),
                 {{102, QString(), QStringLiteral("1,00")}});

@@ -453,7 +453,8 @@ private slots:
                      QStringLiteral("Erro ao registrar o arquivo no banco de dados")),
                  qPrintable(c.app.dialogs().last().text));
         c.app.db().faultHook = nullptr;
-        QCOMPARE(c.files(QStringLiteral("Export")),
+        // No final name and no temporary file left by the failed runs.
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")),
                  QStringList({QStringLiteral("CnabAGUA202611231000.RET"),
                               QStringLiteral("CnabAGUA202611231000_2.RET")}));
         c.app.clock().set(QDateTime(kDia, QTime(10, 1, 5)));

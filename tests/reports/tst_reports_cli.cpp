@@ -58,7 +58,7 @@ private slots:
         f.set("Mensagem", "pref", QStringLiteral("PREFEITURA MUNICIPAL DE TOLVANE"));
         QCOMPARE(f.at(kDia, words("caixa abrir")).code, 0);
         QCOMPARE(f.at(kDia, words("lancamento gravar --tipo entrada --item 100:200,00")).code, 0);
-        QCOMPARE(f.at(kDia, words("caixa receber")
+        QCOMPARE(f.at(kDia, words("caixa receber --aceitar-vencidas")
                                 << kTaxas << kAgua << kIss << words("--avulso 8:5,00"))
                      .code,
                  0);
