@@ -51,7 +51,7 @@ void BM_Login(benchmark::State& state) {
         u.NOME = QStringLiteral("OPERADOR %1").arg(i);
         u.SENHA = PasswordHash::hash(QStringLiteral("senha%1").arg(i));
         u.TIPO = QStringLiteral("USER");
-        u.SQLInsert(1);
+        u.inserirNovo();
     }
     const QString senha = QStringLiteral("senha%1").arg(operators / 2);
     for (auto _ : state)

@@ -36,7 +36,7 @@ struct Day {
         mov.MDATA = clock.today();
         mov.MOV = 1;
         mov.STATUS = QStringLiteral("ABERTO");
-        mov.SQLInsert(0);
+        mov.inserirNovo();
         QSqlDatabase db = ctx->db.database();
         db.transaction();
         QSqlQuery q(db);
@@ -54,8 +54,8 @@ struct Day {
         for (int i = 0; i < 20; ++i) {
             CashEntry e(*ctx, mov.ID, i % 2 ? EntryKind::Withdrawal : EntryKind::PaymentOut);
             e.incluirItens(QStringLiteral("EMPENHO %1").arg(i));
-            e.gravarItem(100, QString(), QStringLiteral("100,00"));
-            e.gravarItem(101, QStringLiteral("%1").arg(i), QStringLiteral("50,00"));
+            e.gravarItem(100, QString(), Money::fromReais(100));
+            e.gravarItem(101, QStringLiteral("%1").arg(i), Money::fromReais(50));
         }
     }
 };

@@ -71,7 +71,7 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
         kind.Juros = QString::fromUtf8(k.juros);
         kind.BLOQUEIO = QString::fromUtf8(k.bloqueio);
         kind.CODBANCO = QString::fromUtf8(k.codbanco);
-        if (!kind.Gravar(1))
+        if (!kind.inserir())
             return fail(QStringLiteral("Erro ao gravar os tipos de guia."));
     }
     for (const QDate& d : NationalHolidays::ofYear(ctx.clock.today().year())) {
@@ -87,16 +87,16 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
     if (!users)
         return fail(QStringLiteral("Erro ao ler os usuários."));
     const bool hasAdmin = std::any_of(users->begin(), users->end(), [](const clsUsuarios& u) {
-        return u.TIPO == QLatin1String("ADM");
+        return u.tipo() == UserType::Admin;
     });
     if (!hasAdmin) {
         const QString password = newPassword();
         clsUsuarios u(db);
         u.NOME = QStringLiteral("ADMINISTRADOR");
         u.SENHA = PasswordHash::hash(password);
-        u.TIPO = QStringLiteral("ADM");
+        u.setTipo(UserType::Admin);
         u.ATIVO = 1;
-        if (!u.SQLInsert(1))
+        if (!u.inserirNovo())
             return fail(QStringLiteral("Erro ao gravar o administrador."));
         if (adminPassword)
             *adminPassword = password;

@@ -12,8 +12,6 @@
 #include <thread>
 
 const QString UpdateCheck::kFileName = QStringLiteral("VersaoAtual.txt");
-const QString UpdateCheck::kQuestion =
-    QStringLiteral("Uma nova versão do sistema está disponível. Deseja instalar agora?");
 
 QString UpdateCheck::runningVersion() {
     return QStringLiteral(TOLVANE_VERSION);

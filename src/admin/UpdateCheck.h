@@ -14,7 +14,6 @@ class UpdateCheck {
 public:
     static constexpr qint64 kMaxLine = 256; // a version line is short; more is not a version file
     static const QString kFileName;         // "VersaoAtual.txt"
-    static const QString kQuestion;
 
     enum class State { NoFolder, NoFile, Empty, Unreadable, NotNewer, Newer, TimedOut };
     struct Result {

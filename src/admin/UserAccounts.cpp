@@ -91,7 +91,7 @@ UserAccounts::Result UserAccounts::gravar(AppContext& ctx, const Input& raw) {
     u.TIPO = in.tipo;
     u.ATIVO = in.ativo ? 1 : 0;
     u.SENHA = in.senha.isEmpty() ? QString() : PasswordHash::hash(in.senha);
-    if (!u.SQLInsert(in.id ? 2 : 1) || !tx.commit())
+    if (!(in.id ? u.alterar() : u.inserirNovo()) || !tx.commit())
         return {Outcome::WriteFailed};
     r.id = u.ID;
     return r;

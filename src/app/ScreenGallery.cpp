@@ -261,10 +261,10 @@ int saveOpenDayScreens(AppContext& ctx, const clsMovimento& mov, const QString& 
     int failures = 0;
     CashEntry opening(ctx, mov.ID, EntryKind::CashIn);
     opening.incluirItens(QString());
-    opening.gravarItem(100, QString(), QStringLiteral("200,00"));
+    opening.gravarItem(100, QString(), Money::fromReais(200));
     CashEntry payment(ctx, mov.ID, EntryKind::PaymentOut);
     payment.incluirItens(QStringLiteral("EMPENHO 0412/2026 - MATERIAL DE LIMPEZA"));
-    payment.gravarItem(102, QStringLiteral("NE 0412"), QStringLiteral("85,40"));
+    payment.gravarItem(102, QStringLiteral("NE 0412"), Money::fromCents(8540));
 
     frmSangria sangria(ctx, mov.ID, EntryKind::Withdrawal);
     sangria.findChild<QPushButton*>(QStringLiteral("cmdIncluirItens"))->click();
@@ -280,7 +280,7 @@ int saveOpenDayScreens(AppContext& ctx, const clsMovimento& mov, const QString& 
     sangria.findChild<QTabWidget*>(QStringLiteral("SSTab1"))->setCurrentIndex(1);
     failures += !save(sangria, out, QStringLiteral("frmSangria-lista"));
 
-    CashSafe::movimentar(ctx, mov.ID, CashSafe::Direction::In, QStringLiteral("1.500,00"));
+    CashSafe::aplicar(ctx, mov.ID, CashSafe::Direction::In, Money::fromReais(1500));
     frmCofre cofre(ctx, mov.ID);
     cofre.findChild<QRadioButton*>(QStringLiteral("optSaida"))->setChecked(true);
     cofre.findChild<QLineEdit*>(QStringLiteral("mskvalor"))->setText(QStringLiteral("50,00"));
@@ -300,9 +300,9 @@ int saveOpenDayScreens(AppContext& ctx, const clsMovimento& mov, const QString& 
 // The count of the closed day, ten reais short.
 int saveCountScreen(AppContext& ctx, const clsMovimento& mov, const QString& out) {
     CashCount count(ctx, mov);
-    count.adicionar(100, QString(), QStringLiteral("1.694,97"));
-    count.adicionar(101, QStringLiteral("000123"), QStringLiteral("50,00"));
-    count.adicionar(101, QStringLiteral("004567"), QStringLiteral("120,00"));
+    count.adicionar(100, QString(), Money::fromCents(169497));
+    count.adicionar(101, QStringLiteral("000123"), Money::fromReais(50));
+    count.adicionar(101, QStringLiteral("004567"), Money::fromReais(120));
     frmLancamentos dlg(ctx, mov.MDATA);
     return !save(dlg, out, QStringLiteral("frmLancamentos"));
 }

@@ -1,4 +1,5 @@
 #include "BarcodeReader.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CentralDuplicates.h"
@@ -16,7 +17,6 @@
 const QString BarcodeReader::kLabel = QStringLiteral("Função de Leitura Código de Barras");
 
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
 
 bool isPadrao(const std::optional<GuideKind>& k, GuideKind::Padrao p) {
     return k && k->padrao == p;
@@ -71,7 +71,8 @@ void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what) {
 std::optional<GuideKind> BarcodeReader::Busca_padrao(const QString& idtipo) {
     const auto kinds = clsCodBarra::porIdtipo(m_ctx.db, idtipo);
     if (!kinds) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na leitura do código de barras!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("Erro na leitura do código de barras!!"));
         return std::nullopt;
     }
     if (kinds->size() != 1)
@@ -120,7 +121,7 @@ BarcodeReader::duplicado(const QString& code, const QStringList& customerBarcode
             return ReadingDecision::Outcome::Lancada;
     if (Conta_recebida(code))
         return ReadingDecision::Outcome::Recebida;
-    if (m_ctx.settings.rede == 1) {
+    if (m_ctx.settings.emRede()) {
         if (networkChecked)
             *networkChecked = true;
         if (!Rede_ativa()) {
@@ -149,7 +150,7 @@ bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBa
         return false;
     d.outcome = *o;
     d.clearField = true;
-    notice(d, QStringLiteral("frmContaLancada"), QStringLiteral("Aviso"), {textoDuplicado(*o)});
+    notice(d, QStringLiteral("frmContaLancada"), SystemTexts::aviso(), {textoDuplicado(*o)});
     return true;
 }
 
@@ -271,7 +272,8 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
     if (d.route == ReadingDecision::Route::Cnab &&
         Modulo11_boleto(code.left(4) + code.mid(5)) != code.mid(4, 1).toInt()) {
         d.mensagens << QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!");
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!"));
         d.outcome = ReadingDecision::Outcome::Digito;
         d.clearField = true;
         return;

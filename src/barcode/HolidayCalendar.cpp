@@ -1,9 +1,7 @@
 #include "HolidayCalendar.h"
 
 #include "DateUtil.h"
-#include "DialogPort.h"
-
-const QString HolidayCalendar::kDataJaLancada = QStringLiteral("Data já lançada!!!");
+#include "SystemTexts.h"
 
 bool HolidayCalendar::E_feriado(const QDate& day) {
     const auto n = clsFeriado::contar(m_db, day);
@@ -33,19 +31,32 @@ std::optional<QList<clsFeriado>> HolidayCalendar::listar() {
     return clsFeriado::listar(m_db);
 }
 
-bool HolidayCalendar::gravar(const QDate& day, DialogPort& dialogs, qint32* id) {
+Outcome HolidayCalendar::gravar(const QDate& day, qint32* id) {
     const auto n = clsFeriado::contar(m_db, day);
     if (!n)
-        return false;
-    if (*n > 0) {
-        dialogs.warn(QStringLiteral("Aviso"), kDataJaLancada);
-        return false;
-    }
+        return Outcome::refused({}); // the database's report says why
+    if (*n > 0)
+        return Outcome::refused(SystemTexts::notice(SystemText::DataJaLancada));
     clsFeriado f(m_db);
     f.FERIADO = day;
     if (!f.Incluir())
-        return false;
+        return Outcome::refused({});
     if (id)
         *id = f.ID;
-    return true;
+    return Outcome::ok();
+}
+
+Outcome HolidayCalendar::excluir(qint32 id) {
+    clsFeriado f(m_db);
+    if (id <= 0 || !f.SQLSelect(id))
+        return Outcome::refused(SystemTexts::notice(SystemText::InformeItem));
+    if (!f.excluir(id))
+        return Outcome::refused(SystemTexts::notice(SystemText::ErroExcluirFeriado));
+    return Outcome::ok();
+}
+
+Outcome HolidayCalendar::excluirTodos() {
+    return clsFeriado::excluirTodos(m_db)
+               ? Outcome::ok()
+               : Outcome::refused(SystemTexts::notice(SystemText::ErroExcluirFeriado));
 }

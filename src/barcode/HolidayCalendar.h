@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Notice.h"
 #include "clsFeriado.h"
 
 #include <QDate>
@@ -8,7 +9,6 @@
 #include <optional>
 
 class clsDataAccess;
-class DialogPort;
 
 // The holiday calendar: a date is a holiday when exactly one Feriados row has it (a date
 // entered twice, possible only outside the program, is no holiday).
@@ -25,12 +25,13 @@ public:
     static bool diaUtil(const QDate& day, const IsHoliday& isHoliday);
     IsHoliday isHoliday();
 
-    // The holiday screen and `feriado`: the calendar by date, and a new date unless it is
-    // already there ("Data já lançada!!!").
+    // The holiday screen and `feriado`: the calendar by date, a new date unless it is already
+    // there ("Data já lançada!!!"), one holiday deleted by its id, or all of them. The caller
+    // tells the outcome.
     std::optional<QList<clsFeriado>> listar();
-    bool gravar(const QDate& day, DialogPort& dialogs, qint32* id = nullptr);
-
-    static const QString kDataJaLancada; // "Data já lançada!!!"
+    Outcome gravar(const QDate& day, qint32* id = nullptr);
+    Outcome excluir(qint32 id);
+    Outcome excluirTodos();
 
 private:
     clsDataAccess& m_db;

@@ -90,7 +90,7 @@ KindRegistry::Result KindRegistry::gravar(clsDataAccess& db, const Input& raw, M
     k.Juros = in.juros;
     k.BLOQUEIO = in.bloqueio;
     k.CODBANCO = in.codbanco;
-    if (!k.Gravar(mode == Mode::Insert ? 1 : 2) || !tx.commit())
+    if (!(mode == Mode::Insert ? k.inserir() : k.alterar()) || !tx.commit())
         return {Outcome::WriteFailed, Field::None};
     return {};
 }
@@ -107,7 +107,7 @@ KindRegistry::DeleteOutcome KindRegistry::excluir(clsDataAccess& db, int idcod) 
         return DeleteOutcome::Failed;
     if (*usos > 0)
         return DeleteOutcome::InUse;
-    if (!k.Excluir() || !tx.commit())
+    if (!k.excluir() || !tx.commit())
         return DeleteOutcome::Failed;
     return DeleteOutcome::Deleted;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Money.h"
+#include "Notice.h"
 
 #include <QString>
 #include <optional>
@@ -11,5 +12,7 @@
 class CashAmount {
 public:
     static std::optional<Money> parse(const QString& text);
-    static const QString kValorInvalido; // "Você precisa informar um valor válido!!"
+    // The edge's reading of a typed amount: nullopt with `why` set ("Todos os campos
+    // obrigatórios..." when empty, "Você precisa informar um valor válido!!" otherwise).
+    static std::optional<Money> read(const QString& text, Notice& why);
 };

@@ -2,19 +2,11 @@
 
 #include "AppContext.h"
 #include "CashAmount.h"
-#include "CashEntry.h"
-#include "DialogPort.h"
+#include "SystemTexts.h"
 #include "clsItens.h"
 #include "clsSangria.h"
 
 #include <QRegularExpression>
-
-const QString CashCount::kTitulo = QStringLiteral("Aviso");
-const QString CashCount::kCliqueNoItem = QStringLiteral("Você deve clicar no item antes!!");
-const QString CashCount::kPerguntaExcluir = QStringLiteral("Confirma exclusão do Item: ");
-const QString CashCount::kAvisoTemporario =
-    QStringLiteral("Os lançamentos gerados nesta tela não servem para contabilização de "
-                   "encerramento de caixa.");
 
 CashCount::CashCount(AppContext& ctx, const clsMovimento& mov) : m_ctx(ctx), m_mov(mov) {}
 
@@ -59,44 +51,45 @@ std::optional<CashConference> CashCount::conferir() {
 
 std::optional<Money> CashCount::validar(AppContext& ctx, int especie, const QString& valor) {
     if (especie <= 0 || valor.trimmed().isEmpty()) {
-        ctx.dialogs.warn(kTitulo, CashEntry::kCamposObrigatorios);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::CamposObrigatorios));
         return std::nullopt;
     }
     const auto amount = CashAmount::parse(valor);
     if (!amount) {
-        ctx.dialogs.warn(kTitulo, CashAmount::kValorInvalido);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::ValorInvalido));
         return std::nullopt;
     }
     for (const auto& k : especies(ctx))
         if (k.first == especie)
             return amount;
-    ctx.dialogs.critical(kTitulo, CashEntry::kEspecieInvalida);
+    tell(ctx.dialogs, SystemTexts::notice(SystemText::EspecieInvalida));
     return std::nullopt;
 }
 
-bool CashCount::adicionar(int especie, const QString& numero, const QString& valor) {
-    const auto amount = validar(m_ctx, especie, valor);
-    if (!amount)
-        return false;
+Outcome CashCount::adicionar(int especie, const QString& numero, Money valor) {
+    bool offered = false;
+    for (const auto& k : especies(m_ctx))
+        offered = offered || k.first == especie;
+    if (!offered)
+        return Outcome::refused(SystemTexts::notice(SystemText::EspecieInvalida));
+    if (valor.isNegative() || valor.isZero())
+        return Outcome::refused(SystemTexts::notice(SystemText::ValorInvalido));
     clsConfCaixa line(m_ctx.db);
     line.IDMOVIMENTO = m_mov.ID;
     line.ESPECIE = static_cast<qint16>(especie);
     line.NUMERO = numero.trimmed();
-    line.VALOR = *amount;
-    return line.SQLInsert(0);
+    line.VALOR = valor;
+    // A database failure: its own report has already said why.
+    return line.SQLInsert(0) ? Outcome::ok() : Outcome::refused({});
 }
 
-bool CashCount::excluir(qint32 idLinha) {
+Outcome CashCount::excluir(qint32 idLinha) {
     clsConfCaixa line(m_ctx.db);
-    if (idLinha <= 0 || !line.SQLSelect(idLinha) || line.IDMOVIMENTO != m_mov.ID) {
-        m_ctx.dialogs.critical(kTitulo, kCliqueNoItem);
-        return false;
-    }
-    if (!line.SQLDelete(idLinha)) {
-        m_ctx.dialogs.critical(kTitulo, CashEntry::kErroExcluir);
-        return false;
-    }
-    return true;
+    if (idLinha <= 0 || !line.SQLSelect(idLinha) || line.IDMOVIMENTO != m_mov.ID)
+        return Outcome::refused(SystemTexts::notice(SystemText::CliqueNoItem));
+    if (!line.SQLDelete(idLinha))
+        return Outcome::refused(SystemTexts::notice(SystemText::ErroExcluir));
+    return Outcome::ok();
 }
 
 std::optional<CashConference> CashCount::provisoria(AppContext& ctx, const clsMovimento& mov,

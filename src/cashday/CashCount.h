@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Money.h"
+#include "Notice.h"
 #include "clsConfCaixa.h"
 #include "clsMovimento.h"
 
@@ -29,11 +30,6 @@ class CashCount {
 public:
     CashCount(AppContext& ctx, const clsMovimento& mov);
 
-    static const QString kTitulo;          // "Aviso"
-    static const QString kCliqueNoItem;    // "Você deve clicar no item antes!!"
-    static const QString kPerguntaExcluir; // "Confirma exclusão do Item: "
-    static const QString kAvisoTemporario; // the provisional screen's notice
-
     // The kinds of money offered for counting: those listed in [Reserva] itens (codes
     // separated by ";", "," or blanks, in that order), or every kind of money when it is
     // empty. Codes that are not kinds of money are left out.
@@ -43,11 +39,13 @@ public:
     std::optional<QList<clsConfCaixa>> linhas();
     // The movement's figures (written at closing) against the stored count.
     std::optional<CashConference> conferir();
-    bool adicionar(int especie, const QString& numero, const QString& valor);
-    // The value of a count line of one of the offered kinds; nullopt (message shown) when
-    // the kind or the value is refused.
+    // A count line of `valor` (as validar read it) of one of the offered kinds. The caller tells
+    // the outcome once its transaction has ended.
+    Outcome adicionar(int especie, const QString& numero, Money valor);
+    // The edge's reading of a typed count line: its value when the kind is offered and the value
+    // is an amount; nullopt (message shown) otherwise. Never called inside a transaction.
     static std::optional<Money> validar(AppContext& ctx, int especie, const QString& valor);
-    bool excluir(qint32 idLinha);
+    Outcome excluir(qint32 idLinha);
 
     // The same comparison for an open day, at any moment: receipts and entries summed now,
     // `contados` kept by the caller only. Nothing is written.

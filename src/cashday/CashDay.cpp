@@ -6,29 +6,19 @@
 #include "CounterPrinter.h"
 #include "DailyControlFile.h"
 #include "DatabaseBackup.h"
+#include "DayMovement.h"
 #include "DialogPort.h"
 #include "MovementNumbering.h"
 #include "NetworkOutbox.h"
 #include "ReceiptCorrections.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
+void say(AppContext& ctx, SystemText id) {
+    tell(ctx.dialogs, SystemTexts::notice(id));
 }
-
-const QString CashDay::kTotaisAcimaDoLimite =
-    QStringLiteral("Os totais do dia passam de %1: o movimento não pode ser encerrado assim. "
-                   "Corrija os lançamentos ou os recebimentos e encerre de novo.")
-        .arg(Money::maximum().formatCurrency());
-const QString CashDay::kPerguntaEncerrar =
-    QStringLiteral("Deseja encerrar a contabilização agora?");
-const QString CashDay::kPerguntaCupomEncerramento =
-    QStringLiteral("Deseja finalizar o cupom agora?");
-const QString CashDay::kEncerrado = QStringLiteral("Movimento encerrado.");
-const QString CashDay::kCancelado = QStringLiteral("Operação cancelada.");
-const QString CashDay::kPerguntaReabrir = QStringLiteral("Confirma a reabertura do movimento?");
-const QString CashDay::kPerguntaCupomReabertura =
-    QStringLiteral("Deseja imprimir a reabertura de movimento no cupom?");
+} // namespace
 
 CashDay::CashDay(AppContext& ctx, CounterPrinter* printer)
     : m_ctx(ctx), m_printer(printer), m_mov(ctx.db) {}
@@ -42,30 +32,39 @@ bool CashDay::reload() {
 }
 
 bool CashDay::consultar() {
-    return m_mov.SQLSelectByDate(m_ctx.workingDate);
+    const auto mov = DayMovement::ofWorkingDate(m_ctx);
+    if (mov)
+        m_mov = *mov;
+    return mov.has_value();
 }
 
 bool CashDay::abrir() {
     clsMovimento mov(m_ctx.db);
-    bool opened = false;
-    if (!MovementNumbering::openOrResume(m_ctx.db, m_ctx.dialogs, m_ctx.workingDate, mov, opened)) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na abertura de Movimento!!"));
+    const auto outcome = MovementNumbering::openOrResume(m_ctx.db, m_ctx.workingDate, mov);
+    if (!MovementNumbering::succeeded(outcome)) {
+        // Told now that the opening's transaction has ended.
+        if (outcome == MovementNumbering::Outcome::CounterNotWritten)
+            say(m_ctx, SystemText::ErroGravacaoContador);
+        if (outcome == MovementNumbering::Outcome::CounterNotUpdated)
+            say(m_ctx, SystemText::ErroAlteracaoContador);
+        say(m_ctx, SystemText::ErroAberturaMovimento);
         return false;
     }
+    const bool opened = outcome == MovementNumbering::Outcome::Opened;
     m_mov = mov;
     if (opened)
-        m_ctx.dialogs.info(QStringLiteral("Gravar Registro"), QStringLiteral("Caixa Aberto!!!"));
+        say(m_ctx, SystemText::CaixaAberto);
     // Opened or resumed, the control file is brought back in line with the receipts.
     if (!DailyControlFile::rebuild(m_ctx, m_mov))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+        say(m_ctx, SystemText::ErroGravacao);
     // So is the yearly log of reversals with the Estornos table.
     ReceiptCorrections(m_ctx, nullptr).completarRegistro();
     if (opened && m_printer && !m_printer->aberturaMovimento(m_mov))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
+        say(m_ctx, SystemText::ErroLinhaImpressao);
     return true;
 }
 
-bool CashDay::setStatus(const QString& status, bool withSums, QString* recusa) {
+bool CashDay::setStatus(DayStatus status, bool withSums, QString* recusa) {
     // Sums, chain hash and status in one transaction, so the hash kept is the one of exactly the
     // receipts summed.
     Transaction tx(m_ctx.db);
@@ -80,7 +79,8 @@ bool CashDay::setStatus(const QString& status, bool withSums, QString* recusa) {
         if (!sums->arrecadado.withinLimit() || !sums->entrada.withinLimit() ||
             !sums->saida.withinLimit()) {
             if (recusa)
-                *recusa = kTotaisAcimaDoLimite;
+                *recusa = SystemTexts::text(SystemText::TotaisDiaAcimaDoLimite)
+                              .arg(Money::maximum().formatCurrency());
             return false;
         }
         mov.VALOR_ARRECADADO = sums->arrecadado;
@@ -88,7 +88,7 @@ bool CashDay::setStatus(const QString& status, bool withSums, QString* recusa) {
         mov.SAIDA = sums->saida;
         mov.HASH_CADEIA = *hash;
     }
-    mov.STATUS = status;
+    mov.setStatus(status);
     // A closing's seal leaves for the central with it, or not at all.
     if (!mov.SQLUpdateTotais() ||
         (withSums && !NetworkOutbox::selar(m_ctx, mov, m_ctx.clock.now())) || !tx.commit())
@@ -103,26 +103,26 @@ void CashDay::copiaDeSeguranca() {
     QString error;
     if (!DatabaseBackup::intoFolder(m_ctx.db, m_ctx.filePath(QStringLiteral("copias")),
                                     m_ctx.clock.now(), DatabaseBackup::kKeep, &error))
-        m_ctx.dialogs.warn(kAviso, error);
+        m_ctx.dialogs.warn(SystemTexts::title(SystemText::ErroGravacao), error);
 }
 
 bool CashDay::podeEncerrar() {
     if (aberto())
         return true;
-    m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está encerrado."));
+    say(m_ctx, SystemText::MovimentoJaEncerrado);
     return false;
 }
 
 bool CashDay::encerrar() {
     QString recusa;
-    if (!setStatus(QStringLiteral("FECHADO"), true, &recusa)) {
-        m_ctx.dialogs.critical(kAviso,
-                               recusa.isEmpty() ? QStringLiteral("Erro ao encerrar.") : recusa);
+    if (!setStatus(DayStatus::Closed, true, &recusa)) {
+        const Notice fail = SystemTexts::notice(SystemText::ErroEncerrar);
+        tell(m_ctx.dialogs, recusa.isEmpty() ? fail : fail.with(recusa));
         return false;
     }
     NetworkOutbox::enviar(m_ctx);
     if (!DailyControlFile::rebuild(m_ctx, m_mov))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+        say(m_ctx, SystemText::ErroGravacao);
     copiaDeSeguranca();
     return true;
 }
@@ -130,20 +130,20 @@ bool CashDay::encerrar() {
 bool CashDay::imprimirEncerramento() {
     if (!m_printer || m_printer->encerramento(m_mov))
         return true;
-    m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
+    say(m_ctx, SystemText::ErroLinhaImpressao);
     return false;
 }
 
 bool CashDay::podeReabrir() {
     if (!aberto())
         return true;
-    m_ctx.dialogs.info(kAviso, QStringLiteral("O movimento já está aberto."));
+    say(m_ctx, SystemText::MovimentoJaAberto);
     return false;
 }
 
 bool CashDay::reabrir() {
-    if (!setStatus(QStringLiteral("ABERTO"), false)) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao reabrir o movimento."));
+    if (!setStatus(DayStatus::Open, false)) {
+        say(m_ctx, SystemText::ErroReabrir);
         return false;
     }
     return true;
@@ -152,6 +152,6 @@ bool CashDay::reabrir() {
 bool CashDay::imprimirReabertura() {
     if (!m_printer || m_printer->reabertura(m_mov))
         return true;
-    m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro na geração da linha de impressão!!!"));
+    say(m_ctx, SystemText::ErroLinhaImpressao);
     return false;
 }

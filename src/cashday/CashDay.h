@@ -28,22 +28,14 @@ public:
     bool reabrir();
     bool imprimirReabertura();
 
-    static const QString kTotaisAcimaDoLimite;       // a day's totals above R$ 999.999.999,99
-    static const QString kPerguntaEncerrar;          // "Deseja encerrar a contabilização agora?"
-    static const QString kPerguntaCupomEncerramento; // "Deseja finalizar o cupom agora?"
-    static const QString kEncerrado;                 // "Movimento encerrado."
-    static const QString kCancelado;                 // "Operação cancelada."
-    static const QString kPerguntaReabrir;           // "Confirma a reabertura do movimento?"
-    static const QString kPerguntaCupomReabertura;
-
     bool loaded() const { return m_mov.ID != 0; }
-    bool aberto() const { return m_mov.STATUS == QLatin1String("ABERTO"); }
+    bool aberto() const { return m_mov.aberto(); }
     const clsMovimento& movimento() const { return m_mov; }
     QString statusLabel() const; // "CAIXA PRONTO" / "CAIXA ENCERRADO"
     bool reload();
 
 private:
-    bool setStatus(const QString& status, bool withSums, QString* recusa = nullptr);
+    bool setStatus(DayStatus status, bool withSums, QString* recusa = nullptr);
     void copiaDeSeguranca();
 
     AppContext& m_ctx;

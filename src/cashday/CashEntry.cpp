@@ -2,34 +2,19 @@
 
 #include "AppContext.h"
 #include "CashAmount.h"
-#include "DialogPort.h"
+#include "DayMovement.h"
 #include "FileText.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
 
-const QString CashEntry::kTitulo = QStringLiteral("Aviso");
-const QString CashEntry::kMovimentoFechado =
-    QStringLiteral("Você não pode efetuar nenhuma inclusão ou alteração de registro com o "
-                   "movimento fechado");
-const QString CashEntry::kCamposObrigatorios =
-    QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!");
-const QString CashEntry::kInformeItem = QStringLiteral("Informe um item !!!");
-const QString CashEntry::kPerguntaExcluirItem =
-    QStringLiteral("Confirma exclusão do item selecionado?");
-const QString CashEntry::kPerguntaExcluirLancamento =
-    QStringLiteral("Confirma exclusão deste item?");
-const QString CashEntry::kNaoPodeExcluir =
-    QStringLiteral("Você não pode excluir!! O movimento desta data já foi fechado");
-const QString CashEntry::kErroExcluir = QStringLiteral("Erro ao excluir");
-const QString CashEntry::kTotalAcimaDoLimite =
-    QStringLiteral("O total do lançamento não pode passar de %1. Nada foi gravado.")
-        .arg(Money::maximum().formatCurrency());
-const QString CashEntry::kDiaAcimaDoLimite =
-    QStringLiteral("Os lançamentos do dia não podem somar mais de %1. Nada foi gravado.")
-        .arg(Money::maximum().formatCurrency());
-const QString CashEntry::kErroGravar = QStringLiteral("Erro ao gravar o item. Nada foi gravado.");
-const QString CashEntry::kEspecieInvalida =
-    QStringLiteral("A espécie informada não é um tipo de dinheiro!!");
+namespace {
+Notice text(SystemText id) {
+    return SystemTexts::notice(id);
+}
+Notice ceiling(SystemText id) {
+    return text(id).arg(Money::maximum().formatCurrency());
+}
+} // namespace
 
 CashEntry::CashEntry(AppContext& ctx, qint32 idMovimento, EntryKind kind)
     : m_ctx(ctx), m_idMovimento(idMovimento), m_kind(kind), m_header(ctx.db) {}
@@ -57,19 +42,15 @@ Money CashEntry::total() const {
 }
 
 std::optional<bool> CashEntry::fechado(AppContext& ctx, qint32 idMovimento) {
-    clsMovimento mov(ctx.db);
-    if (!mov.SQLSelect(idMovimento))
+    const auto open = DayMovement::isOpen(ctx.db, idMovimento);
+    if (!open)
         return std::nullopt;
-    return mov.STATUS != QLatin1String("ABERTO");
+    return !*open;
 }
 
-// True (message shown) when the movement is closed or cannot be read.
-bool CashEntry::refusedClosed(const QString& message) {
+Notice CashEntry::closedRefusal(SystemText id) {
     const auto closed = fechado(m_ctx, m_idMovimento);
-    if (closed && !*closed)
-        return false;
-    m_ctx.dialogs.critical(kTitulo, message);
-    return true;
+    return closed && !*closed ? Notice{} : text(id);
 }
 
 bool CashEntry::carregar(qint32 idSangria) {
@@ -85,37 +66,34 @@ bool CashEntry::carregar(qint32 idSangria) {
     return true;
 }
 
-bool CashEntry::incluirItens(const QString& descricao) {
-    if (refusedClosed(kMovimentoFechado))
-        return false;
+Outcome CashEntry::incluirItens(const QString& descricao) {
+    if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
+        return Outcome::refused(why);
     if (stored())
-        return true;
-    const QString text = EntryKinds::descriptionEditable(m_kind)
-                             ? descricao.trimmed()
-                             : EntryKinds::defaultDescription(m_kind);
-    if (text.isEmpty()) {
-        m_ctx.dialogs.warn(kTitulo, kCamposObrigatorios);
-        return false;
-    }
+        return Outcome::ok();
+    const QString descricaoFinal = EntryKinds::descriptionEditable(m_kind)
+                                       ? descricao.trimmed()
+                                       : EntryKinds::defaultDescription(m_kind);
+    if (descricaoFinal.isEmpty())
+        return Outcome::refused(text(SystemText::CamposObrigatorios));
     // The description is the integration file's debit header text.
-    if (const QString why = FileText::problem(text, FileText::Field::DescricaoLancamento);
-        !why.isEmpty()) {
-        m_ctx.dialogs.warn(kTitulo, why);
-        return false;
-    }
+    if (const QString why = FileText::problem(descricaoFinal, FileText::Field::DescricaoLancamento);
+        !why.isEmpty())
+        return Outcome::refused(text(SystemText::CamposObrigatorios).with(why));
     clsMovimento mov(m_ctx.db);
+    // A database failure: its own report has already said why.
     if (!mov.SQLSelect(m_idMovimento))
-        return false;
+        return Outcome::refused({});
     clsSangria h(m_ctx.db);
     h.IDMOVIMENTO = m_idMovimento;
     h.SDATA = mov.MDATA; // an entry always belongs to its cash day's date
     h.TIPO = EntryKinds::tipo(m_kind);
-    h.DESCRICAO = text;
-    if (!h.SQLInsert(1))
-        return false;
+    h.DESCRICAO = descricaoFinal;
+    if (!h.inserirNovo())
+        return Outcome::refused({});
     m_header = h;
     m_itens.clear();
-    return true;
+    return Outcome::ok();
 }
 
 bool CashEntry::reloadItems(QList<clsItens>& items) {
@@ -132,113 +110,104 @@ bool CashEntry::rewriteHeader(const QList<clsItens>& items, clsSangria& header) 
         sum += i.VALOR;
     header.ENTRADA = m_kind == EntryKind::CashIn ? sum : Money();
     header.SAIDA = m_kind == EntryKind::CashIn ? Money() : sum;
-    return header.SQLInsert(2);
+    return header.alterar();
 }
 
-bool CashEntry::gravarItem(int especie, const QString& numero, const QString& valor) {
-    if (refusedClosed(kMovimentoFechado))
-        return false;
-    if (!stored() || especie <= 0 || valor.trimmed().isEmpty()) {
-        m_ctx.dialogs.warn(kTitulo, kCamposObrigatorios);
-        return false;
-    }
-    const auto amount = CashAmount::parse(valor);
-    if (!amount) {
-        m_ctx.dialogs.warn(kTitulo, CashAmount::kValorInvalido);
-        return false;
-    }
+Outcome CashEntry::gravarItem(int especie, const QString& numero, Money valor) {
+    if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
+        return Outcome::refused(why);
+    if (!stored() || especie <= 0)
+        return Outcome::refused(text(SystemText::CamposObrigatorios));
+    if (valor.isNegative() || valor.isZero())
+        return Outcome::refused(text(SystemText::ValorInvalido));
     if (const QString why = FileText::problem(numero.trimmed(), FileText::Field::NumeroDocumento);
-        !why.isEmpty()) {
-        m_ctx.dialogs.warn(kTitulo, why);
-        return false;
-    }
+        !why.isEmpty())
+        return Outcome::refused(text(SystemText::CamposObrigatorios).with(why));
     const auto kinds = clsItens::especies(m_ctx.db);
     if (!kinds)
-        return false;
+        return Outcome::refused({});
     bool money = false;
     for (const auto& k : *kinds)
         money = money || k.first == especie;
-    if (!money) {
-        m_ctx.dialogs.critical(kTitulo, kEspecieInvalida);
-        return false;
-    }
-    QString recusa;
-    QList<clsItens> items;
-    clsSangria header = m_header;
-    {
-        Transaction tx(m_ctx.db);
-        if (!tx.ok() || refusedClosed(kMovimentoFechado))
-            return false;
-        clsItens item(m_ctx.db);
-        item.IDSANGRIA = m_header.ID;
-        item.ESPECIE = static_cast<qint16>(especie);
-        item.NUMERO = numero.trimmed();
-        item.VALOR = *amount;
-        if (!item.SQLInsert(1) || !reloadItems(items))
-            return false;
-        recusa = acimaDoLimite(items);
-        if (recusa.isEmpty() && (!rewriteHeader(items, header) || !tx.commit()))
-            return false;
-    }
-    if (!recusa.isEmpty()) {
-        m_ctx.dialogs.critical(kTitulo, recusa);
-        return false;
-    }
-    m_header = header;
-    m_itens = items;
-    return true;
+    if (!money)
+        return Outcome::refused(text(SystemText::EspecieInvalida));
+    return gravarNaTransacao(especie, numero.trimmed(), valor);
 }
 
-QString CashEntry::acimaDoLimite(const QList<clsItens>& items) {
+Outcome CashEntry::gravarNaTransacao(int especie, const QString& numero, Money valor) {
+    QList<clsItens> items;
+    clsSangria header = m_header;
+    Transaction tx(m_ctx.db);
+    if (!tx.ok())
+        return Outcome::refused({});
+    if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
+        return Outcome::refused(why);
+    clsItens item(m_ctx.db);
+    item.IDSANGRIA = m_header.ID;
+    item.ESPECIE = static_cast<qint16>(especie);
+    item.NUMERO = numero;
+    item.VALOR = valor;
+    if (!item.inserirNovo() || !reloadItems(items))
+        return Outcome::refused({});
+    if (Notice why = acimaDoLimite(items); !why.empty())
+        return Outcome::refused(why);
+    if (!rewriteHeader(items, header) || !tx.commit())
+        return Outcome::refused({});
+    m_header = header;
+    m_itens = items;
+    return Outcome::ok();
+}
+
+Notice CashEntry::acimaDoLimite(const QList<clsItens>& items) {
     Money sum;
     for (const clsItens& i : items)
         sum += i.VALOR;
     if (!sum.withinLimit())
-        return kTotalAcimaDoLimite;
+        return ceiling(SystemText::TotalLancamentoAcimaDoLimite);
     // The day's entries in the same column, with this one's new total in place of its old.
     const auto somas = clsSangria::somarMovimento(m_ctx.db, m_idMovimento);
     if (!somas)
-        return kErroGravar;
+        return text(SystemText::ErroGravarItem);
     const Money antes = m_kind == EntryKind::CashIn ? m_header.ENTRADA : m_header.SAIDA;
     const Money dia = (m_kind == EntryKind::CashIn ? somas->entrada : somas->saida) - antes + sum;
-    return dia.withinLimit() ? QString() : kDiaAcimaDoLimite;
+    return dia.withinLimit() ? Notice{} : ceiling(SystemText::LancamentosDiaAcimaDoLimite);
 }
 
-bool CashEntry::excluirItem(qint32 idItem) {
-    if (refusedClosed(kMovimentoFechado))
-        return false;
+Outcome CashEntry::excluirItem(qint32 idItem) {
+    if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
+        return Outcome::refused(why);
     bool ours = false;
     for (const clsItens& i : m_itens)
         ours = ours || i.ID == idItem;
-    if (!stored() || !ours) {
-        m_ctx.dialogs.critical(kTitulo, kInformeItem);
-        return false;
-    }
-    Transaction tx(m_ctx.db);
-    if (!tx.ok() || refusedClosed(kMovimentoFechado))
-        return false;
+    if (!stored() || !ours)
+        return Outcome::refused(text(SystemText::InformeItem));
     QList<clsItens> items;
     clsSangria header = m_header;
-    if (!clsItens(m_ctx.db).SQLDelete(idItem) || !reloadItems(items) ||
-        !rewriteHeader(items, header) || !tx.commit())
-        return false;
+    {
+        Transaction tx(m_ctx.db);
+        if (!tx.ok())
+            return Outcome::refused({});
+        if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
+            return Outcome::refused(why);
+        if (!clsItens(m_ctx.db).excluir(idItem) || !reloadItems(items) ||
+            !rewriteHeader(items, header) || !tx.commit())
+            return Outcome::refused({});
+    }
     m_header = header;
     m_itens = items;
-    return true;
+    return Outcome::ok();
 }
 
-bool CashEntry::concluir() {
-    if (stored() && m_itens.isEmpty()) {
-        m_ctx.dialogs.critical(kTitulo, kInformeItem);
-        return false;
-    }
+Outcome CashEntry::concluir() {
+    if (stored() && m_itens.isEmpty())
+        return Outcome::refused(text(SystemText::InformeItem));
     m_header = clsSangria(m_ctx.db);
     m_itens.clear();
-    return true;
+    return Outcome::ok();
 }
 
 bool CashEntry::sair() {
-    if (stored() && m_itens.isEmpty() && !clsSangria(m_header).SQLDelete(m_header.ID))
+    if (stored() && m_itens.isEmpty() && !clsSangria(m_header).excluir(m_header.ID))
         return false;
     m_header = clsSangria(m_ctx.db);
     m_itens.clear();
@@ -257,23 +226,19 @@ int CashEntry::descartarVazios(AppContext& ctx, qint32 idMovimento) {
     if (!tx.ok() || !closed || *closed || !empty)
         return 0;
     for (clsSangria s : *empty)
-        if (!s.SQLDelete(0))
+        if (!s.excluirEste())
             return 0;
     return tx.commit() ? int(empty->size()) : 0;
 }
 
-bool CashEntry::excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria) {
+Outcome CashEntry::excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria) {
     Transaction tx(ctx.db);
     const auto closed = fechado(ctx, idMovimento);
-    if (!closed || *closed) {
-        ctx.dialogs.critical(kTitulo, kNaoPodeExcluir);
-        return false;
-    }
+    if (!closed || *closed)
+        return Outcome::refused(text(SystemText::NaoPodeExcluirFechado));
     clsSangria entry(ctx.db);
     if (!tx.ok() || !entry.SQLSelect(idSangria) || entry.IDMOVIMENTO != idMovimento ||
-        !entry.SQLDelete(idSangria) || !tx.commit()) {
-        ctx.dialogs.critical(kTitulo, kErroExcluir);
-        return false;
-    }
-    return true;
+        !entry.excluir(idSangria) || !tx.commit())
+        return Outcome::refused(text(SystemText::ErroExcluir));
+    return Outcome::ok();
 }

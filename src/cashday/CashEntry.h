@@ -2,6 +2,8 @@
 
 #include "EntryKind.h"
 #include "Money.h"
+#include "Notice.h"
+#include "SystemTexts.h"
 #include "clsItens.h"
 #include "clsSangria.h"
 
@@ -14,23 +16,11 @@ class AppContext;
 // a zero amount, every item stored or deleted rewrites the header's amount as the sum of its
 // items in the same transaction, and a header still at zero when the operator leaves it is
 // deleted, so no empty entry survives. Nothing of a closed movement is added, changed or
-// deleted. Refusals are shown here; questions are the caller's.
+// deleted. Every operation answers an outcome; the caller tells its notice once the
+// transaction has ended, and asks the questions itself.
 class CashEntry {
 public:
     CashEntry(AppContext& ctx, qint32 idMovimento, EntryKind kind);
-
-    static const QString kTitulo;                    // "Aviso"
-    static const QString kMovimentoFechado;          // any change on a closed movement
-    static const QString kCamposObrigatorios;        // a required field left empty
-    static const QString kInformeItem;               // "Informe um item !!!"
-    static const QString kPerguntaExcluirItem;       // "Confirma exclusão do item selecionado?"
-    static const QString kPerguntaExcluirLancamento; // "Confirma exclusão deste item?"
-    static const QString kNaoPodeExcluir;            // deleting an entry of a closed movement
-    static const QString kErroExcluir;               // "Erro ao excluir"
-    static const QString kEspecieInvalida;           // an item whose kind is not money
-    static const QString kTotalAcimaDoLimite;        // an entry's total above R$ 999.999.999,99
-    static const QString kDiaAcimaDoLimite;          // the day's entries above it
-    static const QString kErroGravar;
 
     EntryKind kind() const { return m_kind; }
     bool stored() const { return m_header.ID != 0; }
@@ -43,11 +33,12 @@ public:
 
     // Stores the header with a zero amount (once). The description of opening entries and
     // withdrawals is always their fixed one; a payment out needs one.
-    bool incluirItens(const QString& descricao);
-    bool gravarItem(int especie, const QString& numero, const QString& valor);
-    bool excluirItem(qint32 idItem);
+    Outcome incluirItens(const QString& descricao);
+    // `valor` as the edge read it (CashAmount::read).
+    Outcome gravarItem(int especie, const QString& numero, Money valor);
+    Outcome excluirItem(qint32 idItem);
     // Finishing: a stored entry without items is refused; otherwise the next entry starts.
-    bool concluir();
+    Outcome concluir();
     // Leaving the entry: a header still at zero is deleted.
     bool sair();
 
@@ -58,7 +49,7 @@ public:
     // movement (a finished entry always has items). Answers how many went.
     static int descartarVazios(AppContext& ctx, qint32 idMovimento);
     // Deletes a whole entry of an open movement; its items are left where they are.
-    static bool excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria);
+    static Outcome excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32 idSangria);
     // The entry `idSangria` of the movement, if it is one of its.
     static std::optional<clsSangria> lancamento(AppContext& ctx, qint32 idMovimento,
                                                 qint32 idSangria);
@@ -68,11 +59,13 @@ public:
     static std::optional<bool> fechado(AppContext& ctx, qint32 idMovimento);
 
 private:
-    bool refusedClosed(const QString& message);
+    // The refusal when the movement is closed or cannot be read, else empty.
+    Notice closedRefusal(SystemText text);
+    Outcome gravarNaTransacao(int especie, const QString& numero, Money valor);
     bool reloadItems(QList<clsItens>& items);
     bool rewriteHeader(const QList<clsItens>& items, clsSangria& header);
     // The refusal when the entry's items or the day's entries would pass the ceiling.
-    QString acimaDoLimite(const QList<clsItens>& items);
+    Notice acimaDoLimite(const QList<clsItens>& items);
 
     AppContext& m_ctx;
     qint32 m_idMovimento;

@@ -23,23 +23,16 @@ public:
         DialogIcon icon = DialogIcon::Critical;
     };
 
-    static const QString kTitulo;         // "Aviso"
-    static const QString kCaixaEncerrado; // moving the safe on a closed day
-    static const QString kAcimaDoSaldo;   // "Valor não pode ser maior que o saldo disponível."
-    static const QString kGravado;        // "Valor gravado. Saldo atualizado para R$ "
-    static const QString
-        kAcimaDoLimite; // the balance or the day's supplies would pass R$ 999.999.999,99
-    static const QString kFalhou;
-
     // The balance; nullopt (message shown) when it could not be read.
     static std::optional<Money> saldo(AppContext& ctx);
     // The counter's refusal before the safe screen opens.
     static bool podeMovimentar(AppContext& ctx, qint32 idMovimento);
     // Decides and writes a typed value in one transaction and answers what happened; every
     // outcome but Done leaves the balance and the movement as they were. Nothing is shown.
-    static Result aplicar(AppContext& ctx, qint32 idMovimento, Direction direction,
-                          const QString& valor);
-    // aplicar, then the operator is told its message.
+    // `valor` as the edge read it: zero or negative is an invalid value.
+    static Result aplicar(AppContext& ctx, qint32 idMovimento, Direction direction, Money valor);
+    // The screen's and the command's way: the typed value read (CashAmount), aplicar, and the
+    // operator told its message once the transaction has ended.
     static Result movimentar(AppContext& ctx, qint32 idMovimento, Direction direction,
                              const QString& valor);
 };

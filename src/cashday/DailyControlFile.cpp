@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "DayMovement.h"
 #include "TextFile.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -15,7 +16,7 @@ namespace {
 constexpr int kHeaderLines = 4;
 
 bool couponOn(const AppContext& ctx) {
-    return ctx.settings.print_cupom == 1;
+    return ctx.settings.imprimeCupom();
 }
 
 QString hourOf(const QDateTime& when) {
@@ -84,8 +85,8 @@ bool DailyControlFile::appendReceipts(AppContext& ctx, const QDate& day,
         return true;
     const QString p = path(ctx, day);
     if (!QFile::exists(p) || torn(p)) {
-        clsMovimento mov(ctx.db);
-        return mov.SQLSelectByDate(day) && rebuild(ctx, mov);
+        const auto mov = DayMovement::of(ctx.db, day);
+        return mov && rebuild(ctx, *mov);
     }
     QStringList lines;
     for (const Receipt& r : rows)

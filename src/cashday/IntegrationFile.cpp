@@ -1,4 +1,5 @@
 #include "IntegrationFile.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -122,15 +123,6 @@ private:
 
 } // namespace
 
-const QString IntegrationFile::kTitulo = QStringLiteral("Aviso");
-const QString IntegrationFile::kPergunta = QStringLiteral("Confirma a criação do arquivo remessa?");
-const QString IntegrationFile::kSucesso =
-    QStringLiteral("Geração de arquivo efetuada com sucesso!!");
-const QString IntegrationFile::kErroGerar = QStringLiteral("Erro ao gerar: ");
-const QString IntegrationFile::kErroGravar = QStringLiteral("Erro ao gravar arquivo!!");
-const QString IntegrationFile::kSemRecebimentos =
-    QStringLiteral("Não há recebimentos neste movimento: nenhum arquivo foi gerado.");
-
 IntegrationFile::IntegrationFile(AppContext& ctx) : wait(keepEventsFlowing), m_ctx(ctx) {}
 
 int IntegrationFile::pausaConfigurada(AppContext& ctx) {
@@ -160,7 +152,7 @@ void IntegrationFile::pause() {
 
 void IntegrationFile::fail(const QString& detail) {
     m_ctx.errors.report(kRotina, {0, detail, QStringLiteral("IntegrationFile")});
-    m_ctx.dialogs.critical(kTitulo, kErroGravar);
+    tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroGravarArquivo));
 }
 
 IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money confCaixa,
@@ -174,7 +166,7 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
         return res;
     }
     if (receipts->isEmpty()) {
-        m_ctx.dialogs.info(kTitulo, kSemRecebimentos);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::SemRecebimentos));
         return res;
     }
     // Only a new file, and none of the counter's own.
@@ -216,8 +208,9 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
     res.registros = int(out.lines.size());
     res.erros = out.erros;
     if (res.erros.isEmpty())
-        m_ctx.dialogs.info(kTitulo, kSucesso);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GeracaoSucesso));
     else
-        m_ctx.dialogs.critical(kTitulo, kErroGerar + res.erros.last());
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               SystemTexts::text(SystemText::ErroGerar) + res.erros.last());
     return res;
 }

@@ -21,12 +21,6 @@ public:
         QStringList erros; // kinds of the records left out, each once, in order
     };
 
-    static const QString kTitulo;          // "Aviso"
-    static const QString kPergunta;        // "Confirma a criação do arquivo remessa?"
-    static const QString kSucesso;         // "Geração de arquivo efetuada com sucesso!!"
-    static const QString kErroGerar;       // "Erro ao gerar: " + the last failing kind
-    static const QString kErroGravar;      // "Erro ao gravar arquivo!!"
-    static const QString kSemRecebimentos; // a day without receipts gets no file
     static constexpr int kPausaPadrao = 500;
 
     explicit IntegrationFile(AppContext& ctx);

@@ -3,10 +3,12 @@
 #include "AppContext.h"
 #include "CashEntry.h"
 #include "Clock.h"
+#include "DayMovement.h"
 #include "DialogPort.h"
 #include "FileText.h"
 #include "KindRegistry.h"
 #include "NetworkOutbox.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsArquivoBanco.h"
 #include "clsAutenticadora.h"
@@ -16,7 +18,6 @@
 #include <QRegularExpression>
 #include <map>
 
-const QString ReceiptCorrections::kAviso = QStringLiteral("Aviso");
 const QString ReceiptCorrections::kMotivoObrigatorio =
     QStringLiteral("Um motivo deve ser especificado!!");
 const QString ReceiptCorrections::kExcluido = QStringLiteral("Exclusão efetuada com sucesso!!");
@@ -59,7 +60,6 @@ const QString ReceiptCorrections::kLinhaImpressao =
     QStringLiteral("Erro na geração da linha de impressão!!!");
 
 namespace {
-const QString kAberto = QStringLiteral("ABERTO");
 
 // The amount right-aligned in 12; a long number takes the room of the leading blanks.
 QString amountField(const Money& v, int room) {
@@ -83,8 +83,8 @@ QString ReceiptCorrections::numero(int n) {
 }
 
 QString ReceiptCorrections::perguntaEstorno(qint32 autentica, const QString& arquivos) {
-    const QString q =
-        CashEntry::kPerguntaExcluirLancamento + QStringLiteral(" - ") + numero(autentica);
+    const QString q = SystemTexts::text(SystemText::PerguntaExcluirLancamento) +
+                      QStringLiteral(" - ") + numero(autentica);
     return arquivos.isEmpty() ? q : q + QLatin1Char('\n') + avisoArquivoBanco(autentica, arquivos);
 }
 
@@ -107,10 +107,7 @@ QString ReceiptCorrections::perguntaReversao(qint32 autentica) {
 }
 
 std::optional<clsMovimento> ReceiptCorrections::movimento() {
-    clsMovimento mov(m_ctx.db);
-    if (!mov.SQLSelectByDate(m_ctx.workingDate))
-        return std::nullopt;
-    return mov;
+    return DayMovement::ofWorkingDate(m_ctx);
 }
 
 std::optional<QList<clsRecebimentos::Corrigivel>>
@@ -140,18 +137,18 @@ QString ReceiptCorrections::descricaoTipo(qint16 idcod) {
 }
 
 void ReceiptCorrections::refuse(const QString& text) {
-    m_ctx.dialogs.critical(kAviso, text);
+    m_ctx.dialogs.critical(SystemTexts::aviso(), text);
 }
 
 bool ReceiptCorrections::motivoDado(const QString& motivo) {
     if (motivo.trimmed().isEmpty()) {
-        m_ctx.dialogs.warn(kAviso, kMotivoObrigatorio);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), kMotivoObrigatorio);
         return false;
     }
     // The reason is one line of the year's log, kept as typed.
     if (const QString why = FileText::problem(motivo.trimmed(), FileText::Field::Motivo);
         !why.isEmpty()) {
-        m_ctx.dialogs.warn(kAviso, why);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), why);
         return false;
     }
     return true;
@@ -159,9 +156,11 @@ bool ReceiptCorrections::motivoDado(const QString& motivo) {
 
 QString ReceiptCorrections::recusaRecebimento(qint32 idrecebe, clsRecebimentos& r,
                                               clsMovimento& mov) {
-    if (!mov.SQLSelectByDate(m_ctx.workingDate))
+    const auto day = movimento();
+    if (!day)
         return kSemMovimento;
-    if (mov.STATUS != kAberto)
+    mov = *day;
+    if (!mov.aberto())
         return kEncerrado;
     if (!r.SQLSelect(idrecebe) || r.IDMOVIMENTO != mov.ID)
         return kNaoEncontrado;
@@ -210,12 +209,12 @@ void ReceiptCorrections::registrar(const CorrectionLog::Entry& e, Resultado& res
     res.arquivo = m_log.currentPath();
     res.registrado = m_log.append(e, &error);
     if (!res.registrado)
-        m_ctx.dialogs.critical(kAviso, kRegistroFalhou.arg(error));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), kRegistroFalhou.arg(error));
 }
 
 void ReceiptCorrections::imprimir(const QStringList& linhas, bool composta, Resultado& res) {
     if (!composta) {
-        m_ctx.dialogs.critical(kAviso, kLinhaImpressao);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), kLinhaImpressao);
         return;
     }
     res.linhasFita = linhas;
@@ -227,7 +226,7 @@ void ReceiptCorrections::imprimir(const QStringList& linhas, bool composta, Resu
             res.fita = f;
     }
     if (res.fita == CounterPrinter::Fita::Falhou)
-        m_ctx.dialogs.warn(kAviso, kFitaFalhou);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), kFitaFalhou);
 }
 
 clsEstornos ReceiptCorrections::registroDe(const clsRecebimentos& r, clsEstornos::Operacao op,
@@ -243,9 +242,9 @@ clsEstornos ReceiptCorrections::registroDe(const clsRecebimentos& r, clsEstornos
 
 bool ReceiptCorrections::concluido(const QString& recusa, bool gravou, const QString& erro) {
     if (!recusa.isEmpty())
-        recusa == kNadaAlterado ? m_ctx.dialogs.warn(kAviso, recusa) : refuse(recusa);
+        recusa == kNadaAlterado ? m_ctx.dialogs.warn(SystemTexts::aviso(), recusa) : refuse(recusa);
     else if (!gravou)
-        m_ctx.dialogs.critical(kAviso, erro);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), erro);
     return recusa.isEmpty() && gravou;
 }
 
@@ -256,7 +255,7 @@ void ReceiptCorrections::concluirItem(CorrectionLog::Kind kind, const clsMovimen
     res.feito = true;
     NetworkOutbox::enviar(m_ctx);
     registrar(entrada(kind, mov, r, motivo), res);
-    m_ctx.dialogs.info(kAviso, aviso);
+    m_ctx.dialogs.info(SystemTexts::aviso(), aviso);
     clsAutenticadora a;
     a.SEQ_REG = numero(r.AUTENTICA);
     a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
@@ -334,7 +333,7 @@ std::optional<int> ReceiptCorrections::completarRegistro() {
 void ReceiptCorrections::avisarArquivo(const clsRecebimentos& r, Resultado& res) {
     res.arquivoBanco = arquivosBanco(r.IDRECEBE);
     if (!res.arquivoBanco.isEmpty())
-        m_ctx.dialogs.warn(kAviso, avisoArquivoBanco(r.AUTENTICA, res.arquivoBanco));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), avisoArquivoBanco(r.AUTENTICA, res.arquivoBanco));
 }
 
 bool ReceiptCorrections::podeEstornar(qint32 idrecebe, const QString& motivo) {
@@ -371,7 +370,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
                      NetworkOutbox::retirar(m_ctx, r, e.MOMENTO) && tx.commit();
         }
     }
-    if (!concluido(recusa, gravou, CashEntry::kErroExcluir))
+    if (!concluido(recusa, gravou, SystemTexts::text(SystemText::ErroExcluir)))
         return res;
     res.antes = r;
     concluirItem(CorrectionLog::Kind::Estorno, mov, r, motivo, kExcluido,
@@ -440,7 +439,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(const Pedido& p) {
     for (const auto* field : {&p.tipo, &p.autentica, &p.codbarra, &p.valor})
         preenchidos = preenchidos && !(*field && (*field)->trimmed().isEmpty());
     if (!preenchidos) {
-        m_ctx.dialogs.warn(kAviso, CashEntry::kCamposObrigatorios);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CamposObrigatorios));
         return {};
     }
     if (!motivoDado(p.motivo))
@@ -524,7 +523,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
     if (depois.TIPO != antes.TIPO)
         e.tipoAnterior = descricaoTipo(antes.TIPO);
     registrar(e, res);
-    m_ctx.dialogs.info(kAviso, kAlterado);
+    m_ctx.dialogs.info(SystemTexts::aviso(), kAlterado);
     avisarArquivo(antes, res);
     QStringList linhas;
     clsAutenticadora a;
@@ -545,12 +544,14 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
 }
 
 QString ReceiptCorrections::recusaEstorno(qint32 idrecebe, clsEstornos& e, clsMovimento& mov) {
-    if (!mov.SQLSelectByDate(m_ctx.workingDate))
+    const auto day = movimento();
+    if (!day)
         return kSemMovimento;
+    mov = *day;
     const auto found = clsEstornos::ultimoEstorno(m_ctx.db, idrecebe);
     if (!found || found->IDMOVIMENTO != mov.ID)
         return kSemEstorno;
-    if (mov.STATUS != kAberto)
+    if (!mov.aberto())
         return kEncerrado;
     e = *found;
     // The receipt comes back with its own number and code, so neither may have been taken.

@@ -82,7 +82,6 @@ public:
     bool podeReverter(qint32 idrecebe);
     Resultado reverter(qint32 idrecebe);
 
-    static const QString kAviso;             // "Aviso", the title of every message here
     static const QString kMotivoObrigatorio; // "Um motivo deve ser especificado!!"
     static const QString kExcluido;          // "Exclusão efetuada com sucesso!!"
     static const QString kAlterado;          // "Operação efetuada com sucesso!!"

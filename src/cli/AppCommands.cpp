@@ -32,7 +32,7 @@ void printAdminPassword(CliEnv& e, const QString& folder, const QString& passwor
     int id = 0;
     if (const auto users = clsUsuarios::listar(e.ctx.db))
         for (const clsUsuarios& u : *users)
-            if (u.TIPO == QLatin1String("ADM"))
+            if (u.tipo() == UserType::Admin)
                 id = u.ID;
     const QString rule(72, QLatin1Char('#'));
     e.out << "\n"
@@ -193,10 +193,11 @@ int entrar(CliEnv& e) {
         return ExitRefused;
     }
     if (e.json)
-        CliSupport::printJson(e, QJsonObject{{QStringLiteral("nome"), e.ctx.userName},
-                                             {QStringLiteral("tipo"), e.ctx.userType}});
+        CliSupport::printJson(
+            e, QJsonObject{{QStringLiteral("nome"), e.ctx.userName},
+                           {QStringLiteral("tipo"), clsUsuarios::texto(e.ctx.userType)}});
     else
-        e.out << e.ctx.userName << "\t" << e.ctx.userType << "\n";
+        e.out << e.ctx.userName << "\t" << clsUsuarios::texto(e.ctx.userType) << "\n";
     return ExitOk;
 }
 

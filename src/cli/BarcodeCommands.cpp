@@ -129,7 +129,9 @@ int feriadoGravar(CliEnv& e) {
     if (!d)
         return ExitUsage;
     qint32 id = 0;
-    if (!HolidayCalendar(e.ctx.db).gravar(*d, e.ctx.dialogs, &id))
+    const Outcome done = HolidayCalendar(e.ctx.db).gravar(*d, &id);
+    tell(e.ctx.dialogs, done.notice);
+    if (!done)
         return ExitRefused;
     e.out << QStringLiteral("Feriado %1 gravado (id %2).\n").arg(DateUtil::br(*d)).arg(id);
     return ExitOk;
@@ -154,24 +156,26 @@ int feriadoListar(CliEnv& e) {
 }
 
 int feriadoExcluir(CliEnv& e) {
-    clsFeriado f(e.ctx.db);
+    HolidayCalendar calendar(e.ctx.db);
     if (e.args.has(QStringLiteral("todos"))) {
-        if (!f.Excluir(false))
+        const Outcome done = calendar.excluirTodos();
+        tell(e.ctx.dialogs, done.notice);
+        if (!done)
             return ExitRefused;
         e.out << "Todos os feriados foram excluídos.\n";
         return ExitOk;
     }
     bool ok = false;
-    f.ID = e.args.value(QStringLiteral("id")).toInt(&ok);
-    if (!ok || !f.SQLSelect(f.ID)) {
+    const qint32 id = e.args.value(QStringLiteral("id")).toInt(&ok);
+    if (!ok) {
         e.err << "Informe um item !!!\n";
-        return ok ? ExitRefused : ExitUsage;
+        return ExitUsage;
     }
-    if (!f.Excluir(true)) {
-        e.err << "ERRO ao excluir!!\n";
+    const Outcome done = calendar.excluir(id);
+    tell(e.ctx.dialogs, done.notice);
+    if (!done)
         return ExitRefused;
-    }
-    e.out << QStringLiteral("Feriado %1 excluído.\n").arg(f.ID, 4, 10, QLatin1Char('0'));
+    e.out << QStringLiteral("Feriado %1 excluído.\n").arg(id, 4, 10, QLatin1Char('0'));
     return ExitOk;
 }
 

@@ -1,6 +1,7 @@
 // Commands of the cash day: lancamento (entries, payments out, withdrawals), cofre,
 // conferencia and integracao, on the same services as the screens.
 #include "AppContext.h"
+#include "CashAmount.h"
 #include "CashCount.h"
 #include "CashEntry.h"
 #include "CashSafe.h"
@@ -8,6 +9,7 @@
 #include "CliCommand.h"
 #include "CliSupport.h"
 #include "DateUtil.h"
+#include "DayMovement.h"
 #include "IntegrationFile.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
@@ -22,8 +24,10 @@ namespace {
 int movimento(CliEnv& e, clsMovimento& mov) {
     if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
-    if (mov.SQLSelectByDate(e.ctx.workingDate))
+    if (const auto found = DayMovement::ofWorkingDate(e.ctx)) {
+        mov = *found;
         return -1;
+    }
     e.err << QStringLiteral("Não há movimento em %1.\n").arg(DateUtil::br(e.ctx.workingDate));
     return ExitRefused;
 }
@@ -37,6 +41,7 @@ struct ItemArg {
     int especie = 0;
     QString valor;
     QString numero;
+    Money amount; // valor as read at the edge
 };
 
 // ESPECIE:VALOR[:NUMERO]
@@ -50,7 +55,7 @@ std::optional<QList<ItemArg>> itemArgs(CliEnv& e) {
             e.err << QStringLiteral("Item inválido: %1 (use ESPECIE:VALOR[:NUMERO]).\n").arg(a);
             return std::nullopt;
         }
-        out.append({especie, parts[1], parts.mid(2).join(QLatin1Char(':'))});
+        out.append({especie, parts[1], parts.mid(2).join(QLatin1Char(':')), Money()});
     }
     return out;
 }
@@ -90,9 +95,39 @@ void printEntry(CliEnv& e, const clsSangria& s, const QList<clsItens>& itens) {
                      .arg(i.especieDescricao, i.NUMERO, i.VALOR.format());
 }
 
+// Every item's amount read before anything is written; false (told) on the first bad one.
+bool readAmounts(CliEnv& e, QList<ItemArg>& items) {
+    for (ItemArg& i : items) {
+        Notice why;
+        const auto v = CashAmount::read(i.valor, why);
+        if (!v) {
+            tell(e.ctx.dialogs, why);
+            return false;
+        }
+        i.amount = *v;
+    }
+    return true;
+}
+
+// The whole entry or nothing: a refused item leaves no part of it behind. Told by the caller.
+Outcome gravarTudo(CliEnv& e, CashEntry& entry, const QList<ItemArg>& items) {
+    Transaction tx(e.ctx.db);
+    if (!tx.ok())
+        return Outcome::refused({});
+    Outcome done = entry.incluirItens(e.args.value(QStringLiteral("descricao")));
+    for (const ItemArg& i : items) {
+        if (!done)
+            break;
+        done = entry.gravarItem(i.especie, i.numero, i.amount);
+    }
+    if (done && !tx.commit())
+        return Outcome::refused({});
+    return done;
+}
+
 int gravar(CliEnv& e) {
     const auto kind = EntryKinds::fromTipo(e.args.value(QStringLiteral("tipo")));
-    const auto items = itemArgs(e);
+    auto items = itemArgs(e);
     if (!kind || !items || items->isEmpty()) {
         e.err << "Use --tipo entrada|saida|sangria e ao menos um --item ESPECIE:VALOR[:NUMERO].\n";
         return ExitUsage;
@@ -107,15 +142,12 @@ int gravar(CliEnv& e) {
         return rc;
     if (int rc = administrador(e, *kind); rc >= 0)
         return rc;
-    // The whole entry or nothing: a refused item leaves no part of it behind.
-    Transaction tx(e.ctx.db);
-    CashEntry entry(e.ctx, mov.ID, *kind);
-    if (!tx.ok() || !entry.incluirItens(e.args.value(QStringLiteral("descricao"))))
+    if (!readAmounts(e, *items))
         return ExitRefused;
-    for (const ItemArg& i : *items)
-        if (!entry.gravarItem(i.especie, i.numero, i.valor))
-            return ExitRefused;
-    if (!tx.commit())
+    CashEntry entry(e.ctx, mov.ID, *kind);
+    const Outcome done = gravarTudo(e, entry, *items);
+    tell(e.ctx.dialogs, done.notice); // the transaction has ended
+    if (!done)
         return ExitRefused;
     printEntry(e, entry.header(), entry.itens());
     return ExitOk;
@@ -205,7 +237,9 @@ int excluir(CliEnv& e) {
     clsSangria s(e.ctx.db);
     if (int rc = entradaPorId(e, false, mov, id, s); rc >= 0)
         return rc;
-    if (!CashEntry::excluirLancamento(e.ctx, mov.ID, id))
+    const Outcome done = CashEntry::excluirLancamento(e.ctx, mov.ID, id);
+    tell(e.ctx.dialogs, done.notice);
+    if (!done)
         return ExitRefused;
     if (e.json)
         CliSupport::printJson(e, QJsonObject{{QStringLiteral("id"), id}});
@@ -219,7 +253,11 @@ int excluirItem(CliEnv& e) {
     if (int rc = entradaPorId(e, true, mov, id, s); rc >= 0)
         return rc;
     CashEntry entry(e.ctx, mov.ID, *EntryKinds::fromTipo(s.TIPO));
-    if (!entry.carregar(s.ID) || !entry.excluirItem(id))
+    if (!entry.carregar(s.ID))
+        return ExitRefused;
+    const Outcome done = entry.excluirItem(id);
+    tell(e.ctx.dialogs, done.notice);
+    if (!done)
         return ExitRefused;
     const clsSangria after = entry.header();
     const QList<clsItens> itens = entry.itens();
@@ -300,8 +338,25 @@ int provisoria(CliEnv& e, const clsMovimento& mov, const QList<ItemArg>& items) 
     return ExitOk;
 }
 
+// The deletions and the new lines in one transaction; told by the caller.
+Outcome gravarConferencia(CliEnv& e, CashCount& count, const QList<ItemArg>& items) {
+    Transaction tx(e.ctx.db);
+    if (!tx.ok())
+        return Outcome::refused({});
+    Outcome done = Outcome::ok();
+    for (const QString& id : e.args.values(QStringLiteral("excluir")))
+        if (done)
+            done = count.excluir(id.toInt());
+    for (const ItemArg& i : items)
+        if (done)
+            done = count.adicionar(i.especie, i.numero, i.amount);
+    if (done && !tx.commit())
+        return Outcome::refused({});
+    return done;
+}
+
 int conferencia(CliEnv& e) {
-    const auto items = itemArgs(e);
+    auto items = itemArgs(e);
     const bool temporary = e.args.has(QStringLiteral("provisoria"));
     if (!items || (temporary && e.args.has(QStringLiteral("excluir")))) {
         e.err << "Uso: tolvane conferencia [--item ESPECIE:VALOR[:NUMERO]...] [--excluir ID] "
@@ -313,17 +368,17 @@ int conferencia(CliEnv& e) {
         return rc;
     if (temporary)
         return provisoria(e, mov, *items);
+    // Every typed line read before anything is written.
+    for (ItemArg& i : *items) {
+        const auto v = CashCount::validar(e.ctx, i.especie, i.valor);
+        if (!v)
+            return ExitRefused;
+        i.amount = *v;
+    }
     CashCount count(e.ctx, mov);
-    Transaction tx(e.ctx.db);
-    if (!tx.ok())
-        return ExitRefused;
-    for (const QString& id : e.args.values(QStringLiteral("excluir")))
-        if (!count.excluir(id.toInt()))
-            return ExitRefused;
-    for (const ItemArg& i : *items)
-        if (!count.adicionar(i.especie, i.numero, i.valor))
-            return ExitRefused;
-    if (!tx.commit())
+    const Outcome done = gravarConferencia(e, count, *items);
+    tell(e.ctx.dialogs, done.notice); // the transaction has ended
+    if (!done)
         return ExitRefused;
     const auto c = count.conferir();
     const auto rows = count.linhas();

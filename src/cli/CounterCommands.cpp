@@ -9,6 +9,7 @@
 #include "DateScreenLogic.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -68,7 +69,7 @@ int encerrar(CliEnv& e) {
         return ExitRefused;
     if (!e.args.has(QStringLiteral("sem-cupom")))
         s.day().imprimirEncerramento();
-    e.ctx.dialogs.info(QStringLiteral("Aviso"), CashDay::kEncerrado);
+    tell(e.ctx.dialogs, SystemTexts::notice(SystemText::MovimentoEncerrado));
     if (e.json)
         CliSupport::printJson(e, situacao(s));
     else

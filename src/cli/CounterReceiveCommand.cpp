@@ -9,6 +9,7 @@
 #include "CounterSession.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
+#include "OverdueHandler.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -36,13 +37,24 @@ int receber(CliEnv& e) {
               << "\n";
         return ExitUsage;
     }
+    if (e.args.has(QStringLiteral("aceitar-vencidas")) &&
+        e.args.has(QStringLiteral("recusar-vencidas"))) {
+        e.err << "Use --aceitar-vencidas ou --recusar-vencidas, não os dois.\n";
+        return ExitUsage;
+    }
     if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
-    // The command states its answer to frmGuiavencida instead of asking it.
-    const bool consent = !e.args.has(QStringLiteral("recusar-vencidas"));
+    // The command states its answer to frmGuiavencida instead of asking it. A question about
+    // money defaults to the safe answer, as on the screen: an overdue guide is received only
+    // with --aceitar-vencidas (--recusar-vencidas states the default).
+    const bool consent = e.args.has(QStringLiteral("aceitar-vencidas"));
     const auto settle = [&](CounterSession& session, CounterSession::ReadResult r) {
-        while (r.precisaConsentimento)
+        while (r.precisaConsentimento) {
             r = session.continuar(consent);
+            if (!consent)
+                e.err << OverdueHandler::kLinhasGuia.first() << " "
+                      << QStringLiteral("Use --aceitar-vencidas para recebê-la.") << "\n";
+        }
         return r;
     };
 
@@ -122,12 +134,12 @@ void registerCounterReceiveCommand(QList<CliCommand>& c) {
     const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
     c.append({{QStringLiteral("caixa"), QStringLiteral("receber")},
               QStringLiteral("caixa receber") + d +
-                  QStringLiteral(" [--pago VALOR] [--recusar-vencidas] "
+                  QStringLiteral(" [--pago VALOR] [--aceitar-vencidas | --recusar-vencidas] "
                                  "[--avulso IDCOD:VALOR[:DD/MM/AAAA[:PARCELA[:OBS]]]]... [--json] "
                                  "CODIGO..."),
               QStringLiteral("grava o pagamento de um cliente com os códigos dados (cada um pela "
                              "leitura do caixa)"),
-              {QStringLiteral("recusar-vencidas")},
+              {QStringLiteral("aceitar-vencidas"), QStringLiteral("recusar-vencidas")},
               CliCommand::Db::Existing,
               receber,
               {QStringLiteral("avulso")}});

@@ -14,6 +14,7 @@
 #include "DatabaseBackup.h"
 #include "DatabaseCheck.h"
 #include "DateUtil.h"
+#include "DayMovement.h"
 #include "DirectCentral.h"
 #include "Schema.h"
 #include "Startup.h"
@@ -180,8 +181,8 @@ int auditar(CliEnv& e) {
         dia = CliSupport::workingDate(e);
         if (!dia)
             return ExitUsage;
-        mov.emplace(e.ctx.db);
-        if (!mov->SQLSelectByDate(*dia)) {
+        mov = DayMovement::of(e.ctx.db, *dia);
+        if (!mov) {
             e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
             return ExitRefused;
         }
@@ -208,13 +209,13 @@ int auditar(CliEnv& e) {
 int controle(CliEnv& e) {
     if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
-    clsMovimento mov(e.ctx.db);
-    if (!mov.SQLSelectByDate(e.ctx.workingDate))
+    const auto mov = DayMovement::ofWorkingDate(e.ctx);
+    if (!mov)
         return ExitRefused;
-    if (!DailyControlFile::rebuild(e.ctx, mov))
+    if (!DailyControlFile::rebuild(e.ctx, *mov))
         return ExitRefused;
     e.out << QStringLiteral("Controle diário refeito: %1\n")
-                 .arg(QDir::toNativeSeparators(DailyControlFile::path(e.ctx, mov.MDATA)));
+                 .arg(QDir::toNativeSeparators(DailyControlFile::path(e.ctx, mov->MDATA)));
     return ExitOk;
 }
 

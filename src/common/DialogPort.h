@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <optional>
 
 enum class DialogIcon { None, Information, Exclamation, Critical, Question };
@@ -47,8 +48,27 @@ public:
     virtual void setKeyGuard(int ms) { m_keyGuardMs = ms; }
     int keyGuard() const { return m_keyGuardMs; }
 
+    // Whether a transaction is active on the connection the program writes through, asked before
+    // every box: a box opened then would keep the database's write lock until someone answers.
+    // `owner` is whoever set it; only that owner clears it.
+    void setTransactionProbe(const void* owner, std::function<bool()> probe);
+    void clearTransactionProbe(const void* owner);
+    bool transactionActive() const { return m_transactionActive && m_transactionActive(); }
+    // Told of every box refused that way ("message", "input" or "notice"; title; text).
+    std::function<void(const QString& kind, const QString& title, const QString& text)> onLockedBox;
+
+    // The answer of a box that was not shown: the safe one (No, Cancel).
+    static DialogAnswer safeAnswer(DialogButtons buttons);
+
 protected:
+    // True when a transaction is active: the box is not shown and onLockedBox is told.
+    bool refusedUnderLock(const QString& kind, const QString& title, const QString& text);
+
     int m_keyGuardMs = 0;
+
+private:
+    std::function<bool()> m_transactionActive;
+    const void* m_probeOwner = nullptr;
 };
 
 // Sets the key guard for one scope and puts the previous one back.

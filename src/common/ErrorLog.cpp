@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <utility>
 
 ErrorLog::ErrorLog(DialogPort& dialogs, const Clock& clock, QString appFolder)
     : m_dialogs(dialogs), m_clock(clock), m_folder(std::move(appFolder)) {}
@@ -35,10 +36,29 @@ QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const Q
     return lines.toLatin1();
 }
 
-void ErrorLog::report(const QString& location, const ErrorInfo& error) {
+void ErrorLog::show(const QString& location, const ErrorInfo& error) {
     m_dialogs.message(QStringLiteral("Tolvane"), messageText(location, error),
                       DialogIcon::Exclamation, DialogButtons::Ok);
+}
+
+void ErrorLog::report(const QString& location, const ErrorInfo& error) {
+    if (m_dialogs.transactionActive()) {
+        reportDeferred(location, error);
+        return;
+    }
+    show(location, error);
     append(location, error);
+}
+
+void ErrorLog::reportDeferred(const QString& location, const ErrorInfo& error) {
+    append(location, error);
+    m_deferred.append({location, error});
+}
+
+void ErrorLog::showDeferred() {
+    const QList<Deferred> pending = std::exchange(m_deferred, {});
+    for (const Deferred& d : pending)
+        show(d.location, d.error);
 }
 
 QString ErrorLog::logProblem() const {

@@ -26,12 +26,16 @@ DialogAnswer ScriptedDialogPort::answerFor(DialogButtons buttons) {
 
 DialogAnswer ScriptedDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                          DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("message"), title, text))
+        return safeAnswer(buttons);
     m_shown.append({QStringLiteral("message"), title, text, icon, {}, m_keyGuardMs > 0});
     return answerFor(buttons);
 }
 
 std::optional<QString> ScriptedDialogPort::input(const QString& title, const QString& prompt, bool,
                                                  const QString&) {
+    if (refusedUnderLock(QStringLiteral("input"), title, prompt))
+        return std::nullopt;
     m_shown.append(
         {QStringLiteral("input"), title, prompt, DialogIcon::None, {}, m_keyGuardMs > 0});
     if (m_inputs.isEmpty())
@@ -41,6 +45,8 @@ std::optional<QString> ScriptedDialogPort::input(const QString& title, const QSt
 
 DialogAnswer ScriptedDialogPort::notice(const QString& form, const QString& caption,
                                         const QStringList& lines, DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n'))))
+        return safeAnswer(buttons);
     m_shown.append({QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')),
                     DialogIcon::None, form, m_keyGuardMs > 0});
     return answerFor(buttons);

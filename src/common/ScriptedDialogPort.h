@@ -6,7 +6,9 @@
 #include <QQueue>
 
 // Records every dialog and answers from a script. Used by the tests and by the command line,
-// which has no one to click buttons.
+// which has no one to click buttons. A box asked while a transaction is active is neither
+// recorded nor answered from the script: it gets the safe answer and onLockedBox is told (the
+// tests fail on it, the command line writes a Log.ini line).
 class ScriptedDialogPort : public DialogPort {
 public:
     struct Shown {

@@ -28,6 +28,14 @@ struct Settings {
     qint16 disableEsc = 0;            // [Print] disableEsc
     QString ip;                       // [Print] ip, never null
     qint16 rede = 0;                  // [Export] rede, by its concatenation rule
+
+    // The flags as the core asks them, never as numbers or texts.
+    bool imprimeCupom() const { return print_cupom == 1; }            // controle diário, tape
+    bool usaAutenticadora() const { return modoAutenticadora(modo); } // [Print] modo "1"
+    bool emRede() const { return rede == 1; }                         // the central is asked
+    static bool modoAutenticadora(const QString& modo) {
+        return modo.trimmed() == QLatin1String("1");
+    }
 };
 
 // Loads every start-up key of Config.ini into `s`, in the program's fixed order. Integer keys

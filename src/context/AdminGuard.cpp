@@ -9,7 +9,7 @@ const QString AdminGuard::kPrompt = QStringLiteral("Entre com a senha do adminis
 bool AdminGuard::isAdministrator(AppContext& ctx, const QString& senha) {
     if (senha.trimmed().isEmpty())
         return false;
-    return Login::Tipo_usuario(ctx, senha) == QLatin1String("ADM");
+    return Login::Tipo_usuario(ctx, senha) == UserType::Admin;
 }
 
 bool AdminGuard::ask(AppContext& ctx, const QString& title) {

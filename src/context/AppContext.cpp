@@ -1,4 +1,5 @@
 #include "AppContext.h"
+#include "SystemTexts.h"
 
 #include "DbConfig.h"
 #include "DialogPort.h"
@@ -9,11 +10,21 @@
 AppContext::AppContext(QString f, DialogPort& d, const Clock& c)
     : folder(std::move(f)), dialogs(d), clock(c), errors(d, c, folder), db(errors) {
     db.onLockWait = [this](const QString& text) {
-        dialogs.message(QStringLiteral("Aviso"), text, DialogIcon::Information, DialogButtons::Ok);
+        dialogs.message(SystemTexts::aviso(), text, DialogIcon::Information, DialogButtons::Ok);
+    };
+    dialogs.setTransactionProbe(this, [this] { return db.inTransaction(); });
+    dialogs.onLockedBox = [this](const QString& kind, const QString& title, const QString& text) {
+        errors.append(QStringLiteral("DialogPort"),
+                      {0,
+                       QStringLiteral("Caixa (%1) recusada com uma transação aberta: %2 / %3")
+                           .arg(kind, title, text),
+                       QStringLiteral("Tolvane")});
     };
 }
 
-AppContext::~AppContext() = default;
+AppContext::~AppContext() {
+    dialogs.clearTransactionProbe(this);
+}
 
 QString AppContext::iniPath() const {
     return filePath(QStringLiteral("Config.ini"));

@@ -5,6 +5,7 @@
 #include "OutputPath.h"
 #include "Settings.h"
 #include "clsDataAccess.h"
+#include "clsUsuarios.h"
 
 #include <QDate>
 #include <QString>
@@ -33,7 +34,7 @@ public:
     Settings settings;
 
     QString userName;
-    QString userType;
+    UserType userType = UserType::User;
     QDate workingDate;
     // Runs a job on the authenticating printer the counter keeps (on its own thread), for the
     // screens that stamp while the counter is up; empty when there is none.

@@ -45,7 +45,7 @@ bool Login::Valida_senha(AppContext& ctx, const QString& senha) {
     if (matchingUsers(ctx, senha, m) != 1)
         return false;
     ctx.userName = m.nome;
-    ctx.userType = m.tipo;
+    ctx.userType = clsUsuarios::tipoDe(m.tipo);
     if (m.ativo != 1)
         return false;
     // Known in clear only now: a hash of fewer rounds is made again with the current ones.
@@ -54,12 +54,11 @@ bool Login::Valida_senha(AppContext& ctx, const QString& senha) {
     return true;
 }
 
-QString Login::Tipo_usuario(AppContext& ctx, const QString& senha) {
-    const QString user = QStringLiteral("USER");
+UserType Login::Tipo_usuario(AppContext& ctx, const QString& senha) {
     if (senha.isEmpty())
-        return user;
+        return UserType::User;
     Match m;
-    return matchingUsers(ctx, senha, m) == 1 ? m.tipo : user;
+    return matchingUsers(ctx, senha, m) == 1 ? clsUsuarios::tipoDe(m.tipo) : UserType::User;
 }
 
 QString Login::Nome_usuario(AppContext& ctx, const QString& senha) {

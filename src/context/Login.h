@@ -1,5 +1,7 @@
 #pragma once
 
+#include "clsUsuarios.h"
+
 #include <QString>
 
 class AppContext;
@@ -14,7 +16,7 @@ public:
     // (also for an inactive one).
     static bool Valida_senha(AppContext& ctx, const QString& senha);
     // The type of the single operator matching the password, else "USER". Activity not checked.
-    static QString Tipo_usuario(AppContext& ctx, const QString& senha);
+    static UserType Tipo_usuario(AppContext& ctx, const QString& senha);
     // The name of the single operator matching the password, else empty. Activity not checked.
     static QString Nome_usuario(AppContext& ctx, const QString& senha);
 

@@ -1,4 +1,5 @@
 #include "Startup.h"
+#include "SystemTexts.h"
 
 #include "AdminGuard.h"
 #include "AppContext.h"
@@ -233,7 +234,7 @@ bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = 
         for (const QString& n : notes)
             ctx.errors.append(QStringLiteral("Atualização do banco de dados"),
                               {0, n, QStringLiteral("Schema")});
-        ctx.dialogs.warn(QStringLiteral("Aviso"),
+        ctx.dialogs.warn(SystemTexts::aviso(),
                          QStringLiteral("O banco tinha %1 recebimento(s) repetido(s). Eles foram "
                                         "mantidos e marcados; a lista está no Log.ini e em "
                                         "tolvane verificar.")
@@ -242,7 +243,7 @@ bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = 
     if (mode != OpenMode::ReadOnly && claim && !claimCounter(ctx, detail))
         return false;
     if (ctx.db.walIgnored())
-        ctx.dialogs.warn(QStringLiteral("Aviso"),
+        ctx.dialogs.warn(SystemTexts::aviso(),
                          QStringLiteral("A pasta só permite leitura e o banco tem gravações ainda "
                                         "no arquivo caixa.db-wal: as últimas podem não aparecer."));
     if (mode != OpenMode::ReadOnly)
@@ -316,17 +317,17 @@ void Startup::run(AppContext& ctx) {
                             QStringLiteral("Erro ao conectar banco de dados!!!"), DialogIcon::None,
                             DialogButtons::Ok);
         if (!detail.isEmpty())
-            ctx.dialogs.message(QStringLiteral("Aviso"), detail, DialogIcon::Critical,
+            ctx.dialogs.message(SystemTexts::aviso(), detail, DialogIcon::Critical,
                                 DialogButtons::Ok);
     }
     if (const QString logProblem = ctx.errors.logProblem(); !logProblem.isEmpty())
-        ctx.dialogs.message(QStringLiteral("Aviso"), logProblem, DialogIcon::Critical,
+        ctx.dialogs.message(SystemTexts::aviso(), logProblem, DialogIcon::Critical,
                             DialogButtons::Ok);
     if (!Carrega_config(ctx)) {
         ctx.dialogs.message(QStringLiteral("Tolvane"),
                             QStringLiteral("Erro ao carregar váriaveis banco de dados!!!"),
                             DialogIcon::None, DialogButtons::Ok);
-        ctx.dialogs.message(QStringLiteral("Aviso"), IniFile::readProblem(ctx.iniPath()),
+        ctx.dialogs.message(SystemTexts::aviso(), IniFile::readProblem(ctx.iniPath()),
                             DialogIcon::Critical, DialogButtons::Ok);
     }
 }

@@ -7,6 +7,7 @@
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "OverdueHandler.h"
+#include "SystemTexts.h"
 #include "TextFile.h"
 #include "TypedLine.h"
 #include "clsCodBarra.h"
@@ -17,7 +18,6 @@
 
 namespace {
 const QString kAPagar = QStringLiteral("A Pagar");
-const QString kAviso = QStringLiteral("Aviso");
 } // namespace
 
 CounterSession::CounterSession(AppContext& ctx, CounterPrinter* printer)
@@ -31,11 +31,11 @@ void CounterSession::resetPayment() {
 
 bool CounterSession::append(const CustomerItem& item) {
     if (!m_day.loaded() || !m_day.aberto()) {
-        m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::PagamentoDiaEncerrado));
         return false;
     }
     if (item.tipo < 1 || item.tipo > 99 || item.valor.isNegative()) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Erro na Leitura de dados!!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Erro na Leitura de dados!!!"));
         return false;
     }
     m_list.append(item);
@@ -63,8 +63,9 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     if (m_list.isEmpty())
         return std::nullopt;
     if (!mayRecord()) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("O valor pago não cobre o total da conta!! ") +
-                                       m_paymentLabel);
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("O valor pago não cobre o total da conta!! ") +
+                               m_paymentLabel);
         return std::nullopt;
     }
     const auto rows = PaymentRecorder::record(m_ctx, m_day.movimento(), m_list);
@@ -75,7 +76,7 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     std::optional<PrinterMessage> problem;
     if (m_printer) {
         m_printer->documentos(*rows, &problem);
-        if (m_ctx.settings.print_cupom == 1)
+        if (m_ctx.settings.imprimeCupom())
             m_printer->cupom(*rows, m_tendered.value_or(m_list.total()).format(),
                              m_change.difference.format());
     }
@@ -91,7 +92,7 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     for (const RecordedReceipt& r : *rows)
         lines.append({r.autentica, r.momento, r.item.kindColumn(), r.item.valor, r.item.codbarra});
     if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, lines))
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro de Gravação!!!"));
     m_list.clear();
     m_removidos.clear();
     resetPayment();
@@ -145,11 +146,11 @@ bool CounterSession::salvarSoma() {
     QFile::remove(removedFilePath());
     if (!TextFile::writeAll(p, m_list.toLines()) ||
         !TextFile::writeAll(removedFilePath(), m_removidos.toLines())) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro de Gravação!!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro de Gravação!!!"));
         return false;
     }
     m_sumFile = m_list.items();
-    m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo salvo com sucesso!!"));
+    m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Arquivo salvo com sucesso!!"));
     return true;
 }
 
@@ -157,7 +158,7 @@ bool CounterSession::carregarSoma() {
     const QStringList lines = TextFile::readLines(sumFilePath());
     CustomerList loaded;
     if (lines.isEmpty() || !CustomerList::fromLines(lines, loaded) || loaded.isEmpty()) {
-        m_ctx.dialogs.info(kAviso, QStringLiteral("Não há dados!!"));
+        m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Não há dados!!"));
         return false;
     }
     // Every loaded code is refused as a scan would be: a code already on the list or already
@@ -183,11 +184,11 @@ bool CounterSession::carregarSoma() {
     m_sumFile = loaded.items();
     resetPayment();
     if (!refused.isEmpty())
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Itens da soma não carregados:\n") +
-                                       refused.join(QLatin1Char('\n')));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Itens da soma não carregados:\n") +
+                                                     refused.join(QLatin1Char('\n')));
     if (accepted.isEmpty())
         return false;
-    m_ctx.dialogs.info(kAviso, QStringLiteral("Arquivo carregado com sucesso!!"));
+    m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Arquivo carregado com sucesso!!"));
     return true;
 }
 
@@ -211,7 +212,8 @@ void CounterSession::forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows)
 
 bool CounterSession::reautenticarUltimo() {
     if (m_ultimo.isEmpty()) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
         return false;
     }
     return m_printer && m_printer->documentos(m_ultimo);
@@ -222,8 +224,9 @@ bool CounterSession::reautenticar(int autentica) {
     RecordedReceipt row;
     if (!m_day.loaded() ||
         !r.SQLSelectAutentica(m_day.movimento().ID, autentica, &row.item.descricao)) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Autenticação %1 não encontrada neste movimento.")
-                                       .arg(autentica, 4, 10, QLatin1Char('0')));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("Autenticação %1 não encontrada neste movimento.")
+                               .arg(autentica, 4, 10, QLatin1Char('0')));
         return false;
     }
     row.idrecebe = r.IDRECEBE;
@@ -257,9 +260,9 @@ CounterSession::ReadResult CounterSession::ler(const QString& code) {
     ReadResult r;
     m_pending.reset();
     if (!m_day.loaded() || !m_day.aberto()) {
-        m_ctx.dialogs.critical(kAviso, PaymentRecorder::kEncerrado);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::PagamentoDiaEncerrado));
         r.resultado = Outcome::Encerrado;
-        r.mensagens << PaymentRecorder::kEncerrado;
+        r.mensagens << SystemTexts::text(SystemText::PagamentoDiaEncerrado);
         r.clearField = true; // the next scan must not be glued to this one
         return r;
     }
@@ -327,7 +330,7 @@ bool CounterSession::pareceInicioDeLinha(const QString& text) {
 CounterSession::ReadResult CounterSession::lerLinha(const QString& line) {
     const TypedLine::Result t = TypedLine::toBarcode(line);
     if (!t.ok()) {
-        m_ctx.dialogs.critical(kAviso, t.erro);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), t.erro);
         ReadResult r;
         r.resultado = Outcome::Linha;
         r.mensagens << t.erro;
@@ -416,7 +419,7 @@ GuideKinds CounterSession::kinds() {
 bool CounterSession::adicionarDigitado(int idcod, const QString& descricao,
                                        std::optional<Money> valor) {
     if (!valor || valor->isNegative() || valor->isZero()) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Um valor deve ser informado!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Um valor deve ser informado!!"));
         return false;
     }
     CustomerItem item;
@@ -432,7 +435,7 @@ CounterSession::ReadResult CounterSession::somaAvulso(const OneOffItem& in) {
     m_pending.reset();
     const auto fail = [&](const QString& entry) {
         const QString text = OneOffItem::erroSoma(entry);
-        m_ctx.dialogs.critical(kAviso, text);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), text);
         r.resultado = Outcome::Erro;
         r.mensagens << text;
         return r;

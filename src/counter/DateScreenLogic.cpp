@@ -1,4 +1,6 @@
 #include "DateScreenLogic.h"
+#include "DayMovement.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -8,29 +10,30 @@
 
 bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate& chosen,
                               Action action) {
-    const QString aviso = QStringLiteral("Aviso");
     if (!Login::Valida_senha(ctx, senha)) {
-        ctx.dialogs.critical(aviso, Login::kSenhaInvalida);
+        ctx.dialogs.critical(SystemTexts::aviso(), Login::kSenhaInvalida);
         return false;
     }
     const QDate today = ctx.clock.today();
     if (!chosen.isValid() || chosen > today) {
         ctx.dialogs.critical(
-            aviso, QStringLiteral("A data atual não pode ser menor que esta selecionada!!"));
+            SystemTexts::aviso(),
+            QStringLiteral("A data atual não pode ser menor que esta selecionada!!"));
         return false;
     }
     if (action == Action::Consultar) {
-        clsMovimento mov(ctx.db);
-        if (!mov.SQLSelectByDate(chosen)) {
-            ctx.dialogs.warn(aviso,
+        if (!DayMovement::of(ctx.db, chosen)) {
+            ctx.dialogs.warn(SystemTexts::aviso(),
                              QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
             return false;
         }
     } else if (chosen != today) {
         ctx.dialogs.warn(
-            aviso, QStringLiteral(
-                       "Data do Computador diferente da data de abertura do caixa!! Verifique."));
-        ctx.dialogs.warn(aviso, QStringLiteral("O caixa será aberto com a data selecionada."));
+            SystemTexts::aviso(),
+            QStringLiteral(
+                "Data do Computador diferente da data de abertura do caixa!! Verifique."));
+        ctx.dialogs.warn(SystemTexts::aviso(),
+                         QStringLiteral("O caixa será aberto com a data selecionada."));
     }
     ctx.workingDate = chosen;
     return true;

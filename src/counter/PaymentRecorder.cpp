@@ -5,6 +5,7 @@
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "NetworkOutbox.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 
 #include "clsMovimento.h"
@@ -12,14 +13,8 @@
 
 #include <QSet>
 
-const QString PaymentRecorder::kGravado = QStringLiteral("Registro Gravado!!!");
-const QString PaymentRecorder::kEncerrado =
-    QStringLiteral("O movimento deste dia está encerrado!! Reabra o movimento (F5) para receber.");
-const QString PaymentRecorder::kFalhou = QStringLiteral(
-    "Erro ao gravar o pagamento!! Nenhum item foi gravado; confira e tente novamente.");
-
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
+const QString kFalhou = SystemTexts::text(SystemText::PagamentoFalhou);
 constexpr qint64 kMaxAutentica = clsRecebimentos::kMaxAutentica;
 
 QString itemText(int index, const CustomerItem& item) {
@@ -62,7 +57,7 @@ PaymentRecorder::record(AppContext& ctx, const clsMovimento& mov, const Customer
     QString why;
     const auto rows = claimAndRecord(ctx, mov, list, why);
     if (!rows) {
-        ctx.dialogs.critical(kAviso, why);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::PagamentoFalhou).with(why));
         return std::nullopt;
     }
     NetworkOutbox::enviar(ctx);
@@ -108,8 +103,8 @@ std::optional<QList<RecordedReceipt>> PaymentRecorder::recordLocally(AppContext&
     if (!tx.ok())
         return std::nullopt;
     clsMovimento current(ctx.db);
-    if (!current.SQLSelect(mov.ID) || current.STATUS != QLatin1String("ABERTO")) {
-        why = kEncerrado;
+    if (!current.SQLSelect(mov.ID) || !current.aberto()) {
+        why = SystemTexts::text(SystemText::PagamentoDiaEncerrado);
         return std::nullopt;
     }
     why = refusal(ctx, list);

@@ -1,20 +1,17 @@
 #include "MovementNumbering.h"
 
-#include "DialogPort.h"
 #include "Transaction.h"
 #include "clsContador.h"
 #include "clsDataAccess.h"
 #include "clsMovimento.h"
 
-std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPort& dialogs,
-                                                    int year) {
+std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, int year, Outcome& why) {
     clsContador counter(db);
     if (!counter.SQLSelect(year)) {
         counter.ANO = static_cast<qint16>(year);
         counter.CONTADOR = 1;
         if (!counter.SQLInsert()) {
-            dialogs.critical(QStringLiteral("Erro"),
-                             QStringLiteral("Erro de gravação do contador!!!"));
+            why = Outcome::CounterNotWritten;
             return std::nullopt;
         }
         return counter.CONTADOR;
@@ -22,43 +19,44 @@ std::optional<qint16> MovementNumbering::nextNumber(clsDataAccess& db, DialogPor
     counter.ANO = static_cast<qint16>(year);
     counter.CONTADOR = static_cast<qint16>(counter.CONTADOR + 1);
     if (!counter.SQLUpdate()) {
-        dialogs.critical(QStringLiteral("Erro"),
-                         QStringLiteral("Erro de alteração do contador!!!"));
+        why = Outcome::CounterNotUpdated;
         return std::nullopt;
     }
     return counter.CONTADOR;
 }
 
-bool MovementNumbering::openNew(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
-                                clsMovimento& out) {
+MovementNumbering::Outcome MovementNumbering::openNew(clsDataAccess& db, const QDate& day,
+                                                      clsMovimento& out) {
     Transaction tx(db);
     if (!tx.ok())
-        return false;
-    const auto number = nextNumber(db, dialogs, day.year());
+        return Outcome::Failed;
+    Outcome why = Outcome::Failed;
+    const auto number = nextNumber(db, day.year(), why);
     if (!number)
-        return false;
+        return why;
     out.MDATA = day;
     out.MOV = *number;
-    out.STATUS = QStringLiteral("ABERTO");
+    out.setStatus(DayStatus::Open);
     out.VALOR_ARRECADADO = out.ENTRADA = out.SAIDA = out.SUPRIMENTO = Money();
-    return out.SQLInsert(0) && tx.commit();
+    return out.inserirNovo() && tx.commit() ? Outcome::Opened : Outcome::Failed;
 }
 
-bool MovementNumbering::openOrResume(clsDataAccess& db, DialogPort& dialogs, const QDate& day,
-                                     clsMovimento& out, bool& opened) {
+MovementNumbering::Outcome MovementNumbering::openOrResume(clsDataAccess& db, const QDate& day,
+                                                           clsMovimento& out) {
     // A day already open is resumed by a read: no write lock, so no wait for a whole-file check
     // still running at the screen's start.
-    opened = false;
     if (out.SQLSelectByDate(day))
-        return true;
+        return Outcome::Resumed;
     // A new day starts on a file checked whole.
     if (!db.wholeFileSound(false))
-        return false;
+        return Outcome::Failed;
     Transaction tx(db);
     if (!tx.ok())
-        return false;
-    opened = !out.SQLSelectByDate(day);
-    if (opened && !openNew(db, dialogs, day, out))
-        return false;
-    return tx.commit();
+        return Outcome::Failed;
+    Outcome result = Outcome::Resumed;
+    if (!out.SQLSelectByDate(day))
+        result = openNew(db, day, out);
+    if (!succeeded(result))
+        return result;
+    return tx.commit() ? result : Outcome::Failed;
 }

@@ -100,13 +100,14 @@ std::optional<QList<clsCodBarra>> clsCodBarra::listar(clsDataAccess& db) {
     return out;
 }
 
-bool clsCodBarra::Gravar(int mode) {
-    if (mode == 1)
-        return m_db->SQLExecute(
-            QStringLiteral(
-                "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
-                "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
-            {int(IDCOD), IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO});
+bool clsCodBarra::inserir() {
+    return m_db->SQLExecute(
+        QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, BLOQUEIO, "
+                       "CODBANCO) VALUES (?, ?, ?, ?, ?, ?, ?)"),
+        {int(IDCOD), IDTIPO, DESCRICAO, PADRAO, Juros, BLOQUEIO, CODBANCO});
+}
+
+bool clsCodBarra::alterar() {
     return m_db->SQLExecute(
         QStringLiteral("UPDATE CodBarra SET IDTIPO = ?, DESCRICAO = ?, PADRAO = ?, JUROS = ?, "
                        "BLOQUEIO = ?, CODBANCO = ? WHERE IDCOD = ?"),
@@ -124,7 +125,7 @@ std::optional<qint64> clsCodBarra::usos(clsDataAccess& db, int idcod) {
     return rs->integer(QStringLiteral("N"));
 }
 
-bool clsCodBarra::Excluir() {
+bool clsCodBarra::excluir() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM CodBarra WHERE IDCOD = ?"), {int(IDCOD)});
 }
 

@@ -22,9 +22,9 @@ public:
     QString CODBANCO;
 
     bool SQLSelect(int idcod);
-    // Mode 1 inserts, mode 2 updates every column but the key.
-    bool Gravar(int mode);
-    bool Excluir();
+    bool inserir();
+    bool alterar(); // every column but the key
+    bool excluir();
     // How many receipts, cash items and count lines name the kind; nullopt on failure.
     static std::optional<qint64> usos(clsDataAccess& db, int idcod);
     GuideKind kind() const;

@@ -229,7 +229,11 @@ void clsDataAccess::logFailure(const QString& label, qint32 number, const QStrin
     m_lastError = description;
     if (m_quiet)
         return;
-    m_log.report(label, {number, description, QStringLiteral("clsDataAccess")});
+    // Inside a transaction the box would hold the write lock: it is shown when the scope ends.
+    if (m_depth > 0)
+        m_log.reportDeferred(label, {number, description, QStringLiteral("clsDataAccess")});
+    else
+        m_log.report(label, {number, description, QStringLiteral("clsDataAccess")});
 }
 
 bool clsDataAccess::refusesText(const QVariantList& values, const QString& label) {
@@ -462,13 +466,16 @@ bool clsDataAccess::endScope(const QString& savepoint, bool commit) {
         return ok && commit;
     }
     m_depth = 0;
-    if (commit && execRaw(QStringLiteral("COMMIT")))
+    if (commit && execRaw(QStringLiteral("COMMIT"))) {
+        m_log.showDeferred();
         return true;
+    }
     const QString err = m_lastError;
     const QString code = m_lastCode;
     execRaw(QStringLiteral("ROLLBACK"));
     m_lastError = err;
     m_lastCode = code;
+    m_log.showDeferred();
     if (commit)
         logFailure(kLabelCommit, code.toInt(), err);
     return false;

@@ -39,6 +39,8 @@ public:
     void close();
     bool isOpen() const;
     bool readOnly() const { return m_mode == OpenMode::ReadOnly; }
+    // True while a Transaction scope is open on this connection: no box may be shown then.
+    bool inTransaction() const { return m_depth > 0; }
     // A read-only SQLite file opened without its shared-memory file: changes still in the
     // write-ahead log (a program that ended abruptly) are not seen.
     bool walIgnored() const { return m_walIgnored; }

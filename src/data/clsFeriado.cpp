@@ -21,10 +21,13 @@ bool clsFeriado::Incluir() {
     return true;
 }
 
-bool clsFeriado::Excluir(bool one) {
-    if (one)
-        return m_db->SQLExecute(QStringLiteral("DELETE FROM Feriados WHERE ID = ?"), {ID});
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Feriados"));
+bool clsFeriado::excluir(qint32 id) {
+    ID = id;
+    return m_db->SQLExecute(QStringLiteral("DELETE FROM Feriados WHERE ID = ?"), {ID});
+}
+
+bool clsFeriado::excluirTodos(clsDataAccess& db) {
+    return db.SQLExecute(QStringLiteral("DELETE FROM Feriados"));
 }
 
 std::optional<QList<clsFeriado>> clsFeriado::listar(clsDataAccess& db) {

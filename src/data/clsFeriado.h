@@ -16,8 +16,8 @@ public:
 
     bool SQLSelect(qint32 id);
     bool Incluir();
-    // One true: the row ID; false: every holiday.
-    bool Excluir(bool one);
+    bool excluir(qint32 id); // the row `id` only
+    static bool excluirTodos(clsDataAccess& db);
 
     // Every holiday, by date (the holiday screen and `feriado listar`).
     static std::optional<QList<clsFeriado>> listar(clsDataAccess& db);

@@ -9,28 +9,28 @@ const QString kTable = QStringLiteral("Itens");
 const QString kKey = QStringLiteral("ID");
 } // namespace
 
-bool clsItens::SQLInsert(int mode) {
+bool clsItens::inserirNovo() {
     const QVariantList values = {IDSANGRIA, int(ESPECIE), NUMERO, VALOR.units()};
-    if (mode == 1) {
-        qint64 newId = 0;
-        if (!AuditChain::insert(*m_db, kTable, kKey,
-                                QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, NUMERO, "
-                                               "VALOR) VALUES (?, ?, ?, ?)"),
-                                values, newId))
-            return false;
-        ID = static_cast<qint32>(newId);
-        return true;
-    }
-    return mode == 2 &&
-           AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+    qint64 newId = 0;
+    if (!AuditChain::insert(*m_db, kTable, kKey,
+                            QStringLiteral("INSERT INTO Itens (IDSANGRIA, ESPECIE, NUMERO, "
+                                           "VALOR) VALUES (?, ?, ?, ?)"),
+                            values, newId))
+        return false;
+    ID = static_cast<qint32>(newId);
+    return true;
+}
+
+bool clsItens::alterar() {
+    const QVariantList values = {IDSANGRIA, int(ESPECIE), NUMERO, VALOR.units()};
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
                                QStringLiteral("UPDATE Itens SET IDSANGRIA = ?, ESPECIE = ?, "
                                               "NUMERO = ?, VALOR = ? WHERE ID = ?"),
                                values + QVariantList{ID});
 }
 
-bool clsItens::SQLDelete(qint32 id) {
-    if (id != 0)
-        ID = id;
+bool clsItens::excluir(qint32 id) {
+    ID = id;
     return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Delete,
                                QStringLiteral("DELETE FROM Itens WHERE ID = ?"), {ID});
 }

@@ -24,10 +24,12 @@ public:
     // Read with the listing, not a column: the kind's description.
     QString especieDescricao;
 
-    // Mode 1 inserts and reads the new ID back; mode 2 rewrites the row ID; any other mode
-    // writes nothing. A failed write leaves every property as it was.
-    bool SQLInsert(int mode);
-    bool SQLDelete(qint32 id); // a non-zero id first becomes ID
+    // A new row; the database assigns ID, read back. A failed write leaves every property as
+    // it was.
+    bool inserirNovo();
+    bool alterar();          // rewrites the row ID
+    bool excluir(qint32 id); // the row `id`, which becomes ID
+    bool excluirEste() { return excluir(ID); }
     bool SQLSelect(qint32 id);
 
     // The items of one entry, in the order they were stored, with their kind's description.

@@ -52,7 +52,26 @@ bool clsMovimento::SQLSelectByDate(const QDate& day) {
     return load(QStringLiteral("WHERE MDATA = ? ORDER BY ID DESC"), day);
 }
 
-bool clsMovimento::SQLInsert(qint32 id) {
+DayStatus clsMovimento::status() const {
+    // Anything but an open day is treated as closed: nothing is written into it.
+    return STATUS.trimmed().compare(QLatin1String("ABERTO"), Qt::CaseInsensitive) == 0
+               ? DayStatus::Open
+               : DayStatus::Closed;
+}
+
+void clsMovimento::setStatus(DayStatus s) {
+    STATUS = s == DayStatus::Open ? QStringLiteral("ABERTO") : QStringLiteral("FECHADO");
+}
+
+bool clsMovimento::inserirNovo() {
+    return insert(0);
+}
+
+bool clsMovimento::inserirComId(qint32 id) {
+    return insert(id);
+}
+
+bool clsMovimento::insert(qint32 id) {
     const QVariantList values = {MDATA,          int(MOV),           STATUS,
                                  SAIDA.units(),  SUPRIMENTO.units(), VALOR_ARRECADADO.units(),
                                  ENTRADA.units()};
@@ -88,7 +107,7 @@ bool clsMovimento::SQLUpdate() {
 
 bool clsMovimento::SQLUpdateTotais() {
     // A day is closed on a file checked whole, then and there.
-    if (STATUS == QLatin1String("FECHADO") && !m_db->wholeFileSound(true))
+    if (status() == DayStatus::Closed && !m_db->wholeFileSound(true))
         return false;
     return m_db->SQLExecute(
         QStringLiteral(

@@ -10,6 +10,9 @@
 class clsDataAccess;
 class Recordset;
 
+// The status of a cash day; the column holds "ABERTO" or "FECHADO".
+enum class DayStatus { Open, Closed };
+
 // One row of Movimento: a cash day.
 class clsMovimento {
 public:
@@ -18,16 +21,21 @@ public:
     qint32 ID = 0;
     QDate MDATA;
     qint16 MOV = 0;
-    QString STATUS;
+    QString STATUS; // the column's text; read and set through status()/setStatus()
     Money VALOR_ARRECADADO;
     Money ENTRADA;
     Money SAIDA;
     Money SUPRIMENTO;
     QString HASH_CADEIA; // the audit chain's last hash when the day was last closed
 
+    DayStatus status() const;
+    void setStatus(DayStatus s);
+    bool aberto() const { return status() == DayStatus::Open; }
+
     bool SQLSelect(qint32 id);
     bool SQLSelectByDate(const QDate& day); // the day's movement, if any (newest first)
-    bool SQLInsert(qint32 id);              // id 0: the database assigns it and ID is read back
+    bool inserirNovo();                     // the database assigns ID, read back
+    bool inserirComId(qint32 id);           // an explicit key (copies, imports)
     bool SQLUpdate();                       // every column
     // Totals, status and chain hash: closing (after a whole-file check) and reopening.
     bool SQLUpdateTotais();
@@ -50,6 +58,7 @@ public:
                                             const QDate& dia);
 
 private:
+    bool insert(qint32 id);
     bool load(const QString& where, const QVariant& key);
     void fill(const Recordset& rs);
     clsDataAccess* m_db; // a pointer so rows can be copied

@@ -10,30 +10,31 @@ const QString kSelect =
     QStringLiteral("SELECT ID, IDMOVIMENTO, DESCRICAO, TIPO, SDATA, ENTRADA, SAIDA FROM Sangria ");
 } // namespace
 
-bool clsSangria::SQLInsert(int mode) {
+bool clsSangria::inserirNovo() {
     const QVariantList values = {IDMOVIMENTO, DESCRICAO,       TIPO,
                                  SDATA,       ENTRADA.units(), SAIDA.units()};
-    if (mode == 1) {
-        qint64 newId = 0;
-        if (!AuditChain::insert(*m_db, kTable, kKey,
-                                QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, DESCRICAO, TIPO, "
-                                               "SDATA, ENTRADA, SAIDA) VALUES (?, ?, ?, ?, ?, ?)"),
-                                values, newId))
-            return false;
-        ID = static_cast<qint32>(newId);
-        return true;
-    }
-    return mode == 2 &&
-           AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
+    qint64 newId = 0;
+    if (!AuditChain::insert(*m_db, kTable, kKey,
+                            QStringLiteral("INSERT INTO Sangria (IDMOVIMENTO, DESCRICAO, TIPO, "
+                                           "SDATA, ENTRADA, SAIDA) VALUES (?, ?, ?, ?, ?, ?)"),
+                            values, newId))
+        return false;
+    ID = static_cast<qint32>(newId);
+    return true;
+}
+
+bool clsSangria::alterar() {
+    const QVariantList values = {IDMOVIMENTO, DESCRICAO,       TIPO,
+                                 SDATA,       ENTRADA.units(), SAIDA.units()};
+    return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Update,
                                QStringLiteral("UPDATE Sangria SET IDMOVIMENTO = ?, DESCRICAO = ?, "
                                               "TIPO = ?, SDATA = ?, ENTRADA = ?, SAIDA = ? "
                                               "WHERE ID = ?"),
                                values + QVariantList{ID});
 }
 
-bool clsSangria::SQLDelete(qint32 id) {
-    if (id != 0)
-        ID = id;
+bool clsSangria::excluir(qint32 id) {
+    ID = id;
     return AuditChain::execute(*m_db, kTable, kKey, ID, AuditChain::Op::Delete,
                                QStringLiteral("DELETE FROM Sangria WHERE ID = ?"), {ID});
 }

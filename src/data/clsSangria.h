@@ -23,11 +23,12 @@ public:
     Money ENTRADA;
     Money SAIDA;
 
-    // Mode 1 inserts and reads the new ID back; mode 2 rewrites the row ID. Any other mode
-    // writes nothing and answers false. A failed write leaves every property as it was.
-    bool SQLInsert(int mode);
-    // A non-zero id first becomes ID. The entry's items stay where they are.
-    bool SQLDelete(qint32 id);
+    // A new row; the database assigns ID, read back. A failed write leaves every property as
+    // it was.
+    bool inserirNovo();
+    bool alterar();
+    bool excluir(qint32 id); // the row `id`, which becomes ID
+    bool excluirEste() { return excluir(ID); }
     bool SQLSelect(qint32 id);
 
     // The entries of a movement of one kind, newest first; with `pesquisa`, those whose

@@ -41,17 +41,17 @@ bool clsUsuarios::replaceHash(clsDataAccess& db, qint32 id, const QString& from,
                          {to, id, from});
 }
 
-bool clsUsuarios::SQLInsert(int mode) {
-    if (mode == 1) {
-        qint64 id = 0;
-        if (!m_db->SQLInsertIdentity(
-                QStringLiteral(
-                    "INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
-                {NOME, SENHA, TIPO, int(ATIVO)}, id))
-            return false;
-        ID = static_cast<qint32>(id);
-        return true;
-    }
+bool clsUsuarios::inserirNovo() {
+    qint64 id = 0;
+    if (!m_db->SQLInsertIdentity(
+            QStringLiteral("INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
+            {NOME, SENHA, TIPO, int(ATIVO)}, id))
+        return false;
+    ID = static_cast<qint32>(id);
+    return true;
+}
+
+bool clsUsuarios::alterar() {
     if (SENHA.isEmpty())
         return m_db->SQLExecute(
             QStringLiteral("UPDATE Usuarios SET NOME = ?, TIPO = ?, ATIVO = ? WHERE ID = ?"),
@@ -63,4 +63,20 @@ bool clsUsuarios::SQLInsert(int mode) {
 
 bool clsUsuarios::SQLDelete() {
     return m_db->SQLExecute(QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
+}
+
+UserType clsUsuarios::tipoDe(const QString& tipo) {
+    return tipo == QLatin1String("ADM") ? UserType::Admin : UserType::User;
+}
+
+QString clsUsuarios::texto(UserType t) {
+    return t == UserType::Admin ? QStringLiteral("ADM") : QStringLiteral("USER");
+}
+
+std::optional<UserType> clsUsuarios::lerTipo(const QString& tipo) {
+    if (tipo == QLatin1String("ADM"))
+        return UserType::Admin;
+    if (tipo == QLatin1String("USER"))
+        return UserType::User;
+    return std::nullopt;
 }

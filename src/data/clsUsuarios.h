@@ -6,6 +6,9 @@
 
 class clsDataAccess;
 
+// The operator's type; the column holds "USER" or "ADM".
+enum class UserType { User, Admin };
+
 // One operator of Usuarios. SENHA holds the salted hash, never the password itself.
 class clsUsuarios {
 public:
@@ -17,9 +20,17 @@ public:
     QString TIPO;  // "USER" or "ADM"
     qint16 ATIVO = 1;
 
+    UserType tipo() const { return tipoDe(TIPO); }
+    void setTipo(UserType t) { TIPO = texto(t); }
+    // Only exactly "ADM" is an administrator; anything else is an ordinary operator.
+    static UserType tipoDe(const QString& tipo);
+    static QString texto(UserType t);
+    // nullopt when the text is neither "USER" nor "ADM" (what the screens and commands type).
+    static std::optional<UserType> lerTipo(const QString& tipo);
+
     bool SQLSelect(qint32 id);
-    // Mode 1 inserts (ID read back); any other mode updates the row ID.
-    bool SQLInsert(int mode);
+    bool inserirNovo(); // ID read back
+    bool alterar();     // the row ID; an empty SENHA keeps the stored hash
     bool SQLDelete();
 
     // Every operator, ordered by name; nullopt when the read failed (logged).

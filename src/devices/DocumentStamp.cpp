@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "DateUtil.h"
 #include "PrinterService.h"
+#include "Settings.h"
 #include "clsAutenticadora.h"
 
 QString DocumentStamp::header(const QString& printCabecalho, const QString& mensagemCabecalho) {
@@ -27,7 +28,7 @@ DocumentStamp::Outcome DocumentStamp::preparar(AppContext& ctx, const std::optio
                                                QString* text) {
     if (!valor || valor->isNegative() || valor->isZero() || valor->format().size() > kValueWidth)
         return Outcome::InvalidValue;
-    if (PrinterConfig::from(ctx).modo.trimmed() != QLatin1String("1"))
+    if (!Settings::modoAutenticadora(PrinterConfig::from(ctx).modo))
         return Outcome::PrinterOff;
     const QDate day = ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today();
     *text = line(header(ctx.option(QStringLiteral("Print"), QStringLiteral("cabecalho")),

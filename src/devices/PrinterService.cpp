@@ -1,9 +1,11 @@
 #include "PrinterService.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "OutputPath.h"
 #include "PrinterBytes.h"
 #include "QuattroProtocol.h"
+#include "Settings.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -27,7 +29,6 @@ const QString PrinterService::kSoParalela =
 const QString PrinterService::kLabel = QStringLiteral("ImprimeAutenticadora");
 
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
 const QString kTituloAutenticacao = QStringLiteral("Autenticação de Documentos");
 
 QString withDefault(const QString& v, const QString& fallback) {
@@ -99,11 +100,11 @@ PrinterModel PrinterService::modelo() const {
 }
 
 bool PrinterService::habilitada() const {
-    return config().modo.trimmed() == QLatin1String("1");
+    return Settings::modoAutenticadora(config().modo);
 }
 
 QString PrinterService::problemaConfiguracao(const PrinterConfig& c) {
-    if (!c.portaProblema.isEmpty() && c.modo.trimmed() == QLatin1String("1"))
+    if (!c.portaProblema.isEmpty() && Settings::modoAutenticadora(c.modo))
         return c.portaProblema;
     const QString modo = c.modo.trimmed();
     const QString comment =
@@ -219,29 +220,29 @@ PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QS
                                    : QStringLiteral("Problemas na impressão do texto.");
     switch (f) {
     case PrinterFault::PortaRecusada:
-        return {kAviso,
+        return {SystemTexts::aviso(),
                 kAbrirFalhou + QStringLiteral("\nA porta \"%1\" recusou a conexão ou não existe: "
                                               "confira a porta em Opções e o cabo.")
                                    .arg(porta),
                 DialogIcon::Critical};
     case PrinterFault::SemResposta:
-        return {kAviso,
+        return {SystemTexts::aviso(),
                 head + QStringLiteral("\nA autenticadora não responde: verifique se está ligada e "
                                       "se o cabo está conectado."),
                 DialogIcon::Critical};
     case PrinterFault::ForaDeLinha:
-        return {kAviso, head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
+        return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
                 DialogIcon::Exclamation};
     case PrinterFault::SemPapel:
-        return {kAviso, head + QStringLiteral("\nA autenticadora está sem papel."),
+        return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está sem papel."),
                 DialogIcon::Exclamation};
     case PrinterFault::SemDocumento:
         return {kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical};
     case PrinterFault::Nenhuma:
         break;
     }
-    return documento ? PrinterMessage{kAviso, kAutenticacaoFalhou, DialogIcon::Critical}
-                     : PrinterMessage{kAviso, kImpressaoFalhou, DialogIcon::Exclamation};
+    return documento ? PrinterMessage{SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical}
+                     : PrinterMessage{SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Exclamation};
 }
 
 void PrinterService::tell(const QString& title, const QString& text, DialogIcon icon) {
@@ -332,7 +333,7 @@ void PrinterService::fecharPorta(bool counterScreen) {
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0 && !m_closedAfterFailure)
-        tell(kAviso, counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
+        tell(SystemTexts::aviso(), counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
              DialogIcon::Critical);
 }
 
@@ -413,7 +414,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
     const PrinterConfig c = config();
     const int port = portaQuattro(c.porta);
     if (port == 1 || port == 2) { // a serial port
-        fail(kAviso, kSoParalela, DialogIcon::Information, false);
+        fail(SystemTexts::aviso(), kSoParalela, DialogIcon::Information, false);
         return false;
     }
     QuattroProtocol q(transport(),

@@ -1,4 +1,5 @@
 #include "BankExport.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "BankFileWriter.h"
@@ -17,19 +18,18 @@
 #include <QFileInfo>
 #include <QThread>
 
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
-
-const QString BankExport::kCodigoBancoNaoInformado =
-    QStringLiteral("Código do banco não informado!!");
-
 QString BankExport::padrao(Arquivo a) {
     return a == Arquivo::Cnab ? QStringLiteral("C") : QStringLiteral("F");
 }
 
 bool BankExport::codigoBancoValido(const QString& codigo) {
     return codigo.size() == 3 && isAllDigits(codigo);
+}
+
+QString BankExport::recusaCodigoBanco(Arquivo a, const QString& digitado) {
+    return a == Arquivo::Cnab || codigoBancoValido(digitado)
+               ? QString()
+               : SystemTexts::text(SystemText::CodigoBancoNaoInformado);
 }
 
 int BankExport::pausaTela(const AppContext& ctx) {
@@ -48,7 +48,8 @@ bool BankExport::tipo(AppContext& ctx, int idcod, Arquivo a, clsCodBarra& kind, 
         falha(ctx, r, QStringLiteral("Tipo de código de barras %1 não encontrado.").arg(idcod));
         return false;
     }
-    if (kind.PADRAO.compare(padrao(a), Qt::CaseInsensitive) != 0) {
+    const auto wanted = a == Arquivo::Cnab ? GuideKind::Padrao::Cnab : GuideKind::Padrao::Febraban;
+    if (kind.kind().padrao != wanted) {
         falha(ctx, r,
               QStringLiteral("O tipo %1 (%2) não é de %3.")
                   .arg(idcod)
@@ -107,7 +108,7 @@ void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString&
     ++r.falhas;
     if (r.erros.contains(failure))
         return;
-    ctx.dialogs.critical(kAviso, failure);
+    ctx.dialogs.critical(SystemTexts::aviso(), failure);
     r.erros << failure;
 }
 
@@ -189,7 +190,7 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
 }
 
 void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {
-    ctx.dialogs.critical(kAviso, text);
+    ctx.dialogs.critical(SystemTexts::aviso(), text);
     r.erros << text;
     r.ok = false;
 }

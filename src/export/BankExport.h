@@ -42,8 +42,12 @@ public:
     static QString padrao(Arquivo a); // the kinds' PADRAO: "C" or "F"
 
     // The bank code of the Febraban file: exactly three digits.
+    // The one bank-code rule of the screen and the command: a Febraban run writes the code the
+    // operator typed, which must be three digits; a CNAB run writes [Export] cod_banco_cnab,
+    // which its header record checks, so a typed code is not asked of it. The refusal
+    // ("Código do banco não informado!!"), or empty.
+    static QString recusaCodigoBanco(Arquivo a, const QString& digitado);
     static bool codigoBancoValido(const QString& codigo);
-    static const QString kCodigoBancoNaoInformado; // "Código do banco não informado!!"
 
     // The screen's settings: [Export] pausa_registro in ms (800 when missing; 0 turns it off)
     // and [Export] cnab=1, which lets the screen's export button write the CNAB file.

@@ -1,20 +1,9 @@
 #include "ExportMarks.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
 #include "clsRecebimentos.h"
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
-
-const QString ExportMarks::kPerguntaRejeita =
-    QStringLiteral("Confirma a exportação dos itens relacionados na lista?");
-const QString ExportMarks::kPerguntaDesfaz =
-    QStringLiteral("Confirma a reversão da rejeição dos itens desabilitados da lista?");
-const QString ExportMarks::kAguarde =
-    QStringLiteral("Processo demorado dependendo da quantidade de itens cadastrados. Aguarde!!");
-const QString ExportMarks::kGravacaoConcluida = QStringLiteral("Gravação Concluida!!");
 
 QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& linhas) {
     QList<QPair<qint32, int>> out;
@@ -29,8 +18,9 @@ QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& l
 bool ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
     if (clsRecebimentos::SQLUpdateExport(ctx.db, marcas))
         return true;
-    ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao gravar as marcas de exportação; nada "
-                                                "foi alterado."));
+    ctx.dialogs.critical(SystemTexts::aviso(),
+                         QStringLiteral("Erro ao gravar as marcas de exportação; nada "
+                                        "foi alterado."));
     return false;
 }
 
@@ -41,7 +31,8 @@ bool ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qin
         clsRecebimentos r(ctx.db);
         if (!r.SQLSelect(id) || r.IDMOVIMENTO != idMovimento) {
             ctx.dialogs.critical(
-                kAviso, QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(id));
+                SystemTexts::aviso(),
+                QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(id));
             return false;
         }
         list.append({id, flag});

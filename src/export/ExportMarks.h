@@ -28,9 +28,4 @@ public:
     // The commands: the named receipts of the movement get `flag`. A receipt that is not in the
     // movement refuses the whole request (message) and nothing is stored.
     static bool gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids, int flag);
-
-    static const QString kPerguntaRejeita;   // "Confirma a exportação dos itens ..."
-    static const QString kPerguntaDesfaz;    // "Confirma a reversão da rejeição ..."
-    static const QString kAguarde;           // "Processo demorado ... Aguarde!!"
-    static const QString kGravacaoConcluida; // "Gravação Concluida!!"
 };

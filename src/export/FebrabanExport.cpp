@@ -65,8 +65,10 @@ void FebrabanExport::monta(AppContext& ctx, const BankExport::Request& rq,
 
 BankExport::Result FebrabanExport::gerar(AppContext& ctx, const BankExport::Request& rq) {
     BankExport::Result r;
-    if (!BankExport::codigoBancoValido(rq.codBanco)) {
-        BankExport::falha(ctx, r, BankExport::kCodigoBancoNaoInformado);
+    if (const QString why =
+            BankExport::recusaCodigoBanco(BankExport::Arquivo::Febraban, rq.codBanco);
+        !why.isEmpty()) {
+        BankExport::falha(ctx, r, why);
         return r;
     }
     clsCodBarra kind(ctx.db);

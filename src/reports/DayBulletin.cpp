@@ -5,6 +5,7 @@
 #include "CashSafe.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "DayMovement.h"
 #include "ReceiptFigures.h"
 #include "clsCodBarra.h"
 #include "clsMovimento.h"
@@ -90,11 +91,12 @@ Money DayBulletin::totalDe(EntryKind k) const {
 }
 
 std::optional<DayBulletin> DayBulletin::montar(AppContext& ctx, const QDate& day, QString* why) {
-    clsMovimento mov(ctx.db);
-    if (!mov.SQLSelectByDate(day)) {
+    const auto found = DayMovement::of(ctx.db, day);
+    if (!found) {
         fail(why, QStringLiteral("Não há movimento em %1.").arg(DateUtil::br(day)));
         return std::nullopt;
     }
+    const clsMovimento& mov = *found;
     DayBulletin b;
     b.prefeitura = ctx.settings.pref.trimmed();
     b.cabecalho = ctx.settings.cabecalho.trimmed();
@@ -103,7 +105,7 @@ std::optional<DayBulletin> DayBulletin::montar(AppContext& ctx, const QDate& day
     b.idMovimento = mov.ID;
     b.mov = mov.MOV;
     b.status = mov.STATUS;
-    b.fechado = mov.STATUS.trimmed().compare(QLatin1String("FECHADO"), Qt::CaseInsensitive) == 0;
+    b.fechado = mov.status() == DayStatus::Closed;
     b.emitidoPor = ctx.userName;
     b.emitidoEm = ctx.clock.now();
     b.suprimento = mov.SUPRIMENTO;

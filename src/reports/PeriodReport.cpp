@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
+#include "DayMovement.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
@@ -50,9 +51,10 @@ std::optional<PeriodReport> PeriodReport::montar(AppContext& ctx, const QDate& d
     p.emitidoPor = ctx.userName;
     p.emitidoEm = ctx.clock.now();
     for (QDate d = de; d <= ate; d = d.addDays(1)) {
-        clsMovimento mov(ctx.db);
-        if (!mov.SQLSelectByDate(d))
+        const auto found = DayMovement::of(ctx.db, d);
+        if (!found)
             continue;
+        const clsMovimento& mov = *found;
         const auto receipts = clsRecebimentos::listarMovimento(ctx.db, mov.ID);
         if (!receipts)
             return refuse(QStringLiteral("Os recebimentos de %1 não puderam ser lidos.")

@@ -76,14 +76,14 @@ private slots:
                                  QStringLiteral("ADM"), true};
         QVERIFY(UserAccounts::gravar(app.ctx(), edit).ok());
         QVERIFY(Login::Valida_senha(app.ctx(), QStringLiteral("abc123")));
-        QCOMPARE(app.ctx().userType, QStringLiteral("ADM"));
+        QCOMPARE(app.ctx().userType, UserType::Admin);
         edit.senha = QStringLiteral("abc123");
         QVERIFY(UserAccounts::gravar(app.ctx(), edit).ok());
         edit.senha = QStringLiteral("novas1");
         edit.ativo = false;
         QVERIFY(UserAccounts::gravar(app.ctx(), edit).ok());
         QVERIFY(!Login::Valida_senha(app.ctx(), QStringLiteral("novas1"))); // inactive
-        QCOMPARE(Login::Tipo_usuario(app.ctx(), QStringLiteral("novas1")), QStringLiteral("ADM"));
+        QCOMPARE(Login::Tipo_usuario(app.ctx(), QStringLiteral("novas1")), UserType::Admin);
 
         edit.id = 9999;
         QCOMPARE(UserAccounts::gravar(app.ctx(), edit).outcome, O::NotFound);

@@ -351,9 +351,14 @@ private slots:
         twice.FERIADO = QDate(2026, 11, 23);
         QVERIFY(twice.Incluir());
         QVERIFY(!cal.E_feriado(QDate(2026, 11, 23))); // entered twice: no longer a holiday
-        QVERIFY(twice.Excluir(true));
+        // Deleting one holiday deletes that row only; the whole calendar goes only when asked.
+        QVERIFY(cal.excluir(twice.ID).done);
         QVERIFY(cal.E_feriado(QDate(2026, 11, 23)));
-        QVERIFY(f.Excluir(false));
+        QCOMPARE(app.count(QStringLiteral("Feriados")), 1);
+        const Outcome missing = cal.excluir(twice.ID);
+        QVERIFY(!missing.done);
+        QCOMPARE(missing.notice.text, QStringLiteral("Informe um item !!!"));
+        QVERIFY(cal.excluirTodos().done);
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
     }
 };

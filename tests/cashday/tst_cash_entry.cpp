@@ -6,6 +6,7 @@
 #include "CashAmount.h"
 #include "CashDay.h"
 #include "CashEntry.h"
+#include "DescriptionTexts.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "TestApp.h"
@@ -29,7 +30,7 @@ qint32 prepare(TestApp& app) {
     m.STATUS = QStringLiteral("ABERTO");
     app.ctx().workingDate = m.MDATA;
     app.dialogs().clear();
-    return m.SQLInsert(0) ? m.ID : 0;
+    return m.inserirNovo() ? m.ID : 0;
 }
 
 void setStatus(TestApp& app, qint32 id, const char* status) {
@@ -45,6 +46,20 @@ clsSangria stored(TestApp& app, qint32 id) {
     return s;
 }
 
+// The entry screen's way with a typed item: the amount read at the edge, the outcome told.
+bool gravar(TestApp& app, CashEntry& e, int especie, const QString& numero, const QString& valor) {
+    Notice why;
+    const auto v = CashAmount::read(valor, why);
+    const Outcome done = v ? e.gravarItem(especie, numero, *v) : Outcome::refused(why);
+    tell(app.dialogs(), done.notice);
+    return done.done;
+}
+
+bool told(TestApp& app, const Outcome& o) {
+    tell(app.dialogs(), o.notice);
+    return o.done;
+}
+
 } // namespace
 
 class tst_cash_entry : public QObject {
@@ -58,10 +73,10 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::Withdrawal);
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("100,00")));
-        QVERIFY(e.gravarItem(101, QStringLiteral("123"), QStringLiteral("50,00")));
-        QVERIFY(e.excluirItem(e.itens().first().ID));
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("100,00")));
+        QVERIFY(gravar(app, e, 101, QStringLiteral("123"), QStringLiteral("50,00")));
+        QVERIFY(told(app, e.excluirItem(e.itens().first().ID)));
         AuditChain::Report r = AuditChain::audit(app.db());
         QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
 
@@ -82,14 +97,14 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::PaymentOut);
-        QVERIFY(e.incluirItens(QStringLiteral("EMPENHO 7")));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("10,00")));
+        QVERIFY(told(app, e.incluirItens(QStringLiteral("EMPENHO 7"))));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("10,00")));
         app.db().faultHook = [](const QString& sql) {
             return sql.startsWith(QLatin1String("UPDATE Sangria"));
         };
-        QVERIFY(!e.gravarItem(100, QString(), QStringLiteral("5,00")));
+        QVERIFY(!gravar(app, e, 100, QString(), QStringLiteral("5,00")));
         QCOMPARE(app.count(QStringLiteral("Itens")), 1);
-        QVERIFY(!e.excluirItem(e.itens().first().ID));
+        QVERIFY(!told(app, e.excluirItem(e.itens().first().ID)));
         app.db().faultHook = nullptr;
         QCOMPARE(app.count(QStringLiteral("Itens")), 1);
         QCOMPARE(stored(app, e.header().ID).SAIDA, Money::fromReais(10));
@@ -119,20 +134,20 @@ private slots:
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind(kind));
         if (EntryKind(kind) == EntryKind::PaymentOut) {
-            QVERIFY(!e.incluirItens(QStringLiteral("   ")));
-            QCOMPARE(app.dialogs().last().text, CashEntry::kCamposObrigatorios);
+            QVERIFY(!told(app, e.incluirItens(QStringLiteral("   "))));
+            QCOMPARE(app.dialogs().last().text, Desc::kCamposObrigatorios);
             QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
             QCOMPARE(app.dialogs().last().icon, DialogIcon::Exclamation);
             QVERIFY(!e.stored());
         }
-        QVERIFY(e.incluirItens(QStringLiteral("  EMPENHO 12/2026 ")));
+        QVERIFY(told(app, e.incluirItens(QStringLiteral("  EMPENHO 12/2026 "))));
         QCOMPARE(stored(app, e.header().ID).SDATA, QDate(2026, 11, 23)); // stored at once
         // The amount follows the items: 200 + 50, then 50 once the first is deleted.
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("200")));
-        QVERIFY(e.gravarItem(101, QStringLiteral("123"), QStringLiteral("50,00")));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("200")));
+        QVERIFY(gravar(app, e, 101, QStringLiteral("123"), QStringLiteral("50,00")));
         QCOMPARE(e.total(), Money::fromReais(250));
         QCOMPARE(e.itens().at(1).NUMERO, QStringLiteral("123"));
-        QVERIFY(e.excluirItem(e.itens().first().ID));
+        QVERIFY(told(app, e.excluirItem(e.itens().first().ID)));
         const clsSangria o = stored(app, e.header().ID);
         QCOMPARE(o.TIPO, tipo);
         QCOMPARE(o.DESCRICAO, descricao);
@@ -140,7 +155,7 @@ private slots:
         QCOMPARE(o.SAIDA, entrada ? Money() : Money::fromReais(50));
         QCOMPARE(o.IDMOVIMENTO, mov);
         QCOMPARE(app.count(QStringLiteral("Itens")), 1);
-        QVERIFY(e.concluir());
+        QVERIFY(told(app, e.concluir()));
         QVERIFY(!e.stored()); // ready for the next entry
     }
 
@@ -151,15 +166,15 @@ private slots:
         QTest::addColumn<int>("icon");
         const int warn = int(DialogIcon::Exclamation);
         const int crit = int(DialogIcon::Critical);
-        QTest::newRow("letters") << 100 << "1a,00" << CashAmount::kValorInvalido << warn;
-        QTest::newRow("two commas") << 100 << "1,00,00" << CashAmount::kValorInvalido << warn;
-        QTest::newRow("negative") << 100 << "-5,00" << CashAmount::kValorInvalido << warn;
-        QTest::newRow("zero") << 100 << "0,00" << CashAmount::kValorInvalido << warn;
-        QTest::newRow("fraction of a cent") << 100 << "1,005" << CashAmount::kValorInvalido << warn;
-        QTest::newRow("empty") << 100 << "  " << CashEntry::kCamposObrigatorios << warn;
-        QTest::newRow("no kind") << 0 << "5,00" << CashEntry::kCamposObrigatorios << warn;
-        QTest::newRow("a guide, not money") << 1 << "5,00" << CashEntry::kEspecieInvalida << crit;
-        QTest::newRow("unknown kind") << 999 << "5,00" << CashEntry::kEspecieInvalida << crit;
+        QTest::newRow("letters") << 100 << "1a,00" << Desc::kValorInvalido << warn;
+        QTest::newRow("two commas") << 100 << "1,00,00" << Desc::kValorInvalido << warn;
+        QTest::newRow("negative") << 100 << "-5,00" << Desc::kValorInvalido << warn;
+        QTest::newRow("zero") << 100 << "0,00" << Desc::kValorInvalido << warn;
+        QTest::newRow("fraction of a cent") << 100 << "1,005" << Desc::kValorInvalido << warn;
+        QTest::newRow("empty") << 100 << "  " << Desc::kCamposObrigatorios << warn;
+        QTest::newRow("no kind") << 0 << "5,00" << Desc::kCamposObrigatorios << warn;
+        QTest::newRow("a guide, not money") << 1 << "5,00" << Desc::kEspecieInvalida << crit;
+        QTest::newRow("unknown kind") << 999 << "5,00" << Desc::kEspecieInvalida << crit;
     }
     void badItems() {
         QFETCH(int, especie);
@@ -169,8 +184,8 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::Withdrawal);
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(!e.gravarItem(especie, QString(), valor));
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(!gravar(app, e, especie, QString(), valor));
         QCOMPARE(app.dialogs().texts(), QStringList{message});
         QCOMPARE(int(app.dialogs().last().icon), icon);
         QCOMPARE(app.count(QStringLiteral("Itens")), 0);
@@ -181,19 +196,19 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::Withdrawal);
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("10,00")));
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("10,00")));
         setStatus(app, mov, "FECHADO");
 
-        QVERIFY(!e.gravarItem(100, QString(), QStringLiteral("5,00")));
-        QVERIFY(!e.excluirItem(e.itens().first().ID));
+        QVERIFY(!gravar(app, e, 100, QString(), QStringLiteral("5,00")));
+        QVERIFY(!told(app, e.excluirItem(e.itens().first().ID)));
         CashEntry other(app.ctx(), mov, EntryKind::PaymentOut);
-        QVERIFY(!other.incluirItens(QStringLiteral("EMPENHO")));
-        QCOMPARE(app.dialogs().texts(), QStringList(3, CashEntry::kMovimentoFechado));
+        QVERIFY(!told(app, other.incluirItens(QStringLiteral("EMPENHO"))));
+        QCOMPARE(app.dialogs().texts(), QStringList(3, Desc::kMovimentoFechado));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
         app.dialogs().clear();
-        QVERIFY(!CashEntry::excluirLancamento(app.ctx(), mov, e.header().ID));
-        QCOMPARE(app.dialogs().texts(), QStringList{CashEntry::kNaoPodeExcluir});
+        QVERIFY(!told(app, CashEntry::excluirLancamento(app.ctx(), mov, e.header().ID)));
+        QCOMPARE(app.dialogs().texts(), QStringList{Desc::kNaoPodeExcluir});
         QCOMPARE(app.count(QStringLiteral("Sangria")), 1);
         QCOMPARE(app.count(QStringLiteral("Itens")), 1);
         QCOMPARE(stored(app, e.header().ID).SAIDA, Money::fromReais(10));
@@ -206,23 +221,23 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::Withdrawal);
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(!e.concluir()); // finishing without items
-        QCOMPARE(app.dialogs().texts(), QStringList{CashEntry::kInformeItem});
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(!told(app, e.concluir())); // finishing without items
+        QCOMPARE(app.dialogs().texts(), QStringList{Desc::kInformeItem});
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
         QCOMPARE(app.count(QStringLiteral("Sangria")), 1);
         QVERIFY(e.sair());
         QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
 
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("7,00")));
-        QVERIFY(e.excluirItem(e.itens().first().ID)); // back to zero
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("7,00")));
+        QVERIFY(told(app, e.excluirItem(e.itens().first().ID))); // back to zero
         QCOMPARE(stored(app, e.header().ID).SAIDA, Money());
         QVERIFY(e.sair());
         QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
 
-        QVERIFY(e.incluirItens(QString()));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("7,00")));
+        QVERIFY(told(app, e.incluirItens(QString())));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("7,00")));
         QVERIFY(e.sair());
         QCOMPARE(app.count(QStringLiteral("Sangria")), 1); // an entry with items stays
     }
@@ -234,12 +249,12 @@ private slots:
         const qint32 mov = prepare(app);
         {
             CashEntry full(app.ctx(), mov, EntryKind::PaymentOut);
-            QVERIFY(full.incluirItens(QStringLiteral("EMPENHO")));
-            QVERIFY(full.gravarItem(100, QString(), QStringLiteral("1,00")));
+            QVERIFY(told(app, full.incluirItens(QStringLiteral("EMPENHO"))));
+            QVERIFY(gravar(app, full, 100, QString(), QStringLiteral("1,00")));
             CashEntry left(app.ctx(), mov, EntryKind::Withdrawal);
-            QVERIFY(left.incluirItens(QString()));
+            QVERIFY(told(app, left.incluirItens(QString())));
             CashEntry again(app.ctx(), mov, EntryKind::CashIn);
-            QVERIFY(again.incluirItens(QString()));
+            QVERIFY(told(app, again.incluirItens(QString())));
         } // never left through sair()
         QCOMPARE(app.count(QStringLiteral("Sangria")), 3);
         setStatus(app, mov, "FECHADO");
@@ -255,23 +270,24 @@ private slots:
         TEST_BACKEND();
         const qint32 mov = prepare(app);
         CashEntry e(app.ctx(), mov, EntryKind::PaymentOut);
-        QVERIFY(e.incluirItens(QStringLiteral("EMPENHO 3")));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("3,00")));
+        QVERIFY(told(app, e.incluirItens(QStringLiteral("EMPENHO 3"))));
+        QVERIFY(gravar(app, e, 100, QString(), QStringLiteral("3,00")));
         const qint32 id = e.header().ID;
-        QVERIFY(!CashEntry::excluirLancamento(app.ctx(), mov + 1, id)); // not this movement's
-        QCOMPARE(app.dialogs().texts(), QStringList{CashEntry::kNaoPodeExcluir});
+        QVERIFY(!told(app,
+                      CashEntry::excluirLancamento(app.ctx(), mov + 1, id))); // not this movement's
+        QCOMPARE(app.dialogs().texts(), QStringList{Desc::kNaoPodeExcluir});
         app.dialogs().clear();
-        QVERIFY(!CashEntry::excluirLancamento(app.ctx(), mov, id + 50));
-        QCOMPARE(app.dialogs().texts(), QStringList{CashEntry::kErroExcluir});
-        QVERIFY(CashEntry::excluirLancamento(app.ctx(), mov, id));
+        QVERIFY(!told(app, CashEntry::excluirLancamento(app.ctx(), mov, id + 50)));
+        QCOMPARE(app.dialogs().texts(), QStringList{Desc::kErroExcluir});
+        QVERIFY(told(app, CashEntry::excluirLancamento(app.ctx(), mov, id)));
         QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
         QCOMPARE(app.count(QStringLiteral("Itens")), 1); // the items stay where they were
 
         CashEntry other(app.ctx(), mov, EntryKind::Withdrawal);
         QVERIFY(!other.carregar(id)); // gone
         app.dialogs().clear();
-        QVERIFY(!other.excluirItem(999));
-        QCOMPARE(app.dialogs().texts(), QStringList{CashEntry::kInformeItem});
+        QVERIFY(!told(app, other.excluirItem(999)));
+        QCOMPARE(app.dialogs().texts(), QStringList{Desc::kInformeItem});
     }
 
     // Closing sums the day's entries into the movement and prints them on the closing block.
@@ -284,9 +300,9 @@ private slots:
                         QStringList{QStringLiteral("100,00"), QStringLiteral("50,00")}},
               std::pair{EntryKind::PaymentOut, QStringList{QStringLiteral("30,00")}}}) {
             CashEntry e(app.ctx(), mov, kind);
-            QVERIFY(e.incluirItens(QStringLiteral("EMPENHO 1")));
+            QVERIFY(told(app, e.incluirItens(QStringLiteral("EMPENHO 1"))));
             for (const QString& v : valores)
-                QVERIFY(e.gravarItem(100, QString(), v));
+                QVERIFY(gravar(app, e, 100, QString(), v));
         }
         clsRecebimentos r(app.db());
         r.AUTENTICA = 1;

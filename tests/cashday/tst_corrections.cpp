@@ -6,6 +6,7 @@
 #include "CorrectionLog.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
 #include "ReceiptCorrections.h"
@@ -146,7 +147,7 @@ private slots:
                  QStringList{QStringLiteral("(-)  ESTORNO ITEM: 003 --->         5,00")});
         QCOMPARE(c.newTape().first().size(), 40);
         QCOMPARE(app.dialogs().shown().size(), 1);
-        QCOMPARE(app.dialogs().last().text, RC::kExcluido);
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Exclusão efetuada com sucesso!!"));
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
     }
@@ -211,7 +212,7 @@ private slots:
         p.motivo = QStringLiteral("conferido");
         const auto res = c.corrections.alterar(p);
         QVERIFY(res.feito);
-        QCOMPARE(app.dialogs().last().text, RC::kAlterado);
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Operação efetuada com sucesso!!"));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
 
         const clsRecebimentos after = c.receipt(before.IDRECEBE);
@@ -259,41 +260,59 @@ private slots:
             QTest::newRow(name) << op << field << text << motivo << message << icon;
         };
         const char* ok = "motivo";
-        row("reversal, blank reason", "estornar", "", "", "   ", RC::kMotivoObrigatorio, warn);
-        row("change, blank reason", "alterar", "valor", "6,00", "", RC::kMotivoObrigatorio, warn);
-        row("change, empty field", "alterar", "valor", " ", ok, CashEntry::kCamposObrigatorios,
-            warn);
-        row("amount with letters", "alterar", "valor", "12,ab", ok, RC::kValorInvalido, crit);
-        row("amount zero", "alterar", "valor", "0,00", ok, RC::kValorInvalido, crit);
-        row("amount below a cent", "alterar", "valor", "1,005", ok, RC::kValorInvalido, crit);
+        row("reversal, blank reason", "estornar", "", "", "   ",
+            QStringLiteral("Um motivo deve ser especificado!!"), warn);
+        row("change, blank reason", "alterar", "valor", "6,00", "",
+            QStringLiteral("Um motivo deve ser especificado!!"), warn);
+        row("change, empty field", "alterar", "valor", " ", ok, Desc::kCamposObrigatorios, warn);
+        row("amount with letters", "alterar", "valor", "12,ab", ok,
+            QStringLiteral("O valor informado não é um número!!"), crit);
+        row("amount zero", "alterar", "valor", "0,00", ok,
+            QStringLiteral("O valor informado não é um número!!"), crit);
+        row("amount below a cent", "alterar", "valor", "1,005", ok,
+            QStringLiteral("O valor informado não é um número!!"), crit);
         row("number of another receipt", "alterar", "autentica", "1", ok,
-            RC::kAutenticaEmUso.arg("001"), crit);
-        row("number not a number", "alterar", "autentica", "x1", ok, RC::kAutenticaInvalida, crit);
+            QStringLiteral("A autenticação %1 já pertence a outro recebimento deste movimento!!")
+                .arg("001"),
+            crit);
+        row("number not a number", "alterar", "autentica", "x1", ok,
+            QStringLiteral("O número de autenticação deve ser um número maior que zero!!"), crit);
         const QString beyond = QStringLiteral("O número de autenticação vai até 99999: os "
                                               "arquivos do movimento não levam um número maior!!");
         row("number beyond five digits", "alterar", "autentica", "100000", ok, beyond, crit);
         row("number beyond 32 bits", "alterar", "autentica", "2147483647", ok, beyond, crit);
         row("number beyond 64 bits", "alterar", "autentica", "99999999999999999999", ok,
-            RC::kAutenticaInvalida, crit);
+            QStringLiteral("O número de autenticação deve ser um número maior que zero!!"), crit);
         row("code of another receipt", "alterar", "codbarra", kTaxas, ok,
             QStringLiteral("Conta já Recebida!!!"), crit);
-        row("code too short", "alterar", "codbarra", "8166", ok, RC::kCodigoInvalido, crit);
-        row("unknown kind", "alterar", "tipo", "99", ok, RC::kTipoInvalido, crit);
-        row("nothing changed", "alterar", "valor", "5,00", ok, RC::kNadaAlterado, warn);
-        row("reversal, reason with a quote", "estornar", "", "", "d'agua", CashEntry::kErroExcluir,
+        row("code too short", "alterar", "codbarra", "8166", ok,
+            QStringLiteral("O código de barras deve ter 44 dígitos!!"), crit);
+        row("unknown kind", "alterar", "tipo", "99", ok,
+            QStringLiteral("Tipo de guia não cadastrado!!"), crit);
+        row("nothing changed", "alterar", "valor", "5,00", ok,
+            QStringLiteral("Nenhum campo foi alterado!!"), warn);
+        row("reversal, reason with a quote", "estornar", "", "", "d'agua", Desc::kErroExcluir,
             crit);
-        row("change, reason with a quote", "alterar", "valor", "6,00", "d'agua", RC::kErroGravar,
+        row("change, reason with a quote", "alterar", "valor", "6,00", "d'agua",
+            QStringLiteral("Erro ao gravar"), crit);
+        row("reversal, closed day", "estornar-fechado", "", "", ok,
+            QStringLiteral(
+                "O movimento deste dia está encerrado!! Reabra o movimento (F5) para corrigir."),
             crit);
-        row("reversal, closed day", "estornar-fechado", "", "", ok, RC::kEncerrado, crit);
-        row("change, closed day", "alterar-fechado", "valor", "6,00", ok, RC::kEncerrado, crit);
+        row("change, closed day", "alterar-fechado", "valor", "6,00", ok,
+            QStringLiteral(
+                "O movimento deste dia está encerrado!! Reabra o movimento (F5) para corrigir."),
+            crit);
         row("reversal, log folder cannot be written", "estornar-pasta", "", "", ok, "", crit);
         row("change, log folder cannot be written", "alterar-pasta", "valor", "6,00", ok, "", crit);
         row("reversal, database refuses the delete", "estornar-falha", "", "", ok,
-            CashEntry::kErroExcluir, crit);
+            Desc::kErroExcluir, crit);
         row("change, database refuses the update", "alterar-falha", "valor", "6,00", ok,
-            RC::kErroGravar, crit);
-        row("unknown receipt", "estornar-desconhecido", "", "", ok, RC::kNaoEncontrado, crit);
-        row("day without movement", "alterar-outro", "valor", "6,00", ok, RC::kSemMovimento, crit);
+            QStringLiteral("Erro ao gravar"), crit);
+        row("unknown receipt", "estornar-desconhecido", "", "", ok,
+            QStringLiteral("Recebimento não encontrado no movimento deste dia!!"), crit);
+        row("day without movement", "alterar-outro", "valor", "6,00", ok,
+            QStringLiteral("Não há movimento nesta data!!"), crit);
     }
     void refusals() {
         TEST_BACKEND();
@@ -313,8 +332,10 @@ private slots:
             QVERIFY(blocker.open(QIODevice::WriteOnly));
             app.setOption(QStringLiteral("Export"), QStringLiteral("Path2"),
                           app.path(QStringLiteral("bloqueio/estornos")));
-            message = RC::kRegistroBloqueado.arg(QDir::toNativeSeparators(
-                app.path(QStringLiteral("bloqueio/estornos/Estorno_3_2026.txt"))));
+            message = QStringLiteral(
+                          "Não é possível gravar o registro de estornos em %1!! Nada foi alterado.")
+                          .arg(QDir::toNativeSeparators(
+                              app.path(QStringLiteral("bloqueio/estornos/Estorno_3_2026.txt"))));
         }
         if (op.endsWith(QLatin1String("-falha")))
             app.db().faultHook = [](const QString& sql) {
@@ -331,7 +352,7 @@ private slots:
         if (op.startsWith(QLatin1String("estornar"))) {
             const bool may = c.corrections.podeEstornar(id, motivo);
             // What the check sees is refused before the question; the rest by the write.
-            QCOMPARE(may, message == CashEntry::kErroExcluir);
+            QCOMPARE(may, message == Desc::kErroExcluir);
             app.dialogs().clear();
             res = c.corrections.estornar(id, motivo);
         } else {
@@ -461,7 +482,8 @@ private slots:
                                                                 "linha (off-line)."),
                                                  RC::kFitaFalhou};
         QTest::newRow("no printer")
-            << false << int(CounterPrinter::Fita::SemImpressora) << QStringList{RC::kExcluido};
+            << false << int(CounterPrinter::Fita::SemImpressora)
+            << QStringList{QStringLiteral("Exclusão efetuada com sucesso!!")};
     }
     void withoutTheTape() {
         TEST_BACKEND();
@@ -508,7 +530,7 @@ private slots:
         QCOMPARE(e.REVERTIDO_EM, app.clock().now());
         QCOMPARE(e.REVERTIDO_POR, QStringLiteral("ANA"));
 
-        QCOMPARE(app.dialogs().texts(), QStringList{RC::kRevertido});
+        QCOMPARE(app.dialogs().texts(), QStringList{QStringLiteral("Revertido com sucesso!!")});
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
         QCOMPARE(c.log(),
                  logBefore + entry(QStringLiteral("003"), QStringLiteral("CERTIDAO NEGATIVA"),
@@ -519,16 +541,24 @@ private slots:
 
         // Once undone there is nothing left to undo.
         QVERIFY(!c.corrections.reverter(before.IDRECEBE).feito);
-        QCOMPARE(app.dialogs().last().text, RC::kSemEstorno);
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("Não há estorno deste recebimento para reverter!!"));
     }
 
     void undoRefusals_data() {
         QTest::addColumn<QString>("meanwhile");
         QTest::addColumn<QString>("message");
-        QTest::newRow("number taken") << "numero" << RC::kAutenticaEmUso.arg("003");
+        QTest::newRow("number taken")
+            << "numero"
+            << QStringLiteral("A autenticação %1 já pertence a outro recebimento deste movimento!!")
+                   .arg("003");
         QTest::newRow("code taken") << "codigo" << QStringLiteral("Conta já Recebida!!!");
-        QTest::newRow("day closed") << "fechado" << RC::kEncerrado;
-        QTest::newRow("database refuses") << "falha" << RC::kErroReverter;
+        QTest::newRow("day closed")
+            << "fechado"
+            << QStringLiteral(
+                   "O movimento deste dia está encerrado!! Reabra o movimento (F5) para corrigir.");
+        QTest::newRow("database refuses")
+            << "falha" << QStringLiteral("Erro ao reverter arquivo! ");
     }
     void undoRefusals() {
         TEST_BACKEND();

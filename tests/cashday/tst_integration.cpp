@@ -64,7 +64,7 @@ struct Day {
         m.MDATA = QDate(2026, 11, 23);
         m.MOV = 4;
         m.STATUS = QStringLiteral("ABERTO");
-        QVERIFY(m.SQLInsert(0));
+        QVERIFY(m.inserirNovo());
         mov = m.ID;
         QDir(app.folder()).mkdir(QStringLiteral("Integracao"));
         app.setOption(QStringLiteral("Export"), QStringLiteral("Path1"),
@@ -86,9 +86,9 @@ struct Day {
     qint32 entry(EntryKind kind, const QString& descricao,
                  const QList<std::tuple<int, QString, QString>>& items) {
         CashEntry e(app.ctx(), mov, kind);
-        [&] { QVERIFY(e.incluirItens(descricao)); }();
+        [&] { QVERIFY(e.incluirItens(descricao).done); }();
         for (const auto& [especie, numero, valor] : items)
-            [&] { QVERIFY(e.gravarItem(especie, numero, valor)); }();
+            [&] { QVERIFY(e.gravarItem(especie, numero, *Money::parse(valor)).done); }();
         return e.header().ID;
     }
 
@@ -156,7 +156,8 @@ private slots:
         QCOMPARE(r.registros, 9);
         QVERIFY(r.erros.isEmpty());
         QCOMPARE(pauses, 2 + 2 + 3); // after each receipt, entry and item
-        QCOMPARE(app.dialogs().texts(), QStringList{IntegrationFile::kSucesso});
+        QCOMPARE(app.dialogs().texts(),
+                 QStringList{QStringLiteral("Geração de arquivo efetuada com sucesso!!")});
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Information);
 
         QFile raw(r.arquivo);
@@ -208,7 +209,9 @@ private slots:
         QVERIFY(!r.written);
         QVERIFY(!QFile::exists(d.expectedPath()));
         QVERIFY(QDir(app.path(QStringLiteral("Integracao"))).isEmpty());
-        QCOMPARE(app.dialogs().texts(), QStringList{IntegrationFile::kSemRecebimentos});
+        QCOMPARE(app.dialogs().texts(),
+                 QStringList{QStringLiteral(
+                     "Não há recebimentos neste movimento: nenhum arquivo foi gerado.")});
     }
 
     // A counter number that does not fit the header's one character (or no number at all):
@@ -252,10 +255,11 @@ private slots:
         const QString longText(171, QLatin1Char('X'));
         CashEntry refused(app.ctx(), d.mov, EntryKind::PaymentOut);
         app.dialogs().clear();
-        QVERIFY(!refused.incluirItens(longText));
-        QCOMPARE(
-            app.dialogs().texts(),
-            QStringList{QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170.")});
+        const Outcome told = refused.incluirItens(longText);
+        QVERIFY(!told);
+        QCOMPARE(told.notice.text,
+                 QStringLiteral("A descrição tem 171 caracteres; cabem no máximo 170."));
+        QCOMPARE(told.notice.title, QStringLiteral("Aviso"));
         QVERIFY(!refused.stored());
         d.entry(EntryKind::PaymentOut, QStringLiteral("PRIMEIRA"),
                 {{102, QString(), QStringLiteral("1,00")}});
@@ -293,7 +297,7 @@ private slots:
         QVERIFY(!second.written);
         QVERIFY(app.dialogs().texts().first().contains(
             QStringLiteral("já existe e não será substituído")));
-        QCOMPARE(app.dialogs().last().text, IntegrationFile::kErroGravar);
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Erro ao gravar arquivo!!"));
         QCOMPARE(linesOf(first.arquivo), before);
     }
 
@@ -313,7 +317,7 @@ private slots:
         QVERIFY(!r.written);
         QCOMPARE(app.dialogs().texts().size(), 2); // the error report, then the message
         QCOMPARE(app.dialogs().shown().first().icon, DialogIcon::Exclamation);
-        QCOMPARE(app.dialogs().last().text, IntegrationFile::kErroGravar);
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Erro ao gravar arquivo!!"));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
         QVERIFY(!QFile::exists(r.arquivo));
         QVERIFY(QFile::exists(app.path(QStringLiteral("Log.ini"))));

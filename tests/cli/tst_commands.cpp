@@ -82,10 +82,18 @@ private slots:
         QVERIFY(r.err.contains(QStringLiteral("Data já lançada!!!")));
         QCOMPARE(f.run(words("dia-util 20/11/2026")).out.trimmed(), QStringLiteral("24/11/2026"));
         QCOMPARE(f.run(words("dia-util 31/02/2026")).code, 2);
+        QCOMPARE(f.run(words("feriado gravar 25/12/2026")).code, 0);
         const QJsonArray days = f.run(words("feriado listar --json")).array();
-        QCOMPARE(days.size(), 1);
+        QCOMPARE(days.size(), 2);
         const int id = days.at(0).toObject().value(u"id").toInt();
+        // One holiday deleted is that one only; deleting it again is refused.
         QCOMPARE(f.run(words("feriado excluir --id") << QString::number(id)).code, 0);
+        const QJsonArray left = f.run(words("feriado listar --json")).array();
+        QCOMPARE(left.size(), 1);
+        QCOMPARE(left.at(0).toObject().value(u"feriado").toString(), QStringLiteral("25/12/2026"));
+        r = f.run(words("feriado excluir --id") << QString::number(id));
+        QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("Informe um item !!!")));
     }
 
     void readingAndCharges() {
@@ -118,6 +126,44 @@ private slots:
         QCOMPARE(f.run(onTime << QStringLiteral("--valor") << QString()).code, 2);
     }
 
+    // An overdue guide is a question about money: without --aceitar-vencidas the command takes
+    // the safe answer and says why; --recusar-vencidas says the same; with consent it is charged.
+    void overdueGuideNeedsConsent_data() {
+        QTest::addColumn<QString>("option");
+        QTest::addColumn<int>("code");
+        QTest::newRow("default") << QString() << 1;
+        QTest::newRow("refuse") << QStringLiteral("--recusar-vencidas") << 1;
+        QTest::newRow("accept") << QStringLiteral("--aceitar-vencidas") << 0;
+    }
+    void overdueGuideNeedsConsent() {
+        QFETCH(QString, option);
+        QFETCH(int, code);
+        CliFolder f;
+        const QStringList day = words("--data 16/11/2026");
+        QCOMPARE(f.asAdmin(words("caixa abrir") + day).code, 0);
+        QStringList args =
+            words("caixa receber --json 81640000000100004272025031000000000000000000");
+        if (!option.isEmpty())
+            args << option;
+        const CliRun r = f.asAdmin(args + day);
+        QCOMPARE(r.code, code);
+        const QJsonObject o = r.json();
+        if (code == 0) {
+            QCOMPARE(o.value(u"gravados").toArray().size(), 1);
+            QVERIFY(!r.err.contains(QStringLiteral("Guia com a data de vencimento vencida.")));
+        } else {
+            QCOMPARE(o.value(u"gravados").toArray().size(), 0);
+            QCOMPARE(
+                o.value(u"recusados").toArray().at(0).toObject().value(u"resultado").toString(),
+                QStringLiteral("recusada"));
+            QVERIFY2(r.err.contains(QStringLiteral("Guia com a data de vencimento vencida.")),
+                     qPrintable(r.err));
+        }
+        QCOMPARE(
+            f.asAdmin(words("caixa receber --aceitar-vencidas --recusar-vencidas X") + day).code,
+            2);
+    }
+
     void wholeCustomerWithPrinter() {
         CliFolder f;
         f.set(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
@@ -128,7 +174,7 @@ private slots:
         QCOMPARE(f.asAdmin(words("caixa abrir") + day).code, 0);
         // A bill, a typed slip line, the same bill again, a loose amount.
         CliRun r = f.asAdmin(
-            words("caixa receber --pago 2.000,00 --json "
+            words("caixa receber --aceitar-vencidas --pago 2.000,00 --json "
                   "81830000012345604272026011000000000000000000")
             << QStringLiteral("00191.23454 00000.000000 00000.000000 3 16510000008915")
             << words("81830000012345604272026011000000000000000000 --avulso 8:5,00") + day);

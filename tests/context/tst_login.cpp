@@ -16,7 +16,7 @@ int addStored(TestApp& app, const QString& nome, const QString& stored, int ativ
     u.SENHA = stored;
     u.TIPO = QStringLiteral("USER");
     u.ATIVO = static_cast<qint16>(ativo);
-    return u.SQLInsert(1) ? u.ID : -1;
+    return u.inserirNovo() ? u.ID : -1;
 }
 
 QString storedHash(TestApp& app, int id) {
@@ -52,10 +52,11 @@ private slots:
         // administrator check does not look at activity.
         QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("parada")));
         QCOMPARE(ctx.userName, QStringLiteral("DINA"));
-        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("parada")), QStringLiteral("ADM"));
-        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("dupla")), QStringLiteral("USER"));
-        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("minuscula")), QStringLiteral("adm"));
-        QCOMPARE(Login::Tipo_usuario(ctx, QString()), QStringLiteral("USER"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("parada")), UserType::Admin);
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("dupla")), UserType::User);
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("minuscula")),
+                 UserType::User); // only exactly "ADM" administers
+        QCOMPARE(Login::Tipo_usuario(ctx, QString()), UserType::User);
     }
 
     void administratorPrompt_data() {
@@ -98,7 +99,7 @@ private slots:
         QCOMPARE(storedHash(app, antigo), kOldHash);
         QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("parado")));
         QCOMPARE(storedHash(app, parado), paradoHash);
-        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("CAFE2026")), QStringLiteral("USER"));
+        QCOMPARE(Login::Tipo_usuario(ctx, QStringLiteral("CAFE2026")), UserType::User);
         QCOMPARE(storedHash(app, antigo), kOldHash); // the guard is not a login
 
         QVERIFY(Login::Valida_senha(ctx, QStringLiteral("cafe2026")));

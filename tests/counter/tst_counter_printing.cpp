@@ -5,6 +5,7 @@
 #include "CounterSession.h"
 #include "DemoData.h"
 #include "OpenCounter.h"
+#include "DescriptionTexts.h"
 #include "PaymentRecorder.h"
 #include "PrinterEmulator.h"
 #include "PrinterService.h"
@@ -44,7 +45,7 @@ private slots:
         QVERIFY(c.session.ler(kBoleto).accepted);
         QVERIFY(c.session.gravar());
         QCOMPARE(c.missed, QList<QList<int>>{{}});
-        QCOMPARE(c.app.dialogs().texts(), QStringList{PaymentRecorder::kGravado});
+        QCOMPARE(c.app.dialogs().texts(), QStringList{Desc::kRegistroGravado});
         QVERIFY(c.emulator.documents().isEmpty());
     }
 

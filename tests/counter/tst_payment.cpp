@@ -3,6 +3,7 @@
 #include "CounterPrinter.h"
 #include "CounterSession.h"
 #include "DailyControlFile.h"
+#include "DescriptionTexts.h"
 #include "TestApp.h"
 #include "TextFile.h"
 #include "clsRecebimentos.h"
@@ -179,7 +180,7 @@ private slots:
             return sql.startsWith(QLatin1String("INSERT INTO Recebimentos")) && ++inserts == 3;
         };
         QVERIFY(!s.gravar());
-        QCOMPARE(app.dialogs().last().text, PaymentRecorder::kFalhou);
+        QCOMPARE(app.dialogs().last().text, Desc::kPagamentoFalhou);
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
         QCOMPARE(s.list().size(), 5); // still there to retry
 
@@ -232,7 +233,7 @@ private slots:
         QVERIFY(s.day().encerrar());
         s.tender(Money::fromReais(10));
         QVERIFY(!s.gravar());
-        QCOMPARE(app.dialogs().last().text, PaymentRecorder::kEncerrado);
+        QCOMPARE(app.dialogs().last().text, Desc::kPagamentoEncerrado);
         QVERIFY(!s.append(item(2, "1,00")));
         QCOMPARE(app.count(QStringLiteral("Recebimentos")), 0);
     }

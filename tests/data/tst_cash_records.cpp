@@ -26,9 +26,9 @@ private slots:
         TEST_BACKEND();
         clsSangria s = entry(app.db(), QStringLiteral("SANGRIA"), QStringLiteral("RETIRADA"));
         s.SAIDA = *Money::parse(QStringLiteral("12,5"));
-        QVERIFY(s.SQLInsert(1));
+        QVERIFY(s.inserirNovo());
         clsSangria again = entry(app.db(), QStringLiteral("SAIDA"), QStringLiteral("OUTRA"));
-        QVERIFY(again.SQLInsert(1));
+        QVERIFY(again.inserirNovo());
         QCOMPARE(again.ID, s.ID + 1);
 
         clsSangria r(app.db());
@@ -36,13 +36,12 @@ private slots:
         QCOMPARE(r.SAIDA.format(), QStringLiteral("12,50"));
         QCOMPARE(r.SDATA, QDate(2026, 11, 23));
         r.SAIDA = Money::fromReais(150);
-        QVERIFY(r.SQLInsert(2));
+        QVERIFY(r.alterar());
         QCOMPARE(r.ID, s.ID);
-        QVERIFY(!r.SQLInsert(3));
         QVERIFY(s.SQLSelect(s.ID));
         QCOMPARE(s.SAIDA, Money::fromReais(150));
         QCOMPARE(app.count(QStringLiteral("Sangria")), 2);
-        QVERIFY(r.SQLDelete(0));
+        QVERIFY(r.excluirEste());
         QVERIFY(!clsSangria(app.db()).SQLSelect(s.ID));
         QCOMPARE(app.count(QStringLiteral("Sangria")), 1);
     }
@@ -53,7 +52,7 @@ private slots:
         TEST_BACKEND();
         clsSangria s = entry(app.db(), QStringLiteral("SAIDA"), QStringLiteral("D'AGUA"));
         s.ID = 77;
-        QVERIFY(!s.SQLInsert(1));
+        QVERIFY(!s.inserirNovo());
         QCOMPARE(s.ID, 77);
         QCOMPARE(s.DESCRICAO, QStringLiteral("D'AGUA"));
         QCOMPARE(app.count(QStringLiteral("Sangria")), 0);
@@ -67,7 +66,7 @@ private slots:
         app.db().faultHook = [](const QString& sql) {
             return sql.startsWith(QLatin1String("INSERT INTO Itens"));
         };
-        QVERIFY(!i.SQLInsert(1));
+        QVERIFY(!i.inserirNovo());
         QCOMPARE(i.ID, 5);
         clsConfCaixa c(app.db());
         c.ID = 9;
@@ -94,7 +93,7 @@ private slots:
             i.ESPECIE = static_cast<qint16>(especie);
             i.VALOR = *Money::parse(QLatin1String(valor));
             i.NUMERO = QLatin1String(numero);
-            QVERIFY(i.SQLInsert(1));
+            QVERIFY(i.inserirNovo());
             QVERIFY(i.ID > 0);
         }
         const auto items = clsItens::listar(app.db(), 4);
@@ -108,11 +107,11 @@ private slots:
 
         clsItens change = items->at(0);
         change.VALOR = Money::fromReais(90);
-        QVERIFY(change.SQLInsert(2));
+        QVERIFY(change.alterar());
         clsItens r(app.db());
         QVERIFY(r.SQLSelect(change.ID));
         QCOMPARE(r.VALOR, Money::fromReais(90));
-        QVERIFY(r.SQLDelete(0));
+        QVERIFY(r.excluirEste());
         QCOMPARE(clsItens::listar(app.db(), 4)->size(), 2);
 
         const auto kinds = clsItens::especies(app.db());
@@ -134,7 +133,7 @@ private slots:
             s.IDMOVIMENTO = mov;
             s.ENTRADA = Money::fromCents(in);
             s.SAIDA = Money::fromCents(out);
-            QVERIFY(s.SQLInsert(1));
+            QVERIFY(s.inserirNovo());
         }
         auto saidas = clsSangria::listar(app.db(), 3, QStringLiteral("SAIDA"));
         QVERIFY(saidas);

@@ -33,8 +33,7 @@ bool makeDatabase(const QTemporaryDir& dir) {
     if (!Startup::Abre_conexao(run.ctx, true))
         return false;
     clsMovimento mov(run.ctx.db);
-    bool opened = false;
-    if (!MovementNumbering::openOrResume(run.ctx.db, run.dialogs, kDay, mov, opened))
+    if (!MovementNumbering::succeeded(MovementNumbering::openOrResume(run.ctx.db, kDay, mov)))
         return false;
     Transaction tx(run.ctx.db);
     for (int i = 1; i <= 300; ++i) {
@@ -190,11 +189,10 @@ private slots:
                                                                       : Startup::Check::Cheap),
                  qPrintable(detail));
         clsMovimento mov(run.ctx.db);
-        bool opened = false;
         bool done = false;
         if (act == QLatin1String("new day")) {
-            done = MovementNumbering::openOrResume(run.ctx.db, run.dialogs, kDay.addDays(1), mov,
-                                                   opened);
+            done = MovementNumbering::succeeded(
+                MovementNumbering::openOrResume(run.ctx.db, kDay.addDays(1), mov));
         } else if (act == QLatin1String("close")) {
             QVERIFY(mov.SQLSelectByDate(kDay));
             mov.STATUS = QStringLiteral("FECHADO");
@@ -226,10 +224,8 @@ private slots:
         run.clock.set(QDateTime(kDay.addDays(1), QTime(8, 30)));
         QVERIFY(Startup::Abre_conexao(run.ctx, false, nullptr, Startup::Check::Background));
         clsMovimento mov(run.ctx.db);
-        bool opened = false;
-        QVERIFY(
-            MovementNumbering::openOrResume(run.ctx.db, run.dialogs, kDay.addDays(1), mov, opened));
-        QVERIFY(opened);
+        QCOMPARE(MovementNumbering::openOrResume(run.ctx.db, kDay.addDays(1), mov),
+                 MovementNumbering::Outcome::Opened);
         run.ctx.db.close();
         CheckRecord record(dbPath(dir));
         QVERIFY(record.fileAsLeft());

@@ -46,13 +46,13 @@ private slots:
         clsMovimento m(app.db());
         m.MDATA = QDate(2026, 1, 2);
         m.STATUS = QStringLiteral("ABERTO");
-        QVERIFY(m.SQLInsert(40));
+        QVERIFY(m.inserirComId(40));
         QCOMPARE(m.ID, 40);
         m.MDATA = QDate(2026, 3, 9);
         m.MOV = 7;
         m.VALOR_ARRECADADO = *Money::parse(QStringLiteral("1.234,56"));
         m.ENTRADA = Money::fromCents(10);
-        QVERIFY(m.SQLInsert(0));
+        QVERIFY(m.inserirNovo());
         QVERIFY(m.ID > 40);
         const qint32 id = m.ID;
 
@@ -81,20 +81,24 @@ private slots:
     void yearlyNumbering() {
         TEST_BACKEND();
         clsMovimento a(app.db()), b(app.db()), c(app.db());
-        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 12, 30), a));
-        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 12, 31), b));
-        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2027, 1, 2), c));
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2026, 12, 30), a),
+                 MovementNumbering::Outcome::Opened);
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2026, 12, 31), b),
+                 MovementNumbering::Outcome::Opened);
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2027, 1, 2), c),
+                 MovementNumbering::Outcome::Opened);
         QCOMPARE(a.MOV, qint16(1));
         QCOMPARE(b.MOV, qint16(2));
         QCOMPARE(c.MOV, qint16(1));
         QCOMPARE(c.STATUS, QStringLiteral("ABERTO"));
+        QVERIFY(c.aberto());
         clsContador k(app.db());
         QVERIFY(k.SQLSelect(2026));
         QCOMPARE(k.CONTADOR, qint16(2));
         QVERIFY(app.dialogs().shown().isEmpty());
     }
 
-    void counterFailureShowsItsMessageAndSpendsNothing() {
+    void counterFailureIsAnOutcomeAndSpendsNothing() {
         TEST_BACKEND();
         clsContador k(app.db());
         k.ANO = 2026;
@@ -104,14 +108,16 @@ private slots:
             return sql.startsWith(QLatin1String("UPDATE Contador"));
         };
         clsMovimento m(app.db());
-        QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
-        QCOMPARE(app.dialogs().last().text, QStringLiteral("Erro de alteração do contador!!!"));
-        QCOMPARE(app.dialogs().last().title, QStringLiteral("Erro"));
-        QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2026, 5, 5), m),
+                 MovementNumbering::Outcome::CounterNotUpdated);
+        // Only the database's own report, shown once the transaction had ended.
+        QCOMPARE(app.dialogs().shown().size(), 1);
+        QVERIFY(app.dialogs().last().text.startsWith(QStringLiteral("Houve um erro interno:")));
         app.db().faultHook = [](const QString& sql) {
             return sql.startsWith(QLatin1String("INSERT INTO Movimento"));
         };
-        QVERIFY(!MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 5, 5), m));
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2026, 5, 5), m),
+                 MovementNumbering::Outcome::Failed);
         app.db().faultHook = nullptr;
         QVERIFY(k.SQLSelect(2026));
         QCOMPARE(k.CONTADOR, qint16(4)); // nothing spent by the failed openings
@@ -219,12 +225,12 @@ private slots:
         u.NOME = QStringLiteral("MARIA");
         u.SENHA = PasswordHash::hash(QStringLiteral("abc"), 10);
         u.TIPO = QStringLiteral("USER");
-        QVERIFY(u.SQLInsert(1));
+        QVERIFY(u.inserirNovo());
         QVERIFY(u.ID > 0);
         const QString stored = u.SENHA;
         u.SENHA.clear(); // an empty password on change keeps the stored one
         u.TIPO = QStringLiteral("ADM");
-        QVERIFY(u.SQLInsert(2));
+        QVERIFY(u.alterar());
         clsUsuarios back(app.db());
         QVERIFY(back.SQLSelect(u.ID));
         QCOMPARE(back.SENHA, stored);

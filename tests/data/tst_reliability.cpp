@@ -152,7 +152,7 @@ private slots:
             QVERIFY(other.ctx.db.SQLExecute(
                 QStringLiteral("INSERT INTO Feriados (FERIADO) VALUES (?)"), {QDate(2026, 1, 1)}));
         }
-        QCOMPARE(told, QStringList{clsDataAccess::kAguardando});
+        QCOMPARE(told, QStringList{QStringLiteral("Aguardando o banco de dados...")});
 
         // A lock that is never released: told once, then refused after the last attempt.
         told.clear();
@@ -161,7 +161,7 @@ private slots:
         other.ctx.db.onLockWait = [&](const QString& text) { told << text; };
         QVERIFY(!other.ctx.db.SQLExecute(
             QStringLiteral("INSERT INTO Feriados (FERIADO) VALUES (?)"), {QDate(2026, 1, 2)}));
-        QCOMPARE(told, QStringList{clsDataAccess::kAguardando});
+        QCOMPARE(told, QStringList{QStringLiteral("Aguardando o banco de dados...")});
         QVERIFY(other.dialogs.last().text.contains(QStringLiteral("ocupado por outro programa")));
         hold.rollback();
         QCOMPARE(app.count(QStringLiteral("Feriados")), 1);
@@ -384,7 +384,7 @@ private slots:
         }
         app.db().faultHook = nullptr;
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
-        QVERIFY(app.log().contains(clsDataAccess::kLabelCommit));
+        QVERIFY(app.log().contains(QStringLiteral("Função CommitTrans em clsDataAccess")));
     }
 
     // A database belongs to the counter that used it first: renumbering the counter follows it
@@ -398,7 +398,8 @@ private slots:
         QString detail;
         QVERIFY2(Startup::Abre_conexao(app.ctx(), false, &detail), qPrintable(detail));
         clsMovimento day(app.db());
-        QVERIFY(MovementNumbering::openNew(app.db(), app.dialogs(), QDate(2026, 11, 23), day));
+        QCOMPARE(MovementNumbering::openNew(app.db(), QDate(2026, 11, 23), day),
+                 MovementNumbering::Outcome::Opened);
 
         // Another counter pointed at the same database: on PostgreSQL another folder with the
         // same [Banco]; on SQLite the folder's settings changed to another counter.

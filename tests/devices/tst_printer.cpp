@@ -262,7 +262,9 @@ private slots:
         b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
                                        QStringLiteral("PMX 1 0001"));
         if (refused) {
-            QCOMPARE(b.app.dialogs().last().text, PrinterService::kSoParalela);
+            QCOMPARE(b.app.dialogs().last().text,
+                     QStringLiteral(
+                         "Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3"));
             QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Information);
             QVERIFY(b.emulator.received().isEmpty());
         } else {
@@ -283,7 +285,7 @@ private slots:
                                        QStringLiteral("X"));
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(!b.emulator.inAuthMode());
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kTempoExcedido);
+        QCOMPARE(b.app.dialogs().last().text, QStringLiteral("Tempo maior que o permitido."));
     }
 
     void overTcp() {
@@ -339,9 +341,11 @@ private slots:
         QCOMPARE(b.app.dialogs().texts(), (QStringList{refused, refused}));
         QCOMPARE(b.app.dialogs().last().icon, DialogIcon::Critical);
         b.service.fecharPorta(true);
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouCaixa);
+        QCOMPARE(b.app.dialogs().last().text,
+                 QStringLiteral("Problemas ao Fechar a Porta de Comunicação."));
         b.service.fecharPorta(false);
-        QCOMPARE(b.app.dialogs().last().text, PrinterService::kFecharFalhouAutenticacao);
+        QCOMPARE(b.app.dialogs().last().text,
+                 QStringLiteral("Problemas ao fechar a porta de comunicação!!"));
         b.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/nao-existe"));
         b.service.novoCliente(nullptr, false);

@@ -443,8 +443,20 @@ private slots:
             return sql.startsWith(QLatin1String("INSERT INTO ArquivosBanco"));
         };
         QVERIFY(!c.cnab(kAgua).ok);
+        // The file written, then the commit fails: no file, no number, and every box shown
+        // once the transaction has ended (a box under the lock fails the test).
+        c.app.db().faultHook = [](const QString& sql) { return sql == QLatin1String("COMMIT"); };
+        c.app.dialogs().clear();
+        QVERIFY(!c.cnab(kAgua).ok);
+        QVERIFY(c.app.log().contains(QStringLiteral("Função CommitTrans")));
+        QVERIFY2(c.app.dialogs().last().text.startsWith(
+                     QStringLiteral("Erro ao registrar o arquivo no banco de dados")),
+                 qPrintable(c.app.dialogs().last().text));
         c.app.db().faultHook = nullptr;
-        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral(".RET")).size(), 2);
+        // No final name and no temporary file left by the failed runs.
+        QCOMPARE(c.files(QStringLiteral("Export")).filter(QStringLiteral("Cnab")),
+                 QStringList({QStringLiteral("CnabAGUA202611231000.RET"),
+                              QStringLiteral("CnabAGUA202611231000_2.RET")}));
         c.app.clock().set(QDateTime(kDia, QTime(10, 1, 5)));
         const BankExport::Result next = c.cnab(kAgua);
         QVERIFY(next.ok);

@@ -10,9 +10,20 @@
 
 #include <QFile>
 
+void failOnLockedBox(DialogPort& dialogs) {
+    dialogs.onLockedBox = [](const QString& kind, const QString& title, const QString& text) {
+        const QByteArray what =
+            QStringLiteral("a %1 was asked while a transaction is active: %2 / %3")
+                .arg(kind, title, text)
+                .toUtf8();
+        QTest::qFail(what.constData(), __FILE__, __LINE__);
+    };
+}
+
 TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now) {
     CentralAccess::registrar(); // as the program's start does
     m_ctx = std::make_unique<AppContext>(m_dir.path(), m_dialogs, m_clock);
+    failOnLockedBox(m_dialogs);
     if (backend == Backend::PostgreSQL) {
         PgServer& pg = PgServer::instance();
         if (!pg.ok()) {
@@ -47,7 +58,7 @@ int TestApp::addUser(const QString& nome, const QString& senha, const QString& t
     u.SENHA = PasswordHash::hash(senha, 10); // few rounds: the tests check the rule, not the cost
     u.TIPO = tipo;
     u.ATIVO = static_cast<qint16>(ativo);
-    return u.SQLInsert(1) ? u.ID : -1;
+    return u.inserirNovo() ? u.ID : -1;
 }
 
 int TestApp::count(const QString& table, const QString& where) {

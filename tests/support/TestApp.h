@@ -46,10 +46,15 @@ private:
     bool m_ok = false;
 };
 
+// A box asked while a transaction is active fails the running test.
+void failOnLockedBox(DialogPort& dialogs);
+
 // The program on a folder the test prepared itself (or a second program on the same database):
 // scripted dialogs, the fixed clock, and nothing opened yet.
 struct FolderContext {
-    explicit FolderContext(const QString& folder) : ctx(folder, dialogs, clock) {}
+    explicit FolderContext(const QString& folder) : ctx(folder, dialogs, clock) {
+        failOnLockedBox(dialogs);
+    }
     ScriptedDialogPort dialogs;
     FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
     AppContext ctx;

@@ -1,4 +1,5 @@
 #include "FirstRunDialog.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -88,7 +89,7 @@ void FirstRunDialog::accept() {
             m_confirma->clear();
             m_senha->setFocus();
         }
-        m_ctx.dialogs.warn(QStringLiteral("Aviso"), FolderSetup::message(m_ctx, r));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), FolderSetup::message(m_ctx, r));
         return;
     }
     m_resumo = QStringLiteral("Pasta criada: %1.\nEntre na tela de data com a senha do "

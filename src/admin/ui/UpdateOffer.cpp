@@ -1,4 +1,5 @@
 #include "UpdateOffer.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -7,11 +8,11 @@
 bool UpdateOffer::run(AppContext& ctx, int waitMs) {
     const UpdateCheck::Result r =
         UpdateCheck::checkWithin(UpdateCheck::folder(ctx), UpdateCheck::runningVersion(), waitMs);
-    if (!r.newer() || !ctx.dialogs.ask(QStringLiteral("Aviso"), UpdateCheck::kQuestion))
+    if (!r.newer() || !askNotice(ctx.dialogs, SystemTexts::notice(SystemText::PerguntaAtualizacao)))
         return false;
     QString error;
     if (UpdateCheck::startUpdater(ctx, &error))
         return true;
-    ctx.dialogs.critical(QStringLiteral("Aviso"), error);
+    ctx.dialogs.critical(SystemTexts::aviso(), error);
     return false;
 }

@@ -1,4 +1,5 @@
 #include "frmAtualiza.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -61,8 +62,8 @@ void frmAtualiza::gravar() {
     const Options::Result r = Options::gravar(
         m_ctx, {{QStringLiteral("Opcoes"), QStringLiteral("Atualiza"), m_caminho->text()}});
     if (r.problem || !r.written) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), r.problem ? Options::message(*r.problem)
-                                                                  : Options::notWritten(m_ctx));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), r.problem ? Options::message(*r.problem)
+                                                               : Options::notWritten(m_ctx));
         return;
     }
     accept();

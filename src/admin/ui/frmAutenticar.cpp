@@ -1,4 +1,5 @@
 #include "frmAutenticar.h"
+#include "SystemTexts.h"
 
 #include "AdminGuard.h"
 #include "AppContext.h"

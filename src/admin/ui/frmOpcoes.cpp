@@ -1,4 +1,5 @@
 #include "frmOpcoes.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -35,7 +36,6 @@ QLabel* note(const char* name, const QString& text) {
     return l;
 }
 
-const QString kAviso = QStringLiteral("Aviso");
 const QString kProcura = QStringLiteral("Procura destino...");
 const char* kModelValues[] = {"bematech", "quattro", "txt"};
 
@@ -476,13 +476,13 @@ void frmOpcoes::gravar() {
     }
     const Options::Result r = Options::gravar(m_ctx, values);
     if (r.problem) {
-        m_ctx.dialogs.warn(kAviso, Options::message(*r.problem));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), Options::message(*r.problem));
         if (QWidget* w = m_controls.value(id(r.problem->section, r.problem->key)))
             reveal(w);
         return;
     }
     if (!r.written) {
-        m_ctx.dialogs.critical(kAviso, Options::notWritten(m_ctx));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), Options::notWritten(m_ctx));
         return;
     }
     accept();

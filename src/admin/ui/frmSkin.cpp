@@ -1,4 +1,5 @@
 #include "frmSkin.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -70,12 +71,12 @@ void frmSkin::gravar() {
     const Options::Result r =
         Options::gravar(m_ctx, {{QStringLiteral("Skin"), QStringLiteral("nome"), m_path->text()}});
     if (r.problem) {
-        m_ctx.dialogs.warn(QStringLiteral("Aviso"), Options::message(*r.problem));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), Options::message(*r.problem));
         m_path->setFocus();
         return;
     }
     if (!r.written) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), Options::notWritten(m_ctx));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), Options::notWritten(m_ctx));
         return;
     }
     SkinLook::apply(m_ctx);

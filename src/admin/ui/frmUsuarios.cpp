@@ -1,4 +1,5 @@
 #include "frmUsuarios.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -11,9 +12,6 @@
 #include <QTreeWidget>
 
 const QString frmUsuarios::kAutNum = QStringLiteral("Aut.Num.");
-const QString frmUsuarios::kUltimoAdministrador = QStringLiteral(
-    "Este é o único administrador: sem ele nenhuma entrada de administrador poderá ser aberta. "
-    "Deseja excluir assim mesmo?");
 
 frmUsuarios::frmUsuarios(AppContext& ctx, QWidget* parent) : RegistryScreen(ctx, parent) {
     setObjectName(QStringLiteral("frmUsuarios"));
@@ -106,21 +104,23 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
         return false;
     case UserAccounts::Outcome::MissingField:
     case UserAccounts::Outcome::InvalidType:
-        m_ctx.dialogs.warn(kAviso,
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
                            QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
         break;
     case UserAccounts::Outcome::ShortPassword:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("A senha deve ter pelo menos %1 caracteres!!")
-                                       .arg(UserAccounts::kMinPassword));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("A senha deve ter pelo menos %1 caracteres!!")
+                               .arg(UserAccounts::kMinPassword));
         break;
     case UserAccounts::Outcome::PasswordInUse:
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Senha já usada por outro operador"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           QStringLiteral("Senha já usada por outro operador"));
         break;
     case UserAccounts::Outcome::NotFound:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Usuário não encontrado!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Usuário não encontrado!!"));
         break;
     case UserAccounts::Outcome::TextRefused:
-        m_ctx.dialogs.warn(kAviso, r.message);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), r.message);
         break;
     case UserAccounts::Outcome::QuoteRefused:
     case UserAccounts::Outcome::WriteFailed:
@@ -141,12 +141,12 @@ void frmUsuarios::gravar() {
     if (refused(UserAccounts::check(m_ctx, in)))
         return;
     if (!in.senha.trimmed().isEmpty()) {
-        const auto again =
-            m_ctx.dialogs.input(kAviso, QStringLiteral("Confirme a senha!!"), true, QString());
+        const auto again = m_ctx.dialogs.input(
+            SystemTexts::aviso(), QStringLiteral("Confirme a senha!!"), true, QString());
         if (!again || again->trimmed().isEmpty())
             return;
         if (again->trimmed() != in.senha.trimmed()) {
-            m_ctx.dialogs.warn(kAviso, QStringLiteral("Senha não confere!!"));
+            m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Senha não confere!!"));
             m_senha->setFocus();
             return;
         }
@@ -167,13 +167,14 @@ void frmUsuarios::excluir() {
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     auto r = UserAccounts::excluir(m_ctx, id, false);
     if (r == UserAccounts::DeleteOutcome::LastAdministrator) {
-        if (m_ctx.dialogs.message(kAviso, kUltimoAdministrador, DialogIcon::Exclamation,
-                                  DialogButtons::YesNo) != DialogAnswer::Yes)
+        if (m_ctx.dialogs.message(
+                SystemTexts::aviso(), SystemTexts::text(SystemText::UltimoAdministrador),
+                DialogIcon::Exclamation, DialogButtons::YesNo) != DialogAnswer::Yes)
             return;
         r = UserAccounts::excluir(m_ctx, id, true);
     }
     if (r != UserAccounts::DeleteOutcome::Deleted) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro ao excluir"));
         return;
     }
     Lista_users();

@@ -16,8 +16,7 @@ public:
 
     void Lista_users();
 
-    static const QString kAutNum;              // "Aut.Num."
-    static const QString kUltimoAdministrador; // the warning before deleting the last one
+    static const QString kAutNum; // "Aut.Num."
 
 private:
     QWidget* buildForm();

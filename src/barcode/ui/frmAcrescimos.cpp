@@ -1,4 +1,5 @@
 #include "frmAcrescimos.h"
+#include "SystemTexts.h"
 
 #include "DialogPort.h"
 #include "Tone.h"
@@ -8,8 +9,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
-
-const QString frmAcrescimos::kSaiaPeloOk = QStringLiteral("Você deve sair ultilizando o botão OK.");
 
 frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines,
                              QWidget* parent)
@@ -58,7 +57,7 @@ frmAcrescimos::frmAcrescimos(DialogPort& dialogs, const QString& caption, const 
 }
 
 void frmAcrescimos::reject() {
-    m_dialogs.info(QStringLiteral("Aviso"), kSaiaPeloOk);
+    tell(m_dialogs, SystemTexts::notice(SystemText::SaiaPeloOk));
 }
 
 void frmAcrescimos::closeEvent(QCloseEvent* event) {
@@ -67,5 +66,5 @@ void frmAcrescimos::closeEvent(QCloseEvent* event) {
         return;
     }
     event->ignore();
-    m_dialogs.info(QStringLiteral("Aviso"), kSaiaPeloOk);
+    tell(m_dialogs, SystemTexts::notice(SystemText::SaiaPeloOk));
 }

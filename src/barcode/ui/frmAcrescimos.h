@@ -11,8 +11,6 @@ public:
     frmAcrescimos(DialogPort& dialogs, const QString& caption, const QStringList& lines,
                   QWidget* parent = nullptr);
 
-    static const QString kSaiaPeloOk;
-
 public slots:
     void reject() override; // Esc
 

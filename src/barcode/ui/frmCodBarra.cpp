@@ -1,4 +1,5 @@
 #include "frmCodBarra.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -210,29 +211,32 @@ void frmCodBarra::gravar() {
         Lista_codigos();
         return;
     case KindRegistry::Outcome::MissingField:
-        m_ctx.dialogs.warn(kAviso,
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
                            QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
         break;
     case KindRegistry::Outcome::CodeOutOfRange:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Use númeração de 1 a 99 para itens de "
-                                                      "entrada e 100 a 999 para itens de saída"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("Use númeração de 1 a 99 para itens de "
+                                              "entrada e 100 a 999 para itens de saída"));
         break;
     case KindRegistry::Outcome::InvalidFlags:
         m_ctx.dialogs.critical(
-            kAviso, QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
+            SystemTexts::aviso(),
+            QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
         break;
     case KindRegistry::Outcome::CodeInUse:
         m_ctx.dialogs.critical(
-            kAviso,
+            SystemTexts::aviso(),
             QStringLiteral("O código %1 já está cadastrado!!").arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::NotFound:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("O código %1 não está mais cadastrado!!")
-                                           .arg(KindRegistry::codeText(code)));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("O código %1 não está mais cadastrado!!")
+                                   .arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::TextRefused:
     case KindRegistry::Outcome::LayoutInUse:
-        m_ctx.dialogs.warn(kAviso, r.message);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), r.message);
         break;
     case KindRegistry::Outcome::WriteFailed:
         break; // the data layer has shown and logged why
@@ -250,12 +254,12 @@ void frmCodBarra::excluir() {
     case KindRegistry::DeleteOutcome::Deleted:
         break;
     case KindRegistry::DeleteOutcome::InUse:
-        m_ctx.dialogs.warn(kAviso,
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
                            KindRegistry::kTipoComRecebimentos.arg(KindRegistry::codeText(code)));
         return;
     case KindRegistry::DeleteOutcome::NotFound:
     case KindRegistry::DeleteOutcome::Failed:
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Erro ao excluir"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro ao excluir"));
         return;
     }
     Lista_codigos();

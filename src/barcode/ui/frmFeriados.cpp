@@ -6,6 +6,7 @@
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "HolidayCalendar.h"
+#include "SystemTexts.h"
 #include "clsFeriado.h"
 
 #include <QApplication>
@@ -15,10 +16,6 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
 
 frmFeriados::frmFeriados(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmFeriados"));
@@ -66,32 +63,26 @@ void frmFeriados::reload() {
 }
 
 void frmFeriados::gravar() {
-    if (HolidayCalendar(m_ctx.db).gravar(m_data->date(), m_ctx.dialogs))
+    const Outcome done = HolidayCalendar(m_ctx.db).gravar(m_data->date());
+    tell(m_ctx.dialogs, done.notice);
+    if (done)
         reload();
 }
 
 void frmFeriados::excluir() {
-    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão do item selecionado?"),
-                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
+    if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaExcluirItem)))
         return;
     QTreeWidgetItem* item = m_list->currentItem();
-    if (!item) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
-        return;
-    }
-    clsFeriado f(m_ctx.db);
-    f.ID = item->data(0, Qt::UserRole).toInt();
-    if (!f.Excluir(true)) {
-        m_ctx.dialogs.critical(QStringLiteral("ERRO!!"), QStringLiteral("ERRO ao excluir!!"));
-        return;
-    }
-    reload();
+    const Outcome done =
+        HolidayCalendar(m_ctx.db).excluir(item ? item->data(0, Qt::UserRole).toInt() : 0);
+    tell(m_ctx.dialogs, done.notice);
+    if (done)
+        reload();
 }
 
 void frmFeriados::limpar() {
-    if (m_ctx.dialogs.message(kAviso, QStringLiteral("Confirma exclusão de todos os feriados?"),
-                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
+    if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaExcluirTodosFeriados)))
         return;
-    clsFeriado(m_ctx.db).Excluir(false);
+    tell(m_ctx.dialogs, HolidayCalendar(m_ctx.db).excluirTodos().notice);
     reload();
 }

@@ -1,4 +1,5 @@
 #include "frmJuros.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -95,7 +96,7 @@ void frmJuros::calcular() {
     in.taxa = Money::parse(m_taxa->text());
     const auto r = InterestCalculator::calcular(in);
     if (!r.ok()) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), r.erro);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), r.erro);
         return;
     }
     m_dias->setText(QString::number(r.dias));

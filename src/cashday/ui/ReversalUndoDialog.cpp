@@ -4,6 +4,7 @@
 #include "AppContext.h"
 #include "CashEntry.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -67,14 +68,14 @@ void ReversalUndoDialog::carregar() {
 void ReversalUndoDialog::reverter() {
     QTreeWidgetItem* item = m_lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     const auto aut = static_cast<qint16>(item->data(1, Qt::UserRole).toInt());
     if (!m_corrections.podeReverter(id))
         return;
-    if (m_ctx.dialogs.message(ReceiptCorrections::kAviso, ReceiptCorrections::perguntaReversao(aut),
+    if (m_ctx.dialogs.message(SystemTexts::aviso(), ReceiptCorrections::perguntaReversao(aut),
                               DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
         return;
     if (m_corrections.reverter(id).feito)

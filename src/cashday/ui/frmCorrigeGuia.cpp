@@ -5,6 +5,7 @@
 #include "CashEntry.h"
 #include "DialogPort.h"
 #include "FileText.h"
+#include "SystemTexts.h"
 #include "clsCodBarra.h"
 
 #include <QComboBox>
@@ -139,7 +140,7 @@ void frmCorrigeGuia::procurar() {
     bool ok = false;
     const int n = text.toInt(&ok);
     if (!ok || n < 1) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kAutenticaInvalida);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), ReceiptCorrections::kAutenticaInvalida);
         return;
     }
     Lista_Movimento_dia(n);
@@ -148,7 +149,7 @@ void frmCorrigeGuia::procurar() {
 void frmCorrigeGuia::selecionar() {
     QTreeWidgetItem* item = m_lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
     const qint32 id = item->data(0, Qt::UserRole).toInt();
@@ -157,7 +158,7 @@ void frmCorrigeGuia::selecionar() {
         if (r.idrecebe == id)
             m_selecionado = r;
     if (!m_selecionado) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, ReceiptCorrections::kNaoEncontrado);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), ReceiptCorrections::kNaoEncontrado);
         Lista_Movimento_dia();
         return;
     }
@@ -190,7 +191,7 @@ void frmCorrigeGuia::alterar() {
 
 void frmCorrigeGuia::estornar() {
     if (!m_selecionado) {
-        m_ctx.dialogs.critical(ReceiptCorrections::kAviso, CashEntry::kInformeItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
     if (!m_corrections.podeEstornar(m_selecionado->idrecebe, m_motivo->text())) {
@@ -199,7 +200,7 @@ void frmCorrigeGuia::estornar() {
         return;
     }
     if (m_ctx.dialogs.message(
-            ReceiptCorrections::kAviso,
+            SystemTexts::aviso(),
             ReceiptCorrections::perguntaEstorno(
                 m_selecionado->autentica, m_corrections.arquivosBanco(m_selecionado->idrecebe)),
             DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)

@@ -1,4 +1,5 @@
 #include "frmExbi.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CorrectionLog.h"
@@ -73,5 +74,5 @@ void frmExbi::procurar() {
     top.movePosition(QTextCursor::Start);
     m_texto->setTextCursor(top);
     if (!m_texto->find(text))
-        m_ctx.dialogs.info(QStringLiteral("Aviso"), QStringLiteral("Texto não encontrado!!"));
+        m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Texto não encontrado!!"));
 }

@@ -1,4 +1,5 @@
 #include "frmLancaTemp.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -13,15 +14,11 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
-
 frmLancaTemp::frmLancaTemp(AppContext& ctx, const clsMovimento& mov, QWidget* parent)
     : QDialog(parent), m_ctx(ctx), m_mov(mov) {
     setObjectName(QStringLiteral("frmLancaTemp"));
     setWindowTitle(QStringLiteral("Conferência Temporária de Caixa"));
-    auto* notice = new QLabel(CashCount::kAvisoTemporario, this);
+    auto* notice = new QLabel(SystemTexts::text(SystemText::AvisoContagemTemporaria), this);
     notice->setObjectName(QStringLiteral("lblAviso"));
     notice->setWordWrap(true);
     Tone::set(notice, "alerta");
@@ -84,10 +81,12 @@ void frmLancaTemp::adicionar() {
 void frmLancaTemp::excluir() {
     QTreeWidgetItem* item = m_panel->lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(kAviso, CashCount::kCliqueNoItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CliqueNoItem));
         return;
     }
-    if (!m_ctx.dialogs.ask(kAviso, CashCount::kPerguntaExcluir + item->text(0)))
+    if (!m_ctx.dialogs.ask(SystemTexts::aviso(),
+                           SystemTexts::text(SystemText::PerguntaExcluirItemContagem) +
+                               item->text(0)))
         return;
     m_lines.removeAt(m_panel->lista->indexOfTopLevelItem(item));
     recalcular();

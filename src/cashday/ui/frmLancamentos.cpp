@@ -1,4 +1,6 @@
 #include "frmLancamentos.h"
+#include "DayMovement.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -16,10 +18,6 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
 
 frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* parent)
     : QDialog(parent), m_ctx(ctx), m_pausa(IntegrationFile::pausaConfigurada(ctx)) {
@@ -89,8 +87,9 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
 
 void frmLancamentos::abrir(const QDate& dia) {
     m_dia = dia;
-    clsMovimento mov(m_ctx.db);
-    const bool found = mov.SQLSelectByDate(dia);
+    const auto day = DayMovement::of(m_ctx.db, dia);
+    const bool found = day.has_value();
+    const clsMovimento mov = day.value_or(clsMovimento(m_ctx.db));
     m_count = found ? std::make_unique<CashCount>(m_ctx, mov) : nullptr;
     for (QWidget* w : {static_cast<QWidget*>(m_panel->add), static_cast<QWidget*>(m_gerar),
                        static_cast<QWidget*>(m_panel->especie)})
@@ -101,7 +100,7 @@ void frmLancamentos::abrir(const QDate& dia) {
                       dia.toString(QStringLiteral("dd - MM - yyyy")));
     if (!found) {
         m_panel->clearAll();
-        m_ctx.dialogs.warn(kAviso,
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
                            QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
         return;
     }
@@ -126,8 +125,12 @@ void frmLancamentos::Lista_conf_caixa() {
 void frmLancamentos::adicionar() {
     if (!m_count)
         return;
-    if (!m_count->adicionar(m_panel->especie->currentData().toInt(), m_panel->numero->text(),
-                            m_panel->valor->text())) {
+    const int especie = m_panel->especie->currentData().toInt();
+    const auto valor = CashCount::validar(m_ctx, especie, m_panel->valor->text());
+    const Outcome done =
+        valor ? m_count->adicionar(especie, m_panel->numero->text(), *valor) : Outcome::refused({});
+    tell(m_ctx.dialogs, done.notice);
+    if (!done) {
         m_panel->valueRefused();
         return;
     }
@@ -138,17 +141,22 @@ void frmLancamentos::adicionar() {
 void frmLancamentos::excluir() {
     QTreeWidgetItem* item = m_panel->lista->currentItem();
     if (!m_count || !item) {
-        m_ctx.dialogs.critical(kAviso, CashCount::kCliqueNoItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CliqueNoItem));
         return;
     }
-    if (!m_ctx.dialogs.ask(kAviso, CashCount::kPerguntaExcluir + item->text(0)))
+    if (!m_ctx.dialogs.ask(SystemTexts::aviso(),
+                           SystemTexts::text(SystemText::PerguntaExcluirItemContagem) +
+                               item->text(0)))
         return;
-    if (m_count->excluir(item->data(0, Qt::UserRole).toInt()))
+    const Outcome done = m_count->excluir(item->data(0, Qt::UserRole).toInt());
+    tell(m_ctx.dialogs, done.notice);
+    if (done)
         Lista_conf_caixa();
 }
 
 void frmLancamentos::gerar() {
-    if (!m_count || !m_ctx.dialogs.ask(kAviso, IntegrationFile::kPergunta))
+    if (!m_count ||
+        !askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaArquivoRemessa)))
         return;
     IntegrationFile file(m_ctx);
     file.pausaMs = m_pausa;

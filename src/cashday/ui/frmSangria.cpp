@@ -1,6 +1,7 @@
 #include "frmSangria.h"
 
 #include "AppContext.h"
+#include "CashAmount.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
 #include "FileText.h"
@@ -297,7 +298,9 @@ void frmSangria::focusFirstEmptyRequired() {
 }
 
 void frmSangria::incluirItens() {
-    if (!m_entry.incluirItens(m_descricao->text())) {
+    const Outcome done = m_entry.incluirItens(m_descricao->text());
+    tell(m_ctx.dialogs, done.notice);
+    if (!done) {
         focusFirstEmptyRequired();
         return;
     }
@@ -319,8 +322,13 @@ void frmSangria::novoItem() {
 }
 
 void frmSangria::salvarItem() {
-    if (!m_entry.gravarItem(m_especie->currentData().toInt(), m_numero->text(),
-                            m_valorItem->text())) {
+    Notice why;
+    const auto valor = CashAmount::read(m_valorItem->text(), why);
+    const Outcome done =
+        valor ? m_entry.gravarItem(m_especie->currentData().toInt(), m_numero->text(), *valor)
+              : Outcome::refused(why);
+    tell(m_ctx.dialogs, done.notice);
+    if (!done) {
         focusFirstEmptyRequired();
         return;
     }
@@ -332,19 +340,23 @@ void frmSangria::salvarItem() {
 void frmSangria::excluirItem() {
     QTreeWidgetItem* item = m_itens->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(CashEntry::kTitulo, CashEntry::kInformeItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
-    if (!m_ctx.dialogs.ask(CashEntry::kTitulo, CashEntry::kPerguntaExcluirItem))
+    if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaExcluirItem)))
         return;
-    if (m_entry.excluirItem(item->data(0, Qt::UserRole).toInt())) {
+    const Outcome done = m_entry.excluirItem(item->data(0, Qt::UserRole).toInt());
+    tell(m_ctx.dialogs, done.notice);
+    if (done) {
         showItems();
         Lista_Sangria();
     }
 }
 
 void frmSangria::concluir() {
-    if (!m_entry.concluir())
+    const Outcome done = m_entry.concluir();
+    tell(m_ctx.dialogs, done.notice);
+    if (!done)
         return;
     resetEntry();
     Lista_Sangria();
@@ -353,18 +365,21 @@ void frmSangria::concluir() {
 void frmSangria::excluirLancamento() {
     QTreeWidgetItem* item = m_lista->currentItem();
     if (!item) {
-        m_ctx.dialogs.critical(CashEntry::kTitulo, CashEntry::kInformeItem);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
     if (CashEntry::fechado(m_ctx, m_idMovimento).value_or(true)) {
-        m_ctx.dialogs.critical(CashEntry::kTitulo, CashEntry::kNaoPodeExcluir);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NaoPodeExcluirFechado));
         return;
     }
-    if (!m_ctx.dialogs.ask(CashEntry::kTitulo, CashEntry::kPerguntaExcluirLancamento +
-                                                   QStringLiteral(" - ") + item->text(0)))
+    const Notice question = SystemTexts::notice(SystemText::PerguntaExcluirLancamento);
+    if (!askNotice(m_ctx.dialogs,
+                   question.with(question.text + QStringLiteral(" - ") + item->text(0))))
         return;
     const qint32 id = item->data(0, Qt::UserRole).toInt();
-    if (!CashEntry::excluirLancamento(m_ctx, m_idMovimento, id))
+    const Outcome done = CashEntry::excluirLancamento(m_ctx, m_idMovimento, id);
+    tell(m_ctx.dialogs, done.notice);
+    if (!done)
         return;
     if (id == m_entry.header().ID) { // the entry on the first tab is gone
         m_entry.sair();

@@ -97,8 +97,24 @@ void markBox(QWidget* box, bool freeStanding) {
 }
 } // namespace
 
+void QtDialogPort::defer(std::function<void()> show) {
+    std::weak_ptr<bool> alive = m_alive;
+    QMetaObject::invokeMethod(
+        qApp,
+        [alive, show = std::move(show)] {
+            if (alive.lock())
+                show();
+        },
+        Qt::QueuedConnection);
+}
+
 DialogAnswer QtDialogPort::message(const QString& title, const QString& text, DialogIcon icon,
                                    DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("message"), title, text)) {
+        if (buttons == DialogButtons::Ok)
+            defer([this, title, text, icon] { message(title, text, icon, DialogButtons::Ok); });
+        return safeAnswer(buttons);
+    }
     bool freeStanding = false;
     QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     QMessageBox box(toQt(icon), title,
@@ -142,6 +158,8 @@ DialogAnswer QtDialogPort::message(const QString& title, const QString& text, Di
 
 std::optional<QString> QtDialogPort::input(const QString& title, const QString& prompt, bool masked,
                                            const QString& initial) {
+    if (refusedUnderLock(QStringLiteral("input"), title, prompt))
+        return std::nullopt;
     QInputDialog dlg(m_parent ? m_parent : QApplication::activeWindow());
     dlg.setWindowTitle(title);
     dlg.setLabelText(prompt);
@@ -157,6 +175,12 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
 
 DialogAnswer QtDialogPort::notice(const QString& form, const QString& caption,
                                   const QStringList& lines, DialogButtons buttons) {
+    if (refusedUnderLock(QStringLiteral("notice"), caption, lines.join(QLatin1Char('\n')))) {
+        if (buttons == DialogButtons::Ok)
+            defer(
+                [this, form, caption, lines] { notice(form, caption, lines, DialogButtons::Ok); });
+        return safeAnswer(buttons);
+    }
     bool freeStanding = false;
     QWidget* parent = boxParent(m_parent ? m_parent : QApplication::activeWindow(), &freeStanding);
     if (const auto own = m_forms.constFind(form); own != m_forms.constEnd()) {

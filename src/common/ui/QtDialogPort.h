@@ -15,8 +15,12 @@ inline constexpr char kDialogPortBox[] = "dialogPortBox";
 // so keys the window system still sends it while a box takes the focus are not thrown away; the
 // screen ignores everything else meanwhile.
 inline constexpr char kKeepsScans[] = "keepsScans";
+#include <memory>
 
 // The dialog port on screen: real message boxes, input boxes and the program's notice forms.
+// A box asked while a transaction is active is not opened then (Log.ini is told): one that only
+// informs is shown from the event loop, once the handler that holds the scope has returned; a
+// question or an input box gets the safe answer.
 class QtDialogPort : public DialogPort {
 public:
     explicit QtDialogPort(QWidget* parent = nullptr) : m_parent(parent) {}
@@ -41,6 +45,10 @@ public:
                                  DialogAnswer* answer, QWidget* parent);
 
 private:
+    // Shows `show` from the event loop, unless this port is gone by then.
+    void defer(std::function<void()> show);
+
     QWidget* m_parent;
     QHash<QString, Form> m_forms;
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

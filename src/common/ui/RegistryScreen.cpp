@@ -1,4 +1,5 @@
 #include "RegistryScreen.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -12,8 +13,6 @@
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-const QString RegistryScreen::kAviso = QStringLiteral("Aviso");
 
 RegistryScreen::RegistryScreen(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {}
 
@@ -80,11 +79,12 @@ void RegistryScreen::cancelar() {
 QTreeWidgetItem* RegistryScreen::selecionado() {
     QTreeWidgetItem* item = m_list->currentItem();
     if (!item)
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("Informe um item !!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Informe um item !!!"));
     return item;
 }
 
 bool RegistryScreen::confirmaExclusao(const QTreeWidgetItem* item) {
-    return m_ctx.dialogs.ask(kAviso, item->text(0) + QStringLiteral(" - ") +
-                                         QStringLiteral("Confirma exclusão deste item?"));
+    return m_ctx.dialogs.ask(SystemTexts::aviso(),
+                             item->text(0) + QStringLiteral(" - ") +
+                                 QStringLiteral("Confirma exclusão deste item?"));
 }

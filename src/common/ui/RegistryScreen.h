@@ -39,6 +39,4 @@ protected:
     AppContext& m_ctx;
     QTabWidget* m_tabs = nullptr;  // SSTab1
     QTreeWidget* m_list = nullptr; // ListView1
-
-    static const QString kAviso; // "Aviso"
 };

@@ -1,4 +1,5 @@
 #include "frmAvulso.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -60,21 +61,20 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
 
 void frmAvulso::ok() {
     if (m_valor->text().trimmed().isEmpty()) {
-        m_ctx.dialogs.warn(QStringLiteral("Aviso"),
-                           QStringLiteral("Um valor deve ser informado!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Um valor deve ser informado!!"));
         m_valor->setFocus();
         return;
     }
     QString why;
     const auto valor = OneOffItem::valorDigitado(m_valor->text(), &why);
     if (!valor) {
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), why);
+        m_ctx.dialogs.critical(SystemTexts::aviso(), why);
         m_valor->setFocus();
         return;
     }
     why = OneOffItem::textoProblema(m_parcela->text().trimmed(), m_obs->text().trimmed());
     if (!why.isEmpty()) {
-        m_ctx.dialogs.warn(QStringLiteral("Aviso"), why);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), why);
         m_obs->setFocus();
         return;
     }

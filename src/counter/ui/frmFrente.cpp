@@ -14,6 +14,7 @@
 #include "PrinterWorker.h"
 #include "QtDialogPort.h"
 #include "ScanBuffer.h"
+#include "SystemTexts.h"
 #include "Tone.h"
 #include "TypedLine.h"
 #include "frmAvulso.h"
@@ -38,7 +39,6 @@
 #include <QVBoxLayout>
 
 namespace {
-const QString kAviso = QStringLiteral("Aviso");
 constexpr int kRedeMs = 5000; // how often the network label looks at the central and the outbox
 
 QLabel* label(const QString& name, const QString& text, QWidget* parent, int pointSize = 0,
@@ -494,18 +494,18 @@ void frmFrente::forgetChange() {
 void frmFrente::refreshLancados() {
     m_lancadoTitle->setText(m_session.lancadosHeading());
     m_lancadoModel->reload();
-    const auto r = m_session.resumoLancados();
-    m_dayCount = r ? r->quantidade : 0;
-    m_dayTotal = r ? r->total : Money();
     refreshDayTotals();
 }
 
+// The day's count and total are the core's, read again, never kept beside it.
 void frmFrente::refreshDayTotals() {
+    const auto r = m_session.resumoLancados();
+    const qint64 count = r ? r->quantidade : 0;
     m_dayTotals->setText(
         QStringLiteral("%1 %2    Total do dia: %3")
-            .arg(m_dayCount)
-            .arg(m_dayCount == 1 ? QStringLiteral("recebimento") : QStringLiteral("recebimentos"))
-            .arg(m_dayTotal.formatCurrency()));
+            .arg(count)
+            .arg(count == 1 ? QStringLiteral("recebimento") : QStringLiteral("recebimentos"))
+            .arg((r ? r->total : Money()).formatCurrency()));
 }
 
 void frmFrente::refreshStatus() {
@@ -722,7 +722,7 @@ void frmFrente::refreshNetwork() {
     const NetworkStatus::Situacao s = NetworkStatus::consultar(m_ctx);
     const QDateTime now = m_ctx.clock.now();
     m_redeAtrasada = NetworkStatus::atrasada(s, now);
-    if (m_ctx.settings.rede == 1) {
+    if (m_ctx.settings.emRede()) {
         m_rede->setText(s.ativa ? QStringLiteral("REDE: %1 PENDENTE(S)").arg(s.pendentes)
                                 : QStringLiteral("REDE INATIVA"));
         m_rede->setVisible(NetworkStatus::mostrarRotulo(s, now));
@@ -795,8 +795,6 @@ void frmFrente::record() {
         QList<clsRecebimentos::Lancado> added;
         for (const RecordedReceipt& r : *rows) {
             added.append({r.idrecebe, r.autentica, r.item.descricao, r.item.valor});
-            ++m_dayCount;
-            m_dayTotal += r.item.valor;
         }
         m_lancadoModel->addRecorded(added);
         m_lancado->scrollToTop();
@@ -815,9 +813,10 @@ bool frmFrente::tender() {
         bare ? std::optional<Money>(Money()) : Money::parseTyped(m_entry->text(), &why);
     if (!paid || m_session.tender(*paid).state == ChangeResult::State::AmountInvalid) {
         // A fraction of a centavo is named; anything else is not a number.
-        m_ctx.dialogs.warn(kAviso, Money::parse(m_entry->text()) && !paid
-                                       ? why
-                                       : QStringLiteral("O valor informado não é um número!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(),
+                           Money::parse(m_entry->text()) && !paid
+                               ? why
+                               : QStringLiteral("O valor informado não é um número!!"));
         m_entry->selectAll();
         return false;
     }
@@ -831,7 +830,7 @@ void frmFrente::addTypedItem() {
     if (m_consulta)
         return;
     if (m_kinds->currentIndex() < 0) {
-        m_ctx.dialogs.warn(kAviso, QStringLiteral("Selecione o tipo de guia!!"));
+        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Selecione o tipo de guia!!"));
         m_kinds->setFocus();
         return;
     }
@@ -857,7 +856,7 @@ void frmFrente::removeByNumber() {
         return;
     const auto r = m_session.removerNumero(*answer);
     if (r != CustomerList::RemoveResult::Removed) {
-        m_ctx.dialogs.critical(kAviso, CustomerList::removeMessage(r));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), CustomerList::removeMessage(r));
         return;
     }
     refreshList();
@@ -866,7 +865,7 @@ void frmFrente::removeByNumber() {
 void frmFrente::limparSoma() {
     if (m_session.list().isEmpty())
         return;
-    if (!m_ctx.dialogs.ask(kAviso, QStringLiteral("Deseja realmente limpar a soma?")))
+    if (!m_ctx.dialogs.ask(SystemTexts::aviso(), QStringLiteral("Deseja realmente limpar a soma?")))
         return;
     m_session.limparSoma();
     refreshList();
@@ -891,14 +890,14 @@ void frmFrente::encerrar() {
     CashDay& day = m_session.day();
     if (!day.podeEncerrar())
         return;
-    if (!m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaEncerrar)) {
-        m_ctx.dialogs.info(kAviso, CashDay::kCancelado);
+    if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaEncerrar))) {
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::OperacaoCancelada));
         return;
     }
     if (day.encerrar()) {
-        if (m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaCupomEncerramento))
+        if (askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaCupomEncerramento)))
             day.imprimirEncerramento();
-        m_ctx.dialogs.info(kAviso, CashDay::kEncerrado);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::MovimentoEncerrado));
         forgetChange();
     }
     refreshStatus();
@@ -908,9 +907,11 @@ void frmFrente::reabrir() {
     if (m_consulta)
         return;
     CashDay& day = m_session.day();
-    if (!day.podeReabrir() || !m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaReabrir))
+    if (!day.podeReabrir() ||
+        !askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaReabrir)))
         return;
-    if (day.reabrir() && m_ctx.dialogs.ask(kAviso, CashDay::kPerguntaCupomReabertura))
+    if (day.reabrir() &&
+        askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaCupomReabertura)))
         day.imprimirReabertura();
     refreshStatus();
 }
@@ -936,7 +937,8 @@ void frmFrente::reautenticarNumero() {
     bool ok = false;
     const int n = answer->trimmed().toInt(&ok);
     if (!ok || n <= 0) {
-        m_ctx.dialogs.critical(kAviso, QStringLiteral("O valor informado não é um número!!"));
+        m_ctx.dialogs.critical(SystemTexts::aviso(),
+                               QStringLiteral("O valor informado não é um número!!"));
         return;
     }
     m_session.reautenticar(n);
@@ -988,8 +990,9 @@ void frmFrente::feriados() {
 void frmFrente::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!m_session.list().isEmpty()) {
-        if (m_ctx.dialogs.ask(kAviso, QStringLiteral("Há itens na soma que não foram gravados. "
-                                                     "Deseja sair assim mesmo?")))
+        if (m_ctx.dialogs.ask(SystemTexts::aviso(),
+                              QStringLiteral("Há itens na soma que não foram gravados. "
+                                             "Deseja sair assim mesmo?")))
             event->accept();
         return;
     }

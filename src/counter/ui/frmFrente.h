@@ -120,8 +120,6 @@ private:
     ScanBuffer* m_scans = nullptr;
     bool m_kindsAreEntry = true;
     QString m_lastChange; // the last customer's change, shown until the next customer begins
-    qint64 m_dayCount = 0;
-    Money m_dayTotal;
     AuthCounterPrinter* m_authPrinter = nullptr;
     QSet<int> m_unstamped; // documents of this session still without a stamp
 

@@ -1,4 +1,5 @@
 #include "frmLdg.h"
+#include "SystemTexts.h"
 
 #include "DialogPort.h"
 #include "TypedLine.h"
@@ -39,7 +40,7 @@ frmLdg::frmLdg(DialogPort& dialogs, QWidget* parent) : QDialog(parent), m_dialog
 void frmLdg::ok() {
     const TypedLine::Result r = TypedLine::toBarcode(m_line->text());
     if (!r.ok()) {
-        m_dialogs.critical(QStringLiteral("Aviso"), r.erro);
+        m_dialogs.critical(SystemTexts::aviso(), r.erro);
         m_line->setFocus();
         return;
     }

@@ -1,4 +1,5 @@
 #include "frmExportar.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CnabExport.h"
@@ -18,15 +19,6 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
-
-namespace {
-const QString kAviso = QStringLiteral("Aviso");
-}
-
-const QString frmExportar::kNaoExecuta =
-    QStringLiteral("Este sistema ainda não executa esta função!!");
-const QString frmExportar::kSucesso = QStringLiteral("Geração de arquivo efetuada com sucesso!!");
-const QString frmExportar::kErro = QStringLiteral("Erro ao gravar arquivo!!");
 
 frmExportar::frmExportar(AppContext& ctx, qint32 idMovimento, const QDate& movimento,
                          QWidget* parent)
@@ -186,18 +178,20 @@ void frmExportar::rejeitados() {
 }
 
 void frmExportar::rejeita() {
-    storeMarks(m_confirmados, ExportMarks::Lista::Confirmados, ExportMarks::kPerguntaRejeita);
+    storeMarks(m_confirmados, ExportMarks::Lista::Confirmados,
+               SystemTexts::text(SystemText::PerguntaRejeitaExportacao));
 }
 
 void frmExportar::desfazRejeicao() {
-    storeMarks(m_rejeitados, ExportMarks::Lista::Rejeitados, ExportMarks::kPerguntaDesfaz);
+    storeMarks(m_rejeitados, ExportMarks::Lista::Rejeitados,
+               SystemTexts::text(SystemText::PerguntaDesfazRejeicao));
 }
 
 void frmExportar::storeMarks(QTreeWidget* list, ExportMarks::Lista lista, const QString& question) {
-    if (m_ctx.dialogs.message(kAviso, question, DialogIcon::Question, DialogButtons::YesNo) !=
-        DialogAnswer::Yes)
+    if (m_ctx.dialogs.message(SystemTexts::aviso(), question, DialogIcon::Question,
+                              DialogButtons::YesNo) != DialogAnswer::Yes)
         return;
-    m_ctx.dialogs.info(kAviso, ExportMarks::kAguarde);
+    tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ProcessoDemorado));
     const int n = list->topLevelItemCount();
     m_pbr->setRange(0, qMax(n, 1));
     QList<ExportMarks::Linha> linhas;
@@ -207,7 +201,7 @@ void frmExportar::storeMarks(QTreeWidget* list, ExportMarks::Lista lista, const 
         m_pbr->setValue(i + 1);
     }
     if (ExportMarks::gravar(m_ctx, ExportMarks::marcas(lista, linhas)))
-        m_ctx.dialogs.info(kAviso, ExportMarks::kGravacaoConcluida);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GravacaoConcluida));
     m_pbr->setValue(0);
     fillList(list, lista);
 }
@@ -226,14 +220,15 @@ void frmExportar::reject() {
 }
 
 void frmExportar::exportar() {
-    if (!BankExport::codigoBancoValido(m_codBanco->text())) {
-        m_ctx.dialogs.critical(kAviso, BankExport::kCodigoBancoNaoInformado);
+    if (const QString why = BankExport::recusaCodigoBanco(arquivo(), m_codBanco->text());
+        !why.isEmpty()) {
+        m_ctx.dialogs.critical(SystemTexts::aviso(), why);
         return;
     }
     if (m_confirmados->topLevelItemCount() == 0)
         return;
     if (arquivo() == BankExport::Arquivo::Cnab && !BankExport::cnabNaTela(m_ctx)) {
-        m_ctx.dialogs.critical(kAviso, kNaoExecuta);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NaoExecutaFuncao));
         return;
     }
     BankExport::Request rq;
@@ -254,7 +249,7 @@ void frmExportar::exportar() {
     setBusy(false);
     m_pbr->setValue(0);
     if (r.ok)
-        m_ctx.dialogs.info(kAviso, kSucesso);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GeracaoSucesso));
     else
-        m_ctx.dialogs.critical(kAviso, kErro);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroGravarArquivo));
 }

@@ -23,10 +23,6 @@ public:
     frmExportar(AppContext& ctx, qint32 idMovimento, const QDate& movimento,
                 QWidget* parent = nullptr);
 
-    static const QString kNaoExecuta; // "Este sistema ainda não executa esta função!!"
-    static const QString kSucesso;    // "Geração de arquivo efetuada com sucesso!!"
-    static const QString kErro;       // "Erro ao gravar arquivo!!"
-
 protected:
     void reject() override; // not while a file is being written
 

@@ -1,4 +1,5 @@
 #include "ReportPreview.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
@@ -67,7 +68,7 @@ ReportPreview::~ReportPreview() = default;
 void ReportPreview::imprimir() {
     const OrdinaryPrinter::Resultado r = OrdinaryPrinter::imprimir(m_ctx, *m_doc, m_stem);
     if (r.ok)
-        m_ctx.dialogs.info(QStringLiteral("Aviso"), OrdinaryPrinter::aviso(r));
+        m_ctx.dialogs.info(SystemTexts::aviso(), OrdinaryPrinter::aviso(r));
     else
-        m_ctx.dialogs.critical(QStringLiteral("Aviso"), OrdinaryPrinter::aviso(r));
+        m_ctx.dialogs.critical(SystemTexts::aviso(), OrdinaryPrinter::aviso(r));
 }

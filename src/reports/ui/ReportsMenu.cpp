@@ -1,4 +1,5 @@
 #include "ReportsMenu.h"
+#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CommandRegistry.h"
@@ -16,8 +17,6 @@
 #include <QTextDocument>
 
 namespace {
-
-const QString kAviso = QStringLiteral("Aviso");
 
 // The first and last day of the period, the working date's month by default.
 bool askPeriod(QWidget* parent, const QDate& dia, QDate& de, QDate& ate) {
@@ -48,7 +47,7 @@ QDialog* ReportsMenu::boletim(AppContext& ctx, const QDate& dia, QWidget* parent
     QString why;
     const auto b = DayBulletin::montar(ctx, dia, &why);
     if (!b) {
-        ctx.dialogs.warn(kAviso, why);
+        ctx.dialogs.warn(SystemTexts::aviso(), why);
         return nullptr;
     }
     return new ReportPreview(
@@ -60,7 +59,7 @@ QDialog* ReportsMenu::periodo(AppContext& ctx, const QDate& de, const QDate& ate
     QString why;
     const auto p = PeriodReport::montar(ctx, de, ate, &why);
     if (!p) {
-        ctx.dialogs.warn(kAviso, why);
+        ctx.dialogs.warn(SystemTexts::aviso(), why);
         return nullptr;
     }
     return new ReportPreview(

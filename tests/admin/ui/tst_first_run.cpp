@@ -80,7 +80,7 @@ private slots:
         QVERIFY(Startup::Abre_conexao(next.ctx, false));
         QVERIFY(Login::Valida_senha(next.ctx, QStringLiteral("guiche-b1")));
         QCOMPARE(next.ctx.userName, QStringLiteral("ADMINISTRADOR"));
-        QCOMPARE(next.ctx.userType, QStringLiteral("ADM"));
+        QCOMPARE(next.ctx.userType, UserType::Admin);
         QVERIFY(!QFile::exists(QDir(folder).filePath(SampleSheet::kPdf)));
         QVERIFY(!s.form.resumo().contains(SampleSheet::kPdf));
     }

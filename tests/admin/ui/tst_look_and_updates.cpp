@@ -115,7 +115,9 @@ private slots:
         QCOMPARE(app.dialogs().shown().size(), asked ? 1 : 0);
         if (asked) {
             QCOMPARE(app.dialogs().last().title, QStringLiteral("Aviso"));
-            QCOMPARE(app.dialogs().last().text, UpdateCheck::kQuestion);
+            QCOMPARE(app.dialogs().last().text,
+                     QStringLiteral(
+                         "Uma nova versão do sistema está disponível. Deseja instalar agora?"));
             QCOMPARE(app.dialogs().last().icon, DialogIcon::Question);
         }
     }
@@ -177,7 +179,7 @@ private slots:
         valor->setText(QStringLiteral("150,00"));
         go->click(); // no document in place: the printer's own message
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Autenticação de Documentos"));
-        QCOMPARE(app.dialogs().last().text, PrinterService::kTempoExcedido);
+        QCOMPARE(app.dialogs().last().text, QStringLiteral("Tempo maior que o permitido."));
         QVERIFY(emulator.documents().isEmpty());
         // Recorded before printing, never confirmed, never shown as the last one.
         QCOMPARE(stamps().size(), 1);

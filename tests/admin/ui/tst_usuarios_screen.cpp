@@ -117,7 +117,7 @@ private slots:
         QCOMPARE(app.dialogs().shown().size(), shown);
         QVERIFY(Login::Valida_senha(app.ctx(), QStringLiteral("ana123")));
         QCOMPARE(app.ctx().userName, QStringLiteral("ANA PAULA"));
-        QCOMPARE(app.ctx().userType, QStringLiteral("ADM"));
+        QCOMPARE(app.ctx().userType, UserType::Admin);
     }
 
     void deletingTheLastAdministratorIsWarned() {
@@ -133,7 +133,10 @@ private slots:
         const auto shown = app.dialogs().shown();
         QCOMPARE(shown.at(shown.size() - 2).text,
                  QStringLiteral("CHEFE - Confirma exclusão deste item?"));
-        expect(app, frmUsuarios::kUltimoAdministrador, DialogIcon::Exclamation);
+        expect(app,
+               QStringLiteral("Este é o único administrador: sem ele nenhuma entrada de "
+                              "administrador poderá ser aberta. Deseja excluir assim mesmo?"),
+               DialogIcon::Exclamation);
         QCOMPARE(app.count(QStringLiteral("Usuarios")), 2);
 
         app.dialogs().pushAnswer(DialogAnswer::Yes);

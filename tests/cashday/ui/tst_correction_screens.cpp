@@ -4,6 +4,7 @@
 #include "CashEntry.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "ReceiptCorrections.h"
 #include "ReversalUndoDialog.h"
 #include "TestApp.h"
@@ -102,7 +103,8 @@ private slots:
         QCOMPARE(list->topLevelItem(0)->text(3), QStringLiteral("AGUA E ESGOTO"));
         child<QLineEdit>(form, "txtpesquisa")->setText(QStringLiteral("dois"));
         click(form, "cmdProcura");
-        QCOMPARE(d.app.dialogs().last().text, RC::kAutenticaInvalida);
+        QCOMPARE(d.app.dialogs().last().text,
+                 QStringLiteral("O número de autenticação deve ser um número maior que zero!!"));
         QCOMPARE(d.app.dialogs().last().icon, DialogIcon::Critical);
         child<QLineEdit>(form, "txtpesquisa")->clear();
         click(form, "cmdProcura");
@@ -115,7 +117,7 @@ private slots:
         for (const char* button : {"cmdSelecionar", "cmdEstornar"}) {
             d.app.dialogs().clear();
             click(form, button); // nothing selected
-            QCOMPARE(d.app.dialogs().texts(), QStringList{CashEntry::kInformeItem});
+            QCOMPARE(d.app.dialogs().texts(), QStringList{Desc::kInformeItem});
             QCOMPARE(d.app.dialogs().last().icon, DialogIcon::Critical);
             QCOMPARE(d.app.dialogs().last().title, QStringLiteral("Aviso"));
         }
@@ -129,7 +131,8 @@ private slots:
         // No reason: refused before the question.
         d.app.dialogs().clear();
         click(form, "cmdEstornar");
-        QCOMPARE(d.app.dialogs().texts(), QStringList{RC::kMotivoObrigatorio});
+        QCOMPARE(d.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Um motivo deve ser especificado!!")});
         QCOMPARE(d.app.dialogs().last().icon, DialogIcon::Exclamation);
         QVERIFY(!askedAnything(d.app.dialogs()));
 
@@ -145,7 +148,7 @@ private slots:
 
         d.app.dialogs().pushAnswer(DialogAnswer::Yes);
         click(form, "cmdEstornar");
-        QCOMPARE(d.app.dialogs().last().text, RC::kExcluido);
+        QCOMPARE(d.app.dialogs().last().text, QStringLiteral("Exclusão efetuada com sucesso!!"));
         QCOMPARE(d.app.count(QStringLiteral("Recebimentos")), 2);
         QCOMPARE(child<QTreeWidget>(form, "ListView1")->topLevelItemCount(), 2);
         QVERIFY(child<QLineEdit>(form, "txtordem")->text().isEmpty());
@@ -161,14 +164,15 @@ private slots:
         child<QLineEdit>(form, "txtbarra")->clear();
         child<QLineEdit>(form, "txtmotivo")->setText(QStringLiteral("conferido"));
         click(form, "cmdAlterar");
-        QCOMPARE(d.app.dialogs().texts(), QStringList{CashEntry::kCamposObrigatorios});
+        QCOMPARE(d.app.dialogs().texts(), QStringList{Desc::kCamposObrigatorios});
         child<QLineEdit>(form, "txtbarra")->setText(QString(44, QLatin1Char('0')));
         child<QLineEdit>(form, "mskvalor")->setText(QStringLiteral("7,50"));
         auto* kinds = child<QComboBox>(form, "cmbOrgao");
         kinds->setCurrentIndex(kinds->findData(7));
         d.app.dialogs().clear();
         click(form, "cmdAlterar");
-        QCOMPARE(d.app.dialogs().texts(), QStringList{RC::kAlterado});
+        QCOMPARE(d.app.dialogs().texts(),
+                 QStringList{QStringLiteral("Operação efetuada com sucesso!!")});
         QVERIFY(!askedAnything(d.app.dialogs()));
         auto* first = child<QTreeWidget>(form, "ListView1")->topLevelItem(0);
         QCOMPARE(first->text(2), QStringLiteral("07"));
@@ -211,7 +215,7 @@ private slots:
         QCOMPARE(list->topLevelItem(0)->text(5), QStringLiteral("engano"));
         d.app.dialogs().clear();
         click(dialog, "cmdReverter");
-        QCOMPARE(d.app.dialogs().texts(), QStringList{CashEntry::kInformeItem});
+        QCOMPARE(d.app.dialogs().texts(), QStringList{Desc::kInformeItem});
         list->setCurrentItem(list->topLevelItem(0));
         d.app.dialogs().clear();
         d.app.dialogs().pushAnswer(DialogAnswer::No);
@@ -222,7 +226,7 @@ private slots:
         QCOMPARE(d.app.dialogs().texts(),
                  (QStringList{QStringLiteral("Confirma a reversão do estorno deste item? - 003"),
                               QStringLiteral("Confirma a reversão do estorno deste item? - 003"),
-                              RC::kRevertido}));
+                              QStringLiteral("Revertido com sucesso!!")}));
         QCOMPARE(d.app.count(QStringLiteral("Recebimentos")), 3);
         QCOMPARE(list->topLevelItemCount(), 0);
         QVERIFY(dialog.reverteu());

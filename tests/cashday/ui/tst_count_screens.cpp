@@ -35,7 +35,7 @@ struct Setup {
         mov.VALOR_ARRECADADO = Money::fromReais(1000);
         mov.ENTRADA = Money::fromReais(200);
         mov.SAIDA = Money::fromReais(100);
-        QVERIFY(mov.SQLInsert(0));
+        QVERIFY(mov.inserirNovo());
         for (int i = 1; i <= 3; ++i) {
             clsRecebimentos r(app.db());
             r.AUTENTICA = static_cast<qint16>(i);

@@ -34,7 +34,7 @@ struct Setup {
         m.MDATA = app.ctx().workingDate;
         m.MOV = 1;
         m.STATUS = QStringLiteral("ABERTO");
-        QVERIFY(m.SQLInsert(0));
+        QVERIFY(m.inserirNovo());
         mov = m.ID;
         app.dialogs().clear();
     }
@@ -201,7 +201,7 @@ private slots:
         for (const char* d : {"EMPENHO 1", "MATERIAL DE LIMPEZA"}) {
             CashEntry e(s.app.ctx(), s.mov, EntryKind::PaymentOut);
             QVERIFY(e.incluirItens(QLatin1String(d)));
-            QVERIFY(e.gravarItem(100, QString(), QStringLiteral("10,00")));
+            QVERIFY(e.gravarItem(100, QString(), Money::fromReais(10)));
         }
         frmSangria f(s.app.ctx(), s.mov, EntryKind::PaymentOut);
         auto* lista = w<QTreeWidget>(&f, "ListView1");
@@ -245,7 +245,7 @@ private slots:
         Setup s;
         CashEntry e(s.app.ctx(), s.mov, EntryKind::CashIn);
         QVERIFY(e.incluirItens(QString()));
-        QVERIFY(e.gravarItem(100, QString(), QStringLiteral("200,00")));
+        QVERIFY(e.gravarItem(100, QString(), Money::fromReais(200)));
         s.close();
         frmSangria f(s.app.ctx(), s.mov, EntryKind::CashIn);
         QCOMPARE(w<QTreeWidget>(&f, "ListView1")->topLevelItemCount(), 1);

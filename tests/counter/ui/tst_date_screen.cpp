@@ -49,7 +49,7 @@ private slots:
         clsMovimento m(app.db());
         m.MDATA = QDate(2026, 11, 21);
         m.STATUS = QStringLiteral("FECHADO");
-        QVERIFY(m.SQLInsert(0));
+        QVERIFY(m.inserirNovo());
 
         frmData screen(app.ctx());
         QSignalSpy spy(&screen, &frmData::prosseguir);

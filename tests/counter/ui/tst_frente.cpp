@@ -6,6 +6,7 @@
 #include "CounterPrinter.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "LancadosModel.h"
 #include "OverdueHandler.h"
 #include "PaymentRecorder.h"
@@ -168,8 +169,7 @@ private slots:
         Screen s;
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F4);
-        QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kCancelado}));
+        QCOMPARE(s.app.dialogs().texts(), (QStringList{Desc::kPerguntaEncerrar, Desc::kCancelado}));
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
 
         s.app.dialogs().clear();
@@ -177,8 +177,8 @@ private slots:
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F4);
         QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaEncerrar, CashDay::kPerguntaCupomEncerramento,
-                              CashDay::kEncerrado}));
+                 (QStringList{Desc::kPerguntaEncerrar, Desc::kPerguntaCupomEncerramento,
+                              Desc::kEncerrado}));
         QCOMPARE(s.app.dialogs().last().icon, DialogIcon::Information);
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA ENCERRADO"));
 
@@ -194,7 +194,7 @@ private slots:
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.key(Qt::Key_F5);
         QCOMPARE(s.app.dialogs().texts(),
-                 (QStringList{CashDay::kPerguntaReabrir, CashDay::kPerguntaCupomReabertura}));
+                 (QStringList{Desc::kPerguntaReabrir, Desc::kPerguntaCupomReabertura}));
         QCOMPARE(s.text("lblStatus"), QStringLiteral("CAIXA PRONTO"));
     }
 
@@ -579,7 +579,7 @@ private slots:
         Screen s;
         s.app.dialogs().pushAnswer(DialogAnswer::No);
         s.w<QToolButton>("ribmnuEncerrar")->click();
-        QCOMPARE(s.app.dialogs().shown().first().text, CashDay::kPerguntaEncerrar);
+        QCOMPARE(s.app.dialogs().shown().first().text, Desc::kPerguntaEncerrar);
         QCOMPARE(QApplication::focusWidget(), s.entry());
     }
 

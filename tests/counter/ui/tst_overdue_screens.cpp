@@ -26,7 +26,8 @@ private slots:
         form.close();
         QVERIFY(form.isVisible());
         QCOMPARE(dialogs.texts(),
-                 (QStringList{frmAcrescimos::kSaiaPeloOk, frmAcrescimos::kSaiaPeloOk}));
+                 (QStringList{QStringLiteral("Você deve sair ultilizando o botão OK."),
+                              QStringLiteral("Você deve sair ultilizando o botão OK.")}));
         QCOMPARE(dialogs.last().icon, DialogIcon::Information);
         QCOMPARE(form.findChild<QLabel*>(QStringLiteral("lblvencimento"))->text(),
                  QStringLiteral("Vencimento: 10/01/2026"));

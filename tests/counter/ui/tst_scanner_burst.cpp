@@ -7,6 +7,7 @@
 #include "Clock.h"
 #include "CounterSession.h"
 #include "DemoData.h"
+#include "DescriptionTexts.h"
 #include "IniFile.h"
 #include "PaymentRecorder.h"
 #include "PrinterWorker.h"
@@ -317,7 +318,7 @@ private slots:
             << "" << 0; // listed, not selected: the check digit failed
         QTest::newRow("closed day")
             << "closed" << kOnTime << QStringList{}
-            << QStringList{QStringLiteral("QMessageBox|Aviso|") + PaymentRecorder::kEncerrado} << ""
+            << QStringList{QStringLiteral("QMessageBox|Aviso|") + Desc::kPagamentoEncerrado} << ""
             << 0;
     }
     void everyNoticeOutlivesTheScannersEnter() {

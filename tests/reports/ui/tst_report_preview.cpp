@@ -23,7 +23,7 @@ void openDay(TestApp& app) {
     mov.MDATA = kDia;
     mov.MOV = 3;
     mov.STATUS = QStringLiteral("ABERTO");
-    QVERIFY(mov.SQLInsert(0));
+    QVERIFY(mov.inserirNovo());
     QVERIFY(app.db().SQLExecute(QStringLiteral(
         "INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO) VALUES (7, 'AV1', 'TAXA', 'A')")));
     clsRecebimentos r(app.db());

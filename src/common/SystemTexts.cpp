@@ -1,0 +1,89 @@
+#include "SystemTexts.h"
+
+#include <array>
+
+namespace {
+struct Entry {
+    SystemText id;
+    const char* title;
+    const char* text;
+    DialogIcon icon;
+};
+
+using I = DialogIcon;
+using T = SystemText;
+
+constexpr const char* kAviso = "Aviso";
+constexpr const char* kGravar = "Gravar Registro";
+
+// clang-format off
+constexpr std::array kEntries = {
+    Entry{T::MovimentoFechadoAlteracao, kAviso, "Você não pode efetuar nenhuma inclusão ou alteração de registro com o movimento fechado", I::Critical},
+    Entry{T::CamposObrigatorios, kAviso, "Todos os campos obrigatórios devem ser preenchidos!!", I::Exclamation},
+    Entry{T::InformeItem, kAviso, "Informe um item !!!", I::Critical},
+    Entry{T::PerguntaExcluirItem, kAviso, "Confirma exclusão do item selecionado?", I::Question},
+    Entry{T::PerguntaExcluirLancamento, kAviso, "Confirma exclusão deste item?", I::Question},
+    Entry{T::NaoPodeExcluirFechado, kAviso, "Você não pode excluir!! O movimento desta data já foi fechado", I::Critical},
+    Entry{T::ErroExcluir, kAviso, "Erro ao excluir", I::Critical},
+    Entry{T::TotalLancamentoAcimaDoLimite, kAviso, "O total do lançamento não pode passar de %1. Nada foi gravado.", I::Critical},
+    Entry{T::LancamentosDiaAcimaDoLimite, kAviso, "Os lançamentos do dia não podem somar mais de %1. Nada foi gravado.", I::Critical},
+    Entry{T::ErroGravarItem, kAviso, "Erro ao gravar o item. Nada foi gravado.", I::Critical},
+    Entry{T::EspecieInvalida, kAviso, "A espécie informada não é um tipo de dinheiro!!", I::Critical},
+    Entry{T::ValorInvalido, kAviso, "Você precisa informar um valor válido!!", I::Exclamation},
+    Entry{T::CofreCaixaEncerrado, kAviso, "Você não pode movimentar o cofre, com o caixa já encerrado!!", I::Critical},
+    Entry{T::CofreAcimaDoSaldo, kAviso, "Valor não pode ser maior que o saldo disponível.", I::Critical},
+    Entry{T::CofreGravado, kAviso, "Valor gravado. Saldo atualizado para R$ %1", I::Information},
+    Entry{T::CofreAcimaDoLimite, kAviso, "O saldo do cofre e o suprimento do dia não podem passar de %1. Nada foi gravado.", I::Critical},
+    Entry{T::CofreFalhou, kAviso, "Não foi possível gravar o movimento do cofre. Nada foi alterado.", I::Critical},
+    Entry{T::CofreSaldoIlegivel, kAviso, "Não foi possível ler o saldo do cofre: %1", I::Critical},
+    Entry{T::ErroGravacaoContador, "Erro", "Erro de gravação do contador!!!", I::Critical},
+    Entry{T::ErroAlteracaoContador, "Erro", "Erro de alteração do contador!!!", I::Critical},
+    Entry{T::ErroAberturaMovimento, kAviso, "Erro na abertura de Movimento!!", I::Critical},
+    Entry{T::CaixaAberto, kGravar, "Caixa Aberto!!!", I::Information},
+    Entry{T::ErroGravacao, kAviso, "Erro de Gravação!!!", I::Critical},
+    Entry{T::ErroLinhaImpressao, kAviso, "Erro na geração da linha de impressão!!!", I::Critical},
+    Entry{T::TotaisDiaAcimaDoLimite, kAviso, "Os totais do dia passam de %1: o movimento não pode ser encerrado assim. Corrija os lançamentos ou os recebimentos e encerre de novo.", I::Critical},
+    Entry{T::PerguntaEncerrar, kAviso, "Deseja encerrar a contabilização agora?", I::Question},
+    Entry{T::PerguntaCupomEncerramento, kAviso, "Deseja finalizar o cupom agora?", I::Question},
+    Entry{T::MovimentoEncerrado, kAviso, "Movimento encerrado.", I::Information},
+    Entry{T::OperacaoCancelada, kAviso, "Operação cancelada.", I::Information},
+    Entry{T::PerguntaReabrir, kAviso, "Confirma a reabertura do movimento?", I::Question},
+    Entry{T::PerguntaCupomReabertura, kAviso, "Deseja imprimir a reabertura de movimento no cupom?", I::Question},
+    Entry{T::MovimentoJaEncerrado, kAviso, "O movimento já está encerrado.", I::Information},
+    Entry{T::MovimentoJaAberto, kAviso, "O movimento já está aberto.", I::Information},
+    Entry{T::ErroEncerrar, kAviso, "Erro ao encerrar.", I::Critical},
+    Entry{T::ErroReabrir, kAviso, "Erro ao reabrir o movimento.", I::Critical},
+    Entry{T::RegistroGravado, kGravar, "Registro Gravado!!!", I::Information},
+    Entry{T::PagamentoDiaEncerrado, kAviso, "O movimento deste dia está encerrado!! Reabra o movimento (F5) para receber.", I::Critical},
+    Entry{T::PagamentoFalhou, kAviso, "Erro ao gravar o pagamento!! Nenhum item foi gravado; confira e tente novamente.", I::Critical},
+    Entry{T::GuiaVencidaRecusada, kAviso, "Guia vencida recusada: use --aceitar-vencidas para receber guias vencidas.", I::Exclamation},
+    Entry{T::DataJaLancada, kAviso, "Data já lançada!!!", I::Exclamation},
+    Entry{T::ErroExcluirFeriado, "ERRO!!", "ERRO ao excluir!!", I::Critical},
+    Entry{T::PerguntaExcluirTodosFeriados, kAviso, "Confirma exclusão de todos os feriados?", I::Question},
+    Entry{T::PerguntaRejeitaExportacao, kAviso, "Confirma a exportação dos itens relacionados na lista?", I::Question},
+    Entry{T::PerguntaDesfazRejeicao, kAviso, "Confirma a reversão da rejeição dos itens desabilitados da lista?", I::Question},
+    Entry{T::ProcessoDemorado, kAviso, "Processo demorado dependendo da quantidade de itens cadastrados. Aguarde!!", I::Information},
+    Entry{T::GravacaoConcluida, kAviso, "Gravação Concluida!!", I::Information},
+    Entry{T::NaoExecutaFuncao, kAviso, "Este sistema ainda não executa esta função!!", I::Critical},
+    Entry{T::GeracaoSucesso, kAviso, "Geração de arquivo efetuada com sucesso!!", I::Information},
+    Entry{T::ErroGravarArquivo, kAviso, "Erro ao gravar arquivo!!", I::Critical},
+    Entry{T::CodigoBancoNaoInformado, kAviso, "Código do banco não informado!!", I::Critical},
+    Entry{T::CliqueNoItem, kAviso, "Você deve clicar no item antes!!", I::Critical},
+    Entry{T::PerguntaExcluirItemContagem, kAviso, "Confirma exclusão do Item: ", I::Question},
+    Entry{T::AvisoContagemTemporaria, kAviso, "Os lançamentos gerados nesta tela não servem para contabilização de encerramento de caixa.", I::Information},
+    Entry{T::PerguntaArquivoRemessa, kAviso, "Confirma a criação do arquivo remessa?", I::Question},
+    Entry{T::ErroGerar, kAviso, "Erro ao gerar: ", I::Critical},
+    Entry{T::SemRecebimentos, kAviso, "Não há recebimentos neste movimento: nenhum arquivo foi gerado.", I::Information},
+    Entry{T::SaiaPeloOk, kAviso, "Você deve sair ultilizando o botão OK.", I::Information},
+    Entry{T::PerguntaAtualizacao, kAviso, "Uma nova versão do sistema está disponível. Deseja instalar agora?", I::Question},
+    Entry{T::UltimoAdministrador, kAviso, "Este é o único administrador: sem ele nenhuma entrada de administrador poderá ser aberta. Deseja excluir assim mesmo?", I::Exclamation},
+};
+// clang-format on
+} // namespace
+
+Notice SystemTexts::notice(SystemText id) {
+    for (const Entry& e : kEntries)
+        if (e.id == id)
+            return {QString::fromUtf8(e.title), QString::fromUtf8(e.text), e.icon};
+    return {};
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Notice.h"
+
+// The system's texts, each with its title and icon, written once. Core operations name an entry
+// in their outcome; screens and commands render it. A text with %1 takes its argument through
+// Notice::arg.
+enum class SystemText {
+    // Cash entries
+    MovimentoFechadoAlteracao,
+    CamposObrigatorios,
+    InformeItem,
+    PerguntaExcluirItem,
+    PerguntaExcluirLancamento,
+    NaoPodeExcluirFechado,
+    ErroExcluir,
+    TotalLancamentoAcimaDoLimite,
+    LancamentosDiaAcimaDoLimite,
+    ErroGravarItem,
+    EspecieInvalida,
+    ValorInvalido,
+    // The safe
+    CofreCaixaEncerrado,
+    CofreAcimaDoSaldo,
+    CofreGravado,
+    CofreAcimaDoLimite,
+    CofreFalhou,
+    CofreSaldoIlegivel,
+    // The cash day
+    ErroGravacaoContador,
+    ErroAlteracaoContador,
+    ErroAberturaMovimento,
+    CaixaAberto,
+    ErroGravacao,
+    ErroLinhaImpressao,
+    TotaisDiaAcimaDoLimite,
+    PerguntaEncerrar,
+    PerguntaCupomEncerramento,
+    MovimentoEncerrado,
+    OperacaoCancelada,
+    PerguntaReabrir,
+    PerguntaCupomReabertura,
+    MovimentoJaEncerrado,
+    MovimentoJaAberto,
+    ErroEncerrar,
+    ErroReabrir,
+    // The customer's payment
+    RegistroGravado,
+    PagamentoDiaEncerrado,
+    PagamentoFalhou,
+    // Guides past due
+    GuiaVencidaRecusada,
+    // Holidays
+    DataJaLancada,
+    ErroExcluirFeriado,
+    PerguntaExcluirTodosFeriados,
+    // Bank files, the integration file and the count
+    PerguntaRejeitaExportacao,
+    PerguntaDesfazRejeicao,
+    ProcessoDemorado,
+    GravacaoConcluida,
+    NaoExecutaFuncao,
+    GeracaoSucesso,
+    ErroGravarArquivo,
+    CodigoBancoNaoInformado,
+    CliqueNoItem,
+    PerguntaExcluirItemContagem,
+    AvisoContagemTemporaria,
+    PerguntaArquivoRemessa,
+    ErroGerar,
+    SemRecebimentos,
+    SaiaPeloOk,
+    PerguntaAtualizacao,
+    UltimoAdministrador,
+};
+
+class SystemTexts {
+public:
+    // The title of most of the system's messages.
+    static QString aviso() { return QStringLiteral("Aviso"); }
+    static Notice notice(SystemText id);
+    static QString text(SystemText id) { return notice(id).text; }
+    static QString title(SystemText id) { return notice(id).title; }
+};
