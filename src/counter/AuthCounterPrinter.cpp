@@ -107,15 +107,22 @@ bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
 }
 
 bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
+    // The four single closing lines: 29-character labels, values 11 wide.
     clsAutenticadora a;
-    a.VALOR_RECEBIDO = clsAutenticadora::right(mov.VALOR_ARRECADADO.format(), 12);
-    a.VALOR_ENTRADA = clsAutenticadora::right(mov.ENTRADA.format(), 12);
-    a.VALOR_SAIDA = clsAutenticadora::right(mov.SAIDA.format(), 12);
+    a.VALOR_RECEBIDO = clsAutenticadora::right(mov.VALOR_ARRECADADO.format(), 11);
+    a.VALOR_ENTRADA = clsAutenticadora::right(mov.ENTRADA.format(), 11);
+    a.VALOR_SAIDA = clsAutenticadora::right(mov.SAIDA.format(), 11);
     a.VALOR_TOTAL =
-        clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
-    if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
+        clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 11);
+    QStringList lines;
+    for (const char* kind : {"ARRECADADO", "ENTRADA", "SAIDA", "TOTAL"}) {
+        if (!a.EncerraCaixa(QLatin1String(kind)))
+            return false;
+        lines << a.EncerraFita;
+    }
+    if (!a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    QString block = a.EncerraFita;
+    QString block = lines.join(QLatin1Char('\n'));
     // The audit chain's last hash, to compare with `tolvane auditar` later.
     if (!mov.HASH_CADEIA.isEmpty())
         block += QStringLiteral("\nCADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +

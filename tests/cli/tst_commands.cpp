@@ -168,7 +168,7 @@ private slots:
         QVERIFY(bytes.contains(QByteArray("\x1B\x61\x01", 3) +
                                "PMX 1 0001 16/11/2026      1.493,82R\r\n" +
                                QByteArray("\x1B\x61\x00", 3)));
-        QVERIFY(bytes.contains("(+)========= ARRECADADO -->     1.587,97"));
+        QVERIFY(bytes.contains("(+)========== ARRECADADO -->    1.587,97"));
 
         QCOMPARE(f.run(words("impressora fita TESTE")).code, 0);
         QCOMPARE(f.run(words("impressora autenticar X --espera 0")).code, 2);
