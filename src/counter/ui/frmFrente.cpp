@@ -328,9 +328,9 @@ void frmFrente::buildMenus() {
         return a;
     };
     QMenu* caixa = menuBar()->addMenu(QStringLiteral("&Caixa"));
-    add(caixa, QStringLiteral("mnuEncerrar"), QStringLiteral("Encerrar Movimento (F4)"),
+    add(caixa, QStringLiteral("mnuEncerrar"), QStringLiteral("Encerrar Mov. (F4)"),
         &frmFrente::encerrar);
-    add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Movimento (F5)"),
+    add(caixa, QStringLiteral("mnuReabrir"), QStringLiteral("Reabrir Cupom (F5)"),
         &frmFrente::reabrir);
     add(caixa, QStringLiteral("mnuRecebidas"), QStringLiteral("Contas Recebidas (F7)"),
         &frmFrente::recebidas);
