@@ -68,6 +68,9 @@ int autenticar(CliEnv& e) {
             return ExitUsage;
         }
         p.documentTimeoutMs = ms;
+        p.quattroEsperaMs = ms;
+    } else if (PrinterConfig::from(e.ctx).quattroEspera.trimmed().toInt() <= 0) {
+        p.quattroEsperaMs = p.documentTimeoutMs; // a command never waits without end
     }
     if (int rc = refuseDisabled(e, p); rc >= 0)
         return rc;
