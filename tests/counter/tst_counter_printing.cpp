@@ -9,6 +9,7 @@
 #include "PrinterService.h"
 #include "TestApp.h"
 #include "TextFile.h"
+#include "clsAutenticacoes.h"
 #include "clsMovimento.h"
 
 #include <QDir>
@@ -54,6 +55,18 @@ struct Counter {
         app.dialogs().clear();
     }
 };
+
+QList<qint32> pendingNumbers(Counter& c) {
+    QList<qint32> out;
+    const auto pending = c.s.pendentes();
+    for (const auto& p : pending.value())
+        out << p.autentica;
+    return out;
+}
+
+int stampCount(Counter& c, qint32 idrecebe) {
+    return clsAutenticacoes::estado(c.app.db(), idrecebe).value().vezes;
+}
 } // namespace
 
 class tst_counter_printing : public QObject {
@@ -125,23 +138,27 @@ private slots:
         QVERIFY(c.s.ler(kBoleto).accepted);
         QVERIFY(
             c.s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
-        QVERIFY(c.s.gravar());
+        const auto rows = c.s.gravar();
+        QVERIFY(rows);
         QCOMPARE(c.app.dialogs().texts(),
                  (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
         QCOMPARE(c.app.count(QStringLiteral("Recebimentos")), 3);
         QCOMPARE(c.missed, (QList<QList<int>>{{1, 2, 3}}));
         QCOMPARE(c.stamped, (QList<QList<int>>{{}}));
         QVERIFY(c.emulator.documents().isEmpty());
+        QCOMPARE(pendingNumbers(c), (QList<qint32>{1, 2, 3}));
 
         c.emulator.setSilent(false);
         c.app.dialogs().clear();
-        QVERIFY(c.s.reautenticarUltimo());
+        QCOMPARE(c.s.autenticarPendentes().result, ReceiptStamps::Result::Enviado);
         QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
                               QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
-        QCOMPARE(c.missed.last(), QList<int>{});
         QCOMPARE(c.stamped.last(), (QList<int>{1, 2, 3}));
+        QVERIFY(pendingNumbers(c).isEmpty());
+        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 1);
+        QCOMPARE(c.s.autenticarPendentes().result, ReceiptStamps::Result::Nenhum);
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
         const QStringList tape = c.emulator.tape();
@@ -149,12 +166,53 @@ private slots:
         QCOMPARE(tape.count(line1), 2);
         QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ANA")));
         QVERIFY(tape.indexOf(QStringLiteral(" OPR: ANA")) < tape.lastIndexOf(line1));
-        QVERIFY(c.s.reautenticar(2));
+
+        // Stamped already: asked first, and nothing goes out until answered.
+        auto o = c.s.reautenticar(2);
+        QCOMPARE(o.result, ReceiptStamps::Result::PrecisaConfirmar);
+        QCOMPARE(o.texto, QStringLiteral("0002 já autenticado 1 vez(es), a última em 23/11/2026 "
+                                         "10:00.\nAutenticar novamente?"));
+        QCOMPARE(o.icon, DialogIcon::Question);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(c.s.reautenticar(2, ReceiptStamps::Repetir::Nao).result,
+                 ReceiptStamps::Result::Nenhum);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(c.s.reautenticar(2, ReceiptStamps::Repetir::Sim).result,
+                 ReceiptStamps::Result::Enviado);
         QCOMPARE(c.emulator.documents().last(),
                  QStringLiteral("PMX 3 0002 23/11/2026         89,15R"));
-        QVERIFY(!c.s.reautenticar(9));
-        QCOMPARE(c.app.dialogs().texts(),
-                 QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
+        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 2);
+        QCOMPARE(stampCount(c, rows->at(0).idrecebe), 1);
+        // The last payment's three documents: all stamped, so the question names each.
+        o = c.s.reautenticarUltimo();
+        QCOMPARE(o.result, ReceiptStamps::Result::PrecisaConfirmar);
+        QVERIFY(o.texto.startsWith(QStringLiteral("0001 já autenticado 1 vez(es)")));
+        QVERIFY(o.texto.contains(QStringLiteral("\n0002 já autenticado 2 vez(es)")));
+        o = c.s.reautenticar(9);
+        QCOMPARE(o.result, ReceiptStamps::Result::NaoEncontrado);
+        QCOMPARE(o.texto, QStringLiteral("Autenticação 0009 não encontrada neste movimento."));
+        // A stamp count is evidence: the counts are in the audit chain.
+        QVERIFY(AuditChain::audit(c.app.db()).ok);
+        QVERIFY(c.app.db().SQLExecute(QStringLiteral("UPDATE Autenticacoes SET VEZES = 0")));
+        QVERIFY(!AuditChain::audit(c.app.db()).ok);
+    }
+
+    // A stamp the printer does not confirm is not counted; one it confirms later is.
+    void onlyConfirmedStampsCount() {
+        Counter c;
+        c.open();
+        c.emulator.setDocument(false); // the document never comes: "Tempo maior que o permitido."
+        c.service.documentTimeoutMs = 200;
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        const auto rows = c.s.gravar();
+        QVERIFY(rows);
+        QCOMPARE(c.app.dialogs().texts().last(), PrinterService::kTempoExcedido);
+        QCOMPARE(stampCount(c, rows->first().idrecebe), 0);
+        QCOMPARE(pendingNumbers(c), QList<qint32>{1});
+        c.emulator.setDocument(true);
+        QCOMPARE(c.s.reautenticarUltimo().result, ReceiptStamps::Result::Enviado);
+        QCOMPARE(stampCount(c, rows->first().idrecebe), 1);
+        QVERIFY(pendingNumbers(c).isEmpty());
     }
 
     void textModelCoupon() {

@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QPointer>
 #include <QSet>
 #include <functional>
 #include <memory>
@@ -12,6 +13,7 @@ class AppContext;
 class AuthCounterPrinter;
 class CommandRibbon;
 class LancadosModel;
+class PendingStampsDialog;
 class PrinterWorker;
 class QAction;
 class QComboBox;
@@ -87,7 +89,9 @@ private:
     void recebidas();
     void reautenticarUltimo();
     void reautenticarNumero();
-    void stampsMissed(const QList<int>& stamped, const QList<int>& missed);
+    void refreshUnstamped(); // the banner of the day's documents without a stamp
+    void pendentes();
+    void showPendentes(bool activate);
     void typedLine();
     void avulso();
     void juros();
@@ -114,7 +118,8 @@ private:
     qint64 m_dayCount = 0;
     Money m_dayTotal;
     AuthCounterPrinter* m_authPrinter = nullptr;
-    QSet<int> m_unstamped; // documents of this session still without a stamp
+    QPointer<PendingStampsDialog> m_pendentes; // the day's documents without a stamp
+    int m_semAutenticacao = 0;
 
     QLineEdit* m_entry = nullptr; // txtValorCodBarra
     QComboBox* m_kinds = nullptr; // cmbTipoGuia

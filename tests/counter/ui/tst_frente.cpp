@@ -500,7 +500,7 @@ private slots:
         pay("6,00");
         QTRY_COMPARE(banner->text(),
                      QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
-                                    "voltar: Caixa > Reautenticar."));
+                                    "voltar: Caixa > Documentos sem Autenticação."));
         QCOMPARE(app.dialogs().texts(),
                  (QStringList{PaymentRecorder::kGravado, PrinterService::kAutenticacaoFalhou}));
         emulator.setSilent(false);
