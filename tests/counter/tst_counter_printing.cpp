@@ -128,8 +128,8 @@ private slots:
 
     // A customer of three documents with the printer silent: one message, the payment kept, the
     // documents kept in the database as unstamped. With the printer back the day's unstamped
-    // documents go out in order after the tape lines kept meanwhile; each confirmed stamp is
-    // counted, and a document already stamped goes out again only when the cashier says so.
+    // documents go out in order after the tape lines kept meanwhile, and each confirmed stamp
+    // is counted.
     void silentPrinterAndRestamp() {
         Counter c;
         c.open();
@@ -157,7 +157,7 @@ private slots:
                               QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
         QCOMPARE(c.stamped.last(), (QList<int>{1, 2, 3}));
         QVERIFY(pendingNumbers(c).isEmpty());
-        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 1);
+        QCOMPARE(stampCount(c, rows->at(2).idrecebe), 1);
         QCOMPARE(c.s.autenticarPendentes().result, ReceiptStamps::Result::Nenhum);
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
@@ -166,8 +166,21 @@ private slots:
         QCOMPARE(tape.count(line1), 2);
         QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ANA")));
         QVERIFY(tape.indexOf(QStringLiteral(" OPR: ANA")) < tape.lastIndexOf(line1));
+    }
 
-        // Stamped already: asked first, and nothing goes out until answered.
+    // A document already stamped is asked about first and goes out again only with "Sim"; each
+    // confirmed stamp is counted, and the counts are in the audit chain.
+    void restampAsksAndCounts() {
+        Counter c;
+        c.open();
+        QVERIFY(c.s.ler(kGuia).accepted);
+        QVERIFY(c.s.ler(kBoleto).accepted);
+        QVERIFY(
+            c.s.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+        const auto rows = c.s.gravar();
+        QVERIFY(rows);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 1);
         auto o = c.s.reautenticar(2);
         QCOMPARE(o.result, ReceiptStamps::Result::PrecisaConfirmar);
         QCOMPARE(o.texto, QStringLiteral("0002 já autenticado 1 vez(es), a última em 23/11/2026 "
