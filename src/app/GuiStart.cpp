@@ -122,7 +122,8 @@ int runGui(int argc, char** argv) {
     QString firstRun;
     if (FolderSetup::isNew(folder) && !FirstRunDialog::offer(ctx, &firstRun))
         return 0;
-    Startup::run(ctx);
+    if (!Startup::run(ctx))
+        return 1; // no database where the settings say: nothing to work on
     // The central's link works on its own thread; the screens never wait on the network.
     if (ctx.db.isOpen())
         ctx.rede = std::make_shared<BackgroundCentral>(ctx);

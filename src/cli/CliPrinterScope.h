@@ -10,6 +10,10 @@ struct CliPrinterScope {
     PrinterService service;
     AuthCounterPrinter printer;
     explicit CliPrinterScope(AppContext& ctx) : service(ctx), printer(ctx, service) {
+        // A command never waits without end: the second model's document wait gets the first's
+        // limit when the settings give it none.
+        if (PrinterConfig::from(ctx).quattroEspera.trimmed().toInt() <= 0)
+            service.quattroEsperaMs = service.documentTimeoutMs;
         service.abrirPorta();
     }
     ~CliPrinterScope() { service.fecharPorta(true); }

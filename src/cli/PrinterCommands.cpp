@@ -1,10 +1,16 @@
-// Commands that try the configured authenticating printer: impressora fita, autenticar, status.
+// Commands that try the configured authenticating printer (impressora fita, autenticar, status)
+// and list the day's documents it never confirmed as stamped (impressora pendentes).
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
+#include "CliSupport.h"
+#include "CounterSession.h"
+#include "DateUtil.h"
 #include "PrinterService.h"
 #include "ScriptedDialogPort.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QTextStream>
 
 namespace {
@@ -68,6 +74,9 @@ int autenticar(CliEnv& e) {
             return ExitUsage;
         }
         p.documentTimeoutMs = ms;
+        p.quattroEsperaMs = ms;
+    } else if (PrinterConfig::from(e.ctx).quattroEspera.trimmed().toInt() <= 0) {
+        p.quattroEsperaMs = p.documentTimeoutMs; // a command never waits without end
     }
     if (int rc = refuseDisabled(e, p); rc >= 0)
         return rc;
@@ -101,6 +110,48 @@ int status(CliEnv& e) {
     return ExitOk;
 }
 
+QJsonObject pendenteJson(const clsAutenticacoes::Pendente& p) {
+    return {{QStringLiteral("idrecebe"), p.idrecebe},
+            {QStringLiteral("autentica"), p.autentica},
+            {QStringLiteral("tipo"), p.tipo},
+            {QStringLiteral("descricao"), p.descricao},
+            {QStringLiteral("valor"), p.valor.format()},
+            {QStringLiteral("codbarra"), p.codbarra},
+            {QStringLiteral("gravado"), p.momento.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"))}};
+}
+
+int pendentes(CliEnv& e) {
+    CounterSession s(e.ctx, nullptr);
+    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+        return rc;
+    if (!s.day().consultar())
+        return ExitRefused;
+    const auto rows = s.pendentes();
+    if (!rows) {
+        e.err << "Os documentos sem autenticação não puderam ser lidos.\n";
+        return ExitRefused;
+    }
+    if (e.json) {
+        QJsonArray list;
+        for (const clsAutenticacoes::Pendente& p : *rows)
+            list.append(pendenteJson(p));
+        CliSupport::printJson(
+            e, QJsonObject{{QStringLiteral("data"), DateUtil::br(s.day().movimento().MDATA)},
+                           {QStringLiteral("movimento"), s.day().movimento().ID},
+                           {QStringLiteral("pendentes"), list}});
+        return ExitOk;
+    }
+    for (const clsAutenticacoes::Pendente& p : *rows)
+        e.out << QStringLiteral("%1\t%2\t%3\t%4\t%5\n")
+                     .arg(p.autentica, 4, 10, QLatin1Char('0'))
+                     .arg(p.descricao, p.valor.format(),
+                          p.momento.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss")), p.codbarra);
+    if (rows->isEmpty())
+        e.out << QStringLiteral("Nenhum documento sem autenticação em %1.\n")
+                     .arg(DateUtil::br(s.day().movimento().MDATA));
+    return ExitOk;
+}
+
 } // namespace
 
 void registerPrinterCommands(QList<CliCommand>& c) {
@@ -122,4 +173,11 @@ void registerPrinterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::None,
               status});
+    c.append({{QStringLiteral("impressora"), QStringLiteral("pendentes")},
+              QStringLiteral("impressora pendentes [--data DD/MM/AAAA] [--json]"),
+              QStringLiteral("lista os documentos do dia que a autenticadora não confirmou como "
+                             "autenticados, na ordem; senha na entrada padrão"),
+              {},
+              CliCommand::Db::ReadOnly,
+              pendentes});
 }

@@ -103,6 +103,17 @@ QJsonArray correctionsJson(const DayBulletin& b) {
     return list;
 }
 
+QJsonArray unstampedJson(const DayBulletin& b) {
+    QJsonArray list;
+    for (const auto& p : b.semAutenticacao)
+        list.append(QJsonObject{{QStringLiteral("autentica"), p.autentica},
+                                {QStringLiteral("descricao"), p.descricao},
+                                {QStringLiteral("valor"), p.valor.format()},
+                                {QStringLiteral("gravado"),
+                                 p.momento.toString(QStringLiteral("dd/MM/yyyy hh:mm:ss"))}});
+    return list;
+}
+
 QJsonObject bulletinJson(const DayBulletin& b) {
     QJsonArray kinds;
     for (const auto& k : b.porTipo)
@@ -137,7 +148,8 @@ QJsonObject bulletinJson(const DayBulletin& b) {
                          {QStringLiteral("suprimento"), b.suprimento.format()}}},
             {QStringLiteral("conferencia"), conferenceJson(b)},
             {QStringLiteral("correcoes"), correctionsJson(b)},
-            {QStringLiteral("sem_autenticacao"), QJsonValue(QJsonValue::Null)},
+            {QStringLiteral("sem_autenticacao"), unstampedJson(b)},
+            {QStringLiteral("autenticados_mais_de_uma_vez"), b.autenticacoesRepetidas},
             {QStringLiteral("selo"),
              b.selo.isEmpty() ? QJsonValue(QJsonValue::Null) : QJsonValue(b.selo)}};
 }

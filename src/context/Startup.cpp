@@ -20,6 +20,7 @@
 #include <memory>
 
 const QString Startup::kDanificadoConselho = DatabaseCheck::conselho();
+const QString Startup::kErroAbertura = QStringLiteral("Erro na abertura do sistema!!");
 
 namespace {
 
@@ -304,7 +305,25 @@ bool Startup::Carrega_config(AppContext& ctx) {
     return ctx.reloadSettings();
 }
 
-void Startup::run(AppContext& ctx) {
+// The database file, or the folder it should be in, is not there: the start cannot go on.
+static bool databaseMissing(const AppContext& ctx) {
+    const DbConfig config = DbConfig::fromIni(ctx.folder);
+    if (!QFileInfo(ctx.folder).isDir())
+        return true;
+    return config.backend == DbBackend::SQLite && !QFileInfo::exists(config.sqlitePath);
+}
+
+bool Startup::run(AppContext& ctx) {
+    if (databaseMissing(ctx)) {
+        QString detail;
+        Abre_conexao(ctx, false, &detail); // only for the reason, which it words
+        ctx.dialogs.message(QStringLiteral("Aviso"), kErroAbertura, DialogIcon::Critical,
+                            DialogButtons::Ok);
+        if (!detail.isEmpty())
+            ctx.dialogs.message(QStringLiteral("Aviso"), detail, DialogIcon::Critical,
+                                DialogButtons::Ok);
+        return false;
+    }
     QString detail;
     // The whole file is read in the background: the counter is usable meanwhile, and its first
     // write waits for the answer.
@@ -330,4 +349,5 @@ void Startup::run(AppContext& ctx) {
         ctx.dialogs.message(SystemTexts::aviso(), IniFile::readProblem(ctx.iniPath()),
                             DialogIcon::Critical, DialogButtons::Ok);
     }
+    return true;
 }

@@ -33,9 +33,12 @@ public:
     static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail,
                               const QString& letra = QString());
 
-    // The start-up steps after the single-instance check. The program goes on either way.
-    static void run(AppContext& ctx);
+    // The start-up steps after the single-instance check. A database file (or its folder) that
+    // is not there stops the start with "Erro na abertura do sistema!!" and false; any other
+    // failure is told and the program goes on.
+    static bool run(AppContext& ctx);
 
     // What to do with a damaged database, ending every such message.
     static const QString kDanificadoConselho;
+    static const QString kErroAbertura; // "Erro na abertura do sistema!!"
 };

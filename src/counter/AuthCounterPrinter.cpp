@@ -6,6 +6,7 @@
 #include "PaymentRecorder.h"
 #include "PrinterService.h"
 #include "PrinterWorker.h"
+#include "ReceiptStamps.h"
 #include "TextFile.h"
 #include "clsAutenticadora.h"
 #include "clsMovimento.h"
@@ -39,7 +40,7 @@ QString AuthCounterPrinter::mensagem() const {
 QList<AuthCounterPrinter::Step> AuthCounterPrinter::tape(const QString& lines) {
     QList<Step> steps;
     for (const QString& l : lines.split(QLatin1Char('\n')))
-        steps.append({PrinterOperation::Imprimir, l, 0});
+        steps.append({PrinterOperation::Imprimir, l, 0, 0});
     return steps;
 }
 
@@ -89,8 +90,7 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock,
     const bool stamps = std::any_of(steps.begin(), steps.end(), [](const Step& s) {
         return s.op == PrinterOperation::Autenticar;
     });
-    const bool report = bool(autenticados) && stamps;
-    using Outcome = std::pair<QList<int>, QList<int>>; // stamped, missed
+    const bool report = stamps;
     auto start = problem ? std::make_shared<BlockStart>() : nullptr;
     auto job = [steps = std::move(steps), newBlock, stamps, start](PrinterService& p) {
         if (newBlock && start) {
@@ -102,34 +102,48 @@ void AuthCounterPrinter::run(QList<Step> steps, bool newBlock,
         } else if (start) {
             start->settle(p, std::nullopt);
         }
-        Outcome o;
+        Stamps o;
         // With the printer switched off in the settings nothing is stamped, and nothing is
-        // left waiting for a re-stamp either.
+        // reported as missed either.
         const bool stamps = p.habilitada();
         for (const Step& s : steps) {
             const bool done = p.ImprimeAutenticadora(s.op, p.modelo(), s.text);
             if (s.op == PrinterOperation::Autenticar && stamps)
-                (done ? o.first : o.second).append(s.documento);
+                (done ? o.stamped : o.missed).append({s.documento, s.idrecebe});
         }
         return o;
     };
     if (!m_worker) {
-        const Outcome o = job(*m_printer);
+        const Stamps o = job(*m_printer);
         if (problem)
             *problem = start->message;
         if (report)
-            autenticados(o.first, o.second);
+            reportStamps(o);
         return;
     }
-    auto outcome = std::make_shared<Outcome>();
+    auto outcome = std::make_shared<Stamps>();
     m_worker->post([job, outcome](PrinterService& p) { *outcome = job(p); });
     if (report)
-        m_worker->postBack([this, outcome] {
-            if (autenticados) // the screen that asked may be gone
-                autenticados(outcome->first, outcome->second);
-        });
+        m_worker->postBack([this, outcome] { reportStamps(*outcome); });
     if (problem)
         *problem = awaitStart(start);
+}
+
+void AuthCounterPrinter::reportStamps(const Stamps& o) {
+    // Kept first, on the thread that owns the database: a confirmed stamp is evidence.
+    QList<qint32> ids;
+    for (const auto& s : o.stamped)
+        if (s.second > 0)
+            ids << s.second;
+    ReceiptStamps::confirmados(m_ctx, ids);
+    if (!autenticados) // the screen that asked may be gone
+        return;
+    QList<int> stamped, missed;
+    for (const auto& s : o.stamped)
+        stamped << s.first;
+    for (const auto& s : o.missed)
+        missed << s.first;
+    autenticados(stamped, missed);
 }
 
 CounterPrinter::Fita AuthCounterPrinter::linhaFita(const QString& linha) {
@@ -163,15 +177,22 @@ bool AuthCounterPrinter::aberturaMovimento(const clsMovimento& mov) {
 }
 
 bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
+    // The four single closing lines: 29-character labels, values 11 wide.
     clsAutenticadora a;
-    a.VALOR_RECEBIDO = clsAutenticadora::right(mov.VALOR_ARRECADADO.format(), 12);
-    a.VALOR_ENTRADA = clsAutenticadora::right(mov.ENTRADA.format(), 12);
-    a.VALOR_SAIDA = clsAutenticadora::right(mov.SAIDA.format(), 12);
+    a.VALOR_RECEBIDO = clsAutenticadora::right(mov.VALOR_ARRECADADO.format(), 11);
+    a.VALOR_ENTRADA = clsAutenticadora::right(mov.ENTRADA.format(), 11);
+    a.VALOR_SAIDA = clsAutenticadora::right(mov.SAIDA.format(), 11);
     a.VALOR_TOTAL =
-        clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 12);
-    if (!a.EncerraCaixaCompleto() || !a.PrintCabecalho(m_ctx.clock.now()))
+        clsAutenticadora::right((mov.VALOR_ARRECADADO + mov.ENTRADA - mov.SAIDA).format(), 11);
+    QStringList lines;
+    for (const char* kind : {"ARRECADADO", "ENTRADA", "SAIDA", "TOTAL"}) {
+        if (!a.EncerraCaixa(QLatin1String(kind)))
+            return false;
+        lines << a.EncerraFita;
+    }
+    if (!a.PrintCabecalho(m_ctx.clock.now()))
         return false;
-    QString block = a.EncerraFita;
+    QString block = lines.join(QLatin1Char('\n'));
     // The audit chain's last hash, to compare with `tolvane auditar` later.
     if (!mov.HASH_CADEIA.isEmpty())
         block += QStringLiteral("\nCADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
@@ -209,11 +230,11 @@ bool AuthCounterPrinter::documentos(const QList<RecordedReceipt>& rows,
         a.NOME_GUIA = clsAutenticadora::pad(r.item.descricao, 10);
         a.VALOR_TOTAL = a.VALOR_DOC;
         if (a.AutenticaBoleto())
-            steps.append({PrinterOperation::Autenticar, a.BOLETO, int(r.autentica)});
+            steps.append({PrinterOperation::Autenticar, a.BOLETO, int(r.autentica), r.idrecebe});
         else
             ok = false;
         if (a.AutenticaFita())
-            steps.append({PrinterOperation::Imprimir, a.FITA, 0});
+            steps.append({PrinterOperation::Imprimir, a.FITA, 0, 0});
         else
             ok = false;
     }

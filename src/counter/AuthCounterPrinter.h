@@ -37,8 +37,9 @@ public:
     // The "txt" model has no authenticating printer: its coupon goes to the ordinary printer
     // (the screens set this) or, without one, to a text file in Cupons/.
     std::function<bool(const QStringList& lines)> textCoupon;
-    // After each block of documents: the authentication numbers stamped and those left without
-    // a stamp. Called on the caller's thread.
+    // After each block of documents, once the confirmed stamps are kept in the database: the
+    // authentication numbers stamped and those left without a stamp. Called on the caller's
+    // thread.
     std::function<void(const QList<int>& autenticados, const QList<int>& semAutenticacao)>
         autenticados;
 
@@ -46,11 +47,17 @@ private:
     struct Step {
         PrinterOperation op = PrinterOperation::Nenhuma;
         QString text;
-        int documento = 0; // the authentication number a stamp belongs to
+        int documento = 0;   // the authentication number a stamp belongs to
+        qint32 idrecebe = 0; // and its receipt
+    };
+    // Stamps confirmed and missed: (authentication number, receipt id).
+    struct Stamps {
+        QList<std::pair<int, qint32>> stamped, missed;
     };
     struct BlockStart;
     void run(QList<Step> steps, bool newBlock, std::optional<PrinterMessage>* problem = nullptr);
     std::optional<PrinterMessage> awaitStart(const std::shared_ptr<BlockStart>& start) const;
+    void reportStamps(const Stamps& o);
     static QList<Step> tape(const QString& lines);
     bool couponFile(const QStringList& lines);
     QString guiche() const;

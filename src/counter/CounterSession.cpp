@@ -210,31 +210,47 @@ void CounterSession::forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows)
     m_sumFile.clear();
 }
 
-bool CounterSession::reautenticarUltimo() {
+ReceiptStamps::Outcome CounterSession::reautenticarUltimo(ReceiptStamps::Repetir repetir) {
     if (m_ultimo.isEmpty()) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
-        return false;
+        ReceiptStamps::Outcome o;
+        o.result = ReceiptStamps::Result::NaoEncontrado;
+        o.titulo = SystemTexts::aviso();
+        o.texto = QStringLiteral("Nenhum pagamento foi gravado nesta sessão.");
+        o.icon = DialogIcon::Exclamation;
+        return o;
     }
-    return m_printer && m_printer->documentos(m_ultimo);
+    return ReceiptStamps(m_ctx, m_printer).autenticar(m_ultimo, repetir);
 }
 
-bool CounterSession::reautenticar(int autentica) {
+ReceiptStamps::Outcome CounterSession::reautenticar(int autentica, ReceiptStamps::Repetir repetir) {
     clsRecebimentos r(m_ctx.db);
     RecordedReceipt row;
     if (!m_day.loaded() ||
         !r.SQLSelectAutentica(m_day.movimento().ID, autentica, &row.item.descricao)) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Autenticação %1 não encontrada neste movimento.")
-                               .arg(autentica, 4, 10, QLatin1Char('0')));
-        return false;
+        ReceiptStamps::Outcome o;
+        o.result = ReceiptStamps::Result::NaoEncontrado;
+        o.titulo = SystemTexts::aviso();
+        o.texto = QStringLiteral("Autenticação %1 não encontrada neste movimento.")
+                      .arg(autentica, 4, 10, QLatin1Char('0'));
+        o.icon = DialogIcon::Exclamation;
+        return o;
     }
     row.idrecebe = r.IDRECEBE;
     row.autentica = r.AUTENTICA;
     row.item.tipo = r.TIPO;
     row.item.valor = r.VALOR;
     row.item.codbarra = r.CODBARRA;
-    return m_printer && m_printer->documentos({row});
+    return ReceiptStamps(m_ctx, m_printer).autenticar({row}, repetir);
+}
+
+ReceiptStamps::Outcome CounterSession::autenticarPendentes() {
+    return ReceiptStamps(m_ctx, m_printer).autenticarPendentes(m_day.movimento().ID);
+}
+
+std::optional<QList<clsAutenticacoes::Pendente>> CounterSession::pendentes() {
+    if (!m_day.loaded())
+        return QList<clsAutenticacoes::Pendente>{};
+    return ReceiptStamps::pendentes(m_ctx, m_day.movimento().ID);
 }
 
 QList<clsRecebimentos::Lancado> CounterSession::lancados() {

@@ -7,6 +7,7 @@
 #include "GuideKind.h"
 #include "OneOffItem.h"
 #include "PaymentRecorder.h"
+#include "ReceiptStamps.h"
 #include "clsRecebimentos.h"
 
 #include <QDate>
@@ -96,9 +97,15 @@ public:
     bool carregarSoma();
 
     // The documents of the last payment, or of one receipt of the movement by its
-    // authentication number, stamped again (the printer was off when they were recorded).
-    bool reautenticarUltimo();
-    bool reautenticar(int autentica);
+    // authentication number, stamped again. A document the printer already confirmed needs
+    // Repetir::Sim (the outcome asks first); with Repetir::Nao only the others go.
+    ReceiptStamps::Outcome
+    reautenticarUltimo(ReceiptStamps::Repetir repetir = ReceiptStamps::Repetir::Perguntar);
+    ReceiptStamps::Outcome
+    reautenticar(int autentica, ReceiptStamps::Repetir repetir = ReceiptStamps::Repetir::Perguntar);
+    // The movement's documents without a confirmed stamp: listed, and stamped in order.
+    std::optional<QList<clsAutenticacoes::Pendente>> pendentes();
+    ReceiptStamps::Outcome autenticarPendentes();
     const QList<RecordedReceipt>& ultimoPagamento() const { return m_ultimo; }
 
     // Receipts of the movement, newest first: everything, or a page below a receipt id.

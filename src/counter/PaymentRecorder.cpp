@@ -8,6 +8,7 @@
 #include "SystemTexts.h"
 #include "Transaction.h"
 
+#include "clsAutenticacoes.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
@@ -136,7 +137,10 @@ std::optional<QList<RecordedReceipt>> PaymentRecorder::recordLocally(AppContext&
         r.INTEGRA = 0;
         r.EXPORT = 0;
         r.MOMENTO = momento;
-        ok = r.SQLInsert() && NetworkOutbox::publicar(ctx, r);
+        // The document waits for its stamp from here: a stop before the printer confirms it
+        // leaves it listed among the day's documents without one.
+        ok = r.SQLInsert() && NetworkOutbox::publicar(ctx, r) &&
+             clsAutenticacoes::registrar(ctx.db, r.IDRECEBE, mov.ID, r.AUTENTICA);
         if (ok)
             out.append({r.IDRECEBE, r.AUTENTICA, item, momento});
     }

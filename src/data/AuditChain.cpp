@@ -34,6 +34,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("CofreMovimentos"), QStringLiteral("ID")},
     {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
     {QStringLiteral("AutenticacoesAvulsas"), QStringLiteral("ID")},
+    {QStringLiteral("Autenticacoes"), QStringLiteral("IDRECEBE")},
 };
 
 QString opCode(AuditChain::Op op) {

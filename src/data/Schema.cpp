@@ -215,11 +215,25 @@ QStringList migrationAutenticacoesAvulsas(DbBackend b) {
                            "AutenticacoesAvulsas(DIA)")};
 }
 
+// Per receipt, how many times the printer confirmed its stamp, the first and the last time and
+// who was at the counter: a row is written with each payment (no stamp yet) and counts up with
+// each confirmation, so a stop between the payment and its stamps leaves the documents listed.
+QStringList migrationAutenticacoes(DbBackend) {
+    const QString plain = QStringLiteral("TEXT");
+    return {QStringLiteral("CREATE TABLE Autenticacoes (IDRECEBE BIGINT NOT NULL PRIMARY KEY, "
+                           "IDMOVIMENTO INTEGER NOT NULL, AUTENTICA INTEGER NOT NULL, VEZES "
+                           "INTEGER NOT NULL DEFAULT 0, PRIMEIRA %1, ULTIMA %1, USUARIO %1)")
+                .arg(plain),
+            QStringLiteral("CREATE INDEX idx_autenticacoes_movimento ON "
+                           "Autenticacoes(IDMOVIMENTO, VEZES)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {
     migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
     migrationEstornos, migrationAutenticaIndex,   migrationRede,
-    migrationCofre,    migrationArquivosBanco,    migrationAutenticacoesAvulsas};
+    migrationCofre,    migrationArquivosBanco,    migrationAutenticacoesAvulsas,
+    migrationAutenticacoes};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

@@ -33,8 +33,8 @@ inline const QByteArray kQuattroAuthOn("\x1B\x7E\x31", 3);  // ESC ~ 1
 inline const QByteArray kQuattroAuthOff("\x1B\x7E\x30", 3); // ESC ~ 0
 inline const QByteArray kQuattroStamp("\x1B\x56", 2);       // ESC V + text
 inline const QByteArray kQuattroStatusDefault("\x1B\x76", 2);
-inline const QByteArray kQuattroEndDefault("\r\n", 2);
-constexpr int kQuattroDocument = 0x10; // bit 4 of Estado
+inline const QByteArray kQuattroEndDefault; // the stamp carries nothing after its text
+constexpr int kQuattroDocument = 0x10;      // bit 4 of Estado
 
 // Parallel status lines (Linux LPGETSTATUS): select = on line, paper out, error (active low).
 constexpr int kLineSelect = 0x10;

@@ -427,13 +427,17 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
     }
     auto pause = [this](int ms) { sleep ? sleep(ms) : QThread::msleep(ulong(ms)); };
     pause(1);
-    // The printer is asked until the document is in place, but never for ever.
-    const int waitMs = withDefault(c.quattroEspera, QStringLiteral("60000")).toInt();
-    QDeadlineTimer deadline(waitMs > 0 ? waitMs : 60000);
-    bool ok = true, waiting = false;
+    // The printer is asked until the document is in place. The wait has no end of its own
+    // unless [Print] quattro_espera (or the command line) sets one; the cashier may cancel it.
+    const int limit = quattroEsperaMs >= 0 ? quattroEsperaMs : c.quattroEspera.trimmed().toInt();
+    QDeadlineTimer deadline(limit > 0 ? QDeadlineTimer(limit)
+                                      : QDeadlineTimer(QDeadlineTimer::Forever));
+    m_cancelWait = false;
+    bool ok = true, waiting = false, cancelled = false;
     int e = q.Estado();
     while (e < 0 || !(e & PrinterBytes::kQuattroDocument)) {
-        if (deadline.hasExpired() || e < 0) {
+        cancelled = m_cancelWait.exchange(false);
+        if (deadline.hasExpired() || e < 0 || cancelled) {
             ok = false;
             break;
         }
@@ -455,7 +459,7 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
     }
     if (!ok && e < 0)
         fail(PrinterFault::SemResposta, true, true);
-    else if (!ok)
+    else if (!ok && !cancelled) // the cashier who cancelled needs no message
         fail(PrinterFault::SemDocumento, true, false);
     return ok;
 }

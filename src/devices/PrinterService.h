@@ -6,6 +6,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -77,6 +78,11 @@ public:
     // A stamp waits for its document (the stamp's text), or stopped waiting (empty text).
     std::function<void(const QString& texto)> aguardandoDocumento;
     int documentTimeoutMs = 6000; // how long a stamp waits for the document
+    // The second model's wait for the document: -1 reads [Print] quattro_espera, where empty or
+    // 0 means until the document comes or the wait is cancelled.
+    int quattroEsperaMs = -1;
+    // Stops the document wait under way (the cashier gave up); safe from any thread.
+    void cancelarEspera() { m_cancelWait = true; }
     int replyTimeoutMs = 1000;
     static constexpr int kMaxPendentes = 500; // tape lines kept while the printer is down
 
@@ -117,6 +123,7 @@ private:
     bool m_down = false; // failed for this customer: nothing more is tried
     bool m_told = false; // this customer's one message was shown
     bool m_closedAfterFailure = false;
+    std::atomic<bool> m_cancelWait{false};
     QStringList m_pending;
     int m_dropped = 0;
 };

@@ -25,6 +25,9 @@ public:
     // Runs `fn` on this object's thread (the screen's) once the jobs posted before it are done.
     void postBack(std::function<void()> fn);
     bool ocupada() const { return m_pending.load() > 0; }
+    // The cashier gave up waiting for a document: the stamp under way stops (from the screen's
+    // thread, while the printer's is busy).
+    void cancelarEspera() { m_service.cancelarEspera(); }
 
 signals:
     // A stamp waits for its document (its text), or stopped waiting (empty text).

@@ -80,6 +80,16 @@ bool readCorrections(AppContext& ctx, DayBulletin& b, QString* why) {
     return true;
 }
 
+bool readStamps(AppContext& ctx, DayBulletin& b, QString* why) {
+    const auto pending = clsAutenticacoes::pendentes(ctx.db, b.idMovimento);
+    const auto repeated = clsAutenticacoes::repetidas(ctx.db, b.idMovimento);
+    if (!pending || !repeated)
+        return fail(why, QStringLiteral("As autenticações do dia não puderam ser lidas."));
+    b.semAutenticacao = *pending;
+    b.autenticacoesRepetidas = *repeated;
+    return true;
+}
+
 } // namespace
 
 Money DayBulletin::totalDe(EntryKind k) const {
@@ -131,7 +141,8 @@ std::optional<DayBulletin> DayBulletin::montar(AppContext& ctx, const QDate& day
             b.avulsos.append(
                 {r.r.AUTENTICA, r.descricao, r.r.VENCIMENTO, r.r.PARCELA, r.r.OBS, r.r.VALOR});
 
-    if (!readEntries(ctx, b, why) || !readCount(ctx, mov, b, why) || !readCorrections(ctx, b, why))
+    if (!readEntries(ctx, b, why) || !readCount(ctx, mov, b, why) ||
+        !readCorrections(ctx, b, why) || !readStamps(ctx, b, why))
         return std::nullopt;
     b.cofre = CashSafe::saldo(ctx);
     return b;

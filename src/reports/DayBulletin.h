@@ -3,6 +3,7 @@
 #include "CashCount.h"
 #include "EntryKind.h"
 #include "Money.h"
+#include "clsAutenticacoes.h"
 #include "clsConfCaixa.h"
 #include "clsEstornos.h"
 #include "clsItens.h"
@@ -75,6 +76,10 @@ struct DayBulletin {
     QList<clsConfCaixa> contagem;
 
     QList<Correction> correcoes;
+    // The day's receipts the printer never confirmed as stamped, and how many were stamped more
+    // than once.
+    QList<clsAutenticacoes::Pendente> semAutenticacao;
+    qint64 autenticacoesRepetidas = 0;
     QString selo; // Movimento.HASH_CADEIA of a closed day
 
     // The bulletin of `day`. nullopt with `why` set when the day has no movement or a query

@@ -148,6 +148,28 @@ QString safeAndCount(const DayBulletin& b) {
     return h;
 }
 
+QString unstamped(const DayBulletin& b) {
+    QString h = QStringLiteral("<h2>Documentos sem autenticação</h2>");
+    if (b.semAutenticacao.isEmpty())
+        h += none(QStringLiteral("Todos os documentos do dia têm autenticação confirmada."));
+    else {
+        QString rows = head({QStringLiteral("Aut."), QStringLiteral("Tipo"),
+                             QStringLiteral("Gravado em"), QStringLiteral("Valor")},
+                            3);
+        for (const auto& p : b.semAutenticacao)
+            rows += QStringLiteral("<tr>%1%2%3%4</tr>")
+                        .arg(cell(QStringLiteral("%1").arg(p.autentica, 4, 10, QLatin1Char('0'))),
+                             cell(p.descricao),
+                             cell(p.momento.toString(QStringLiteral("dd/MM/yyyy hh:mm"))),
+                             cell(p.valor.format(), true));
+        h += table(rows);
+    }
+    if (b.autenticacoesRepetidas > 0)
+        h += none(QStringLiteral("%1 documento(s) autenticado(s) mais de uma vez.")
+                      .arg(b.autenticacoesRepetidas));
+    return h;
+}
+
 QString corrections(const DayBulletin& b) {
     QString h = QStringLiteral("<h2>Correções e estornos</h2>");
     if (b.correcoes.isEmpty())
@@ -213,8 +235,7 @@ QString ReportHtml::dia(const DayBulletin& b) {
     h += entries(b, EntryKind::PaymentOut, QStringLiteral("Pagamentos (saídas)"));
     h += entries(b, EntryKind::Withdrawal, QStringLiteral("Retiradas (sangrias)"));
     h += safeAndCount(b) + corrections(b);
-    h += QStringLiteral("<h2>Documentos sem autenticação</h2>") +
-         none(QStringLiteral("Nenhum registrado: o banco não guarda documentos sem autenticação."));
+    h += unstamped(b);
     h += QStringLiteral("<h2>Selo de encerramento</h2>");
     h += b.fechado && !b.selo.isEmpty()
              ? QStringLiteral("<p style=\"font-family:'DejaVu Sans Mono';font-size:8pt;\">%1</p>")

@@ -164,6 +164,48 @@ private slots:
             2);
     }
 
+    // A payment whose stamps fail leaves its documents listed, in order, by `impressora
+    // pendentes` and in the day's bulletin; a payment the printer confirms adds none.
+    void unstampedDocumentsAreListed() {
+        CliFolder f;
+        const QStringList day = words("--data 16/11/2026");
+        QCOMPARE(f.asAdmin(words("caixa abrir") + day).code, 0);
+        f.set(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
+        f.set(QStringLiteral("Print"), QStringLiteral("impressora"), QStringLiteral("bematech"));
+        f.set(QStringLiteral("Print"), QStringLiteral("porta"),
+              QStringLiteral("tcp:127.0.0.1:1")); // refused: nothing is stamped
+        CliRun r = f.asAdmin(words("caixa receber 81830000012345604272026011000000000000000000 "
+                                   "--avulso 8:5,00") +
+                             day);
+        QCOMPARE(f.asAdmin(words("caixa situacao --json") + day).json().value(u"recebimentos"),
+                 QJsonValue(2));
+        r = f.asAdmin(words("impressora pendentes --json") + day);
+        QCOMPARE(r.code, 0);
+        const QJsonArray pending = r.json().value(u"pendentes").toArray();
+        QCOMPARE(pending.size(), 2);
+        QCOMPARE(pending.at(0).toObject().value(u"autentica").toInt(), 1);
+        QCOMPARE(pending.at(0).toObject().value(u"codbarra").toString(),
+                 QStringLiteral("81830000012345604272026011000000000000000000"));
+        QCOMPARE(pending.at(1).toObject().value(u"autentica").toInt(), 2);
+        QCOMPARE(pending.at(1).toObject().value(u"valor").toString(), QStringLiteral("5,00"));
+
+        f.set(QStringLiteral("Print"), QStringLiteral("porta"),
+              QStringLiteral("file:") + f.path(QStringLiteral("fita.bin")));
+        QCOMPARE(f.asAdmin(words("caixa receber --avulso 8:7,00") + day).code, 0);
+        r = f.asAdmin(words("impressora pendentes") + day);
+        QCOMPARE(r.code, 0);
+        const QStringList lines = r.out.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 2);
+        QVERIFY(lines.at(0).startsWith(QStringLiteral("0001\t")));
+        QVERIFY(lines.at(1).startsWith(QStringLiteral("0002\t")));
+        const QJsonArray bulletin = f.asAdmin(words("relatorio dia --json") + day)
+                                        .json()
+                                        .value(u"sem_autenticacao")
+                                        .toArray();
+        QCOMPARE(bulletin.size(), 2);
+        QCOMPARE(f.asAdmin(words("impressora pendentes --data 17/11/2026")).code, 1);
+    }
+
     void wholeCustomerWithPrinter() {
         CliFolder f;
         f.set(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
@@ -214,7 +256,7 @@ private slots:
         QVERIFY(bytes.contains(QByteArray("\x1B\x61\x01", 3) +
                                "PMX 1 0001 16/11/2026      1.493,82R\r\n" +
                                QByteArray("\x1B\x61\x00", 3)));
-        QVERIFY(bytes.contains("(+)========= ARRECADADO -->     1.587,97"));
+        QVERIFY(bytes.contains("(+)========== ARRECADADO -->    1.587,97"));
 
         QCOMPARE(f.run(words("impressora fita TESTE")).code, 0);
         QCOMPARE(f.run(words("impressora autenticar X --espera 0")).code, 2);

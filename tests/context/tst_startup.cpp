@@ -29,15 +29,42 @@ private slots:
         qunsetenv("TOLVANE_PASTA");
     }
 
-    void missingDatabaseIsReportedAndStartGoesOn() {
+    // No database file where the settings say (or no folder at all): the start stops with its
+    // message; a file that is there but unusable is told and the start goes on.
+    void missingDatabaseStopsTheStart_data() {
+        QTest::addColumn<bool>("folderExists");
+        QTest::newRow("file missing") << true;
+        QTest::newRow("folder missing") << false;
+    }
+    void missingDatabaseStopsTheStart() {
+        QFETCH(bool, folderExists);
         QTemporaryDir dir;
+        const QString folder =
+            folderExists ? dir.path() : dir.filePath(QStringLiteral("nao/existe"));
+        ScriptedDialogPort dialogs;
+        FixedClock clock(QDateTime::currentDateTime());
+        AppContext ctx(folder, dialogs, clock);
+        QVERIFY(!Startup::run(ctx));
+        QCOMPARE(dialogs.shown().first().title, QStringLiteral("Aviso"));
+        QCOMPARE(dialogs.shown().first().text, QStringLiteral("Erro na abertura do sistema!!"));
+        QCOMPARE(dialogs.shown().first().icon, DialogIcon::Critical);
+        QVERIFY(!QFile::exists(QDir(folder).filePath(QStringLiteral("caixa.db"))));
+        QVERIFY(!ctx.db.isOpen());
+    }
+
+    void unusableDatabaseIsReportedAndStartGoesOn() {
+        QTemporaryDir dir;
+        QFile cut(dir.filePath(QStringLiteral("caixa.db")));
+        QVERIFY(cut.open(QIODevice::WriteOnly));
+        cut.write("SQLite format 3"); // far too short to be a database
+        cut.close();
         ScriptedDialogPort dialogs;
         FixedClock clock(QDateTime::currentDateTime());
         AppContext ctx(dir.path(), dialogs, clock);
-        Startup::run(ctx);
+        QVERIFY(Startup::run(ctx));
         QCOMPARE(dialogs.shown().first().text,
                  QStringLiteral("Erro ao conectar banco de dados!!!"));
-        QVERIFY(!QFile::exists(dir.filePath(QStringLiteral("caixa.db"))));
+        QVERIFY(dialogs.texts().filter(QStringLiteral("abertura do sistema")).isEmpty());
         // Later data operations fail one by one and are logged.
         QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("x")));
         QVERIFY(QFile::exists(dir.filePath(QStringLiteral("Log.ini"))));

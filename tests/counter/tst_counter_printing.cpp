@@ -13,6 +13,7 @@
 #include "TestApp.h"
 #include "TestCodes.h"
 #include "TextFile.h"
+#include "clsAutenticacoes.h"
 #include "clsMovimento.h"
 
 #include <QDir>
@@ -30,6 +31,18 @@ void print(OpenCounter& c, const QString& modelo = QStringLiteral("bematech"),
     c.app.setOption(QStringLiteral("Print"), QStringLiteral("impressora"), modelo);
     c.app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), modo);
     c.app.setOption(QStringLiteral("Print"), QStringLiteral("print_cupom"), QStringLiteral("1"));
+}
+
+QList<qint32> pendingNumbers(OpenCounter& c) {
+    QList<qint32> out;
+    const auto pending = c.session.pendentes();
+    for (const auto& p : pending.value())
+        out << p.autentica;
+    return out;
+}
+
+int stampCount(OpenCounter& c, qint32 idrecebe) {
+    return clsAutenticacoes::estado(c.app.db(), idrecebe).value().vezes;
 }
 } // namespace
 
@@ -78,17 +91,24 @@ private slots:
 
         QVERIFY(c.session.day().encerrar());
         QVERIFY(c.session.day().imprimirEncerramento());
-        QVERIFY(
-            c.emulator.tape().contains(QStringLiteral("(+)========= ARRECADADO -->       401,55")));
-        QVERIFY(
-            c.emulator.tape().contains(QStringLiteral("(=)========= TOTAL/DIA  -->       401,55")));
+        // The closing is the four single lines, one after the other, and no block of its own.
+        const QStringList closing = {QStringLiteral("(+)========== ARRECADADO -->      401,55"),
+                                     QStringLiteral("(+)========== ENTRADAS   -->        0,00"),
+                                     QStringLiteral("(-)========== RETIRADAS  -->        0,00"),
+                                     QStringLiteral("(=)========== TOTAL/DIA  -->      401,55")};
+        const QStringList tapeAfter = c.emulator.tape();
+        const qsizetype at = tapeAfter.indexOf(closing.first());
+        QVERIFY(at >= 0);
+        QCOMPARE(tapeAfter.mid(at, 4), closing);
+        QVERIFY(!tapeAfter.contains(QStringLiteral("                     -------------------")));
         QVERIFY(c.emulator.attributesOff());
         QVERIFY(!c.emulator.inDocumentMode());
     }
 
     // A customer of three documents with the printer silent: one message, the payment kept, the
-    // documents named for the re-stamp. With the printer back, the last payment and one receipt
-    // by its number are stamped again, after the tape lines kept meanwhile.
+    // documents kept in the database as unstamped. With the printer back the day's unstamped
+    // documents go out in order after the tape lines kept meanwhile, and each confirmed stamp
+    // is counted.
     void silentPrinterAndRestamp() {
         OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
         print(c);
@@ -96,9 +116,10 @@ private slots:
         c.emulator.setSilent(true);
         QVERIFY(c.session.ler(kGuia).accepted);
         QVERIFY(c.session.ler(kBoleto).accepted);
-        QVERIFY(c.session.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"),
-                                            Money::fromReais(5)));
-        QVERIFY(c.session.gravar());
+        QVERIFY(
+            c.session.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+        const auto rows = c.session.gravar();
+        QVERIFY(rows);
         QCOMPARE(c.app.dialogs().texts(),
                  QStringList{QStringLiteral("Registro Gravado!!!\n\nProblemas na autenticação do "
                                             "documento.\nA autenticadora não responde: verifique "
@@ -107,16 +128,19 @@ private slots:
         QCOMPARE(c.missed, (QList<QList<int>>{{1, 2, 3}}));
         QCOMPARE(c.stamped, (QList<QList<int>>{{}}));
         QVERIFY(c.emulator.documents().isEmpty());
+        QCOMPARE(pendingNumbers(c), (QList<qint32>{1, 2, 3}));
 
         c.emulator.setSilent(false);
         c.app.dialogs().clear();
-        QVERIFY(c.session.reautenticarUltimo());
+        QCOMPARE(c.session.autenticarPendentes().result, ReceiptStamps::Result::Enviado);
         QCOMPARE(c.emulator.documents(),
                  (QStringList{QStringLiteral("PMX 3 0001 23/11/2026        312,40R"),
                               QStringLiteral("PMX 3 0002 23/11/2026         89,15R"),
                               QStringLiteral("PMX 3 0003 23/11/2026          5,00R")}));
-        QCOMPARE(c.missed.last(), QList<int>{});
         QCOMPARE(c.stamped.last(), (QList<int>{1, 2, 3}));
+        QVERIFY(pendingNumbers(c).isEmpty());
+        QCOMPARE(stampCount(c, rows->at(2).idrecebe), 1);
+        QCOMPARE(c.s.autenticarPendentes().result, ReceiptStamps::Result::Nenhum);
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
         const QStringList tape = c.emulator.tape();
@@ -124,12 +148,68 @@ private slots:
         QCOMPARE(tape.count(line1), 2);
         QVERIFY(tape.indexOf(line1) < tape.indexOf(QStringLiteral(" OPR: ANA")));
         QVERIFY(tape.indexOf(QStringLiteral(" OPR: ANA")) < tape.lastIndexOf(line1));
-        QVERIFY(c.session.reautenticar(2));
+    }
+
+    // A document already stamped is asked about first and goes out again only with "Sim"; each
+    // confirmed stamp is counted, and the counts are in the audit chain.
+    void restampAsksAndCounts() {
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
+        QVERIFY(c.open());
+        QVERIFY(c.session.ler(kGuia).accepted);
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        QVERIFY(
+            c.session.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+        const auto rows = c.session.gravar();
+        QVERIFY(rows);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 1);
+        auto o = c.session.reautenticar(2);
+        QCOMPARE(o.result, ReceiptStamps::Result::PrecisaConfirmar);
+        QCOMPARE(o.texto, QStringLiteral("0002 já autenticado 1 vez(es), a última em 23/11/2026 "
+                                         "10:00.\nAutenticar novamente?"));
+        QCOMPARE(o.icon, DialogIcon::Question);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(c.session.reautenticar(2, ReceiptStamps::Repetir::Nao).result,
+                 ReceiptStamps::Result::Nenhum);
+        QCOMPARE(c.emulator.documents().size(), 3);
+        QCOMPARE(c.session.reautenticar(2, ReceiptStamps::Repetir::Sim).result,
+                 ReceiptStamps::Result::Enviado);
         QCOMPARE(c.emulator.documents().last(),
                  QStringLiteral("PMX 3 0002 23/11/2026         89,15R"));
-        QVERIFY(!c.session.reautenticar(9));
-        QCOMPARE(c.app.dialogs().texts(),
-                 QStringList{QStringLiteral("Autenticação 0009 não encontrada neste movimento.")});
+        QCOMPARE(stampCount(c, rows->at(1).idrecebe), 2);
+        QCOMPARE(stampCount(c, rows->at(0).idrecebe), 1);
+        // The last payment's three documents: all stamped, so the question names each.
+        o = c.session.reautenticarUltimo();
+        QCOMPARE(o.result, ReceiptStamps::Result::PrecisaConfirmar);
+        QVERIFY(o.texto.startsWith(QStringLiteral("0001 já autenticado 1 vez(es)")));
+        QVERIFY(o.texto.contains(QStringLiteral("\n0002 já autenticado 2 vez(es)")));
+        o = c.session.reautenticar(9);
+        QCOMPARE(o.result, ReceiptStamps::Result::NaoEncontrado);
+        QCOMPARE(o.texto, QStringLiteral("Autenticação 0009 não encontrada neste movimento."));
+        // A stamp count is evidence: the counts are in the audit chain.
+        QVERIFY(AuditChain::audit(c.app.db()).ok);
+        QVERIFY(c.app.db().SQLExecute(QStringLiteral("UPDATE Autenticacoes SET VEZES = 0")));
+        QVERIFY(!AuditChain::audit(c.app.db()).ok);
+    }
+
+    // A stamp the printer does not confirm is not counted; one it confirms later is.
+    void onlyConfirmedStampsCount() {
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
+        QVERIFY(c.open());
+        c.emulator.setDocument(false); // the document never comes: "Tempo maior que o permitido."
+        c.service->documentTimeoutMs = 200;
+        QVERIFY(c.session.ler(kBoleto).accepted);
+        const auto rows = c.session.gravar();
+        QVERIFY(rows);
+        QCOMPARE(c.app.dialogs().texts().last(), PrinterService::kTempoExcedido);
+        QCOMPARE(stampCount(c, rows->first().idrecebe), 0);
+        QCOMPARE(pendingNumbers(c), QList<qint32>{1});
+        c.emulator.setDocument(true);
+        QCOMPARE(c.session.reautenticarUltimo().result, ReceiptStamps::Result::Enviado);
+        QCOMPARE(stampCount(c, rows->first().idrecebe), 1);
+        QVERIFY(pendingNumbers(c).isEmpty());
     }
 
     // The printer off for three customers: each is told once, in the box that says the payment

@@ -269,9 +269,10 @@ private slots:
             QVERIFY(b.emulator.received().isEmpty());
         } else {
             QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("PMX 1 0001")});
-            // The printer is asked once more after the stamp: only an answer counts it stamped.
+            // The stamp's text carries no CR LF of its own. The printer is asked once more after
+            // the stamp: only an answer counts it stamped.
             QCOMPARE(b.emulator.received(), kQuattroAuthOn + kQuattroStatusDefault + kQuattroStamp +
-                                                QByteArray("PMX 1 0001\r\n") + kQuattroAuthOff +
+                                                QByteArray("PMX 1 0001") + kQuattroAuthOff +
                                                 kQuattroStatusDefault);
         }
     }
@@ -286,6 +287,32 @@ private slots:
         QVERIFY(b.emulator.documents().isEmpty());
         QVERIFY(!b.emulator.inAuthMode());
         QCOMPARE(b.app.dialogs().last().text, QStringLiteral("Tempo maior que o permitido."));
+    }
+
+    // With no limit set, the wait for the document goes on as long as the printer answers, and
+    // ends only when the document comes or the cashier cancels it (no message then).
+    void quattroWaitEndsWhenCancelled() {
+        Bench b(QStringLiteral("quattro"));
+        int polls = 0;
+        b.service.sleep = [&](int ms) {
+            if (ms >= 100 && ++polls == 900) // 90 s of asking
+                b.service.cancelarEspera();
+        };
+        QVERIFY(!b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
+                                                QStringLiteral("X")));
+        QCOMPARE(polls, 900);
+        QVERIFY(b.emulator.documents().isEmpty());
+        QVERIFY(!b.emulator.inAuthMode());
+        QVERIFY(b.app.dialogs().shown().isEmpty());
+        // The next stamp waits afresh, and the document ends it.
+        polls = 0;
+        b.service.sleep = [&](int ms) {
+            if (ms >= 100 && ++polls == 3)
+                b.emulator.setDocument(true);
+        };
+        QVERIFY(b.service.ImprimeAutenticadora(PrinterOperation::Autenticar, PrinterModel::Quattro,
+                                               QStringLiteral("Y")));
+        QCOMPARE(b.emulator.documents(), QStringList{QStringLiteral("Y")});
     }
 
     void overTcp() {

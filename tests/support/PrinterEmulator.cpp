@@ -179,7 +179,9 @@ void PrinterEmulator::parseBematech(QByteArray& out) {
 void PrinterEmulator::parseQuattro(QByteArray& out) {
     while (!m_pending.isEmpty()) {
         if (m_stamping) {
-            const int end = m_pending.indexOf(quattroEnd);
+            // The stamp's text runs to its terminator, or without one to the next command.
+            const int end = quattroEnd.isEmpty() ? int(m_pending.indexOf('\x1B'))
+                                                 : int(m_pending.indexOf(quattroEnd));
             if (end < 0)
                 return;
             m_line += m_pending.left(end);

@@ -38,7 +38,7 @@ public:
     bool attributesOff() const; // every text attribute switched off
 
     QByteArray quattroStatusQuery = QByteArray("\x1B\x76", 2);
-    QByteArray quattroEnd = QByteArray("\r\n", 2);
+    QByteArray quattroEnd; // bytes after a stamp's text, when the settings name some
 
 private:
     bool documentPresent() const;

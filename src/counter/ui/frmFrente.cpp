@@ -11,6 +11,7 @@
 #include "LancadosModel.h"
 #include "NetworkStatus.h"
 #include "OverdueHandler.h"
+#include "PendingStampsDialog.h"
 #include "PrinterWorker.h"
 #include "QtDialogPort.h"
 #include "ScanBuffer.h"
@@ -117,6 +118,7 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
             findChild<QPushButton*>(QLatin1String(name))->setEnabled(false);
     }
     refreshAll();
+    refreshUnstamped();
     // The screen sees every key first, wherever the focus is inside it; the scan buffer, installed
     // after it, sees them before it and keeps a scan from any box of the counter.
     qApp->installEventFilter(this);
@@ -124,6 +126,12 @@ frmFrente::frmFrente(CounterSession& session, bool consulta, QWidget* parent)
     m_scans->ready = [this] { return !m_reading && !m_recording; };
     setProperty(kKeepsScans, true);
     m_entry->setFocus();
+    // Documents a stop left without a stamp are listed at once, beside the counter: the list
+    // takes no focus, so the first scan still reaches the code field.
+    QTimer::singleShot(0, this, [this] {
+        if (m_semAutenticacao > 0)
+            showPendentes(false);
+    });
 }
 
 frmFrente::~frmFrente() {
@@ -331,9 +339,9 @@ void frmFrente::registerCommands(CommandRegistry& r) {
     const QString caixa = QStringLiteral("&Caixa"), soma = QStringLiteral("&Soma"),
                   tools = QStringLiteral("&Ferramentas");
     const auto on = [this](void (frmFrente::*slot)()) { return [this, slot] { (this->*slot)(); }; };
-    r.add(QStringLiteral("mnuEncerrar"), caixa, QStringLiteral("Encerrar Movimento (F4)"),
+    r.add(QStringLiteral("mnuEncerrar"), caixa, QStringLiteral("Encerrar Mov. (F4)"),
           on(&frmFrente::encerrar), true);
-    r.add(QStringLiteral("mnuReabrir"), caixa, QStringLiteral("Reabrir Movimento (F5)"),
+    r.add(QStringLiteral("mnuReabrir"), caixa, QStringLiteral("Reabrir Cupom (F5)"),
           on(&frmFrente::reabrir), true);
     r.add(QStringLiteral("mnuRecebidas"), caixa, QStringLiteral("Contas Recebidas (F7)"),
           on(&frmFrente::recebidas));
@@ -342,6 +350,8 @@ void frmFrente::registerCommands(CommandRegistry& r) {
           on(&frmFrente::reautenticarUltimo), true);
     r.add(QStringLiteral("mnuReautNumero"), caixa, QStringLiteral("Reautenticar por Número..."),
           on(&frmFrente::reautenticarNumero), true);
+    r.add(QStringLiteral("mnuPendentes"), caixa, QStringLiteral("Documentos sem Autenticação..."),
+          on(&frmFrente::pendentes), true);
     r.separator();
     r.add(QStringLiteral("mnulogoff"), caixa, QStringLiteral("Trocar Operador"),
           [this] { emit logoff(); });
@@ -386,15 +396,23 @@ void frmFrente::placeRibbon(QLayout* strip) {
 void frmFrente::setPrinter(PrinterWorker* worker, AuthCounterPrinter* printer) {
     m_authPrinter = printer;
     if (printer)
-        printer->autenticados = [this](const QList<int>& stamped, const QList<int>& missed) {
-            stampsMissed(stamped, missed);
+        printer->autenticados = [this](const QList<int>&, const QList<int>&) {
+            refreshUnstamped();
+            if (m_pendentes)
+                m_pendentes->refresh();
         };
     if (!worker)
         return;
     connect(worker, &PrinterWorker::aguardandoDocumento, this, [this](const QString& texto) {
-        printerLine(texto.isEmpty() ? QString() : QStringLiteral("Insira o documento: ") + texto,
+        // The wait is the cashier's to end: the document stays among those without a stamp.
+        printerLine(texto.isEmpty()
+                        ? QString()
+                        : QStringLiteral("Insira o documento: ") + texto.toHtmlEscaped() +
+                              QStringLiteral(" &nbsp; <a href=\"cancelar\">Cancelar "
+                                             "a espera</a>"),
                     true);
     });
+    connect(m_impressora, &QLabel::linkActivated, worker, [worker] { worker->cancelarEspera(); });
     connect(worker, &PrinterWorker::aviso, this,
             [this](const QString& title, const QString& text, int icon) {
                 m_ctx.dialogs.message(title, text, DialogIcon(icon), DialogButtons::Ok);
@@ -407,25 +425,54 @@ void frmFrente::printerLine(const QString& text, bool waiting) {
     m_impressora->setVisible(!text.isEmpty());
 }
 
-void frmFrente::stampsMissed(const QList<int>& stamped, const QList<int>& missed) {
-    // Every document still without a stamp stays named until one re-stamp covers it.
-    for (int a : stamped)
-        m_unstamped.remove(a);
-    for (int a : missed)
-        m_unstamped.insert(a);
-    if (m_unstamped.isEmpty()) {
+void frmFrente::refreshUnstamped() {
+    // From the database, so a restart (even a killed program) still names every document the
+    // printer never confirmed. Only a counter with a printer that stamps is reminded.
+    m_semAutenticacao = 0;
+    if (m_consulta || !ReceiptStamps::autenticadoraAtiva(m_ctx)) {
         printerLine(QString(), false);
         return;
     }
-    QList<int> sorted(m_unstamped.begin(), m_unstamped.end());
-    std::sort(sorted.begin(), sorted.end());
+    const auto rows = m_session.pendentes();
+    m_semAutenticacao = rows ? int(rows->size()) : 0;
+    if (!rows || rows->isEmpty()) {
+        printerLine(QString(), false);
+        return;
+    }
+    constexpr int kNamed = 8; // beyond these the banner counts, so it keeps to one line
     QStringList n;
-    for (int a : sorted)
-        n << QStringLiteral("%1").arg(a, 4, 10, QLatin1Char('0'));
+    for (int i = 0; i < rows->size() && i < kNamed; ++i)
+        n << QStringLiteral("%1").arg(rows->at(i).autentica, 4, 10, QLatin1Char('0'));
+    if (rows->size() > kNamed)
+        n << QStringLiteral("e mais %1").arg(rows->size() - kNamed);
     printerLine(QStringLiteral("Documentos sem autenticação: %1. Quando a autenticadora voltar: "
-                               "Caixa > Reautenticar.")
+                               "Caixa > Documentos sem Autenticação.")
                     .arg(n.join(QStringLiteral(", "))),
                 false);
+}
+
+void frmFrente::pendentes() {
+    showPendentes(true);
+}
+
+void frmFrente::showPendentes(bool activate) {
+    if (m_consulta)
+        return;
+    if (!m_pendentes) {
+        m_pendentes = new PendingStampsDialog(m_session, this);
+        m_pendentes->setAttribute(Qt::WA_DeleteOnClose);
+        connect(m_pendentes, &QDialog::finished, this, [this] {
+            refreshUnstamped();
+            m_entry->setFocus();
+        });
+    }
+    m_pendentes->refresh();
+    m_pendentes->setAttribute(Qt::WA_ShowWithoutActivating, !activate);
+    m_pendentes->show();
+    if (activate) {
+        m_pendentes->raise();
+        m_pendentes->activateWindow();
+    }
 }
 
 void frmFrente::tick() {
@@ -924,7 +971,9 @@ void frmFrente::recebidas() {
 }
 
 void frmFrente::reautenticarUltimo() {
-    m_session.reautenticarUltimo();
+    PendingStampsDialog::conduzir(m_ctx.dialogs, [this](ReceiptStamps::Repetir r) {
+        return m_session.reautenticarUltimo(r);
+    });
     m_entry->setFocus();
 }
 
@@ -941,7 +990,9 @@ void frmFrente::reautenticarNumero() {
                                QStringLiteral("O valor informado não é um número!!"));
         return;
     }
-    m_session.reautenticar(n);
+    PendingStampsDialog::conduzir(m_ctx.dialogs, [this, n](ReceiptStamps::Repetir r) {
+        return m_session.reautenticar(n, r);
+    });
     m_entry->setFocus();
 }
 

@@ -4,12 +4,14 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QPointer>
 #include <QSet>
 
 class AppContext;
 class AuthCounterPrinter;
 class CommandRegistry;
 class LancadosModel;
+class PendingStampsDialog;
 class PrinterWorker;
 class QAction;
 class QComboBox;
@@ -97,7 +99,9 @@ private:
     void recebidas();
     void reautenticarUltimo();
     void reautenticarNumero();
-    void stampsMissed(const QList<int>& stamped, const QList<int>& missed);
+    void refreshUnstamped(); // the banner of the day's documents without a stamp
+    void pendentes();
+    void showPendentes(bool activate);
     void typedLine();
     void avulso();
     void juros();
@@ -121,7 +125,8 @@ private:
     bool m_kindsAreEntry = true;
     QString m_lastChange; // the last customer's change, shown until the next customer begins
     AuthCounterPrinter* m_authPrinter = nullptr;
-    QSet<int> m_unstamped; // documents of this session still without a stamp
+    QPointer<PendingStampsDialog> m_pendentes; // the day's documents without a stamp
+    int m_semAutenticacao = 0;
 
     QLineEdit* m_entry = nullptr; // txtValorCodBarra
     QComboBox* m_kinds = nullptr; // cmbTipoGuia

@@ -504,7 +504,7 @@ private slots:
         pay("6,00");
         QTRY_COMPARE(banner->text(),
                      QStringLiteral("Documentos sem autenticação: 0002. Quando a autenticadora "
-                                    "voltar: Caixa > Reautenticar."));
+                                    "voltar: Caixa > Documentos sem Autenticação."));
         // One box for the customer: the record and why its document was not stamped.
         QCOMPARE(app.dialogs().texts(),
                  QStringList{QStringLiteral("Registro Gravado!!!\n\nProblemas na autenticação do "

@@ -1,0 +1,136 @@
+// The counter after a stop between a payment and its stamps: the documents the printer never
+// confirmed are named in the banner and listed beside the counter, stamped in order from there,
+// and a document already stamped is stamped again only after a question.
+#include "AuthCounterPrinter.h"
+#include "CounterSession.h"
+#include "PrinterEmulator.h"
+#include "PrinterWorker.h"
+#include "TestApp.h"
+#include "clsAutenticacoes.h"
+#include "frmFrente.h"
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace {
+const QString kBanner = QStringLiteral("Documentos sem autenticação: 0001, 0002. Quando a "
+                                       "autenticadora voltar: Caixa > Documentos sem "
+                                       "Autenticação.");
+
+void setPrinter(TestApp& app) {
+    for (const auto& [key, value] :
+         {std::pair{"impressora", "bematech"}, {"modo", "1"}, {"porta", "LPT1"}})
+        app.setOption(QStringLiteral("Print"), QLatin1String(key), QLatin1String(value));
+    QVERIFY(app.db().SQLExecute(
+        QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
+                       "BLOQUEIO) VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N')")));
+    app.ctx().workingDate = QDate(2026, 11, 23);
+}
+
+// A payment recorded and the program gone before any stamp (as after a kill while "Registro
+// Gravado!!!" was on the screen): receipts 0001 and 0002, nothing confirmed.
+void paymentWithoutStamps(TestApp& app) {
+    CounterSession before(app.ctx(), nullptr);
+    QVERIFY(before.day().abrir());
+    QVERIFY(before.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(5)));
+    QVERIFY(before.adicionarDigitado(7, QStringLiteral("TAXA DE EXPEDIENTE"), Money::fromReais(6)));
+    QVERIFY(before.gravar());
+}
+
+struct Counter {
+    TestApp& app;
+    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
+    PrinterWorker worker{app.ctx()};
+    AuthCounterPrinter printer{app.ctx(), worker};
+    CounterSession session{app.ctx(), &printer};
+    std::unique_ptr<frmFrente> form;
+    explicit Counter(TestApp& a) : app(a) {
+        worker.service().makeTransport = [this] {
+            return std::make_unique<MemoryTransport>(emulator);
+        };
+        worker.service().documentTimeoutMs = 3000;
+        emulator.setDocument(true);
+        QVERIFY(session.day().abrir());
+        form = std::make_unique<frmFrente>(session, false);
+        form->setPrinter(&worker, &printer);
+        form->show();
+    }
+    QLabel* banner() const { return form->findChild<QLabel*>(QStringLiteral("lblImpressora")); }
+    QDialog* list() const { return form->findChild<QDialog*>(QStringLiteral("frmPendentes")); }
+    int count(qint32 idrecebe) const {
+        return clsAutenticacoes::estado(app.db(), idrecebe).value().vezes;
+    }
+};
+} // namespace
+
+class tst_pending_stamps : public QObject {
+    Q_OBJECT
+private slots:
+    void restartListsThemAndStampsInOrder() {
+        TestApp app;
+        setPrinter(app);
+        paymentWithoutStamps(app);
+        Counter c(app);
+        QCOMPARE(c.banner()->text(), kBanner);
+        QTRY_VERIFY(c.list() && c.list()->isVisible());
+        auto* rows = c.list()->findChild<QTreeWidget*>(QStringLiteral("lstPendentes"));
+        QCOMPARE(rows->topLevelItemCount(), 2);
+        QCOMPARE(rows->topLevelItem(0)->text(0), QStringLiteral("0001"));
+        QCOMPARE(rows->topLevelItem(1)->text(2), QStringLiteral("6,00"));
+        c.list()->findChild<QPushButton*>(QStringLiteral("cmdAutenticar"))->click();
+        QTRY_COMPARE(c.emulator.documents().size(), 2);
+        QVERIFY(c.emulator.documents().at(0).contains(QStringLiteral(" 0001 ")));
+        QVERIFY(c.emulator.documents().at(1).contains(QStringLiteral(" 0002 ")));
+        QTRY_VERIFY(c.banner()->isHidden());
+        QTRY_COMPARE(c.count(1), 1);
+        QCOMPARE(c.count(2), 1);
+        QVERIFY(c.session.pendentes().value().isEmpty());
+    }
+
+    // "Reautenticar por Número" of a stamped document asks; "Não" stamps nothing, "Sim" stamps
+    // and counts it.
+    void restampAsksFirst() {
+        TestApp app;
+        setPrinter(app);
+        paymentWithoutStamps(app);
+        Counter c(app);
+        QTRY_VERIFY(c.list() && c.list()->isVisible());
+        c.list()->findChild<QPushButton*>(QStringLiteral("cmdAutenticar"))->click();
+        QTRY_COMPARE(c.count(2), 1);
+        app.dialogs().clear();
+        app.dialogs().pushInput(QStringLiteral("1"));
+        app.dialogs().pushAnswer(DialogAnswer::No);
+        c.form->findChild<QAction*>(QStringLiteral("mnuReautNumero"))->trigger();
+        QCOMPARE(app.dialogs().last().text,
+                 QStringLiteral("0001 já autenticado 1 vez(es), a última em 23/11/2026 10:00.\n"
+                                "Autenticar novamente?"));
+        QCOMPARE(app.dialogs().last().title, QStringLiteral("Reautenticar"));
+        QTest::qWait(100);
+        QCOMPARE(c.emulator.documents().size(), 2);
+        app.dialogs().pushInput(QStringLiteral("1"));
+        app.dialogs().pushAnswer(DialogAnswer::Yes);
+        c.form->findChild<QAction*>(QStringLiteral("mnuReautNumero"))->trigger();
+        QTRY_COMPARE(c.emulator.documents().size(), 3);
+        QTRY_COMPARE(c.count(1), 2);
+        QCOMPARE(c.count(2), 1);
+    }
+
+    // With the printer off in the settings, nothing reminds the cashier of stamps.
+    void noPrinterNoReminder() {
+        TestApp app;
+        setPrinter(app);
+        app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
+        paymentWithoutStamps(app);
+        Counter c(app);
+        QTest::qWait(50);
+        QVERIFY(c.banner()->isHidden());
+        QVERIFY(!c.list());
+        QCOMPARE(c.session.pendentes().value().size(), 2); // the record still knows
+    }
+};
+
+QTEST_MAIN(tst_pending_stamps)
+#include "tst_pending_stamps.moc"
