@@ -36,7 +36,7 @@ int receber(CliEnv& e) {
               << "\n";
         return ExitUsage;
     }
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     // The command states its answer to frmGuiavencida instead of asking it.
     const bool consent = !e.args.has(QStringLiteral("recusar-vencidas"));
@@ -131,4 +131,5 @@ void registerCounterReceiveCommand(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               receber,
               {QStringLiteral("avulso")}});
+    c.last().act = Act::Receber;
 }

@@ -63,8 +63,6 @@ int copia(CliEnv& e) {
         e.err << "Informe o destino: um arquivo novo ou uma pasta.\n";
         return ExitUsage;
     }
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
     QString error;
     const auto written = DatabaseBackup::copy(e.ctx.db, e.args.positional.first(),
                                               e.ctx.clock.now(), &error, e.ctx.ownFiles());
@@ -100,8 +98,6 @@ void printSelos(CliEnv& e, const CentralSeals::Conferencia& c) {
 }
 
 int auditar(CliEnv& e) {
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
     std::optional<qint64> idMovimento;
     std::optional<QDate> dia;
     QString anchor;
@@ -166,7 +162,7 @@ int auditar(CliEnv& e) {
 }
 
 int controle(CliEnv& e) {
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     clsMovimento mov(e.ctx.db);
     if (!mov.SQLSelectByDate(e.ctx.workingDate))
@@ -180,7 +176,7 @@ int controle(CliEnv& e) {
 
 int guicheAssumir(CliEnv& e) {
     QString detail;
-    if (!Startup::assumirGuiche(e.ctx, e.readStdinLine(), &detail)) {
+    if (!Startup::assumirGuiche(e.ctx, &detail)) {
         e.err << detail << "\n";
         return ExitRefused;
     }
@@ -199,6 +195,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               verificar});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("copia")},
               QStringLiteral("copia DESTINO"),
               QStringLiteral("cópia consistente do banco em uso (arquivo novo ou pasta); senha do "
@@ -206,6 +203,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               copia});
+    c.last().act = Act::CopiaBanco;
     c.append({{QStringLiteral("auditar")},
               QStringLiteral("auditar [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
@@ -215,6 +213,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               auditar});
+    c.last().act = Act::Auditar;
     c.append({{QStringLiteral("controle")},
               QStringLiteral("controle [--data DD/MM/AAAA]"),
               QStringLiteral("refaz o arquivo de controle diário a partir do banco; senha na "
@@ -222,11 +221,13 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               controle});
+    c.last().act = Act::ControleDiario;
     c.append({{QStringLiteral("guiche"), QStringLiteral("assumir")},
               QStringLiteral("guiche assumir"),
               QStringLiteral("passa o banco para o guichê deste Config.ini ([Export] guiche), "
                              "quando o número do guichê mudou; senha do administrador"),
               {},
-              CliCommand::Db::None,
+              CliCommand::Db::Unclaimed,
               guicheAssumir});
+    c.last().act = Act::AssumirGuiche;
 }

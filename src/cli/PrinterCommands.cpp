@@ -110,16 +110,19 @@ void registerPrinterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::None,
               fita});
+    c.last().act = Act::ImprimirFita;
     c.append({{QStringLiteral("impressora"), QStringLiteral("autenticar")},
               QStringLiteral("impressora autenticar TEXTO [--espera MS]"),
               QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"),
               {},
               CliCommand::Db::None,
               autenticar});
+    c.last().act = Act::AutenticarAvulso;
     c.append({{QStringLiteral("impressora"), QStringLiteral("status")},
               QStringLiteral("impressora status"),
               QStringLiteral("consulta a autenticadora configurada"),
               {},
               CliCommand::Db::None,
               status});
+    c.last().act = Act::Consultar;
 }

@@ -34,6 +34,8 @@ public:
 
     QString userName;
     QString userType;
+    // The administrator who allowed the act under way (Permissions), empty when none was needed.
+    QString autorizadoPor;
     QDate workingDate;
     // Runs a job on the authenticating printer the counter keeps (on its own thread), for the
     // screens that stamp while the counter is up; empty when there is none.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 class AppContext;
 
@@ -15,6 +16,9 @@ public:
     static bool Valida_senha(AppContext& ctx, const QString& senha);
     // The type of the single operator matching the password, else "USER". Activity not checked.
     static QString Tipo_usuario(AppContext& ctx, const QString& senha);
+    // The name of the single active operator matching the password when its type is "ADM": the
+    // administrator who allows an act.
+    static std::optional<QString> administrador(AppContext& ctx, const QString& senha);
 
 private:
     struct Match;

@@ -1,6 +1,5 @@
 #include "Startup.h"
 
-#include "AdminGuard.h"
 #include "AppContext.h"
 #include "CheckRecord.h"
 #include "Clock.h"
@@ -260,11 +259,11 @@ bool Startup::abrirConsulta(AppContext& ctx, QString* detail, Check check) {
     return openDatabase(ctx, OpenMode::ReadOnly, detail, true, check);
 }
 
-bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail) {
-    if (!openDatabase(ctx, OpenMode::ReadWrite, detail, false))
-        return false;
-    if (!AdminGuard::isAdministrator(ctx, senha))
-        return fail(ctx, detail, QStringLiteral("Senha de administrador não aceita."));
+bool Startup::abrirSemGuiche(AppContext& ctx, QString* detail) {
+    return openDatabase(ctx, OpenMode::ReadWrite, detail, false);
+}
+
+bool Startup::assumirGuiche(AppContext& ctx, QString* detail) {
     const QString mine = ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed();
     if (mine.isEmpty())
         return fail(ctx, detail, QStringLiteral("Defina [Export] guiche no Config.ini."));

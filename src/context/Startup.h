@@ -26,9 +26,11 @@ public:
     static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr,
                               Check check = Check::Cheap);
     static bool Carrega_config(AppContext& ctx);
-    // The database changes hands: it now belongs to the counter of this Config.ini. Only an
-    // administrator (`senha`) may do it; the database is left open.
-    static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail);
+    // Read-write without the counter's claim: only for the path that re-assigns the database.
+    static bool abrirSemGuiche(AppContext& ctx, QString* detail = nullptr);
+    // The database (opened by abrirSemGuiche) changes hands: it now belongs to the counter of
+    // this Config.ini. An administrator's act (Permissions): the caller has checked who asks.
+    static bool assumirGuiche(AppContext& ctx, QString* detail);
 
     // The start-up steps after the single-instance check. The program goes on either way.
     static void run(AppContext& ctx);

@@ -33,6 +33,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("ConflitoRede"), QStringLiteral("ID")},
     {QStringLiteral("CofreMovimentos"), QStringLiteral("ID")},
     {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
+    {QStringLiteral("Atos"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {

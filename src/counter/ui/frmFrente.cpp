@@ -369,32 +369,38 @@ void frmFrente::buildMenus() {
         &frmFrente::calculadora);
     add(tools, QStringLiteral("mnuFeriados"), QStringLiteral("Feriados..."), &frmFrente::feriados);
     add(tools, QStringLiteral("mnuExpCebi"), QStringLiteral("Arquivos Bancários..."), [this] {
-        frmExportar dlg(m_ctx, m_session.day().movimento().ID, m_session.day().movimento().MDATA,
-                        this);
-        dlg.exec();
-        m_entry->setFocus();
+        openAdmin(Act::ArquivosBanco, QStringLiteral("Arquivos Bancários"), [this] {
+            return std::make_unique<frmExportar>(m_ctx, m_session.day().movimento().ID,
+                                                 m_session.day().movimento().MDATA, this);
+        });
     });
-    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmAutenticar>(m_ctx, this); }); });
+    add(tools, QStringLiteral("mnuAutenticar"), QStringLiteral("Autenticar Documento..."), [this] {
+        openAdmin(Act::AutenticarAvulso, QStringLiteral("Autenticar Documento"),
+                  [this] { return std::make_unique<frmAutenticar>(m_ctx, this); });
+    });
     QMenu* admin = menuBar()->addMenu(QStringLiteral("&Administração"));
     admin->setObjectName(QStringLiteral("mnuAdministracao"));
     add(admin, QStringLiteral("mnuItens"), QStringLiteral("Tipos de Guia..."), [this] {
-        openAdmin(QStringLiteral("Tipos de Guia"),
+        openAdmin(Act::TiposGuia, QStringLiteral("Tipos de Guia"),
                   [this] { return std::make_unique<frmCodBarra>(m_ctx, this); });
     });
     add(admin, QStringLiteral("mnuuser"), QStringLiteral("Usuários..."), [this] {
-        openAdmin(QStringLiteral("Usuários"),
+        openAdmin(Act::Usuarios, QStringLiteral("Usuários"),
                   [this] { return std::make_unique<frmUsuarios>(m_ctx, this); });
     });
     add(admin, QStringLiteral("mnuParam"), QStringLiteral("Opções..."), [this] {
-        openAdmin(QStringLiteral("Opções"),
+        openAdmin(Act::Opcoes, QStringLiteral("Opções"),
                   [this] { return std::make_unique<frmOpcoes>(m_ctx, this); });
     });
     admin->addSeparator();
-    add(admin, QStringLiteral("mnuAltSkin"), QStringLiteral("Aparência..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmSkin>(m_ctx, this); }); });
-    add(admin, QStringLiteral("mnuAtualiza"), QStringLiteral("Atualização..."),
-        [this] { openAdmin({}, [this] { return std::make_unique<frmAtualiza>(m_ctx, this); }); });
+    add(admin, QStringLiteral("mnuAltSkin"), QStringLiteral("Aparência..."), [this] {
+        openAdmin(Act::Aparencia, QStringLiteral("Aparência"),
+                  [this] { return std::make_unique<frmSkin>(m_ctx, this); });
+    });
+    add(admin, QStringLiteral("mnuAtualiza"), QStringLiteral("Atualização..."), [this] {
+        openAdmin(Act::PastaAtualizacao, QStringLiteral("Atualização"),
+                  [this] { return std::make_unique<frmAtualiza>(m_ctx, this); });
+    });
     CashDayMenu::build(
         menuBar(), m_ctx, [this] { return m_session.day().movimento(); },
         [this] {
@@ -426,11 +432,14 @@ void frmFrente::buildMenus() {
         [this] { frmExbi(m_ctx, this).exec(); });
 }
 
-void frmFrente::openAdmin(const QString& guardTitle,
+void frmFrente::openAdmin(Act act, const QString& guardTitle,
                           const std::function<std::unique_ptr<QDialog>()>& make) {
-    if (!guardTitle.isEmpty() && !AdminGuard::ask(m_ctx, guardTitle))
+    if (!AdminGuard::ask(m_ctx, act, guardTitle))
         return; // a wrong password opens nothing, silently
-    make()->exec();
+    {
+        const AuthorizedScope allowed(m_ctx);
+        make()->exec();
+    }
     fillKinds(); // kinds and settings may have changed
     refreshAll();
     m_entry->setFocus();
@@ -995,9 +1004,8 @@ void frmFrente::calculadora() {
 }
 
 void frmFrente::feriados() {
-    frmFeriados dlg(m_ctx, this);
-    dlg.exec();
-    m_entry->setFocus();
+    openAdmin(Act::Feriados, QStringLiteral("Feriados"),
+              [this] { return std::make_unique<frmFeriados>(m_ctx, this); });
 }
 
 void frmFrente::closeEvent(QCloseEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CounterSession.h"
+#include "Permissions.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
@@ -94,7 +95,7 @@ private:
     void calculadora();
     void feriados();
     // An administration screen; with a guard title, only after the administrator's password.
-    void openAdmin(const QString& guardTitle,
+    void openAdmin(Act act, const QString& guardTitle,
                    const std::function<std::unique_ptr<QDialog>()>& make);
     bool fillKinds();
     void showKinds(const GuideKinds& kinds, bool selectFirst);

@@ -39,8 +39,10 @@ private slots:
         row("mnuuser", "Usuários", "frmUsuarios");
         row("mnuParam", "Opções", "frmOpcoes");
         row("mnuAltSkin", "", "frmSkin");
-        row("mnuAtualiza", "", "frmAtualiza");
-        row("mnuAutenticar", "", "frmAutenticar");
+        row("mnuAtualiza", "Atualização", "frmAtualiza");
+        row("mnuAutenticar", "Autenticar Documento", "frmAutenticar");
+        row("mnuFeriados", "Feriados", "frmFeriados");
+        row("mnuExpCebi", "Arquivos Bancários", "frmExportar");
     }
 
     void entries() {

@@ -224,6 +224,9 @@ private slots:
         CounterSession session(s.app.ctx(), nullptr);
         QVERIFY(session.day().consultar());
         frmFrente counter(session, false);
+        // Bank files are an administrator's act: the screen opens after the password.
+        s.app.addUser(QStringLiteral("CHEFE"), QStringLiteral("chefe1"), QStringLiteral("ADM"));
+        s.app.dialogs().pushInput(QStringLiteral("chefe1"));
         QAction* entry = counter.findChild<QAction*>(QStringLiteral("mnuExpCebi"));
         QVERIFY(entry);
         int listed = -1;
