@@ -40,7 +40,7 @@ void printAdminPassword(CliEnv& e, const QString& folder, const QString& passwor
           << rule << "\n"
           << QStringLiteral("#  Senha do administrador (anote, não será mostrada de novo): %1\n")
                  .arg(password)
-          << "#  Para trocá-la, a nova senha na primeira linha da entrada:\n"
+          << "#  Para trocá-la: na entrada, a senha atual duas vezes e a nova, uma por linha:\n"
           << QStringLiteral("#    tolvane --pasta \"%1\" usuario gravar --id %2 --nome "
                             "ADMINISTRADOR --tipo ADM\n")
                  .arg(QDir::toNativeSeparators(QDir(folder).absolutePath()))
