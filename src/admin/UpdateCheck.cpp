@@ -8,6 +8,9 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <future>
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 #include <memory>
 #include <thread>
 
@@ -87,12 +90,51 @@ QString UpdateCheck::updaterPath(const AppContext& ctx) {
     return Options::resolve(ctx, p);
 }
 
+namespace {
+
+// The user this program runs as; on systems without owners every file passes.
+bool ownedBySafeUser(const QFileInfo& f) {
+#ifdef Q_OS_UNIX
+    return f.ownerId() == 0 || f.ownerId() == uint(geteuid());
+#else
+    Q_UNUSED(f);
+    return true;
+#endif
+}
+
+} // namespace
+
+QString UpdateCheck::updaterProblem(const AppContext& ctx) {
+    const QString program = updaterPath(ctx);
+    const QString shown = QDir::toNativeSeparators(program);
+    const QFileInfo f(program);
+    if (!f.exists() && !f.isSymLink())
+        return QStringLiteral("Atualizador não encontrado: %1").arg(shown);
+    if (f.isSymLink() || !f.isFile())
+        return QStringLiteral("O atualizador %1 não é um arquivo comum (atalho ou pasta): não "
+                              "foi executado.")
+            .arg(shown);
+    const QString dir = folder(ctx);
+    const QString inside = dir.isEmpty() ? QString() : QFileInfo(dir).canonicalFilePath();
+    if (inside.isEmpty() || f.canonicalPath() != inside)
+        return QStringLiteral("O atualizador %1 não está na pasta de atualização: não foi "
+                              "executado.")
+            .arg(shown);
+    if (!ownedBySafeUser(f))
+        return QStringLiteral("O atualizador %1 pertence a outro usuário: não foi executado.")
+            .arg(shown);
+    if (f.permissions() & (QFileDevice::WriteGroup | QFileDevice::WriteOther))
+        return QStringLiteral("O atualizador %1 pode ser alterado por outros usuários: não foi "
+                              "executado.")
+            .arg(shown);
+    return {};
+}
+
 bool UpdateCheck::startUpdater(const AppContext& ctx, QString* error) {
     const QString program = updaterPath(ctx);
-    if (!QFileInfo(program).isFile()) {
+    if (const QString why = updaterProblem(ctx); !why.isEmpty()) {
         if (error)
-            *error = QStringLiteral("Atualizador não encontrado: %1")
-                         .arg(QDir::toNativeSeparators(program));
+            *error = why;
         return false;
     }
     if (!QProcess::startDetached(program, {QDir::toNativeSeparators(ctx.folder)},

@@ -37,7 +37,10 @@ public:
     // [Opcoes] atualizador, else "atualizador" in the update folder; relative to the program's
     // folder.
     static QString updaterPath(const AppContext& ctx);
-    // Starts the updater (with the program's folder as its argument) and answers whether it
-    // started; `error` says why not.
+    // Why the updater may not run (empty when it may): it must be a regular file, not a link,
+    // inside the update folder, owned by the program's user or root and writable by no one else.
+    static QString updaterProblem(const AppContext& ctx);
+    // Starts the updater (with the program's folder as its argument, never through a shell) and
+    // answers whether it started; `error` says why not.
     static bool startUpdater(const AppContext& ctx, QString* error);
 };

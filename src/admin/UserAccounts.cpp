@@ -5,6 +5,8 @@
 #include "PasswordHash.h"
 #include "Transaction.h"
 
+const QString UserAccounts::kNomeEmUso = QStringLiteral("Já existe um operador com este nome.");
+
 namespace {
 
 const QString kAdm = QStringLiteral("ADM");
@@ -61,6 +63,12 @@ UserAccounts::Result UserAccounts::check(AppContext& ctx, const Input& raw) {
     if (in.id && std::none_of(all->begin(), all->end(),
                               [&](const clsUsuarios& u) { return u.ID == *in.id; }))
         return {Outcome::NotFound};
+    // An act names its operator: two "ANA" would be one name for two people.
+    if (std::any_of(all->begin(), all->end(), [&](const clsUsuarios& u) {
+            return (!in.id || u.ID != *in.id) &&
+                   u.NOME.trimmed().compare(in.nome, Qt::CaseInsensitive) == 0;
+        }))
+        return {Outcome::NameInUse, Field::NOME};
     if (!in.id && in.senha.isEmpty())
         return {Outcome::MissingField, Field::SENHA};
     if (refusesQuote(ctx, in))

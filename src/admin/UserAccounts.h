@@ -25,6 +25,7 @@ public:
         TextRefused,   // a name the files cannot hold (control characters, width): `message`
         ShortPassword, // fewer than kMinPassword characters
         PasswordInUse, // another operator already has this password
+        NameInUse,     // another operator has this name, whatever its case
         WriteFailed    // the database refused; already reported
     };
     struct Result {
@@ -55,4 +56,6 @@ public:
     static bool isLastAdministrator(AppContext& ctx, qint32 id);
 
     static std::optional<QList<clsUsuarios>> listar(AppContext& ctx);
+
+    static const QString kNomeEmUso; // "Já existe um operador com este nome."
 };

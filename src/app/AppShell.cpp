@@ -1,5 +1,6 @@
 #include "AppShell.h"
 
+#include "AdminGuard.h"
 #include "AdminMenu.h"
 #include "AppContext.h"
 #include "CashDayMenu.h"
@@ -33,8 +34,13 @@ void AppShell::registerAll(frmFrente& front, CommandRegistry& r) {
     front.registerCommands(r);
     r.add(QStringLiteral("mnuExpCebi"), QStringLiteral("&Ferramentas"),
           QStringLiteral("Arquivos Bancários..."), [&ctx, &front, movimento] {
-              const clsMovimento mov = movimento();
-              frmExportar(ctx, mov.ID, mov.MDATA, &front).exec();
+              if (!AdminGuard::ask(ctx, Act::ArquivosBanco, QStringLiteral("Arquivos Bancários")))
+                  return;
+              {
+                  const AuthorizedScope allowed(ctx);
+                  const clsMovimento mov = movimento();
+                  frmExportar(ctx, mov.ID, mov.MDATA, &front).exec();
+              }
               front.afterScreen();
           });
     AdminMenu::add(r, ctx, after, &front);

@@ -76,12 +76,12 @@ QStringList CorrectionLog::header() const {
 }
 
 QStringList CorrectionLog::lines(const Entry& e) {
-    QStringList l{kMovimento + number(e.movimento),
-                  QStringLiteral("Data: ") + DateUtil::br(e.data),
-                  QStringLiteral("User: ") + oneLine(e.usuario),
-                  QStringLiteral("Item: ") + number(e.autentica),
-                  QStringLiteral("Tipo: ") + oneLine(e.tipo),
-                  QStringLiteral("Valor: ") + e.valor.format()};
+    QStringList l{kMovimento + number(e.movimento), QStringLiteral("Data: ") + DateUtil::br(e.data),
+                  QStringLiteral("User: ") + oneLine(e.usuario)};
+    if (!e.operador.isEmpty())
+        l << QStringLiteral("Operador: ") + oneLine(e.operador);
+    l << QStringLiteral("Item: ") + number(e.autentica)
+      << QStringLiteral("Tipo: ") + oneLine(e.tipo) << QStringLiteral("Valor: ") + e.valor.format();
     if (e.kind == Kind::Alteracao) {
         if (e.valorAnterior)
             l << QStringLiteral("Valor anterior: ") + e.valorAnterior->format();

@@ -21,7 +21,8 @@ public:
         Kind kind = Kind::Estorno;
         int movimento = 0;
         QDate data;
-        QString usuario;
+        QString usuario;  // who allowed it (the administrator)
+        QString operador; // the operator at the counter, when an administrator allowed it
         int autentica = 0;
         QString tipo;
         Money valor;

@@ -49,8 +49,8 @@ bool descriptionEditable(EntryKind k) {
     return k == EntryKind::PaymentOut;
 }
 
-bool needsAdministrator(EntryKind k) {
-    return k != EntryKind::PaymentOut;
+Act act(EntryKind k) {
+    return k == EntryKind::PaymentOut ? Act::Pagamento : Act::EntradaSangria;
 }
 
 } // namespace EntryKinds

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Permissions.h"
+
 #include <QString>
 #include <optional>
 
@@ -16,7 +18,8 @@ QString caption(EntryKind k);                           // the entry screen's ti
 // description the operator types.
 QString defaultDescription(EntryKind k);
 bool descriptionEditable(EntryKind k);
-// Entries and withdrawals are administrator-only; payments out are not.
-bool needsAdministrator(EntryKind k);
+// The act of the permission table an entry of this kind is: entries and withdrawals are one,
+// payments out another.
+Act act(EntryKind k);
 
 } // namespace EntryKinds

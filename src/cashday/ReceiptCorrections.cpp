@@ -11,6 +11,7 @@
 #include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsArquivoBanco.h"
+#include "clsAtos.h"
 #include "clsAutenticadora.h"
 #include "clsCodBarra.h"
 
@@ -195,7 +196,9 @@ CorrectionLog::Entry ReceiptCorrections::entrada(CorrectionLog::Kind kind, const
     e.kind = kind;
     e.movimento = mov.MOV;
     e.data = mov.MDATA;
-    e.usuario = m_ctx.userName;
+    e.usuario = autorizou();
+    // Named apart only when an administrator allowed what the operator at the counter did.
+    e.operador = m_ctx.autorizadoPor.isEmpty() ? QString() : m_ctx.userName;
     e.autentica = r.AUTENTICA;
     e.tipo = descricaoTipo(r.TIPO);
     e.valor = r.VALOR;
@@ -235,9 +238,32 @@ clsEstornos ReceiptCorrections::registroDe(const clsRecebimentos& r, clsEstornos
     e.copiarRecebimento(r);
     e.OPERACAO = op;
     e.MOMENTO = m_ctx.clock.now();
-    e.USUARIO = m_ctx.userName;
+    e.USUARIO = autorizou();
     e.MOTIVO = motivo.trimmed();
     return e;
+}
+
+QString ReceiptCorrections::autorizou() const {
+    return m_ctx.autorizadoPor.isEmpty() ? m_ctx.userName : m_ctx.autorizadoPor;
+}
+
+bool ReceiptCorrections::registrarAto(const QString& ato, qint32 idEstorno) {
+    return clsAtos::gravar(m_ctx.db, {m_ctx.clock.now(), ato, QStringLiteral("Estornos"), idEstorno,
+                                      m_ctx.userName, m_ctx.autorizadoPor});
+}
+
+QString ReceiptCorrections::operadorDoAto(const QString& ato, qint32 idEstorno) {
+    const auto atos = clsAtos::doRegistro(m_ctx.db, QStringLiteral("Estornos"), idEstorno);
+    for (const clsAtos::Ato& a : atos.value_or(QList<clsAtos::Ato>{}))
+        if (a.ato == ato)
+            return a.autorizadoPor.isEmpty() ? QString() : a.operador;
+    return {};
+}
+
+QString ReceiptCorrections::linhaPessoas() const {
+    return clsAutenticadora::pad(
+        QStringLiteral("OPER: %1 AUT: %2").arg(m_ctx.userName.left(14), autorizou().left(14)),
+        clsAutenticadora::kWidth);
 }
 
 bool ReceiptCorrections::concluido(const QString& recusa, bool gravou, const QString& erro) {
@@ -260,7 +286,10 @@ void ReceiptCorrections::concluirItem(CorrectionLog::Kind kind, const clsMovimen
     a.SEQ_REG = numero(r.AUTENTICA);
     a.VALOR_DOC = amountField(r.VALOR, clsAutenticadora::kWidth - 25 - a.SEQ_REG.size());
     const bool composta = (a.*linha)();
-    imprimir({a.Correcao}, composta, res);
+    QStringList linhas{a.Correcao};
+    if (!m_ctx.autorizadoPor.isEmpty())
+        linhas << linhaPessoas();
+    imprimir(linhas, composta, res);
 }
 
 std::optional<int> ReceiptCorrections::completarRegistro() {
@@ -293,6 +322,7 @@ std::optional<int> ReceiptCorrections::completarRegistro() {
             entrada(alteracao ? CorrectionLog::Kind::Alteracao : CorrectionLog::Kind::Estorno, mov,
                     depois, row.MOTIVO);
         e.usuario = row.USUARIO;
+        e.operador = operadorDoAto(alteracao ? kAtoAlteracao : kAtoEstorno, row.ID);
         if (alteracao && depois.VALOR != antes.VALOR)
             e.valorAnterior = antes.VALOR;
         if (alteracao && depois.TIPO != antes.TIPO)
@@ -301,6 +331,7 @@ std::optional<int> ReceiptCorrections::completarRegistro() {
         if (!alteracao && row.REVERTIDO_EM.isValid()) {
             CorrectionLog::Entry r = entrada(CorrectionLog::Kind::Reversao, mov, antes, row.MOTIVO);
             r.usuario = row.REVERTIDO_POR;
+            r.operador = operadorDoAto(kAtoReversao, row.ID);
             esperadas[row.REVERTIDO_EM.date().year()].append(r);
         }
     }
@@ -366,7 +397,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::estornar(qint32 idrecebe, cons
             recusa = recusaRegistro();
         if (tx.ok() && recusa.isEmpty()) {
             clsEstornos e = registroDe(r, clsEstornos::Operacao::Estorno, motivo);
-            gravou = e.SQLInsert() && r.SQLDelete() &&
+            gravou = e.SQLInsert() && registrarAto(kAtoEstorno, e.ID) && r.SQLDelete() &&
                      NetworkOutbox::retirar(m_ctx, r, e.MOMENTO) && tx.commit();
         }
     }
@@ -497,7 +528,7 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
             depois.AUTENTICA = novo.autentica;
             depois.CODBARRA = novo.codbarra;
             depois.VALOR = novo.valor;
-            gravou = e.SQLInsert() && depois.SQLUpdate();
+            gravou = e.SQLInsert() && registrarAto(kAtoAlteracao, e.ID) && depois.SQLUpdate();
             if (gravou && depois.CODBARRA != antes.CODBARRA)
                 gravou = NetworkOutbox::retirar(m_ctx, antes, e.MOMENTO) &&
                          NetworkOutbox::publicar(m_ctx, depois);
@@ -539,6 +570,8 @@ ReceiptCorrections::Resultado ReceiptCorrections::alterar(qint32 idrecebe, const
         composed = a.AlteraTipo() && composed;
         linhas << a.Correcao;
     }
+    if (!linhas.isEmpty() && !m_ctx.autorizadoPor.isEmpty())
+        linhas << linhaPessoas();
     imprimir(linhas, composed, res);
     return res;
 }
@@ -582,8 +615,9 @@ ReceiptCorrections::Resultado ReceiptCorrections::reverter(qint32 idrecebe) {
             recusa = recusaEstorno(idrecebe, e, mov);
         if (tx.ok() && recusa.isEmpty()) {
             e.restaurarEm(r);
-            gravou = r.SQLRestore() && e.SQLMarcarRevertido(m_ctx.clock.now(), m_ctx.userName) &&
-                     NetworkOutbox::publicar(m_ctx, r) && tx.commit();
+            gravou = r.SQLRestore() && e.SQLMarcarRevertido(m_ctx.clock.now(), autorizou()) &&
+                     registrarAto(kAtoReversao, e.ID) && NetworkOutbox::publicar(m_ctx, r) &&
+                     tx.commit();
         }
     }
     if (!concluido(recusa, gravou, kErroReverter))

@@ -132,6 +132,17 @@ private:
                       const QString& motivo, const QString& aviso,
                       bool (clsAutenticadora::*linha)(), Resultado& res);
     static QString numero(int n);
+    // The administrator who allowed the correction (the operator when none was named).
+    QString autorizou() const;
+    // The people of a correction, chained with its Estornos row.
+    bool registrarAto(const QString& ato, qint32 idEstorno);
+    QString operadorDoAto(const QString& ato, qint32 idEstorno);
+    // "OPER: ANA AUT: CHEFE": the tape line naming them, printed when an administrator allowed
+    // the correction.
+    QString linhaPessoas() const;
+    static inline const QString kAtoEstorno = QStringLiteral("Estorno");
+    static inline const QString kAtoAlteracao = QStringLiteral("Alteração");
+    static inline const QString kAtoReversao = QStringLiteral("Reversão");
 
     AppContext& m_ctx;
     CounterPrinter* m_printer;

@@ -82,8 +82,6 @@ int opcoesGravar(CliEnv& e) {
         }
         values.append(*a);
     }
-    if (const int code = CliSupport::loginAdministrator(e); code >= 0)
-        return code;
     const Options::Result r = Options::gravar(e.ctx, values);
     if (r.problem) {
         e.err << Options::message(*r.problem) << "\n";
@@ -182,6 +180,7 @@ void registerAdminCommands(QList<CliCommand>& c) {
               {},
               D::None,
               opcoes});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("opcoes"), QStringLiteral("gravar")},
               QStringLiteral("opcoes gravar SECAO/CHAVE=VALOR... [--json]"),
               QStringLiteral("grava configurações com as conferências da tela de opções; senha do "
@@ -189,10 +188,12 @@ void registerAdminCommands(QList<CliCommand>& c) {
               {},
               D::Existing,
               opcoesGravar});
+    c.last().act = Act::Opcoes;
     c.append({{QStringLiteral("atualizacao")},
               QStringLiteral("atualizacao [--json]"),
               QStringLiteral("diz se há uma versão nova publicada na pasta de atualização"),
               {},
               D::None,
               atualizacao});
+    c.last().act = Act::Consultar;
 }

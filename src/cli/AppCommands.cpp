@@ -1,4 +1,5 @@
 // Commands of the application frame: iniciar, usuario, entrar.
+#include "AdminGuard.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
@@ -39,7 +40,7 @@ void printAdminPassword(CliEnv& e, const QString& folder, const QString& passwor
           << rule << "\n"
           << QStringLiteral("#  Senha do administrador (anote, não será mostrada de novo): %1\n")
                  .arg(password)
-          << "#  Para trocá-la, a nova senha na primeira linha da entrada:\n"
+          << "#  Para trocá-la: na entrada, a senha atual duas vezes e a nova, uma por linha:\n"
           << QStringLiteral("#    tolvane --pasta \"%1\" usuario gravar --id %2 --nome "
                             "ADMINISTRADOR --tipo ADM\n")
                  .arg(QDir::toNativeSeparators(QDir(folder).absolutePath()))
@@ -59,6 +60,10 @@ int iniciar(CliEnv& e) {
     QString adminPassword;
     QString sheet;
     if (e.args.has(QStringLiteral("demo"))) {
+        // Demonstration data on a database that has an administrator: only that one adds it.
+        if (int rc = CliSupport::authorize(e.ctx, Act::DadosDemonstracao, e.err, e.readStdinLine);
+            rc >= 0)
+            return rc;
         QString error;
         if (!DemoData::seed(e.ctx, &adminPassword, &error)) {
             e.err << error << "\n";
@@ -120,6 +125,9 @@ int usuarioGravar(CliEnv& e) {
         return ExitRefused;
     case UserAccounts::Outcome::PasswordInUse:
         e.err << kSenhaUsada << "\n";
+        return ExitRefused;
+    case UserAccounts::Outcome::NameInUse:
+        e.err << UserAccounts::kNomeEmUso << "\n";
         return ExitRefused;
     case UserAccounts::Outcome::TextRefused:
         e.err << r.message << "\n";
@@ -183,8 +191,10 @@ int usuarioListar(CliEnv& e) {
 
 int entrar(CliEnv& e) {
     if (e.args.has(QStringLiteral("adm"))) {
-        if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-            return rc;
+        if (!AdminGuard::isAdministrator(e.ctx, e.readStdinLine())) {
+            e.err << Permissions::kSenhaAdministradorRecusada << "\n";
+            return ExitRefused;
+        }
         e.out << "ADM\n";
         return ExitOk;
     }
@@ -212,6 +222,7 @@ void registerAppCommands(QList<CliCommand>& c) {
               {QStringLiteral("demo")},
               CliCommand::Db::None,
               iniciar});
+    c.last().act = Act::PrepararPasta;
     c.append({{QStringLiteral("usuario"), QStringLiteral("gravar")},
               QStringLiteral("usuario gravar --nome NOME --tipo ADM|USER [--inativo] [--id ID]"),
               QStringLiteral(
@@ -220,18 +231,25 @@ void registerAppCommands(QList<CliCommand>& c) {
               {QStringLiteral("inativo")},
               CliCommand::Db::Existing,
               usuarioGravar});
+    c.last().actFor = [](const CliArgs& a) {
+        // A new administrator: open while the database has none.
+        const bool adm = a.value(QStringLiteral("tipo")).trimmed() == QLatin1String("ADM");
+        return adm && !a.has(QStringLiteral("id")) ? Act::CriarAdministrador : Act::Usuarios;
+    };
     c.append({{QStringLiteral("usuario"), QStringLiteral("excluir")},
               QStringLiteral("usuario excluir --id ID [--ultimo-adm]"),
               QStringLiteral("exclui um operador; o único administrador só com --ultimo-adm"),
               {QStringLiteral("ultimo-adm")},
               CliCommand::Db::Existing,
               usuarioExcluir});
+    c.last().act = Act::Usuarios;
     c.append({{QStringLiteral("usuario"), QStringLiteral("listar")},
               QStringLiteral("usuario listar [--json]"),
               QStringLiteral("lista id, nome, tipo e situação dos operadores (nunca senhas)"),
               {},
               CliCommand::Db::ReadOnly,
               usuarioListar});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("entrar")},
               QStringLiteral("entrar [--adm] [--json]"),
               QStringLiteral("confere a senha da entrada padrão como o login; com --adm, como a "
@@ -239,4 +257,5 @@ void registerAppCommands(QList<CliCommand>& c) {
               {QStringLiteral("adm")},
               CliCommand::Db::ReadOnly,
               entrar});
+    c.last().act = Act::Entrar;
 }

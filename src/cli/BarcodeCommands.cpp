@@ -278,36 +278,42 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
               {QStringLiteral("alterar")},
               D::Existing,
               tipoGravar});
+    c.last().act = Act::TiposGuia;
     c.append({{QStringLiteral("tipo"), QStringLiteral("listar")},
               QStringLiteral("tipo listar [--json]"),
               QStringLiteral("lista os tipos de guia"),
               {},
               D::Existing,
               tipoListar});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("tipo"), QStringLiteral("excluir")},
               QStringLiteral("tipo excluir --idcod N"),
               QStringLiteral("exclui um tipo de guia"),
               {},
               D::Existing,
               tipoExcluir});
+    c.last().act = Act::TiposGuia;
     c.append({{QStringLiteral("feriado"), QStringLiteral("gravar")},
               QStringLiteral("feriado gravar DD/MM/AAAA"),
               QStringLiteral("grava um feriado"),
               {},
               D::Existing,
               feriadoGravar});
+    c.last().act = Act::Feriados;
     c.append({{QStringLiteral("feriado"), QStringLiteral("listar")},
               QStringLiteral("feriado listar [--json]"),
               QStringLiteral("lista os feriados"),
               {},
               D::Existing,
               feriadoListar});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("feriado"), QStringLiteral("excluir")},
               QStringLiteral("feriado excluir (--id N | --todos)"),
               QStringLiteral("exclui um feriado, ou todos"),
               {QStringLiteral("todos")},
               D::Existing,
               feriadoExcluir});
+    c.last().act = Act::Feriados;
     c.append(
         {{QStringLiteral("dia-util")},
          QStringLiteral("dia-util DD/MM/AAAA"),
@@ -315,6 +321,7 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
          {},
          D::Existing,
          diaUtil});
+    c.last().act = Act::Consultar;
     c.append(
         {{QStringLiteral("ler")},
          QStringLiteral("ler CODIGO [--data DD/MM/AAAA] [--json]"),
@@ -323,6 +330,7 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
          {},
          D::Existing,
          ler});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("linha")},
               QStringLiteral("linha DIGITOS|- [--json]"),
               QStringLiteral("converte a linha digitável (47 ou 48 dígitos) no código de barras; - "
@@ -330,4 +338,5 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
               {},
               D::None,
               linha});
+    c.last().act = Act::Consultar;
 }

@@ -22,7 +22,7 @@ namespace {
 
 // The operator's login and the movement of --data.
 int movimento(CliEnv& e, clsMovimento& mov) {
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     if (const auto found = DayMovement::ofWorkingDate(e.ctx)) {
         mov = *found;
@@ -32,9 +32,11 @@ int movimento(CliEnv& e, clsMovimento& mov) {
     return ExitRefused;
 }
 
-// Entries and withdrawals ask for an administrator's password (second line of stdin).
-int administrador(CliEnv& e, EntryKind kind) {
-    return EntryKinds::needsAdministrator(kind) ? CliSupport::loginAdministrator(e) : -1;
+// Payments out are the operator's act; entries and withdrawals, and listing or deleting any
+// entry, the administrator's.
+Act actOf(const CliArgs& a) {
+    const auto kind = EntryKinds::fromTipo(a.value(QStringLiteral("tipo")));
+    return a.has(QStringLiteral("tipo")) && kind ? EntryKinds::act(*kind) : Act::EntradaSangria;
 }
 
 struct ItemArg {
@@ -140,8 +142,6 @@ int gravar(CliEnv& e) {
     clsMovimento mov(e.ctx.db);
     if (int rc = movimento(e, mov); rc >= 0)
         return rc;
-    if (int rc = administrador(e, *kind); rc >= 0)
-        return rc;
     if (!readAmounts(e, *items))
         return ExitRefused;
     CashEntry entry(e.ctx, mov.ID, *kind);
@@ -166,9 +166,6 @@ int listar(CliEnv& e) {
     clsMovimento mov(e.ctx.db);
     if (int rc = movimento(e, mov); rc >= 0)
         return rc;
-    if (kinds != QList<EntryKind>{EntryKind::PaymentOut})
-        if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-            return rc;
     QJsonArray list;
     Money total;
     for (EntryKind k : kinds) {
@@ -228,7 +225,7 @@ int entradaPorId(CliEnv& e, bool item, clsMovimento& mov, int& id, clsSangria& o
         return ExitRefused;
     }
     out = *s;
-    return administrador(e, *kind);
+    return -1;
 }
 
 int excluir(CliEnv& e) {
@@ -431,6 +428,7 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               gravar,
               {QStringLiteral("item")}});
+    c.last().actFor = actOf;
     c.append({{QStringLiteral("lancamento"), QStringLiteral("listar")},
               QStringLiteral("lancamento listar [--tipo entrada|saida|sangria]") + d +
                   QStringLiteral(" [--json]"),
@@ -438,12 +436,14 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               listar});
+    c.last().actFor = actOf;
     c.append({{QStringLiteral("lancamento"), QStringLiteral("excluir")},
               QStringLiteral("lancamento excluir --id N") + d + QStringLiteral(" [--json]"),
               QStringLiteral("exclui um lançamento de um movimento aberto") + adm,
               {},
               CliCommand::Db::Existing,
               excluir});
+    c.last().act = Act::EntradaSangria;
     c.append({{QStringLiteral("lancamento"), QStringLiteral("item-excluir")},
               QStringLiteral("lancamento item-excluir --id N") + d + QStringLiteral(" [--json]"),
               QStringLiteral("exclui um item; o valor do lançamento passa a ser a soma dos que "
@@ -452,6 +452,7 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               excluirItem});
+    c.last().act = Act::EntradaSangria;
     c.append({{QStringLiteral("cofre")},
               QStringLiteral("cofre [--entrada VALOR | --saida VALOR]") + d +
                   QStringLiteral(" [--json]"),
@@ -459,6 +460,7 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               cofre});
+    c.last().act = Act::Cofre;
     c.append({{QStringLiteral("conferencia")},
               QStringLiteral("conferencia [--item ESPECIE:VALOR[:NUMERO]...] [--excluir ID] "
                              "[--provisoria]") +
@@ -469,10 +471,12 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               conferencia,
               {QStringLiteral("item"), QStringLiteral("excluir")}});
+    c.last().act = Act::ContarCaixa;
     c.append({{QStringLiteral("integracao")},
               QStringLiteral("integracao [--saida ARQUIVO]") + d + QStringLiteral(" [--json]"),
               QStringLiteral("gera o arquivo de integração do movimento (Path1, sem pausa)"),
               {},
               CliCommand::Db::Existing,
               integracao});
+    c.last().act = Act::ArquivoIntegracao;
 }

@@ -75,4 +75,5 @@ void registerChargesCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               encargos});
+    c.last().act = Act::Consultar;
 }

@@ -5,9 +5,11 @@
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliDialogPort.h"
+#include "CliSupport.h"
 #include "Clock.h"
 #include "DateUtil.h"
 #include "IniFile.h"
+#include "Permissions.h"
 #include "Startup.h"
 
 #include <QDir>
@@ -57,6 +59,33 @@ QString readLine() {
     return line;
 }
 
+bool openDatabase(AppContext& ctx, CliCommand::Db db, QTextStream& err) {
+    using Db = CliCommand::Db;
+    QString detail;
+    bool opened = true;
+    if (db == Db::Existing)
+        opened = Startup::Abre_conexao(ctx, false, &detail);
+    else if (db == Db::ReadOnly)
+        opened = Startup::abrirConsulta(ctx, &detail);
+    else if (db == Db::Unclaimed)
+        opened = Startup::abrirSemGuiche(ctx, &detail);
+    if (!opened)
+        err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
+    return opened;
+}
+
+// The passwords the command's act needs, read from stdin before it runs: the operator's, then
+// an administrator's. -1 to go on, else the exit code.
+int authorize(AppContext& ctx, const CliCommand& cmd, const CliArgs& args, QTextStream& err) {
+    const Act act = cmd.actFor ? cmd.actFor(args) : cmd.act;
+    if (Permissions::who(act) == Authority::Aberto)
+        return -1;
+    // A command that opens no database still logs in against it.
+    if (!ctx.db.isOpen() && !openDatabase(ctx, CliCommand::Db::ReadOnly, err))
+        return ExitRefused;
+    return CliSupport::authorize(ctx, act, err, readLine);
+}
+
 } // namespace
 
 bool Cli::wantsCli(const QStringList& args) {
@@ -88,7 +117,8 @@ QString Cli::helpText() {
                                "Comandos:\n");
     for (const CliCommand& c : allCommands())
         t += QStringLiteral("  tolvane [--pasta PASTA] %1\n      %2\n").arg(c.synopsis, c.summary);
-    t += QStringLiteral("\nSenhas de operador são lidas da primeira linha da entrada padrão.\n"
+    t += QStringLiteral("\nSenhas: a do operador na primeira linha da entrada padrão e, nos atos "
+                        "de administrador, a do administrador na segunda (docs/CLI.md).\n"
                         "Saída: 0 sucesso, 1 recusa (mensagem em stderr), 2 uso incorreto.\n");
     return t;
 }
@@ -146,16 +176,10 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
         err << IniFile::readProblem(ctx.iniPath()) << "\n";
     if (const QString logProblem = ctx.errors.logProblem(); !logProblem.isEmpty())
         err << logProblem << "\n";
-    if (cmd->db == CliCommand::Db::Existing || cmd->db == CliCommand::Db::ReadOnly) {
-        QString detail;
-        const bool opened = cmd->db == CliCommand::Db::ReadOnly
-                                ? Startup::abrirConsulta(ctx, &detail)
-                                : Startup::Abre_conexao(ctx, false, &detail);
-        if (!opened) {
-            err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
-            return ExitRefused;
-        }
-    }
+    if (!openDatabase(ctx, cmd->db, err))
+        return ExitRefused;
+    if (const int rc = authorize(ctx, *cmd, *parsed, err); rc >= 0)
+        return rc;
     CliEnv env{ctx, *parsed, out, err, parsed->has(QStringLiteral("json")), readLine};
     return cmd->run(env);
 }

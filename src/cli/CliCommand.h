@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Permissions.h"
+
 #include <QDate>
 #include <QSet>
 #include <QString>
@@ -30,13 +32,19 @@ struct CliCommand {
     QString summary;
     QSet<QString> flags; // options without value
     // ReadOnly: consultation, opened so that a folder on read-only media still answers.
-    enum class Db { None, Create, Existing, ReadOnly } db = Db::Existing;
+    // Unclaimed: read-write without the counter's claim (the path that re-assigns the database).
+    enum class Db { None, Create, Existing, ReadOnly, Unclaimed } db = Db::Existing;
     std::function<int(CliEnv&)> run;
     // Options that may be given more than once (--item); any other given twice is refused.
     QSet<QString> repeatable = {};
     // Lays out pages or draws charts: runs under a widget application (offscreen when no
     // display is named).
     bool pages = false;
+    // The act of the permission table the command is: the dispatcher asks for the passwords it
+    // needs before the command runs. Left out, the strictest.
+    Act act = Act::NaoClassificado;
+    // When the act depends on the options given (lancamento --tipo saida).
+    std::function<Act(const CliArgs&)> actFor = {};
 };
 
 // Each subsystem adds its commands here (see Cli.cpp).

@@ -1,16 +1,14 @@
 #include "CliSupport.h"
 
-#include "AdminGuard.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "Clock.h"
 #include "DateUtil.h"
+#include "Login.h"
+#include "Permissions.h"
 
 #include <QJsonDocument>
 #include <QTextStream>
-
-const QString CliSupport::kAdministradorRecusado =
-    QStringLiteral("Senha de administrador não aceita.");
 
 std::optional<QDate> CliSupport::workingDate(CliEnv& e) {
     if (!e.args.has(QStringLiteral("data")))
@@ -22,21 +20,25 @@ std::optional<QDate> CliSupport::workingDate(CliEnv& e) {
     return d;
 }
 
-int CliSupport::loginOperator(CliEnv& e, DateScreenLogic::Action action) {
+int CliSupport::chooseDay(CliEnv& e, DateScreenLogic::Action action) {
     const auto day = workingDate(e);
     if (!day)
         return ExitUsage;
-    const QString senha = e.readStdinLine();
-    return DateScreenLogic::proceed(e.ctx, senha, *day, action) ? -1 : int(ExitRefused);
+    return DateScreenLogic::checkDate(e.ctx, *day, action) ? -1 : int(ExitRefused);
 }
 
-int CliSupport::loginAdministrator(CliEnv& e, QString* senha) {
-    const QString line = e.readStdinLine();
-    if (senha)
-        *senha = line;
-    if (AdminGuard::isAdministrator(e.ctx, line))
+int CliSupport::authorize(AppContext& ctx, Act act, QTextStream& err,
+                          const std::function<QString()>& line) {
+    switch (Permissions::autorizar(ctx, act, line)) {
+    case Permissions::Outcome::Aceito:
         return -1;
-    e.err << kAdministradorRecusado << "\n";
+    case Permissions::Outcome::SenhaOperador:
+        err << Login::kSenhaInvalida << "\n";
+        break;
+    case Permissions::Outcome::SenhaAdministrador:
+        err << Permissions::kSenhaAdministradorRecusada << "\n";
+        break;
+    }
     return ExitRefused;
 }
 

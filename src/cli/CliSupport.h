@@ -16,12 +16,13 @@ class CliSupport {
 public:
     // --data DD/MM/AAAA, else today. nullopt (message on stderr) when the text is not a date.
     static std::optional<QDate> workingDate(CliEnv& e);
-    // The date screen's rules for a command: the operator's password (first line of stdin) and
-    // --data, checked exactly as frmData checks them. Answers -1 to go on, else the exit code.
-    static int loginOperator(CliEnv& e, DateScreenLogic::Action action);
-    // The administrator guard: the first line of stdin must be an administrator's password
-    // (given back in `senha` when asked). Answers -1 to go on, else the exit code.
-    static int loginAdministrator(CliEnv& e, QString* senha = nullptr);
+    // The date screen's rules for a command whose operator the dispatcher logged in: --data,
+    // checked exactly as frmData checks it. Answers -1 to go on, else the exit code.
+    static int chooseDay(CliEnv& e, DateScreenLogic::Action action);
+    // The passwords `act` needs (Permissions), each read by `line` only when needed: the
+    // operator's, then an administrator's. Answers -1 to go on, else the exit code.
+    static int authorize(AppContext& ctx, Act act, QTextStream& err,
+                         const std::function<QString()>& line);
 
     // The charges of an overdue guide, as `ler`, `encargos` and `caixa receber` print them.
     static void addEncargos(QJsonObject& o, const Encargos& e);
@@ -33,6 +34,4 @@ public:
 
     static void printJson(CliEnv& e, const QJsonObject& o);
     static void printJson(CliEnv& e, const QJsonArray& a);
-
-    static const QString kAdministradorRecusado; // "Senha de administrador não aceita."
 };

@@ -16,17 +16,13 @@
 
 namespace {
 
-// --data, then the administrator's password (first line of stdin). The administrator is the
-// operator the log and the tape name. Answers -1 to go on, else the exit code.
+// --data (the operator and the administrator who allows it were named by the dispatcher).
+// Answers -1 to go on, else the exit code.
 int admit(CliEnv& e) {
     const auto day = CliSupport::workingDate(e);
     if (!day)
         return ExitUsage;
     e.ctx.workingDate = *day;
-    QString senha;
-    if (int rc = CliSupport::loginAdministrator(e, &senha); rc >= 0)
-        return rc;
-    Login::Valida_senha(e.ctx, senha); // names the operator, active or not
     return -1;
 }
 
@@ -155,6 +151,7 @@ QJsonObject entry(const CorrectionLog::ParsedEntry& p) {
     const QList<std::pair<const char*, const char*>> fields = {{"movimento", "Movimento"},
                                                                {"data", "Data"},
                                                                {"usuario", "User"},
+                                                               {"operador", "Operador"},
                                                                {"item", "Item"},
                                                                {"tipo", "Tipo"},
                                                                {"valor", "Valor"},
@@ -216,6 +213,7 @@ void registerCorrectionCommands(QList<CliCommand>& c) {
                   {},
                   CliCommand::Db::Existing,
                   [=](CliEnv& e) { return correct(e, usage, kind, op); }});
+        c.last().act = Act::Correcoes;
     };
     add("alterar", kAlterar,
         QStringLiteral("altera tipo, autenticação, código ou valor de um recebimento do dia"),
@@ -235,4 +233,5 @@ void registerCorrectionCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               estornos});
+    c.last().act = Act::Consultar;
 }

@@ -20,7 +20,7 @@ namespace {
 
 // The existing movement of the working date, or a refusal.
 int existing(CliEnv& e, CounterSession& s) {
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     return s.day().consultar() ? -1 : int(ExitRefused);
 }
@@ -46,7 +46,7 @@ QJsonObject situacao(CounterSession& s) {
 int abrir(CliEnv& e) {
     CliPrinterScope p(e.ctx);
     CounterSession s(e.ctx, &p.printer);
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::AbrirCaixa); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::AbrirCaixa); rc >= 0)
         return rc;
     const bool existed = s.day().consultar();
     if (!s.day().abrir())
@@ -154,6 +154,7 @@ void registerCounterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               abrir});
+    c.last().act = Act::AbrirDia;
     c.append(
         {{QStringLiteral("caixa"), QStringLiteral("encerrar")},
          QStringLiteral("caixa encerrar") + d + QStringLiteral(" [--sem-cupom] [--json]"),
@@ -162,6 +163,7 @@ void registerCounterCommands(QList<CliCommand>& c) {
          {QStringLiteral("sem-cupom")},
          CliCommand::Db::Existing,
          encerrar});
+    c.last().act = Act::EncerrarDia;
     c.append({{QStringLiteral("caixa"), QStringLiteral("reabrir")},
               QStringLiteral("caixa reabrir") + d + QStringLiteral(" [--sem-cupom] [--json]"),
               QStringLiteral("reabre um movimento encerrado; imprime a reabertura na fita, salvo "
@@ -169,16 +171,19 @@ void registerCounterCommands(QList<CliCommand>& c) {
               {QStringLiteral("sem-cupom")},
               CliCommand::Db::Existing,
               reabrir});
+    c.last().act = Act::ReabrirDia;
     c.append({{QStringLiteral("caixa"), QStringLiteral("situacao")},
               QStringLiteral("caixa situacao") + d + QStringLiteral(" [--json]"),
               QStringLiteral("mostra o movimento do dia: id, mov, data, situação e totais"),
               {},
               CliCommand::Db::ReadOnly,
               mostrarSituacao});
+    c.last().act = Act::ConsultarDia;
     c.append({{QStringLiteral("caixa"), QStringLiteral("recebimentos")},
               QStringLiteral("caixa recebimentos") + d + QStringLiteral(" [--json]"),
               QStringLiteral("lista os recebimentos do movimento, do mais novo ao mais antigo"),
               {},
               CliCommand::Db::ReadOnly,
               recebimentos});
+    c.last().act = Act::ConsultarDia;
 }

@@ -42,7 +42,7 @@ int receber(CliEnv& e) {
         e.err << "Use --aceitar-vencidas ou --recusar-vencidas, não os dois.\n";
         return ExitUsage;
     }
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     // The command states its answer to frmGuiavencida instead of asking it. A question about
     // money defaults to the safe answer, as on the screen: an overdue guide is received only
@@ -143,4 +143,5 @@ void registerCounterReceiveCommand(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               receber,
               {QStringLiteral("avulso")}});
+    c.last().act = Act::Receber;
 }

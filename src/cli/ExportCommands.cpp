@@ -21,7 +21,7 @@ namespace {
 
 // The operator, then the movement of --data (or today).
 int movement(CliEnv& e, CashDay& day) {
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     return day.consultar() ? -1 : int(ExitRefused);
 }
@@ -164,6 +164,7 @@ void registerExportCommands(QList<CliCommand>& c) {
               {QStringLiteral("rejeitados")},
               CliCommand::Db::Existing,
               listar});
+    c.last().act = Act::ConsultarDia;
     c.append({w + QStringList{QStringLiteral("rejeitar")},
               QStringLiteral("exportar rejeitar --id N...") + d,
               QStringLiteral("tira recebimentos do movimento dos arquivos do banco (EXPORT 1)"),
@@ -171,6 +172,7 @@ void registerExportCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               [](CliEnv& e) { return marcar(e, 1); },
               {QStringLiteral("id")}});
+    c.last().act = Act::ArquivosBanco;
     c.append({w + QStringList{QStringLiteral("confirmar")},
               QStringLiteral("exportar confirmar --id N...") + d,
               QStringLiteral("devolve recebimentos do movimento aos arquivos do banco (EXPORT 0)"),
@@ -178,6 +180,7 @@ void registerExportCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               [](CliEnv& e) { return marcar(e, 0); },
               {QStringLiteral("id")}});
+    c.last().act = Act::ArquivosBanco;
     c.append({w + QStringList{QStringLiteral("febraban")},
               QStringLiteral("exportar febraban --tipo IDCOD [--banco NNN]") + d,
               QStringLiteral("grava o arquivo Febraban (150) das guias confirmadas do tipo; "
@@ -185,10 +188,12 @@ void registerExportCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               [](CliEnv& e) { return gerar(e, BankExport::Arquivo::Febraban); }});
+    c.last().act = Act::ArquivosBanco;
     c.append({w + QStringList{QStringLiteral("cnab")},
               QStringLiteral("exportar cnab --tipo IDCOD") + d,
               QStringLiteral("grava o arquivo de retorno CNAB 240 dos boletos confirmados do tipo"),
               {},
               CliCommand::Db::Existing,
               [](CliEnv& e) { return gerar(e, BankExport::Arquivo::Cnab); }});
+    c.last().act = Act::ArquivosBanco;
 }

@@ -24,9 +24,6 @@ int autenticar(CliEnv& e) {
     const auto dia = CliSupport::workingDate(e);
     if (!dia)
         return ExitUsage;
-    QString senha;
-    if (int rc = CliSupport::loginAdministrator(e, &senha); rc >= 0)
-        return rc;
     e.ctx.workingDate = *dia;
     PrinterService printer(e.ctx);
     if (const QString problem = printer.problemaConfiguracao(); !problem.isEmpty()) {
@@ -35,7 +32,7 @@ int autenticar(CliEnv& e) {
     }
     const LooseStamp::Resultado r =
         LooseStamp::autenticar(e.ctx, printer, Money::parseTyped(e.args.positional.first()),
-                               AdminGuard::administrador(e.ctx, senha).value_or(QString()));
+                               e.ctx.autorizadoPor);
     if (r.outcome != LooseStamp::Outcome::Registrada) {
         e.err << r.mensagem() << "\n";
         return r.outcome == LooseStamp::Outcome::ValorInvalido ? ExitUsage : ExitRefused;
@@ -67,8 +64,6 @@ int autenticacoes(CliEnv& e) {
     std::optional<QDate> dia;
     if (e.args.has(QStringLiteral("data")) && !(dia = CliSupport::workingDate(e)))
         return ExitUsage;
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
     const auto rows = clsAutenticacaoAvulsa::listar(e.ctx.db, dia);
     if (!rows)
         return ExitRefused;
@@ -102,6 +97,7 @@ void registerLooseStampCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::Existing,
               autenticar});
+    c.last().act = Act::AutenticarAvulso;
     c.append({{QStringLiteral("autenticacoes")},
               QStringLiteral("autenticacoes [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("lista as autenticações avulsas (do dia do caixa, com --data): "
@@ -110,4 +106,5 @@ void registerLooseStampCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               autenticacoes});
+    c.last().act = Act::Auditar;
 }

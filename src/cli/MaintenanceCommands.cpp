@@ -65,8 +65,6 @@ int copia(CliEnv& e) {
         e.err << "Informe o destino: um arquivo novo ou uma pasta.\n";
         return ExitUsage;
     }
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
     QString error;
     const auto written = DatabaseBackup::copy(e.ctx.db, e.args.positional.first(),
                                               e.ctx.clock.now(), &error, e.ctx.ownFiles());
@@ -173,8 +171,6 @@ void printAuditText(CliEnv& e, bool ok, const AuditChain::Report& r, const QStri
 // The chain, each closed day's seal in it, each closed day's totals summed again, and the seals
 // the central holds.
 int auditar(CliEnv& e) {
-    if (int rc = CliSupport::loginAdministrator(e); rc >= 0)
-        return rc;
     std::optional<clsMovimento> mov;
     std::optional<QDate> dia;
     if (e.args.has(QStringLiteral("data"))) {
@@ -207,7 +203,7 @@ int auditar(CliEnv& e) {
 }
 
 int controle(CliEnv& e) {
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     const auto mov = DayMovement::ofWorkingDate(e.ctx);
     if (!mov)
@@ -225,7 +221,7 @@ int guicheAssumir(CliEnv& e) {
         return ExitUsage;
     }
     QString detail;
-    if (!Startup::assumirGuiche(e.ctx, e.readStdinLine(), &detail, e.args.positional.value(0))) {
+    if (!Startup::assumirGuiche(e.ctx, &detail, e.args.positional.value(0))) {
         e.err << detail << "\n";
         return ExitRefused;
     }
@@ -244,6 +240,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               verificar});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("copia")},
               QStringLiteral("copia DESTINO"),
               QStringLiteral("cópia consistente do banco em uso (arquivo novo ou pasta); senha do "
@@ -251,6 +248,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               copia});
+    c.last().act = Act::CopiaBanco;
     c.append({{QStringLiteral("auditar")},
               QStringLiteral("auditar [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
@@ -261,6 +259,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               auditar});
+    c.last().act = Act::Auditar;
     c.append({{QStringLiteral("controle")},
               QStringLiteral("controle [--data DD/MM/AAAA]"),
               QStringLiteral("refaz o arquivo de controle diário a partir do banco; senha na "
@@ -268,12 +267,14 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               controle});
+    c.last().act = Act::ControleDiario;
     c.append({{QStringLiteral("guiche"), QStringLiteral("assumir")},
               QStringLiteral("guiche assumir [LETRA]"),
               QStringLiteral("muda o guichê (grava LETRA em [Export] guiche) ou passa o banco "
                              "para o guichê deste Config.ini; só sem movimento aberto; senha do "
                              "administrador"),
               {},
-              CliCommand::Db::None,
+              CliCommand::Db::Unclaimed,
               guicheAssumir});
+    c.last().act = Act::AssumirGuiche;
 }

@@ -258,12 +258,14 @@ void registerNetworkCommands(QList<CliCommand>& c) {
               {},
               D::Existing,
               status});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("rede"), QStringLiteral("publicar")},
               QStringLiteral("rede publicar [--json]"),
               QStringLiteral("envia à central os códigos pendentes e diz quantos"),
               {},
               D::Existing,
               publicar});
+    c.last().act = Act::PublicarRede;
     c.append({{QStringLiteral("rede"), QStringLiteral("importar")},
               QStringLiteral("rede importar CAMINHO [--lote N] [--json]"),
               QStringLiteral("carrega na central os códigos de um caixa.db anterior ou de um "
@@ -271,6 +273,7 @@ void registerNetworkCommands(QList<CliCommand>& c) {
               {},
               D::None,
               importar});
+    c.last().act = Act::ImportarRede;
     c.append({{QStringLiteral("rede"), QStringLiteral("conflitos")},
               QStringLiteral("rede conflitos [--json]"),
               QStringLiteral("lista os códigos recebidos aqui que a central recusou por já "
@@ -278,4 +281,5 @@ void registerNetworkCommands(QList<CliCommand>& c) {
               {},
               D::Existing,
               conflitos});
+    c.last().act = Act::Consultar;
 }

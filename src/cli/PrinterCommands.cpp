@@ -122,7 +122,7 @@ QJsonObject pendenteJson(const clsAutenticacoes::Pendente& p) {
 
 int pendentes(CliEnv& e) {
     CounterSession s(e.ctx, nullptr);
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     if (!s.day().consultar())
         return ExitRefused;
@@ -161,18 +161,21 @@ void registerPrinterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::None,
               fita});
+    c.last().act = Act::ImprimirFita;
     c.append({{QStringLiteral("impressora"), QStringLiteral("autenticar")},
               QStringLiteral("impressora autenticar TEXTO [--espera MS]"),
               QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"),
               {},
               CliCommand::Db::None,
               autenticar});
+    c.last().act = Act::AutenticarAvulso;
     c.append({{QStringLiteral("impressora"), QStringLiteral("status")},
               QStringLiteral("impressora status"),
               QStringLiteral("consulta a autenticadora configurada"),
               {},
               CliCommand::Db::None,
               status});
+    c.last().act = Act::Consultar;
     c.append({{QStringLiteral("impressora"), QStringLiteral("pendentes")},
               QStringLiteral("impressora pendentes [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("lista os documentos do dia que a autenticadora não confirmou como "
@@ -180,4 +183,5 @@ void registerPrinterCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               pendentes});
+    c.last().act = Act::ConsultarDia;
 }

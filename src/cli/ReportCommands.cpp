@@ -197,7 +197,7 @@ int output(CliEnv& e, QTextDocument& doc, const QString& title, const QString& n
 int dia(CliEnv& e) {
     if (int rc = refuseTargets(e, {QStringLiteral("pdf")}); rc >= 0)
         return rc;
-    if (int rc = CliSupport::loginOperator(e, DateScreenLogic::Action::Consultar); rc >= 0)
+    if (int rc = CliSupport::chooseDay(e, DateScreenLogic::Action::Consultar); rc >= 0)
         return rc;
     QString why;
     const auto b = DayBulletin::montar(e.ctx, e.ctx.workingDate, &why);
@@ -267,11 +267,6 @@ int periodo(CliEnv& e) {
             QFileInfo(e.args.value(QStringLiteral("csv"))).absoluteFilePath()) {
         e.err << "--pdf e --csv devem ser arquivos diferentes.\n";
         return ExitUsage;
-    }
-    // A period needs no movement of its own: the password alone admits the operator.
-    if (!Login::Valida_senha(e.ctx, e.readStdinLine())) {
-        e.err << Login::kSenhaInvalida << "\n";
-        return ExitRefused;
     }
     QString why;
     const auto p = PeriodReport::montar(e.ctx, *de, *ate, &why);
@@ -384,6 +379,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               dia,
               {},
               true});
+    c.last().act = Act::Relatorios;
     c.append({{QStringLiteral("relatorio"), QStringLiteral("periodo")},
               QStringLiteral("relatorio periodo --de DD/MM/AAAA --ate DD/MM/AAAA [--pdf ARQUIVO] "
                              "[--csv ARQUIVO] [--imprimir] [--json]"),
@@ -394,6 +390,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               periodo,
               {},
               true});
+    c.last().act = Act::Relatorios;
     c.append({{QStringLiteral("relatorio"), QStringLiteral("rede")},
               QStringLiteral("relatorio rede [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("cada guichê no dia, pela central: recebimentos, valor dos "
@@ -401,4 +398,5 @@ void registerReportCommands(QList<CliCommand>& c) {
               {},
               CliCommand::Db::ReadOnly,
               rede});
+    c.last().act = Act::Consultar;
 }

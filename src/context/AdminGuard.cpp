@@ -12,9 +12,22 @@ bool AdminGuard::isAdministrator(AppContext& ctx, const QString& senha) {
     return Login::Tipo_usuario(ctx, senha) == UserType::Admin;
 }
 
-bool AdminGuard::ask(AppContext& ctx, const QString& title) {
+bool AdminGuard::ask(AppContext& ctx, Act act, const QString& title) {
+    ctx.autorizadoPor.clear();
+    if (Permissions::needed(ctx, act) != Authority::Administrador)
+        return true;
     const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
-    return answer && isAdministrator(ctx, *answer);
+    if (!answer)
+        return false;
+    const auto admin = Login::administrador(ctx, *answer);
+    if (!admin)
+        return false;
+    ctx.autorizadoPor = *admin;
+    return true;
+}
+
+AuthorizedScope::~AuthorizedScope() {
+    m_ctx.autorizadoPor.clear();
 }
 
 std::optional<QString> AdminGuard::administrador(AppContext& ctx, const QString& senha) {

@@ -35,6 +35,8 @@ public:
 
     QString userName;
     UserType userType = UserType::User;
+    // The administrator who allowed the act under way (Permissions), empty when none was needed.
+    QString autorizadoPor;
     QDate workingDate;
     // Runs a job on the authenticating printer the counter keeps (on its own thread), for the
     // screens that stamp while the counter is up; empty when there is none.

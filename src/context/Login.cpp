@@ -67,3 +67,12 @@ QString Login::Nome_usuario(AppContext& ctx, const QString& senha) {
     Match m;
     return matchingUsers(ctx, senha, m) == 1 ? m.nome : QString();
 }
+
+std::optional<QString> Login::administrador(AppContext& ctx, const QString& senha) {
+    if (senha.trimmed().isEmpty())
+        return std::nullopt;
+    Match m;
+    if (matchingUsers(ctx, senha, m) != 1 || m.tipo != QLatin1String("ADM") || m.ativo != 1)
+        return std::nullopt;
+    return m.nome;
+}

@@ -3,6 +3,7 @@
 #include "clsUsuarios.h"
 
 #include <QString>
+#include <optional>
 
 class AppContext;
 
@@ -19,6 +20,9 @@ public:
     static UserType Tipo_usuario(AppContext& ctx, const QString& senha);
     // The name of the single operator matching the password, else empty. Activity not checked.
     static QString Nome_usuario(AppContext& ctx, const QString& senha);
+    // The name of the single active operator matching the password when its type is "ADM": the
+    // administrator who allows an act.
+    static std::optional<QString> administrador(AppContext& ctx, const QString& senha);
 
 private:
     struct Match;

@@ -1,7 +1,6 @@
 #include "Startup.h"
 #include "SystemTexts.h"
 
-#include "AdminGuard.h"
 #include "AppContext.h"
 #include "CheckRecord.h"
 #include "Clock.h"
@@ -262,12 +261,11 @@ bool Startup::abrirConsulta(AppContext& ctx, QString* detail, Check check) {
     return openDatabase(ctx, OpenMode::ReadOnly, detail, true, check);
 }
 
-bool Startup::assumirGuiche(AppContext& ctx, const QString& senha, QString* detail,
-                            const QString& letra) {
-    if (!openDatabase(ctx, OpenMode::ReadWrite, detail, false))
-        return false;
-    if (!AdminGuard::isAdministrator(ctx, senha))
-        return fail(ctx, detail, QStringLiteral("Senha de administrador não aceita."));
+bool Startup::abrirSemGuiche(AppContext& ctx, QString* detail) {
+    return openDatabase(ctx, OpenMode::ReadWrite, detail, false);
+}
+
+bool Startup::assumirGuiche(AppContext& ctx, QString* detail, const QString& letra) {
     const QString nova = letra.trimmed().toUpper();
     if (!letra.isEmpty() && (nova.size() != 1 || !nova[0].isLetterOrNumber()))
         return fail(ctx, detail,

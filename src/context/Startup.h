@@ -26,12 +26,13 @@ public:
     static bool abrirConsulta(AppContext& ctx, QString* detail = nullptr,
                               Check check = Check::Cheap);
     static bool Carrega_config(AppContext& ctx);
-    // The database changes hands: it now belongs to the counter `letra` (written into Config.ini
-    // as well) or, without one, to the counter of this Config.ini. Only an administrator
-    // (`senha`) may do it, and only while no day is open; the database is left open. This is the
-    // one way the counter's letter changes.
-    static bool assumirGuiche(AppContext& ctx, const QString& senha, QString* detail,
-                              const QString& letra = QString());
+    // Read-write without the counter's claim: only for the path that re-assigns the database.
+    static bool abrirSemGuiche(AppContext& ctx, QString* detail = nullptr);
+    // The database (opened by abrirSemGuiche) changes hands: it now belongs to the counter `letra`
+    // (written into Config.ini as well) or, without one, to the counter of this Config.ini; only
+    // while no day is open. An administrator's act (Permissions): the caller has checked who
+    // asks. This is the one way the counter's letter changes.
+    static bool assumirGuiche(AppContext& ctx, QString* detail, const QString& letra = QString());
 
     // The start-up steps after the single-instance check. A database file (or its folder) that
     // is not there stops the start with "Erro na abertura do sistema!!" and false; any other

@@ -14,6 +14,11 @@ bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate
         ctx.dialogs.critical(SystemTexts::aviso(), Login::kSenhaInvalida);
         return false;
     }
+    return checkDate(ctx, chosen, action);
+}
+
+bool DateScreenLogic::checkDate(AppContext& ctx, const QDate& chosen, Action action) {
+    const QString aviso = QStringLiteral("Aviso");
     const QDate today = ctx.clock.today();
     if (!chosen.isValid() || chosen > today) {
         ctx.dialogs.critical(

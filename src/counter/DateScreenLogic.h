@@ -12,4 +12,6 @@ public:
     enum class Action { Consultar, AbrirCaixa };
 
     static bool proceed(AppContext& ctx, const QString& senha, const QDate& chosen, Action action);
+    // The date's part alone, for an operator already logged in (the command line).
+    static bool checkDate(AppContext& ctx, const QDate& chosen, Action action);
 };

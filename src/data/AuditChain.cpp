@@ -35,6 +35,7 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("ArquivosBanco"), QStringLiteral("ID")},
     {QStringLiteral("AutenticacoesAvulsas"), QStringLiteral("ID")},
     {QStringLiteral("Autenticacoes"), QStringLiteral("IDRECEBE")},
+    {QStringLiteral("Atos"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {

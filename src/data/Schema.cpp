@@ -228,12 +228,23 @@ QStringList migrationAutenticacoes(DbBackend) {
                            "Autenticacoes(IDMOVIMENTO, VEZES)")};
 }
 
+// Who did each act and who allowed it, chained: the operator at the counter and the
+// administrator, for the row the act wrote. Operator names are unique whatever their case.
+QStringList migrationAtos(DbBackend b) {
+    const Types t = typesFor(b);
+    const QString plain = QStringLiteral("TEXT");
+    return {QStringLiteral("CREATE TABLE Atos (ID %1, MOMENTO %2 NOT NULL, ATO %2 NOT NULL, "
+                           "TABELA %2, CHAVE BIGINT, OPERADOR %3, AUTORIZADO_POR %3)")
+                .arg(t.id, plain, t.text),
+            QStringLiteral("CREATE INDEX idx_atos_registro ON Atos(TABELA, CHAVE)")};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {
     migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
     migrationEstornos, migrationAutenticaIndex,   migrationRede,
     migrationCofre,    migrationArquivosBanco,    migrationAutenticacoesAvulsas,
-    migrationAutenticacoes};
+    migrationAutenticacoes, migrationAtos};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

@@ -7,6 +7,9 @@
 #include <QDir>
 #include <QFile>
 #include <future>
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
 
 namespace {
 void write(const QString& path, const QByteArray& data) {
@@ -177,13 +180,71 @@ private slots:
         QVERIFY(!UpdateCheck::startUpdater(app.ctx(), &error));
         QVERIFY(error.startsWith(QStringLiteral("Atualizador não encontrado: ")));
 
+        QDir(app.folder()).mkpath(QStringLiteral("versoes"));
         const QString marker = app.path(QStringLiteral("rodou.txt"));
-        const QString script = app.path(QStringLiteral("atualiza.sh"));
+        const QString script = app.path(QStringLiteral("versoes/atualiza.sh"));
         write(script, "#!/bin/sh\necho \"$1\" > \"" + marker.toUtf8() + "\"\n");
         QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         app.setOption(QStringLiteral("Opcoes"), QStringLiteral("atualizador"), script);
-        QVERIFY(UpdateCheck::startUpdater(app.ctx(), &error));
+        QVERIFY2(UpdateCheck::startUpdater(app.ctx(), &error), qPrintable(error));
         QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(marker), 10000);
+    }
+
+    // Only a file of the update folder that no one else may change is run.
+    void anUpdaterOthersCouldChangeIsNotRun_data() {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("group-writable") << "group"
+                                        << "pode ser alterado por outros usuários";
+        QTest::newRow("writable by all") << "other"
+                                         << "pode ser alterado por outros usuários";
+        QTest::newRow("symbolic link") << "link"
+                                       << "não é um arquivo comum";
+        QTest::newRow("outside the folder") << "outside"
+                                            << "não está na pasta de atualização";
+        QTest::newRow("a folder") << "folder"
+                                  << "não é um arquivo comum";
+        QTest::newRow("another user's") << "owner"
+                                        << "pertence a outro usuário";
+    }
+
+    void anUpdaterOthersCouldChangeIsNotRun() {
+        QFETCH(QString, kind);
+        QFETCH(QString, why);
+        TestApp app;
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("Atualiza"),
+                      QStringLiteral("versoes"));
+        QDir(app.folder()).mkpath(QStringLiteral("versoes"));
+        const QString marker = app.path(QStringLiteral("rodou.txt"));
+        const QString real =
+            app.path(kind == QLatin1String("outside") ? QStringLiteral("atualizador")
+                                                      : QStringLiteral("versoes/real"));
+        write(real, "#!/bin/sh\ntouch \"" + marker.toUtf8() + "\"\n");
+        QFile::Permissions mode = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+        if (kind == QLatin1String("group"))
+            mode |= QFile::WriteGroup | QFile::ReadGroup | QFile::ExeGroup;
+        if (kind == QLatin1String("other"))
+            mode |= QFile::WriteOther | QFile::ReadOther | QFile::ExeOther;
+        QFile::setPermissions(real, mode);
+        QString updater = app.path(QStringLiteral("versoes/atualizador"));
+        if (kind == QLatin1String("link"))
+            QVERIFY(QFile::link(real, updater));
+        else if (kind == QLatin1String("folder"))
+            QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("versoes/atualizador")));
+        else
+            updater = real;
+        if (kind == QLatin1String("owner")) {
+#ifdef Q_OS_UNIX
+            if (::chown(real.toLocal8Bit().constData(), 54321, 54321) != 0)
+                QSKIP("Only root can give the updater to another user here.");
+#else
+            QSKIP("Files have no owner on this system.");
+#endif
+        }
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("atualizador"), updater);
+        QString error;
+        QVERIFY(!UpdateCheck::startUpdater(app.ctx(), &error));
+        QVERIFY2(error.contains(why), qPrintable(error));
     }
 };
 

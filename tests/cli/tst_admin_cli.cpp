@@ -50,6 +50,9 @@ private slots:
         }
         r = f.run(words("opcoes gravar Export/guiche=B"), "senhaerrada\n");
         QCOMPARE(r.code, 1);
+        QCOMPARE(r.err.trimmed(), QStringLiteral("Senha Inválida!!"));
+        r = f.run(words("opcoes gravar Export/guiche=B"), f.password() + "\nsenhaerrada\n");
+        QCOMPARE(r.code, 1);
         QCOMPARE(r.err.trimmed(), QStringLiteral("Senha de administrador não aceita."));
         QCOMPARE(f.config(), before);
 
@@ -68,14 +71,17 @@ private slots:
         QVERIFY(after.contains("[Banco]\r\n"));
 
         // The demo's administrator is the only one: deleted only on purpose.
-        QCOMPARE(f.run(words("usuario gravar --tipo USER --nome CAIXA"), "caixa1\n").code, 0);
-        r = f.run(words("usuario excluir --id 1"));
+        QCOMPARE(f.asAdmin(words("usuario gravar --tipo USER --nome CAIXA"), "caixa1\n").code, 0);
+        r = f.asAdmin(words("usuario excluir --id 1"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("--ultimo-adm")));
         QCOMPARE(f.asAdmin(words("entrar --adm")).code, 0);
-        QCOMPARE(f.run(words("usuario excluir --id 1 --ultimo-adm")).code, 0);
+        QCOMPARE(f.asAdmin(words("usuario excluir --id 1 --ultimo-adm")).code, 0);
         QCOMPARE(f.asAdmin(words("entrar --adm")).code, 1);
-        QCOMPARE(f.run(words("usuario excluir --id 1")).code, 1);
+        // Without an administrator, no administrator's act is possible any more.
+        r = f.run(words("usuario excluir --id 2"), "caixa1\ncaixa1\n");
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.err.trimmed(), QStringLiteral("Senha de administrador não aceita."));
     }
 
     void publishedVersion_data() {

@@ -1,5 +1,6 @@
 // The command line of the application frame, run as a user would: a real process on a
 // temporary folder.
+#include "CliFolder.h"
 #include "CliRun.h"
 #include "IniFile.h"
 
@@ -64,7 +65,11 @@ private slots:
         // Again: nothing destroyed, nothing doubled, no second password.
         IniFile::write(QStringLiteral("Mensagem"), QStringLiteral("pref"), QStringLiteral("9"),
                        f + QStringLiteral("/Config.ini"));
+        // Demonstration data on a database with an administrator is that administrator's act.
         r = runTolvane(f, words("iniciar --demo"));
+        QCOMPARE(r.code, 1);
+        r = runTolvane(f, words("iniciar --demo"),
+                       CliFolder::passwords(password.toUtf8(), password.toUtf8()));
         QCOMPARE(r.code, 0);
         QVERIFY(!r.out.contains(QStringLiteral("Senha do administrador")));
         QCOMPARE(IniFile::read(QStringLiteral("Mensagem"), QStringLiteral("pref"),
@@ -78,7 +83,11 @@ private slots:
         // The printed command sets a new password.
         const QStringList changeIt =
             change.section(QStringLiteral("\" "), 1).split(QLatin1Char(' '));
-        QCOMPARE(runTolvane(f, changeIt, "nova-senha-1\n").code, 0);
+        QCOMPARE(
+            runTolvane(f, changeIt,
+                       CliFolder::passwords(password.toUtf8(), password.toUtf8(), "nova-senha-1\n"))
+                .code,
+            0);
         QCOMPARE(runTolvane(f, words("entrar"), "nova-senha-1\n").code, 0);
         QCOMPARE(r.json().value(u"tipo").toString(), QStringLiteral("ADM"));
     }
@@ -86,8 +95,13 @@ private slots:
     void usersAndLogin() {
         const QString f = folder(QStringLiteral("usuarios"));
         QCOMPARE(runTolvane(f, words("iniciar")).code, 0);
+        // The first administrator needs no password; every other operator is the
+        // administrator's act.
+        QCOMPARE(runTolvane(f, words("usuario gravar --nome Chefe --tipo ADM"), "chefe-1\n").code,
+                 0);
         const auto gravar = [&](const QStringList& args, const QByteArray& senha) {
-            return runTolvane(f, words("usuario gravar") + args, senha + "\n");
+            return runTolvane(f, words("usuario gravar") + args,
+                              CliFolder::passwords("chefe-1", "chefe-1", senha + "\n"));
         };
         const auto login = [&](const char* args, const QByteArray& senha) {
             return runTolvane(f, words(args), senha + "\n");
@@ -118,7 +132,7 @@ private slots:
 
         const CliRun list = runTolvane(f, words("usuario listar --json"));
         const QJsonArray users = list.array();
-        QCOMPARE(users.size(), 4);
+        QCOMPARE(users.size(), 5);
         QVERIFY(!list.out.contains(QStringLiteral("senha"), Qt::CaseInsensitive));
         QVERIFY(!list.out.contains(QStringLiteral("pbkdf2")));
 
@@ -230,8 +244,12 @@ private slots:
         IniFile::write(p, QStringLiteral("porta"),
                        QStringLiteral("file:") + f + QStringLiteral("/fita.bin"), ini);
         IniFile::write(p, key, value, ini);
+        if (runTolvane(f, words("usuario listar --json")).array().isEmpty())
+            QCOMPARE(
+                runTolvane(f, words("usuario gravar --nome CHEFE --tipo ADM"), "chefe-1\n").code,
+                0);
         for (const char* command : {"impressora status", "impressora fita TESTE"}) {
-            const CliRun r = runTolvane(f, words(command));
+            const CliRun r = runTolvane(f, words(command), "chefe-1\n");
             QCOMPARE(r.code, 1);
             QVERIFY2(r.err.contains(QStringLiteral("[Print] ") + key + QLatin1Char('=')),
                      qPrintable(r.err));

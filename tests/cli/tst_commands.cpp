@@ -55,15 +55,15 @@ private slots:
         const QStringList base = words("tipo gravar --idcod 50 --idtipo 0999 --padrao F --juros S "
                                        "--bloqueio N --descricao")
                                  << QStringLiteral("TAXA NOVA");
-        QCOMPARE(f.run(base).code, 0);
-        QCOMPARE(f.run(base).code, 1); // the key exists
-        QCOMPARE(f.run(base + words("--alterar --codbanco 77")).code, 0);
-        QCOMPARE(f.run(QStringList(base).replaceInStrings(QStringLiteral("TAXA NOVA"),
-                                                          QStringLiteral("D'AGUA"))
-                       << QStringLiteral("--alterar"))
+        QCOMPARE(f.asAdmin(base).code, 0);
+        QCOMPARE(f.asAdmin(base).code, 1); // the key exists
+        QCOMPARE(f.asAdmin(base + words("--alterar --codbanco 77")).code, 0);
+        QCOMPARE(f.asAdmin(QStringList(base).replaceInStrings(QStringLiteral("TAXA NOVA"),
+                                                              QStringLiteral("D'AGUA"))
+                           << QStringLiteral("--alterar"))
                      .code,
                  1);
-        QCOMPARE(f.run(base.mid(0, 6)).code, 2);
+        QCOMPARE(f.asAdmin(base.mid(0, 6)).code, 2);
         bool found = false;
         for (const auto& k : f.run(words("tipo listar --json")).array())
             found = found ||
@@ -71,13 +71,13 @@ private slots:
                      k.toObject().value(u"codbanco").toString() == QLatin1String("77") &&
                      k.toObject().value(u"descricao").toString() == QLatin1String("TAXA NOVA"));
         QVERIFY(found);
-        QCOMPARE(f.run(words("tipo excluir --idcod 50")).code, 0);
-        QCOMPARE(f.run(words("tipo excluir --idcod 50")).code, 1);
+        QCOMPARE(f.asAdmin(words("tipo excluir --idcod 50")).code, 0);
+        QCOMPARE(f.asAdmin(words("tipo excluir --idcod 50")).code, 1);
 
-        QCOMPARE(f.run(words("feriado excluir --todos")).code, 0);
+        QCOMPARE(f.asAdmin(words("feriado excluir --todos")).code, 0);
         QCOMPARE(f.run(words("dia-util 20/11/2026")).out.trimmed(), QStringLiteral("23/11/2026"));
-        QCOMPARE(f.run(words("feriado gravar 23/11/2026")).code, 0);
-        r = f.run(words("feriado gravar 23/11/2026"));
+        QCOMPARE(f.asAdmin(words("feriado gravar 23/11/2026")).code, 0);
+        r = f.asAdmin(words("feriado gravar 23/11/2026"));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Data já lançada!!!")));
         QCOMPARE(f.run(words("dia-util 20/11/2026")).out.trimmed(), QStringLiteral("24/11/2026"));
@@ -87,11 +87,11 @@ private slots:
         QCOMPARE(days.size(), 2);
         const int id = days.at(0).toObject().value(u"id").toInt();
         // One holiday deleted is that one only; deleting it again is refused.
-        QCOMPARE(f.run(words("feriado excluir --id") << QString::number(id)).code, 0);
+        QCOMPARE(f.asAdmin(words("feriado excluir --id") << QString::number(id)).code, 0);
         const QJsonArray left = f.run(words("feriado listar --json")).array();
         QCOMPARE(left.size(), 1);
         QCOMPARE(left.at(0).toObject().value(u"feriado").toString(), QStringLiteral("25/12/2026"));
-        r = f.run(words("feriado excluir --id") << QString::number(id));
+        r = f.asAdmin(words("feriado excluir --id") << QString::number(id));
         QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Informe um item !!!")));
     }
@@ -258,8 +258,8 @@ private slots:
                                QByteArray("\x1B\x61\x00", 3)));
         QVERIFY(bytes.contains("(+)========== ARRECADADO -->    1.587,97"));
 
-        QCOMPARE(f.run(words("impressora fita TESTE")).code, 0);
-        QCOMPARE(f.run(words("impressora autenticar X --espera 0")).code, 2);
+        QCOMPARE(f.asAdmin(words("impressora fita TESTE")).code, 0);
+        QCOMPARE(f.asAdmin(words("impressora autenticar X --espera 0")).code, 2);
     }
 };
 

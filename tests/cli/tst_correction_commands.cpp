@@ -103,6 +103,9 @@ private slots:
         }
         r = f.run(cmd("estornar", ids[1]) << words("--motivo x"), "errada\n");
         QCOMPARE(r.code, 1);
+        QVERIFY(r.err.contains(QStringLiteral("Senha Inválida!!")));
+        r = f.run(cmd("estornar", ids[1]) << words("--motivo x"), f.password() + "\nerrada\n");
+        QCOMPARE(r.code, 1);
         QVERIFY(r.err.contains(QStringLiteral("Senha de administrador não aceita.")));
         QCOMPARE(admin(f, words("recebimento estornar --motivo x")).code, 2);
         QCOMPARE(receipts(f), before);

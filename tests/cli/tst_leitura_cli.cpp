@@ -1,5 +1,6 @@
 // Kinds written with `tipo gravar` on a new folder, then printed slips and bills read with `ler`
 // on different working days.
+#include "CliFolder.h"
 #include "CliRun.h"
 
 #include <QJsonArray>
@@ -29,8 +30,12 @@ private slots:
     void initTestCase() {
         QVERIFY(m_dir.isValid());
         QCOMPARE(run(words("iniciar")).code, 0);
-        QCOMPARE(run(kind("11 20065 C N N")).code, 0);
-        QCOMPARE(run(kind("12 0296 F S N")).code, 0);
+        QCOMPARE(
+            runTolvane(m_dir.path(), words("usuario gravar --nome CHEFE --tipo ADM"), "chefe-1\n")
+                .code,
+            0);
+        QCOMPARE(asAdmin(kind("11 20065 C N N")).code, 0);
+        QCOMPARE(asAdmin(kind("12 0296 F S N")).code, 0);
     }
 
     void read_data() {
@@ -71,7 +76,7 @@ private slots:
     void blockFollowsTheKind() {
         const QStringList args = words("ler --data 23/11/2026 --json") << kTaxes;
         QCOMPARE(run(args).json().value(u"resultado").toString(), QStringLiteral("aceito"));
-        QCOMPARE(run(kind("12 0296 F N S") << QStringLiteral("--alterar")).code, 0);
+        QCOMPARE(asAdmin(kind("12 0296 F N S") << QStringLiteral("--alterar")).code, 0);
         const CliRun r = run(args);
         QCOMPARE(r.code, 1);
         QCOMPARE(r.json().value(u"resultado").toString(), QStringLiteral("bloqueada"));
@@ -81,6 +86,9 @@ private slots:
 
 private:
     CliRun run(const QStringList& args) const { return runTolvane(m_dir.path(), args); }
+    CliRun asAdmin(const QStringList& args) const {
+        return runTolvane(m_dir.path(), args, CliFolder::passwords("chefe-1", "chefe-1"));
+    }
     QTemporaryDir m_dir;
 };
 

@@ -292,8 +292,9 @@ private slots:
         const QByteArray before = day(f, words("caixa recebimentos --json")).outBytes +
                                   f.run(words("usuario listar --json")).outBytes +
                                   f.run(words("tipo listar --json")).outBytes;
-        const CliRun r = args.first() == QLatin1String("usuario") ? f.run(args, "senha-nova-123\n")
-                                                                  : day(f, args);
+        const CliRun r = args.first() == QLatin1String("usuario")
+                             ? f.asAdmin(args, "senha-nova-123\n")
+                             : day(f, args);
         QVERIFY2(r.code == 1 || r.code == 2, qPrintable(QString::number(r.code) + r.err));
         QVERIFY2(r.err.contains(QStringLiteral("caractere")) ||
                      r.err.contains(QStringLiteral("quebra de linha")),
@@ -346,8 +347,9 @@ private slots:
         QFile::remove(log);
         QCOMPARE(::mkfifo(QFile::encodeName(log).constData(), 0600), 0);
         // A quote in a name is refused and logged: the log is the FIFO.
-        const CliRun r = runTolvane(f.path(), words("usuario gravar --nome D'AVILA --tipo USER"),
-                                    "senha-123456\n", 20000);
+        const CliRun r =
+            runTolvane(f.path(), words("usuario gravar --nome D'AVILA --tipo USER"),
+                       CliFolder::passwords(f.password(), f.password(), "senha-123456\n"), 20000);
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("Log.ini não é um arquivo comum")),
                  qPrintable(r.err));
@@ -477,7 +479,7 @@ private slots:
         // Pointed at the database, nothing is printed there.
         f.set(QStringLiteral("Print"), QStringLiteral("porta"), QStringLiteral("file:caixa.db"));
         const QByteArray db = bytesOf(f.path(QStringLiteral("caixa.db")));
-        const CliRun r = f.run(words("impressora fita TESTE"));
+        const CliRun r = f.asAdmin(words("impressora fita TESTE"));
         QCOMPARE(r.code, 1);
         QVERIFY2(r.err.contains(QStringLiteral("arquivo do próprio caixa")), qPrintable(r.err));
         QCOMPARE(bytesOf(f.path(QStringLiteral("caixa.db"))), db);

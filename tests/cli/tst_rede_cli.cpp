@@ -39,7 +39,7 @@ public:
     }
     // `rede WHAT --json`.
     CliRun rede(const char* what, const QStringList& more = {}) const {
-        return run(words("rede") + words(what) + more << QStringLiteral("--json"));
+        return asAdmin(words("rede") + words(what) + more << QStringLiteral("--json"));
     }
 };
 
@@ -199,7 +199,8 @@ private slots:
             f.write("não é um código\n");
         }
         const std::unique_ptr<QProcess> p(
-            startTolvane(a.path(), words("rede importar --lote 500") << file));
+            startTolvane(a.path(), words("rede importar --lote 500") << file,
+                         CliFolder::passwords(a.password(), a.password())));
         QVERIFY(p->waitForStarted());
         QElapsedTimer t;
         t.start();

@@ -263,7 +263,7 @@ private slots:
         IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("2"),
                        other.filePath(QStringLiteral("Config.ini")));
         const auto second = [&](const char* args, const QByteArray& senha) {
-            return runTolvane(other.path(), words(args), senha + "\n");
+            return runTolvane(other.path(), words(args), CliFolder::passwords(senha, senha));
         };
         CliRun r = second("caixa abrir", first.password());
         QCOMPARE(r.code, 1);
@@ -512,7 +512,8 @@ private slots:
 
         const QByteArray secret = "p4ss'w0rd";
         const CliRun login = f.run(words("entrar"), secret + "\n");
-        const CliRun save = f.run(words("usuario gravar --nome BIA --tipo USER"), secret + "\n");
+        const CliRun save =
+            f.asAdmin(words("usuario gravar --nome BIA --tipo USER"), secret + "\n");
         QCOMPARE(login.code, 1);
         QCOMPARE(save.code, 1);
         const QString log = fileText(f.path(QStringLiteral("Log.ini")));

@@ -78,7 +78,10 @@ private slots:
         app.addUser(QStringLiteral("CAIXA"), QStringLiteral("caixa"), QStringLiteral("USER"));
         app.addUser(QStringLiteral("BAIXO"), QStringLiteral("baixo"), QStringLiteral("adm"));
         app.dialogs().pushInput(cancel ? std::nullopt : std::optional<QString>(answer));
-        QCOMPARE(AdminGuard::ask(app.ctx(), QStringLiteral("Sangria")), admitted);
+        QCOMPARE(AdminGuard::ask(app.ctx(), Act::EntradaSangria, QStringLiteral("Sangria")),
+                 admitted);
+        // The one who allowed it is named; nobody when refused.
+        QCOMPARE(app.ctx().autorizadoPor.isEmpty(), !admitted);
         QCOMPARE(app.dialogs().shown().size(), 1); // the prompt, and no message after it
         QCOMPARE(app.dialogs().last().kind, QStringLiteral("input"));
         QCOMPARE(app.dialogs().last().title, QStringLiteral("Sangria"));

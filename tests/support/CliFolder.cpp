@@ -44,8 +44,16 @@ CliRun CliFolder::run(const QStringList& args, const QByteArray& input) const {
     return runTolvane(m_path, args, input, m_timeoutMs);
 }
 
-CliRun CliFolder::asAdmin(const QStringList& args) const {
-    return run(args, m_password + "\n");
+QByteArray CliFolder::passwords(const QByteArray& operador, const QByteArray& administrador,
+                                const QByteArray& more) {
+    QByteArray in = operador + "\n";
+    if (!administrador.isNull())
+        in += administrador + "\n";
+    return in + more;
+}
+
+CliRun CliFolder::asAdmin(const QStringList& args, const QByteArray& more) const {
+    return run(args, passwords(m_password, m_password, more));
 }
 
 CliRun CliFolder::options(const QStringList& assignments) const {

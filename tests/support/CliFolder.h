@@ -23,8 +23,13 @@ public:
     void set(const QString& section, const QString& key, const QString& value) const;
 
     CliRun run(const QStringList& args, const QByteArray& input = {}) const;
-    // With the administrator's password as the first line of standard input.
-    CliRun asAdmin(const QStringList& args) const;
+    // The standard input a command reads its people from: the operator's password, then the
+    // administrator's (an administrator's act), then `more` (a new user's password...).
+    static QByteArray passwords(const QByteArray& operador, const QByteArray& administrador = {},
+                                const QByteArray& more = {});
+    // The administrator at the counter, allowing the act as well: the password twice, then
+    // `more`. Commands of the operator read the first line only.
+    CliRun asAdmin(const QStringList& args, const QByteArray& more = {}) const;
     // A command of the day `day` (--data): the operator's password, then the administrator's
     // (the demo's one password for both, unless `admin` is given), on standard input.
     CliRun onDay(const QString& day, QStringList args, const QByteArray& admin = {}) const;

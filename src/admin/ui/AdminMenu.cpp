@@ -12,17 +12,19 @@
 #include <memory>
 
 namespace {
-// A screen of `Form`; with a guard title, only after the administrator's password (a wrong one
-// opens nothing, silently).
+// A screen of `Form`, after the administrator's password when the permission table asks for one
+// (a wrong one opens nothing, silently).
 template <class Form>
-std::function<void()> screen(AppContext& ctx, const QString& guardTitle,
+std::function<void()> screen(AppContext& ctx, Act act, const QString& guardTitle,
                              const std::function<void()>& after, QWidget* parent) {
-    return [&ctx, guardTitle, after, parent] {
-        if (!guardTitle.isEmpty() && !AdminGuard::ask(ctx, guardTitle))
+    return [&ctx, act, guardTitle, after, parent] {
+        if (!AdminGuard::ask(ctx, act, guardTitle))
             return;
-        auto form = std::make_unique<Form>(ctx, parent);
-        form->exec();
-        form.reset();
+        {
+            const AuthorizedScope allowed(ctx);
+            auto form = std::make_unique<Form>(ctx, parent);
+            form->exec();
+        }
         after();
     };
 }
@@ -38,14 +40,14 @@ void AdminMenu::add(CommandRegistry& r, AppContext& ctx, std::function<void()> a
               after();
           });
     r.add(QStringLiteral("mnuItens"), admin, QStringLiteral("Tipos de Guia..."),
-          screen<frmCodBarra>(ctx, QStringLiteral("Tipos de Guia"), after, parent));
+          screen<frmCodBarra>(ctx, Act::TiposGuia, QStringLiteral("Tipos de Guia"), after, parent));
     r.add(QStringLiteral("mnuuser"), admin, QStringLiteral("Usuários..."),
-          screen<frmUsuarios>(ctx, QStringLiteral("Usuários"), after, parent));
+          screen<frmUsuarios>(ctx, Act::Usuarios, QStringLiteral("Usuários"), after, parent));
     r.add(QStringLiteral("mnuParam"), admin, QStringLiteral("Opções..."),
-          screen<frmOpcoes>(ctx, QStringLiteral("Opções"), after, parent));
+          screen<frmOpcoes>(ctx, Act::Opcoes, QStringLiteral("Opções"), after, parent));
     r.separator();
     r.add(QStringLiteral("mnuAltSkin"), admin, QStringLiteral("Aparência..."),
-          screen<frmSkin>(ctx, {}, after, parent));
+          screen<frmSkin>(ctx, Act::Aparencia, QStringLiteral("Aparência"), after, parent));
     r.add(QStringLiteral("mnuAtualiza"), admin, QStringLiteral("Atualização..."),
-          screen<frmAtualiza>(ctx, {}, after, parent));
+          screen<frmAtualiza>(ctx, Act::PastaAtualizacao, QStringLiteral("Atualização"), after, parent));
 }

@@ -14,5 +14,6 @@ bool UpdateOffer::run(AppContext& ctx, int waitMs) {
     if (UpdateCheck::startUpdater(ctx, &error))
         return true;
     ctx.dialogs.critical(SystemTexts::aviso(), error);
+    ctx.errors.append(QStringLiteral("Atualização"), {0, error, QStringLiteral("UpdateOffer")});
     return false;
 }

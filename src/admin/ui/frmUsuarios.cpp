@@ -116,6 +116,9 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
         m_ctx.dialogs.warn(SystemTexts::aviso(),
                            QStringLiteral("Senha já usada por outro operador"));
         break;
+    case UserAccounts::Outcome::NameInUse:
+        m_ctx.dialogs.warn(kAviso, UserAccounts::kNomeEmUso);
+        break;
     case UserAccounts::Outcome::NotFound:
         m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Usuário não encontrado!!"));
         break;

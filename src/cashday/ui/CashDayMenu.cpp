@@ -31,13 +31,14 @@ void CashDayMenu::add(CommandRegistry& registry, AppContext& ctx,
     // The entry screen in the mode the menu names: "A" entries, "P" payments, "S" withdrawals.
     auto entries = [&ctx, movimento, parent](const char* modo) {
         const EntryKind kind = *frmSangria::kindForMode(QLatin1String(modo));
-        return std::pair{EntryKinds::caption(kind) + QStringLiteral("..."),
-                         std::function<void()>([&ctx, movimento, parent, kind] {
-                             if (EntryKinds::needsAdministrator(kind) &&
-                                 !AdminGuard::ask(ctx, EntryKinds::caption(kind)))
-                                 return;
-                             frmSangria(ctx, movimento().ID, kind, parent).exec();
-                         })};
+        return std::pair{
+            EntryKinds::caption(kind) + QStringLiteral("..."),
+            std::function<void()>([&ctx, movimento, parent, kind] {
+                if (!AdminGuard::ask(ctx, EntryKinds::act(kind), EntryKinds::caption(kind)))
+                    return;
+                const AuthorizedScope allowed(ctx);
+                frmSangria(ctx, movimento().ID, kind, parent).exec();
+            })};
     };
     for (const auto& [name, modo] :
          {std::pair{"mnuLanca", "A"}, std::pair{"mnuPagtos", "P"}, std::pair{"mnuSangria", "S"}}) {

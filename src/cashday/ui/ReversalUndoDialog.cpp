@@ -43,8 +43,9 @@ ReversalUndoDialog::ReversalUndoDialog(AppContext& ctx, CounterPrinter* printer,
 
 bool ReversalUndoDialog::abrir(AppContext& ctx, CounterPrinter* printer, const QString& title,
                                QWidget* parent) {
-    if (!AdminGuard::ask(ctx, title))
+    if (!AdminGuard::ask(ctx, Act::Correcoes, title))
         return false;
+    const AuthorizedScope allowed(ctx);
     ReversalUndoDialog dialog(ctx, printer, parent);
     dialog.exec();
     return dialog.reverteu();

@@ -111,8 +111,9 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
 
 bool frmCorrigeGuia::abrir(AppContext& ctx, CounterPrinter* printer, const QString& title,
                            QWidget* parent) {
-    if (!AdminGuard::ask(ctx, title))
+    if (!AdminGuard::ask(ctx, Act::Correcoes, title))
         return false;
+    const AuthorizedScope allowed(ctx);
     frmCorrigeGuia form(ctx, printer, parent);
     form.exec();
     return form.corrigiu();

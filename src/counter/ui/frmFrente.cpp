@@ -1033,9 +1033,8 @@ void frmFrente::calculadora() {
 }
 
 void frmFrente::feriados() {
-    frmFeriados dlg(m_ctx, this);
-    dlg.exec();
-    m_entry->setFocus();
+    openAdmin(Act::Feriados, QStringLiteral("Feriados"),
+              [this] { return std::make_unique<frmFeriados>(m_ctx, this); });
 }
 
 void frmFrente::closeEvent(QCloseEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CounterSession.h"
+#include "Permissions.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>

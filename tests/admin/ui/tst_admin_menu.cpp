@@ -40,8 +40,10 @@ private slots:
         row("mnuuser", "Usuários", "frmUsuarios");
         row("mnuParam", "Opções", "frmOpcoes");
         row("mnuAltSkin", "", "frmSkin");
-        row("mnuAtualiza", "", "frmAtualiza");
+        row("mnuAtualiza", "Atualização", "frmAtualiza");
         row("mnuAutenticar", "Autenticar Documento", "frmAutenticar");
+        row("mnuFeriados", "Feriados", "frmFeriados");
+        row("mnuExpCebi", "Arquivos Bancários", "frmExportar");
     }
 
     void entries() {

@@ -132,6 +132,18 @@ private slots:
         QVERIFY(!UpdateOffer::run(app.ctx(), 5000)); // no updater in the folder
         QVERIFY(app.dialogs().last().text.startsWith(QStringLiteral("Atualizador não encontrado")));
         QCOMPARE(app.dialogs().last().icon, DialogIcon::Critical);
+        QVERIFY(app.log().contains(QStringLiteral("Atualizador não encontrado")));
+
+        // One that others may change is not run; why goes to Log.ini, and the program goes on.
+        const QString updater = app.path(QStringLiteral("versoes/atualizador"));
+        write(updater,
+              "#!/bin/sh\ntouch \"" + app.path(QStringLiteral("grupo.txt")).toUtf8() + "\"\n");
+        QFile::setPermissions(updater, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                           QFile::WriteGroup | QFile::ExeGroup);
+        app.dialogs().pushAnswer(DialogAnswer::Yes);
+        QVERIFY(!UpdateOffer::run(app.ctx(), 5000));
+        QVERIFY(app.log().contains(QStringLiteral("pode ser alterado por outros usuários")));
+        QVERIFY(!QFile::exists(app.path(QStringLiteral("grupo.txt"))));
 
         const QString marker = app.path(QStringLiteral("rodou.txt"));
         write(app.path(QStringLiteral("versoes/atualizador")),

@@ -226,6 +226,9 @@ private slots:
         QVERIFY(session.day().consultar());
         const auto counterWindow = AppShell::counter(session, false);
         frmFrente& counter = *counterWindow;
+        // Bank files are an administrator's act: the screen opens after the password.
+        s.app.addUser(QStringLiteral("CHEFE"), QStringLiteral("chefe1"), QStringLiteral("ADM"));
+        s.app.dialogs().pushInput(QStringLiteral("chefe1"));
         QAction* entry = counter.findChild<QAction*>(QStringLiteral("mnuExpCebi"));
         QVERIFY(entry);
         int listed = -1;
