@@ -328,9 +328,9 @@ private slots:
         QCOMPARE(day.movimento().VALOR_ARRECADADO, Money::fromReais(1000));
         QVERIFY(day.imprimirEncerramento());
         const QStringList tape = emulator.tape();
-        QVERIFY(tape.contains(QStringLiteral("(+)========= ENTRADAS   -->       200,00")));
-        QVERIFY(tape.contains(QStringLiteral("(-)========= RETIRADAS  -->       180,00")));
-        QVERIFY(tape.contains(QStringLiteral("(=)========= TOTAL/DIA  -->     1.020,00")));
+        QVERIFY(tape.contains(QStringLiteral("(+)========== ENTRADAS   -->      200,00")));
+        QVERIFY(tape.contains(QStringLiteral("(-)========== RETIRADAS  -->      180,00")));
+        QVERIFY(tape.contains(QStringLiteral("(=)========== TOTAL/DIA  -->    1.020,00")));
     }
 };
 
