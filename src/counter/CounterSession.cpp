@@ -84,10 +84,10 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     const QString titulo = QStringLiteral("Gravar Registro");
     if (problem)
         m_ctx.dialogs.message(titulo,
-                              PaymentRecorder::kGravado + QStringLiteral("\n\n") + problem->text,
+                              SystemTexts::text(SystemText::RegistroGravado) + QStringLiteral("\n\n") + problem->text,
                               problem->icon, DialogButtons::Ok);
     else
-        m_ctx.dialogs.info(titulo, PaymentRecorder::kGravado);
+        m_ctx.dialogs.info(titulo, SystemTexts::text(SystemText::RegistroGravado));
     QList<DailyControlFile::Receipt> lines;
     for (const RecordedReceipt& r : *rows)
         lines.append({r.autentica, r.momento, r.item.kindColumn(), r.item.valor, r.item.codbarra});

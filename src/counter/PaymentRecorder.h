@@ -31,10 +31,6 @@ struct RecordedReceipt {
 // message is shown once the transaction has ended.
 class PaymentRecorder {
 public:
-    static const QString kGravado;   // "Registro Gravado!!!"
-    static const QString kEncerrado; // refusal on a closed day
-    static const QString kFalhou;    // nothing was recorded
-
     // nullopt when nothing was recorded (message shown, except for an empty list). "Registro
     // Gravado!!!" is the caller's to show, once it knows what the printer said.
     static std::optional<QList<RecordedReceipt>> record(AppContext& ctx, const clsMovimento& mov,

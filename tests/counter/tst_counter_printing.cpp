@@ -140,7 +140,7 @@ private slots:
         QCOMPARE(c.stamped.last(), (QList<int>{1, 2, 3}));
         QVERIFY(pendingNumbers(c).isEmpty());
         QCOMPARE(stampCount(c, rows->at(2).idrecebe), 1);
-        QCOMPARE(c.s.autenticarPendentes().result, ReceiptStamps::Result::Nenhum);
+        QCOMPARE(c.session.autenticarPendentes().result, ReceiptStamps::Result::Nenhum);
         // The tape lines and the coupon kept while the printer was off come first, then the
         // re-stamp's own tape lines.
         const QStringList tape = c.emulator.tape();
@@ -251,14 +251,15 @@ private slots:
         QFETCH(bool, thread);
         QFETCH(QString, cause);
         QFETCH(int, icon);
-        Counter c;
+        OpenCounter c(TestApp::Backend::SQLite, OpenCounter::Printer::Bematech);
+        print(c);
         c.app.setOption(QStringLiteral("Print"), QStringLiteral("porta"),
                         QStringLiteral("/dev/usb/lp0"));
         PrinterWorker worker(c.app.ctx());
         AuthCounterPrinter threaded(c.app.ctx(), worker);
-        CounterSession s(c.app.ctx(), thread ? &threaded : &c.printer);
+        CounterSession s(c.app.ctx(), thread ? &threaded : c.printer.get());
         QSignalSpy told(&worker, &PrinterWorker::aviso);
-        for (PrinterService* p : {&c.service, &worker.service()}) {
+        for (PrinterService* p : {c.service.get(), &worker.service()}) {
             p->makeTransport = [&c, fault]() -> std::unique_ptr<Transport> {
                 if (fault == QLatin1String("refused"))
                     return nullptr;

@@ -1,8 +1,8 @@
 #include "frmUsuarios.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -117,7 +117,7 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
                            QStringLiteral("Senha já usada por outro operador"));
         break;
     case UserAccounts::Outcome::NameInUse:
-        m_ctx.dialogs.warn(kAviso, UserAccounts::kNomeEmUso);
+        m_ctx.dialogs.warn(SystemTexts::aviso(), UserAccounts::kNomeEmUso);
         break;
     case UserAccounts::Outcome::NotFound:
         m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Usuário não encontrado!!"));

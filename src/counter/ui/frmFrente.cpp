@@ -7,6 +7,7 @@
 #include "CommandRegistry.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
+#include "AdminGuard.h"
 #include "DialogPort.h"
 #include "LancadosModel.h"
 #include "NetworkStatus.h"
@@ -1033,8 +1034,13 @@ void frmFrente::calculadora() {
 }
 
 void frmFrente::feriados() {
-    openAdmin(Act::Feriados, QStringLiteral("Feriados"),
-              [this] { return std::make_unique<frmFeriados>(m_ctx, this); });
+    if (!AdminGuard::ask(m_ctx, Act::Feriados, QStringLiteral("Feriados")))
+        return; // a wrong password opens nothing, silently
+    {
+        const AuthorizedScope allowed(m_ctx);
+        frmFeriados(m_ctx, this).exec();
+    }
+    m_entry->setFocus();
 }
 
 void frmFrente::closeEvent(QCloseEvent* event) {
