@@ -30,9 +30,8 @@ int autenticar(CliEnv& e) {
         e.err << problem << "\n";
         return ExitRefused;
     }
-    const LooseStamp::Resultado r =
-        LooseStamp::autenticar(e.ctx, printer, Money::parseTyped(e.args.positional.first()),
-                               e.ctx.autorizadoPor);
+    const LooseStamp::Resultado r = LooseStamp::autenticar(
+        e.ctx, printer, Money::parseTyped(e.args.positional.first()), e.ctx.autorizadoPor);
     if (r.outcome != LooseStamp::Outcome::Registrada) {
         e.err << r.mensagem() << "\n";
         return r.outcome == LooseStamp::Outcome::ValorInvalido ? ExitUsage : ExitRefused;

@@ -84,7 +84,8 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     const QString titulo = QStringLiteral("Gravar Registro");
     if (problem)
         m_ctx.dialogs.message(titulo,
-                              SystemTexts::text(SystemText::RegistroGravado) + QStringLiteral("\n\n") + problem->text,
+                              SystemTexts::text(SystemText::RegistroGravado) +
+                                  QStringLiteral("\n\n") + problem->text,
                               problem->icon, DialogButtons::Ok);
     else
         m_ctx.dialogs.info(titulo, SystemTexts::text(SystemText::RegistroGravado));

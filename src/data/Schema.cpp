@@ -240,11 +240,17 @@ QStringList migrationAtos(DbBackend b) {
 }
 
 using Migration = QStringList (*)(DbBackend);
-const Migration kMigrations[] = {
-    migration1,        migrationSequenciaArquivo, migrationReceiptsOnceAndChain,
-    migrationEstornos, migrationAutenticaIndex,   migrationRede,
-    migrationCofre,    migrationArquivosBanco,    migrationAutenticacoesAvulsas,
-    migrationAutenticacoes, migrationAtos};
+const Migration kMigrations[] = {migration1,
+                                 migrationSequenciaArquivo,
+                                 migrationReceiptsOnceAndChain,
+                                 migrationEstornos,
+                                 migrationAutenticaIndex,
+                                 migrationRede,
+                                 migrationCofre,
+                                 migrationArquivosBanco,
+                                 migrationAutenticacoesAvulsas,
+                                 migrationAutenticacoes,
+                                 migrationAtos};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);

@@ -231,7 +231,8 @@ PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QS
                                       "se o cabo está conectado."),
                 DialogIcon::Critical};
     case PrinterFault::ForaDeLinha:
-        return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
+        return {SystemTexts::aviso(),
+                head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
                 DialogIcon::Exclamation};
     case PrinterFault::SemPapel:
         return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está sem papel."),
@@ -241,8 +242,9 @@ PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QS
     case PrinterFault::Nenhuma:
         break;
     }
-    return documento ? PrinterMessage{SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical}
-                     : PrinterMessage{SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Exclamation};
+    return documento
+               ? PrinterMessage{SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical}
+               : PrinterMessage{SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Exclamation};
 }
 
 void PrinterService::tell(const QString& title, const QString& text, DialogIcon icon) {

@@ -50,8 +50,8 @@ private slots:
             const char* value;
             const char* err;
         } refusals[] = {
-            {"errada\n", "10,00", "Senha de administrador não aceita."},
-            {f.password() + "\n", "0,00", "Informe o valor do documento!!"},
+            {f.password() + "\nerrada\n", "10,00", "Senha de administrador não aceita."},
+            {f.password() + "\n" + f.password() + "\n", "0,00", "Informe o valor do documento!!"},
         };
         for (const auto& x : refusals) {
             r = f.run(words("autenticar") << QLatin1String(x.value), x.input);

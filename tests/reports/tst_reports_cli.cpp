@@ -57,7 +57,8 @@ private slots:
         QCOMPARE(at(f, kDia, words("caixa abrir")).code, 0);
         QCOMPARE(at(f, kDia, words("lancamento gravar --tipo entrada --item 100:200,00")).code, 0);
         QCOMPARE(at(f, kDia,
-                    words("caixa receber --aceitar-vencidas") << kTaxas << kAgua << kIss << words("--avulso 8:5,00"))
+                    words("caixa receber --aceitar-vencidas")
+                        << kTaxas << kAgua << kIss << words("--avulso 8:5,00"))
                      .code,
                  0);
         QCOMPARE(at(f, kDia, words("caixa receber --avulso 7:15,00:23/11/2026:1/2:LOTE")).code, 0);

@@ -49,5 +49,6 @@ void AdminMenu::add(CommandRegistry& r, AppContext& ctx, std::function<void()> a
     r.add(QStringLiteral("mnuAltSkin"), admin, QStringLiteral("Aparência..."),
           screen<frmSkin>(ctx, Act::Aparencia, QStringLiteral("Aparência"), after, parent));
     r.add(QStringLiteral("mnuAtualiza"), admin, QStringLiteral("Atualização..."),
-          screen<frmAtualiza>(ctx, Act::PastaAtualizacao, QStringLiteral("Atualização"), after, parent));
+          screen<frmAtualiza>(ctx, Act::PastaAtualizacao, QStringLiteral("Atualização"), after,
+                              parent));
 }

@@ -1,5 +1,6 @@
 #include "frmFrente.h"
 
+#include "AdminGuard.h"
 #include "AppContext.h"
 #include "AuthCounterPrinter.h"
 #include "CalculatorDialog.h"
@@ -7,7 +8,6 @@
 #include "CommandRegistry.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
-#include "AdminGuard.h"
 #include "DialogPort.h"
 #include "LancadosModel.h"
 #include "NetworkStatus.h"

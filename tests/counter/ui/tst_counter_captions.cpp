@@ -1,4 +1,5 @@
 // The counter's function keys as the screen names them, in its menu and its ribbon.
+#include "AppShell.h"
 #include "CounterSession.h"
 #include "TestApp.h"
 #include "frmFrente.h"
@@ -28,7 +29,8 @@ private slots:
         app.ctx().workingDate = QDate(2026, 11, 23);
         CounterSession session(app.ctx(), nullptr);
         QVERIFY(session.day().abrir());
-        frmFrente form(session, false);
+        const auto window = AppShell::counter(session, false);
+        frmFrente& form = *window;
         QCOMPARE(form.findChild<QAction*>(action)->text(), caption);
         QToolButton* b = form.findChild<QToolButton*>(QStringLiteral("rib") + action);
         QVERIFY(b);

@@ -1,6 +1,7 @@
 // The counter after a stop between a payment and its stamps: the documents the printer never
 // confirmed are named in the banner and listed beside the counter, stamped in order from there,
 // and a document already stamped is stamped again only after a question.
+#include "AppShell.h"
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
 #include "PrinterEmulator.h"
@@ -54,7 +55,7 @@ struct Counter {
         worker.service().documentTimeoutMs = 3000;
         emulator.setDocument(true);
         QVERIFY(session.day().abrir());
-        form = std::make_unique<frmFrente>(session, false);
+        form = AppShell::counter(session, false);
         form->setPrinter(&worker, &printer);
         form->show();
     }
