@@ -4,6 +4,8 @@
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
+#include <algorithm>
+
 namespace {
 const QString kFormato = QStringLiteral("yyyy-MM-dd hh:mm:ss");
 const QString kColunas = QStringLiteral(
@@ -45,11 +47,22 @@ bool clsArquivoBanco::registrar(clsDataAccess& db, Arquivo& a, const QList<qint3
              a.momento.toString(kFormato), a.usuario, a.registros, a.total.units()},
             id))
         return false;
-    for (const qint32 r : idrecebes)
+    // Many rows per statement: a file of 49 999 slips is one run, not 49 999 round trips.
+    constexpr int kPorComando = 400;
+    for (qsizetype at = 0; at < idrecebes.size(); at += kPorComando) {
+        const qsizetype n = std::min<qsizetype>(kPorComando, idrecebes.size() - at);
+        QStringList rows;
+        QVariantList values;
+        for (qsizetype i = at; i < at + n; ++i) {
+            rows << QStringLiteral("(?, ?)");
+            values << id << idrecebes.at(i);
+        }
         if (!db.SQLExecute(QStringLiteral("INSERT INTO ArquivoRecebimentos (IDARQUIVO, IDRECEBE) "
-                                          "VALUES (?, ?)"),
-                           {id, r}))
+                                          "VALUES ") +
+                               rows.join(QLatin1Char(',')),
+                           values))
             return false;
+    }
     if (!tx.commit())
         return false;
     a.id = id;
