@@ -24,6 +24,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScreen>
 #include <memory>
 
 namespace {
@@ -80,6 +81,9 @@ private:
             m_front->hide();
             m_date->show();
         });
+        // The whole screen even where no window manager maximises it (a kiosk session).
+        if (const QScreen* screen = QGuiApplication::primaryScreen())
+            m_front->setGeometry(screen->availableGeometry());
         m_front->showMaximized();
         m_front->raise();
         m_front->activateWindow(); // the cashier types at once, without reaching for the mouse
