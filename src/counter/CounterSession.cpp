@@ -213,12 +213,8 @@ void CounterSession::forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows)
 
 ReceiptStamps::Outcome CounterSession::reautenticarUltimo(ReceiptStamps::Repetir repetir) {
     if (m_ultimo.isEmpty()) {
-        ReceiptStamps::Outcome o;
-        o.result = ReceiptStamps::Result::NaoEncontrado;
-        o.titulo = SystemTexts::aviso();
-        o.texto = QStringLiteral("Nenhum pagamento foi gravado nesta sessão.");
-        o.icon = DialogIcon::Exclamation;
-        return o;
+        return ReceiptStamps::Outcome::naoEncontrado(
+            QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
     }
     return ReceiptStamps(m_ctx, m_printer).autenticar(m_ultimo, repetir);
 }
@@ -228,13 +224,9 @@ ReceiptStamps::Outcome CounterSession::reautenticar(int autentica, ReceiptStamps
     RecordedReceipt row;
     if (!m_day.loaded() ||
         !r.SQLSelectAutentica(m_day.movimento().ID, autentica, &row.item.descricao)) {
-        ReceiptStamps::Outcome o;
-        o.result = ReceiptStamps::Result::NaoEncontrado;
-        o.titulo = SystemTexts::aviso();
-        o.texto = QStringLiteral("Autenticação %1 não encontrada neste movimento.")
-                      .arg(autentica, 4, 10, QLatin1Char('0'));
-        o.icon = DialogIcon::Exclamation;
-        return o;
+        return ReceiptStamps::Outcome::naoEncontrado(
+            QStringLiteral("Autenticação %1 não encontrada neste movimento.")
+                .arg(autentica, 4, 10, QLatin1Char('0')));
     }
     row.idrecebe = r.IDRECEBE;
     row.autentica = r.AUTENTICA;

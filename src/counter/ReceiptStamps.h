@@ -2,6 +2,7 @@
 
 #include "DialogPort.h"
 #include "PaymentRecorder.h"
+#include "SystemTexts.h"
 #include "clsAutenticacoes.h"
 
 #include <QList>
@@ -31,6 +32,11 @@ public:
         QString titulo, texto; // what to show (empty: nothing)
         DialogIcon icon = DialogIcon::None;
         QList<RecordedReceipt> enviados;
+        // Nothing to stamp: the document asked for is not there, with why.
+        static Outcome naoEncontrado(const QString& texto) {
+            return {
+                Result::NaoEncontrado, SystemTexts::aviso(), texto, DialogIcon::Exclamation, {}};
+        }
     };
 
     ReceiptStamps(AppContext& ctx, CounterPrinter* printer) : m_ctx(ctx), m_printer(printer) {}
