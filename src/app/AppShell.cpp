@@ -3,9 +3,11 @@
 #include "AdminGuard.h"
 #include "AdminMenu.h"
 #include "AppContext.h"
+#include "BarcodeMenu.h"
 #include "CashDayMenu.h"
 #include "CommandRegistry.h"
 #include "CommandRibbon.h"
+#include "CounterCommands.h"
 #include "CounterSession.h"
 #include "ReportsMenu.h"
 #include "frmExportar.h"
@@ -31,7 +33,12 @@ void AppShell::registerAll(frmFrente& front, CommandRegistry& r) {
     AppContext& ctx = session.ctx();
     const auto after = [&front] { front.afterScreen(); };
     const auto movimento = [&session] { return session.day().movimento(); };
-    front.registerCommands(r);
+    const auto back = [&front] { front.backToEntry(); };
+    // The tools in the order the counter's keys name them: F6, F9, then the holidays.
+    CounterCommands::add(r, front);
+    BarcodeMenu::addJuros(r, ctx, back, &front);
+    CounterCommands::addTools(r, front);
+    BarcodeMenu::addFeriados(r, ctx, back, &front);
     r.add(QStringLiteral("mnuExpCebi"), QStringLiteral("&Ferramentas"),
           QStringLiteral("Arquivos Bancários..."), [&ctx, &front, movimento] {
               if (!AdminGuard::ask(ctx, Act::ArquivosBanco, QStringLiteral("Arquivos Bancários")))
