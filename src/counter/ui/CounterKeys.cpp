@@ -2,6 +2,7 @@
 
 #include "CounterLayout.h"
 #include "CounterSession.h"
+#include "ScanBuffer.h"
 
 #include <QAction>
 #include <QApplication>
@@ -60,7 +61,8 @@ bool CounterKeys::eventFilter(QObject* watched, QEvent* event) {
     auto* ke = static_cast<QKeyEvent*>(event);
     // Dialogs and popups keep their own keys; every key inside this window comes here first.
     if (w->window() != m_window)
-        return false;
+        return besideKey(w, ke);
+    m_digitsToEntry = false;
     if (m_acts.recording())
         return true; // nothing acts until the payment is recorded; a scan waits in the buffer
     if (handleKey(ke))
@@ -100,6 +102,29 @@ bool CounterKeys::boxKeepsInput(QObject* watched, QEvent* event) {
     default:
         return false;
     }
+}
+
+bool CounterKeys::besideKey(QWidget* w, QKeyEvent* event) {
+    // A click into the window beside took the keyboard; the scanner's code is still the
+    // counter's, and the counter's window is given the keyboard back with it.
+    QWidget* beside = m_acts.besideWindow ? m_acts.besideWindow() : nullptr;
+    if (!beside || w->window() != beside)
+        return false;
+    if (ScanBuffer::isDigitKey(event) && m_ui.entry->isEnabled()) {
+        if (!m_window->isActiveWindow())
+            m_window->activateWindow();
+        toEntry(event); // seen here again, as a key of the counter's own
+        m_digitsToEntry = true;
+        return true;
+    }
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && std::exchange(m_digitsToEntry, false)) {
+        if (!m_acts.recording())
+            m_acts.enter();
+        return true;
+    }
+    m_digitsToEntry = false;
+    return false; // the window's own key: its list's arrows, its buttons
 }
 
 bool CounterKeys::handleKey(QKeyEvent* event) {

@@ -12,12 +12,12 @@ constexpr int kFlushMs = 20;
 // Measured between the keys' own times (when they were typed), not when they are handled: the
 // first box of a run may take longer than that to appear.
 constexpr quint64 kBurstEnterMs = 100;
+} // namespace
 
-bool isDigitKey(const QKeyEvent* e) {
+bool ScanBuffer::isDigitKey(const QKeyEvent* e) {
     return !(e->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && e->text().size() == 1 &&
            e->text().at(0).isDigit();
 }
-} // namespace
 
 ScanBuffer::ScanBuffer(QWidget* counter, std::function<void(int, const QString&)> deliver)
     : QObject(counter), m_counter(counter), m_deliver(std::move(deliver)) {

@@ -28,6 +28,8 @@ public:
     int boxesShown() const { return m_boxesShown; }
     int kept() const { return int(m_keys.size()); }
     bool counterBoxOpen() const;
+    // A digit as a scanner types it (no Ctrl or Alt).
+    static bool isDigitKey(const QKeyEvent* e);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -119,6 +119,7 @@ void frmFrente::startKeys() {
     acts.addTyped = [this] { addTypedItem(); };
     acts.recording = [this] { return m_recording; };
     acts.boxOpen = [this] { return m_scans && m_scans->counterBoxOpen(); };
+    acts.besideWindow = [this] { return m_stamps->list(); };
     m_keys = new CounterKeys(this, m_ui, std::move(acts));
     m_scans = new ScanBuffer(this, [this](int key, const QString& text) { replayKey(key, text); });
     m_scans->ready = [this] { return !m_reader->reading() && !m_recording; };

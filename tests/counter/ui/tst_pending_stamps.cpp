@@ -4,6 +4,7 @@
 #include "AppShell.h"
 #include "AuthCounterPrinter.h"
 #include "CounterSession.h"
+#include "DemoData.h"
 #include "PrinterEmulator.h"
 #include "PrinterWorker.h"
 #include "TestApp.h"
@@ -11,8 +12,10 @@
 #include "frmFrente.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -117,6 +120,58 @@ private slots:
         QTRY_COMPARE(c.emulator.documents().size(), 3);
         QTRY_COMPARE(c.count(1), 2);
         QCOMPARE(c.count(2), 1);
+    }
+
+    // The list beside the counter clicked into: the scanner's code (its digits and its Enter) is
+    // still the counter's, read as a scan; the list's own keys stay its own.
+    void keysAfterAClickOnTheList_data() {
+        QTest::addColumn<QString>("keys"); // digits, "v" for the down arrow, "\r" for Enter
+        QTest::addColumn<int>("items");    // on the customer's list afterwards
+        QTest::addColumn<int>("row");      // the list's current row afterwards
+        QTest::addColumn<int>("stamped");  // documents the printer received
+        const QString code = QStringLiteral("81660000003124004262026113058888888888888888");
+        QTest::newRow("a scan") << code + QLatin1Char('\r') << 1 << 0 << 0;
+        QTest::newRow("the down arrow") << QStringLiteral("v") << 0 << 1 << 0;
+        QTest::newRow("Enter: the list's own button") << QStringLiteral("\r") << 0 << 0 << 2;
+        QTest::newRow("down, then a scan")
+            << QLatin1Char('v') + code + QLatin1Char('\r') << 1 << 1 << 0;
+    }
+
+    void keysAfterAClickOnTheList() {
+        QFETCH(QString, keys);
+        QFETCH(int, items);
+        QFETCH(int, row);
+        QFETCH(int, stamped);
+        TestApp app;
+        setPrinter(app);
+        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+        paymentWithoutStamps(app);
+        Counter c(app);
+        c.session.networkAlive = [] { return true; };
+        QTRY_VERIFY(c.list() && c.list()->isVisible());
+        auto* rows = c.list()->findChild<QTreeWidget*>(QStringLiteral("lstPendentes"));
+        c.list()->activateWindow();
+        QTest::mouseClick(rows->viewport(), Qt::LeftButton, {},
+                          rows->visualItemRect(rows->topLevelItem(0)).center());
+        QTRY_COMPARE(QApplication::focusWidget(), rows);
+        // The window system may go on sending keys to the list until the counter is active.
+        for (QChar k : keys) {
+            if (k == QLatin1Char('v'))
+                QTest::keyClick(rows, Qt::Key_Down);
+            else if (k == QLatin1Char('\r'))
+                QTest::keyClick(rows, Qt::Key_Return);
+            else
+                QTest::keyClick(rows, k.toLatin1());
+        }
+        if (stamped)
+            QTRY_COMPARE(c.emulator.documents().size(), stamped);
+        QTest::qWait(200); // a stamp sent by mistake would have reached the printer by now
+        QCOMPARE(c.emulator.documents().size(), stamped);
+        QCOMPARE(int(c.session.list().size()), items);
+        QCOMPARE(c.form->findChild<QLineEdit*>(QStringLiteral("txtValorCodBarra"))->text(),
+                 QString());
+        if (!stamped)
+            QCOMPARE(rows->indexOfTopLevelItem(rows->currentItem()), row);
     }
 
     // With the printer off in the settings, nothing reminds the cashier of stamps.
