@@ -17,6 +17,7 @@
 #include "OutputPath.h"
 #include "OverdueHandler.h"
 #include "PasswordHash.h"
+#include "PendingStampsDialog.h"
 #include "QtDialogPort.h"
 #include "ReceiptCorrections.h"
 #include "ReportsMenu.h"
@@ -360,36 +361,31 @@ int saveReportScreens(AppContext& ctx, const QDate& day, const QString& out) {
 
 namespace {
 
-// Every screen, in the skin in use, on a fresh folder of its own.
-int gallery(const QString& out) {
-    QTextStream err(stderr);
+// A fresh folder with the demo data on 23/11/2026, MARIA DA SILVA at the counter; every
+// question is answered yes.
+struct GalleryFolder {
     QTemporaryDir folder;
     ScriptedDialogPort dialogs;
-    FixedClock clock(QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30)));
-    AppContext ctx(folder.path(), dialogs, clock);
-    IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"),
-                   ctx.iniPath());
-    IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"),
-                   ctx.iniPath());
-    if (!Startup::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr)) {
-        err << "Não foi possível preparar os dados das telas.\n";
-        return 1;
+    FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(10, 15, 30))};
+    AppContext ctx{folder.path(), dialogs, clock};
+
+    bool prepare() {
+        IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("1"),
+                       ctx.iniPath());
+        IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"),
+                       ctx.iniPath());
+        if (!Startup::Abre_conexao(ctx, true) || !DemoData::seed(ctx, nullptr, nullptr))
+            return false;
+        ctx.reloadSettings();
+        ctx.userName = QStringLiteral("MARIA DA SILVA");
+        ctx.workingDate = clock.today();
+        dialogs.defaultAnswer = DialogAnswer::Yes;
+        return true;
     }
-    ctx.reloadSettings();
-    ctx.userName = QStringLiteral("MARIA DA SILVA");
-    ctx.workingDate = clock.today();
-    dialogs.defaultAnswer = DialogAnswer::Yes;
+};
 
-    int failures = 0;
-    frmData date(ctx);
-    failures += !save(date, out, QStringLiteral("frmData"));
-
-    CounterSession session(ctx, nullptr);
-    session.day().abrir();
-    const auto empty = AppShell::counter(session, false);
-    failures += !save(*empty, out, QStringLiteral("frmFrente-vazio"));
-
-    // The morning's customers, so the day's list, its count and its total show.
+// The morning's customers, so the day's list, its count and its total show.
+void recordMorning(CounterSession& session) {
     const struct {
         int idcod;
         const char* descricao;
@@ -408,43 +404,71 @@ int gallery(const QString& out) {
         }
         session.gravar();
     }
+}
 
-    // A customer as the cashier builds one: two guides on time, one overdue (consent given),
-    // a one-off item, and the amount tendered.
+// A customer as the cashier builds one: two guides on time, one overdue (consent given), a
+// one-off item, and the amount tendered.
+void buildCustomer(CounterSession& session, const QDate& today) {
     session.ler(QStringLiteral("81660000003124004262026113058888888888888888"));
     session.ler(QStringLiteral("00193165100000089151234500000000000000000000"));
     if (session.ler(QStringLiteral("81830000012345604272026011000000000000000000"))
             .precisaConsentimento)
         session.continuar(true);
-    session.somaAvulso({7, Money::fromReais(15), clock.today(), QStringLiteral("1/1"), QString()});
+    session.somaAvulso({7, Money::fromReais(15), today, QStringLiteral("1/1"), QString()});
     session.tender(Money::fromReais(2000));
-    const auto four = AppShell::counter(session, false);
-    failures += !save(*four, out, QStringLiteral("frmFrente-quatro-itens"));
+}
 
-    failures += saveOverdueScreens(ctx, out);
-    failures += saveCorrectionScreens(ctx, session, out);
-    failures += saveExportScreen(ctx, session, out);
-    failures += saveAdminScreens(ctx, out);
+// The counter as `session` stands, under `name`.
+int saveCounter(CounterSession& session, bool consulta, const QString& out, const QString& name) {
+    const auto counter = AppShell::counter(session, consulta);
+    return save(*counter, out, name) ? 0 : 1;
+}
 
+// The counter of the day: empty, with a customer of four items, and once the customer paid;
+// the day's documents the printer never confirmed (none was, with no printer here).
+int saveCounterDay(GalleryFolder& g, CounterSession& session, const QString& out) {
+    int failures = saveCounter(session, false, out, QStringLiteral("frmFrente-vazio"));
+    recordMorning(session);
+    buildCustomer(session, g.clock.today());
+    failures += saveCounter(session, false, out, QStringLiteral("frmFrente-quatro-itens"));
+    failures += saveOverdueScreens(g.ctx, out);
+    failures += saveCorrectionScreens(g.ctx, session, out);
+    failures += saveExportScreen(g.ctx, session, out);
+    failures += saveAdminScreens(g.ctx, out);
     session.gravar(); // the customer pays: the day has receipts
-    const auto recorded = AppShell::counter(session, false);
-    failures += !save(*recorded, out, QStringLiteral("frmFrente-dia-com-recebimentos"));
+    failures += saveCounter(session, false, out, QStringLiteral("frmFrente-dia-com-recebimentos"));
+    PendingStampsDialog pendentes(session);
+    failures += !save(pendentes, out, QStringLiteral("frmPendentes"));
+    return failures;
+}
+
+// Every screen, in the skin in use, on a fresh folder of its own.
+int gallery(const QString& out) {
+    GalleryFolder g;
+    if (!g.prepare()) {
+        QTextStream(stderr) << "Não foi possível preparar os dados das telas.\n";
+        return 1;
+    }
+    int failures = 0;
+    frmData date(g.ctx);
+    failures += !save(date, out, QStringLiteral("frmData"));
+
+    CounterSession session(g.ctx, nullptr);
+    session.day().abrir();
+    failures += saveCounterDay(g, session, out);
     session.list().clear();
     session.resetPayment();
-    failures += saveOpenDayScreens(ctx, session.day().movimento(), out);
+    failures += saveOpenDayScreens(g.ctx, session.day().movimento(), out);
     session.day().encerrar();
-    failures += saveCountScreen(ctx, session.day().movimento(), out);
-    failures += saveReportScreens(ctx, session.day().movimento().MDATA, out);
-    const auto closed = AppShell::counter(session, false);
-    failures += !save(*closed, out, QStringLiteral("frmFrente-encerrado"));
+    failures += saveCountScreen(g.ctx, session.day().movimento(), out);
+    failures += saveReportScreens(g.ctx, session.day().movimento().MDATA, out);
+    failures += saveCounter(session, false, out, QStringLiteral("frmFrente-encerrado"));
 
     // A past day opened for consultation: the date stands out, what cannot act is disabled.
-    ctx.workingDate = clock.today().addDays(-3);
-    CounterSession past(ctx, nullptr);
+    g.ctx.workingDate = g.clock.today().addDays(-3);
+    CounterSession past(g.ctx, nullptr);
     past.day().abrir();
-    const auto consulta = AppShell::counter(past, true);
-    failures += !save(*consulta, out, QStringLiteral("frmFrente-consulta-dia-anterior"));
-
+    failures += saveCounter(past, true, out, QStringLiteral("frmFrente-consulta-dia-anterior"));
     return failures;
 }
 
