@@ -69,6 +69,7 @@ QString kindWord(CorrectionLog::Kind k) {
 }
 
 int report(CliEnv& e, CorrectionLog::Kind kind, const ReceiptCorrections::Resultado& r) {
+    r.mostrar(e.ctx.dialogs);
     if (!r.feito)
         return ExitRefused;
     QJsonObject o{{QStringLiteral("operacao"), kindWord(kind)},
@@ -114,14 +115,17 @@ std::optional<QString> option(CliEnv& e, const char* name) {
 }
 
 ReceiptCorrections::Resultado alterar(CliEnv& e, ReceiptCorrections& c, qint32 id) {
-    ReceiptCorrections::Pedido p;
-    p.idrecebe = id;
-    p.tipo = option(e, "tipo");
-    p.autentica = option(e, "autentica");
-    p.codbarra = option(e, "codbarra");
-    p.valor = option(e, "valor");
-    p.motivo = e.args.value(QStringLiteral("motivo"));
-    return c.alterar(p);
+    CorrectionRequest::AsTyped typed;
+    typed.idrecebe = id;
+    typed.tipo = option(e, "tipo");
+    typed.autentica = option(e, "autentica");
+    typed.codbarra = option(e, "codbarra");
+    typed.valor = option(e, "valor");
+    typed.motivo = e.args.value(QStringLiteral("motivo"));
+    const CorrectionRequest::Read read = CorrectionRequest::read(typed);
+    if (!read.request)
+        return ReceiptCorrections::Resultado::refused(read.refusal);
+    return c.alterar(*read.request);
 }
 
 ReceiptCorrections::Resultado estornar(CliEnv& e, ReceiptCorrections& c, qint32 id) {

@@ -8,6 +8,7 @@
 #include "DateUtil.h"
 #include "LooseStamp.h"
 #include "PrinterService.h"
+#include "SystemTexts.h"
 #include "clsAutenticacaoAvulsa.h"
 
 #include <QJsonArray>
@@ -33,7 +34,7 @@ int autenticar(CliEnv& e) {
     const LooseStamp::Resultado r = LooseStamp::autenticar(
         e.ctx, printer, Money::parseTyped(e.args.positional.first()), e.ctx.autorizadoPor);
     if (r.outcome != LooseStamp::Outcome::Registrada) {
-        e.err << r.mensagem() << "\n";
+        e.err << r.notice().text << "\n";
         return r.outcome == LooseStamp::Outcome::ValorInvalido ? ExitUsage : ExitRefused;
     }
     if (e.json)
@@ -43,7 +44,7 @@ int autenticar(CliEnv& e) {
     else if (r.confirmada)
         e.out << QStringLiteral("Autenticado: %1\n").arg(r.texto);
     if (!r.confirmada)
-        e.err << LooseStamp::kNaoConfirmada << "\n";
+        e.err << SystemTexts::text(SystemText::AutenticacaoNaoConfirmada) << "\n";
     return r.confirmada ? ExitOk : ExitRefused;
 }
 

@@ -17,9 +17,10 @@ public:
     qint16 TIPO = 0;
     Money VALOR;
 
-    // Mode 1 inserts; ID is read back only when it was not set before. Mode 2 never succeeds:
-    // its statement keeps a comma before WHERE, which the database rejects.
-    bool SQLInsert(int mode);
+    // A new row; ID is read back only when it was not set before.
+    bool SQLInsert();
+    // Never succeeds: its statement keeps a comma before WHERE, which the database rejects.
+    bool SQLUpdate();
     // A non-zero id first becomes ID; the rows matched are those whose CODIGO equals it.
     bool SQLDelete(qint32 id);
 

@@ -4,31 +4,21 @@
 #include "Clock.h"
 #include "DocumentStamp.h"
 #include "PrinterService.h"
+#include "SystemTexts.h"
 #include "clsAutenticacaoAvulsa.h"
 
-const QString LooseStamp::kTitulo = QStringLiteral("Aviso");
-const QString LooseStamp::kValorInvalido = QStringLiteral("Informe o valor do documento!!");
-const QString LooseStamp::kDesligada =
-    QStringLiteral("A autenticadora não está habilitada (Opções, Impressão: \"Habilitar a "
-                   "autenticadora?\").");
-const QString LooseStamp::kFalhaGravacao =
-    QStringLiteral("A autenticação não pôde ser registrada no banco: nada foi impresso.");
-const QString LooseStamp::kNaoConfirmada =
-    QStringLiteral("A autenticadora não confirmou a autenticação: ela fica registrada como não "
-                   "impressa.");
-
-QString LooseStamp::Resultado::mensagem() const {
+Notice LooseStamp::Resultado::notice() const {
     switch (outcome) {
     case Outcome::Registrada:
         return {};
     case Outcome::ValorInvalido:
-        return kValorInvalido;
+        return SystemTexts::notice(SystemText::ValorDocumentoInvalido);
     case Outcome::AutenticadoraDesligada:
-        return kDesligada;
+        return SystemTexts::notice(SystemText::AutenticadoraDesligada);
     case Outcome::FalhaGravacao:
         break;
     }
-    return kFalhaGravacao;
+    return SystemTexts::notice(SystemText::AutenticacaoNaoRegistrada);
 }
 
 LooseStamp::Resultado LooseStamp::registrar(AppContext& ctx, const std::optional<Money>& valor,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Money.h"
+#include "Notice.h"
 
 #include <QString>
 #include <optional>
@@ -19,14 +20,8 @@ public:
         qint64 id = 0;
         QString texto; // the line to stamp
         bool confirmada = false;
-        QString mensagem() const; // the refusal's text; empty when it was recorded
+        Notice notice() const; // the refusal; empty when it was recorded
     };
-
-    static const QString kTitulo;        // "Aviso"
-    static const QString kValorInvalido; // "Informe o valor do documento!!"
-    static const QString kDesligada;     // the printer switched off in the settings
-    static const QString kFalhaGravacao; // the row could not be written
-    static const QString kNaoConfirmada; // the printer did not stamp it
 
     // The amount checked as DocumentStamp::preparar does, then the row written for the operator
     // logged in and the administrator who allowed it.

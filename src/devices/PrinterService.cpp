@@ -11,25 +11,13 @@
 #include <QDir>
 #include <QThread>
 
-const QString PrinterService::kAbrirFalhou =
-    QStringLiteral("Problemas ao Abrir a Porta de Comunicação.");
-const QString PrinterService::kFecharFalhouCaixa =
-    QStringLiteral("Problemas ao Fechar a Porta de Comunicação.");
-const QString PrinterService::kFecharFalhouAutenticacao =
-    QStringLiteral("Problemas ao fechar a porta de comunicação!!");
-const QString PrinterService::kAutenticacaoFalhou = QStringLiteral(
-    "Problemas na autenticação do documento.\nPossíveis causas: Documento não inserido, impressora "
-    "desligada, off-line ou sem papel");
-const QString PrinterService::kTempoExcedido = QStringLiteral("Tempo maior que o permitido.");
-const QString PrinterService::kImpressaoFalhou =
-    QStringLiteral("Problemas na impressão do texto.\nPossíveis causas: Impressora desligada, "
-                   "off-line ou sem papel");
-const QString PrinterService::kSoParalela =
-    QStringLiteral("Essa função só funciona com as portas paralelas LPT1, LPT2 OU LPT3");
 const QString PrinterService::kLabel = QStringLiteral("ImprimeAutenticadora");
 
 namespace {
-const QString kTituloAutenticacao = QStringLiteral("Autenticação de Documentos");
+PrinterMessage message(SystemText t) {
+    const Notice n = SystemTexts::notice(t);
+    return {n.title, n.text, n.icon};
+}
 
 QString withDefault(const QString& v, const QString& fallback) {
     return v.trimmed().isEmpty() ? fallback : v.trimmed();
@@ -221,9 +209,10 @@ PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QS
     switch (f) {
     case PrinterFault::PortaRecusada:
         return {SystemTexts::aviso(),
-                kAbrirFalhou + QStringLiteral("\nA porta \"%1\" recusou a conexão ou não existe: "
-                                              "confira a porta em Opções e o cabo.")
-                                   .arg(porta),
+                SystemTexts::text(SystemText::PortaAbrirFalhou) +
+                    QStringLiteral("\nA porta \"%1\" recusou a conexão ou não existe: "
+                                   "confira a porta em Opções e o cabo.")
+                        .arg(porta),
                 DialogIcon::Critical};
     case PrinterFault::SemResposta:
         return {SystemTexts::aviso(),
@@ -238,13 +227,11 @@ PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QS
         return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está sem papel."),
                 DialogIcon::Exclamation};
     case PrinterFault::SemDocumento:
-        return {kTituloAutenticacao, kTempoExcedido, DialogIcon::Critical};
+        return message(SystemText::TempoExcedido);
     case PrinterFault::Nenhuma:
         break;
     }
-    return documento
-               ? PrinterMessage{SystemTexts::aviso(), kAutenticacaoFalhou, DialogIcon::Critical}
-               : PrinterMessage{SystemTexts::aviso(), kImpressaoFalhou, DialogIcon::Exclamation};
+    return message(documento ? SystemText::AutenticacaoFalhou : SystemText::ImpressaoFalhou);
 }
 
 void PrinterService::tell(const QString& title, const QString& text, DialogIcon icon) {
@@ -335,8 +322,8 @@ void PrinterService::fecharPorta(bool counterScreen) {
         return;
     m_portOpen = false;
     if (bematech().FechaPorta() <= 0 && !m_closedAfterFailure)
-        tell(SystemTexts::aviso(), counterScreen ? kFecharFalhouCaixa : kFecharFalhouAutenticacao,
-             DialogIcon::Critical);
+        avisarAgora(message(counterScreen ? SystemText::PortaFecharFalhouCaixa
+                                          : SystemText::PortaFecharFalhouAutenticacao));
 }
 
 PrinterStatus PrinterService::status() {
@@ -416,7 +403,8 @@ bool PrinterService::authenticateQuattro(const QString& texto) {
     const PrinterConfig c = config();
     const int port = portaQuattro(c.porta);
     if (port == 1 || port == 2) { // a serial port
-        fail(SystemTexts::aviso(), kSoParalela, DialogIcon::Information, false);
+        const PrinterMessage m = message(SystemText::SoPortaParalela);
+        fail(m.title, m.text, m.icon, false);
         return false;
     }
     QuattroProtocol q(transport(),

@@ -86,13 +86,6 @@ public:
     int replyTimeoutMs = 1000;
     static constexpr int kMaxPendentes = 500; // tape lines kept while the printer is down
 
-    static const QString kAbrirFalhou;
-    static const QString kFecharFalhouCaixa;
-    static const QString kFecharFalhouAutenticacao;
-    static const QString kAutenticacaoFalhou;
-    static const QString kTempoExcedido;
-    static const QString kImpressaoFalhou;
-    static const QString kSoParalela;
     static const QString kLabel; // "ImprimeAutenticadora"
 
 private:

@@ -196,13 +196,13 @@ private slots:
         s.TIPO = 1;
         s.DESCRICAO = QStringLiteral("TROCO");
         s.VALOR = Money::fromReais(50);
-        QVERIFY(s.SQLInsert(1));
+        QVERIFY(s.SQLInsert());
         QVERIFY(s.ID > 0);
         const qint32 id = s.ID;
-        QVERIFY(s.SQLInsert(1)); // the key was set: a second row, ID not read back
+        QVERIFY(s.SQLInsert()); // the key was set: a second row, ID not read back
         QCOMPARE(s.ID, id);
         QCOMPARE(app.count(QStringLiteral("Suprimentos")), 2);
-        QVERIFY(!s.SQLInsert(2)); // the update never succeeds
+        QVERIFY(!s.SQLUpdate());  // the update never succeeds
         QVERIFY(s.SQLDelete(id)); // addresses CODIGO, which no insert fills
         QCOMPARE(app.count(QStringLiteral("Suprimentos")), 2);
     }

@@ -500,13 +500,14 @@ private slots:
         const QString file = QStringLiteral("CnabAGUA202611231000.RET (NSA 1)");
         QCOMPARE(rc.arquivosBanco(sent), file);
         QCOMPARE(rc.arquivosBanco(later), QString());
-        QCOMPARE(ReceiptCorrections::perguntaEstorno(90, rc.arquivosBanco(sent)),
+        QCOMPARE(ReceiptCorrections::perguntaEstorno(90, rc.arquivosBanco(sent)).text,
                  QStringLiteral("Confirma exclusão deste item? - 090\nO item 090 já foi enviado "
                                 "ao banco no arquivo CnabAGUA202611231000.RET (NSA 1): a correção "
                                 "não muda esse arquivo; avise o banco."));
         c.app.dialogs().clear();
         auto r = rc.estornar(sent, QStringLiteral("pago em dobro"));
         QVERIFY(r.feito);
+        r.mostrar(c.app.dialogs());
         QCOMPARE(r.arquivoBanco, file);
         QCOMPARE(c.app.dialogs().last().text,
                  QStringLiteral("O item 090 já foi enviado ao banco no arquivo "
@@ -515,16 +516,17 @@ private slots:
         QCOMPARE(c.app.dialogs().last().icon, DialogIcon::Exclamation);
         ReceiptCorrections::Pedido p;
         p.idrecebe = kept;
-        p.valor = QStringLiteral("8,00");
+        p.valor = Money::fromCents(800);
         p.motivo = QStringLiteral("valor errado");
         r = rc.alterar(p);
         QVERIFY(r.feito);
         QCOMPARE(r.arquivoBanco, file);
         p.idrecebe = later;
-        p.valor = QStringLiteral("10,00");
+        p.valor = Money::fromCents(1000);
         c.app.dialogs().clear();
         r = rc.alterar(p);
         QVERIFY(r.feito);
+        r.mostrar(c.app.dialogs());
         QCOMPARE(r.arquivoBanco, QString());
         QCOMPARE(c.app.dialogs().texts(),
                  QStringList{QStringLiteral("Operação efetuada com sucesso!!")});

@@ -110,15 +110,13 @@ void frmAutenticar::autenticar() {
     case LooseStamp::Outcome::Registrada:
         break;
     case LooseStamp::Outcome::ValorInvalido:
-        m_ctx.dialogs.warn(LooseStamp::kTitulo, r.mensagem());
+        tell(m_ctx.dialogs, r.notice());
         m_valor->selectAll();
         m_valor->setFocus();
         return;
     case LooseStamp::Outcome::AutenticadoraDesligada:
-        m_ctx.dialogs.warn(LooseStamp::kTitulo, r.mensagem());
-        return;
     case LooseStamp::Outcome::FalhaGravacao:
-        m_ctx.dialogs.critical(LooseStamp::kTitulo, r.mensagem());
+        tell(m_ctx.dialogs, r.notice());
         return;
     }
     AppContext* ctx = &m_ctx;

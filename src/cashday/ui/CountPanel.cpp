@@ -26,40 +26,9 @@ QLineEdit* amountField(QWidget* parent, const char* name) {
 } // namespace
 
 CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ctx(ctx) {
-    m_arrecadacao = amountField(this, "txtarrecadacao");
-    m_sangria = amountField(this, "txtsangria");
-    m_suprimento = amountField(this, "txtsuprimento");
-    m_total = amountField(this, "txttotal");
-    m_saldo = amountField(this, "txtsaldo");
-    QFont bold = m_saldo->font();
-    bold.setBold(true);
-    m_saldo->setFont(bold);
-    lista = new QTreeWidget(this);
-    lista->setObjectName(QStringLiteral("List1"));
-    lista->setRootIsDecorated(false);
-    lista->setAlternatingRowColors(true);
-    lista->setHeaderLabels({QStringLiteral("Código"), QStringLiteral("Espécie"),
-                            QStringLiteral("Número"), QStringLiteral("Valor")});
-    lista->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    lista->setContextMenuPolicy(Qt::ActionsContextMenu);
-    del = new QAction(QStringLiteral("&Excluir item"), lista);
-    del->setObjectName(QStringLiteral("mnudel"));
-    lista->addAction(del);
-    status = new QLabel(this);
-    status->setObjectName(QStringLiteral("lblStatus"));
-    especie = new QComboBox(this);
-    especie->setObjectName(QStringLiteral("Combo1"));
-    numero = new QLineEdit(this);
-    numero->setObjectName(QStringLiteral("txtnumero"));
-    numero->setMinimumWidth(100);
-    numero->setMaxLength(40);
-    valor = new QLineEdit(this);
-    valor->setObjectName(QStringLiteral("mskvalor"));
-    valor->setMinimumWidth(100);
-    valor->setAlignment(Qt::AlignRight);
-    add = new QPushButton(QStringLiteral("&Incluir"), this);
-    add->setObjectName(QStringLiteral("Command5"));
-    add->setDefault(true);
+    QLayout* figures = buildFigures();
+    buildList();
+    QLayout* line = buildLine();
     auto* remove = new QPushButton(QStringLiteral("E&xcluir item"), this);
     remove->setObjectName(QStringLiteral("cmdExcluir"));
     connect(remove, &QPushButton::clicked, del, &QAction::trigger);
@@ -71,31 +40,6 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
     setTabOrder(add, lista);
     setTabOrder(lista, remove);
 
-    auto* figures = new QGridLayout;
-    const QList<QPair<QString, QLineEdit*>> rows = {
-        {QStringLiteral("Arrecadação:"), m_arrecadacao},
-        {QStringLiteral("Lançamentos (entradas - saídas):"), m_sangria},
-        {QStringLiteral("Suprimento:"), m_suprimento},
-        {QStringLiteral("Total contado:"), m_total},
-        {QStringLiteral("Diferença:"), m_saldo}};
-    for (int i = 0; i < rows.size(); ++i) {
-        figures->addWidget(new QLabel(rows[i].first, this), i, 0);
-        figures->addWidget(rows[i].second, i, 1);
-    }
-    figures->setRowStretch(int(rows.size()), 1);
-    // Captions above the fields: a faint hint inside them would not read on a light skin.
-    auto* line = new QGridLayout;
-    line->setVerticalSpacing(2);
-    line->addWidget(new QLabel(QStringLiteral("Espécie"), this), 0, 0);
-    line->addWidget(new QLabel(QStringLiteral("Número"), this), 0, 1);
-    line->addWidget(new QLabel(QStringLiteral("Valor"), this), 0, 2);
-    line->addWidget(especie, 1, 0);
-    line->addWidget(numero, 1, 1);
-    line->addWidget(valor, 1, 2);
-    line->addWidget(add, 1, 3);
-    line->setColumnStretch(0, 2);
-    line->setColumnStretch(1, 2);
-    line->setColumnStretch(2, 1);
     auto* statusRow = new QHBoxLayout;
     statusRow->addWidget(status);
     statusRow->addStretch();
@@ -110,6 +54,76 @@ CountPanel::CountPanel(AppContext& ctx, QWidget* parent) : QWidget(parent), m_ct
     body->addSpacing(16);
     body->addLayout(countBox, 1);
     fillEspecies();
+}
+
+QLayout* CountPanel::buildFigures() {
+    m_arrecadacao = amountField(this, "txtarrecadacao");
+    m_sangria = amountField(this, "txtsangria");
+    m_suprimento = amountField(this, "txtsuprimento");
+    m_total = amountField(this, "txttotal");
+    m_saldo = amountField(this, "txtsaldo");
+    QFont bold = m_saldo->font();
+    bold.setBold(true);
+    m_saldo->setFont(bold);
+    auto* figures = new QGridLayout;
+    const QList<QPair<QString, QLineEdit*>> rows = {
+        {QStringLiteral("Arrecadação:"), m_arrecadacao},
+        {QStringLiteral("Lançamentos (entradas - saídas):"), m_sangria},
+        {QStringLiteral("Suprimento:"), m_suprimento},
+        {QStringLiteral("Total contado:"), m_total},
+        {QStringLiteral("Diferença:"), m_saldo}};
+    for (int i = 0; i < rows.size(); ++i) {
+        figures->addWidget(new QLabel(rows[i].first, this), i, 0);
+        figures->addWidget(rows[i].second, i, 1);
+    }
+    figures->setRowStretch(int(rows.size()), 1);
+    return figures;
+}
+
+void CountPanel::buildList() {
+    lista = new QTreeWidget(this);
+    lista->setObjectName(QStringLiteral("List1"));
+    lista->setRootIsDecorated(false);
+    lista->setAlternatingRowColors(true);
+    lista->setHeaderLabels({QStringLiteral("Código"), QStringLiteral("Espécie"),
+                            QStringLiteral("Número"), QStringLiteral("Valor")});
+    lista->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    lista->setContextMenuPolicy(Qt::ActionsContextMenu);
+    del = new QAction(QStringLiteral("&Excluir item"), lista);
+    del->setObjectName(QStringLiteral("mnudel"));
+    lista->addAction(del);
+    status = new QLabel(this);
+    status->setObjectName(QStringLiteral("lblStatus"));
+}
+
+QLayout* CountPanel::buildLine() {
+    especie = new QComboBox(this);
+    especie->setObjectName(QStringLiteral("Combo1"));
+    numero = new QLineEdit(this);
+    numero->setObjectName(QStringLiteral("txtnumero"));
+    numero->setMinimumWidth(100);
+    numero->setMaxLength(40);
+    valor = new QLineEdit(this);
+    valor->setObjectName(QStringLiteral("mskvalor"));
+    valor->setMinimumWidth(100);
+    valor->setAlignment(Qt::AlignRight);
+    add = new QPushButton(QStringLiteral("&Incluir"), this);
+    add->setObjectName(QStringLiteral("Command5"));
+    add->setDefault(true);
+    // Captions above the fields: a faint hint inside them would not read on a light skin.
+    auto* line = new QGridLayout;
+    line->setVerticalSpacing(2);
+    line->addWidget(new QLabel(QStringLiteral("Espécie"), this), 0, 0);
+    line->addWidget(new QLabel(QStringLiteral("Número"), this), 0, 1);
+    line->addWidget(new QLabel(QStringLiteral("Valor"), this), 0, 2);
+    line->addWidget(especie, 1, 0);
+    line->addWidget(numero, 1, 1);
+    line->addWidget(valor, 1, 2);
+    line->addWidget(add, 1, 3);
+    line->setColumnStretch(0, 2);
+    line->setColumnStretch(1, 2);
+    line->setColumnStretch(2, 1);
+    return line;
 }
 
 QString CountPanel::key(qint32 id) {

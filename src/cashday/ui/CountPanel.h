@@ -8,6 +8,7 @@ class AppContext;
 class QAction;
 class QComboBox;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
@@ -38,6 +39,10 @@ public:
     QLabel* status;     // lblStatus
 
 private:
+    QLayout* buildFigures();
+    void buildList();
+    QLayout* buildLine();
+
     AppContext& m_ctx;
     QLineEdit* m_arrecadacao; // txtarrecadacao
     QLineEdit* m_sangria;     // txtsangria

@@ -74,12 +74,15 @@ void ReversalUndoDialog::reverter() {
     }
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     const auto aut = static_cast<qint16>(item->data(1, Qt::UserRole).toInt());
-    if (!m_corrections.podeReverter(id))
+    if (const Notice n = m_corrections.recusaReversao(id); !n.empty()) {
+        tell(m_ctx.dialogs, n);
         return;
-    if (m_ctx.dialogs.message(SystemTexts::aviso(), ReceiptCorrections::perguntaReversao(aut),
-                              DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
+    }
+    if (!askNotice(m_ctx.dialogs, ReceiptCorrections::perguntaReversao(aut)))
         return;
-    if (m_corrections.reverter(id).feito)
+    const ReceiptCorrections::Resultado res = m_corrections.reverter(id);
+    res.mostrar(m_ctx.dialogs);
+    if (res.feito)
         m_reverteu = true;
     carregar();
 }

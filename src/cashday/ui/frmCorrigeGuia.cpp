@@ -44,6 +44,16 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     m_lista->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     connect(m_lista, &QTreeWidget::itemDoubleClicked, this, &frmCorrigeGuia::selecionar);
 
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(buildSearch());
+    layout->addWidget(m_lista, 1);
+    layout->addLayout(buildForm());
+    layout->addLayout(buildButtons());
+    resize(760, 620);
+    Lista_Movimento_dia();
+}
+
+QLayout* frmCorrigeGuia::buildSearch() {
     m_pesquisa = field(this, "txtpesquisa");
     m_pesquisa->setPlaceholderText(QStringLiteral("autenticação"));
     auto* procura = new QPushButton(QStringLiteral("&Procurar"), this);
@@ -54,13 +64,16 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     search->addWidget(new QLabel(QStringLiteral("Pesquisar autenticação:"), this));
     search->addWidget(m_pesquisa);
     search->addWidget(procura);
+    return search;
+}
 
+QLayout* frmCorrigeGuia::buildForm() {
     m_ordem = field(this, "txtordem", true);
     m_aut = field(this, "txtaut");
     m_orgao = new QComboBox(this);
     m_orgao->setObjectName(QStringLiteral("cmbOrgao"));
     for (const GuideKind& k :
-         clsCodBarra::listar(ctx.db, clsCodBarra::Lista::Entrada).value_or(GuideKinds{}))
+         clsCodBarra::listar(m_ctx.db, clsCodBarra::Lista::Entrada).value_or(GuideKinds{}))
         m_orgao->addItem(k.descricao, k.idcod);
     m_orgao->setCurrentIndex(-1);
     m_barra = field(this, "txtbarra");
@@ -79,8 +92,11 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     form->addRow(QStringLiteral("Valor anterior:"), m_valorAntigo);
     form->addRow(QStringLiteral("Tipo anterior:"), m_tipoAntigo);
     form->addRow(QStringLiteral("Motivo:"), m_motivo);
+    return form;
+}
 
-    auto button = [this](const char* name, const QString& text, void (frmCorrigeGuia::*slot)()) {
+QLayout* frmCorrigeGuia::buildButtons() {
+    auto button = [this](const char* name, const QString& text, auto slot) {
         auto* b = new QPushButton(text, this);
         b->setObjectName(QLatin1String(name));
         b->setAutoDefault(false);
@@ -94,19 +110,8 @@ frmCorrigeGuia::frmCorrigeGuia(AppContext& ctx, CounterPrinter* printer, QWidget
     buttons->addWidget(
         button("cmdEstornar", QStringLiteral("&Estornar"), &frmCorrigeGuia::estornar));
     buttons->addStretch();
-    auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
-    close->setObjectName(QStringLiteral("cmdFechar"));
-    close->setAutoDefault(false);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
-    buttons->addWidget(close);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(search);
-    layout->addWidget(m_lista, 1);
-    layout->addLayout(form);
-    layout->addLayout(buttons);
-    resize(760, 620);
-    Lista_Movimento_dia();
+    buttons->addWidget(button("cmdFechar", QStringLiteral("&Fechar"), &QDialog::accept));
+    return buttons;
 }
 
 bool frmCorrigeGuia::abrir(AppContext& ctx, CounterPrinter* printer, const QString& title,
@@ -141,7 +146,7 @@ void frmCorrigeGuia::procurar() {
     bool ok = false;
     const int n = text.toInt(&ok);
     if (!ok || n < 1) {
-        m_ctx.dialogs.critical(SystemTexts::aviso(), ReceiptCorrections::kAutenticaInvalida);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::AutenticaInvalida));
         return;
     }
     Lista_Movimento_dia(n);
@@ -159,7 +164,7 @@ void frmCorrigeGuia::selecionar() {
         if (r.idrecebe == id)
             m_selecionado = r;
     if (!m_selecionado) {
-        m_ctx.dialogs.critical(SystemTexts::aviso(), ReceiptCorrections::kNaoEncontrado);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::RecebimentoNaoEncontrado));
         Lista_Movimento_dia();
         return;
     }
@@ -174,14 +179,19 @@ void frmCorrigeGuia::selecionar() {
 }
 
 void frmCorrigeGuia::alterar() {
-    ReceiptCorrections::Pedido p;
-    p.idrecebe = m_selecionado ? m_selecionado->idrecebe : 0;
-    p.tipo = m_orgao->currentIndex() < 0 ? QString() : m_orgao->currentData().toString();
-    p.autentica = m_aut->text();
-    p.codbarra = m_barra->text();
-    p.valor = m_valor->text();
-    p.motivo = m_motivo->text();
-    if (!m_corrections.alterar(p).feito) {
+    CorrectionRequest::AsTyped typed;
+    typed.idrecebe = m_selecionado ? m_selecionado->idrecebe : 0;
+    typed.tipo = m_orgao->currentIndex() < 0 ? QString() : m_orgao->currentData().toString();
+    typed.autentica = m_aut->text();
+    typed.codbarra = m_barra->text();
+    typed.valor = m_valor->text();
+    typed.motivo = m_motivo->text();
+    const CorrectionRequest::Read read = CorrectionRequest::read(typed);
+    const ReceiptCorrections::Resultado res =
+        read.request ? m_corrections.alterar(*read.request)
+                     : ReceiptCorrections::Resultado::refused(read.refusal);
+    res.mostrar(m_ctx.dialogs);
+    if (!res.feito) {
         if (m_motivo->text().trimmed().isEmpty())
             m_motivo->setFocus();
         return;
@@ -195,18 +205,21 @@ void frmCorrigeGuia::estornar() {
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
         return;
     }
-    if (!m_corrections.podeEstornar(m_selecionado->idrecebe, m_motivo->text())) {
+    if (const Notice n = m_corrections.recusaEstorno(m_selecionado->idrecebe, m_motivo->text());
+        !n.empty()) {
+        tell(m_ctx.dialogs, n);
         if (m_motivo->text().trimmed().isEmpty())
             m_motivo->setFocus();
         return;
     }
-    if (m_ctx.dialogs.message(
-            SystemTexts::aviso(),
-            ReceiptCorrections::perguntaEstorno(
-                m_selecionado->autentica, m_corrections.arquivosBanco(m_selecionado->idrecebe)),
-            DialogIcon::Question, DialogButtons::YesNo) != DialogAnswer::Yes)
+    if (!askNotice(m_ctx.dialogs, ReceiptCorrections::perguntaEstorno(
+                                      m_selecionado->autentica,
+                                      m_corrections.arquivosBanco(m_selecionado->idrecebe))))
         return;
-    if (!m_corrections.estornar(m_selecionado->idrecebe, m_motivo->text()).feito)
+    const ReceiptCorrections::Resultado res =
+        m_corrections.estornar(m_selecionado->idrecebe, m_motivo->text());
+    res.mostrar(m_ctx.dialogs);
+    if (!res.feito)
         return;
     m_corrigiu = true;
     limpar();

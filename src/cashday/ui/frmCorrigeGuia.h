@@ -7,6 +7,7 @@
 class AppContext;
 class CounterPrinter;
 class QComboBox;
+class QLayout;
 class QLineEdit;
 class QTreeWidget;
 
@@ -24,6 +25,9 @@ public:
     bool corrigiu() const { return m_corrigiu; }
 
 private:
+    QLayout* buildSearch();
+    QLayout* buildForm();
+    QLayout* buildButtons();
     void Lista_Movimento_dia(std::optional<qint32> autentica = {});
     void procurar();
     void selecionar();

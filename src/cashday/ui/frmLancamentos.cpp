@@ -23,6 +23,32 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     : QDialog(parent), m_ctx(ctx), m_pausa(IntegrationFile::pausaConfigurada(ctx)) {
     setObjectName(QStringLiteral("frmLancamentos"));
     setWindowTitle(QStringLiteral("Conferência de Caixa"));
+    QLayout* top = buildTop(dia);
+    m_panel = new CountPanel(ctx, this);
+    connect(m_panel->del, &QAction::triggered, this, &frmLancamentos::excluir);
+    connect(m_panel->add, &QPushButton::clicked, this, &frmLancamentos::adicionar);
+    QLayout* bottom = buildBottom();
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(top);
+    layout->addWidget(m_panel, 1);
+    layout->addLayout(bottom);
+    resize(900, 480);
+
+    // Another day is opened once its date is complete, not at every digit typed.
+    auto other = [this] {
+        if (m_data->date() != m_dia)
+            abrir(m_data->date());
+    };
+    connect(m_data, &QDateEdit::editingFinished, this, other);
+    connect(m_data->calendarWidget(), &QCalendarWidget::clicked, this, other);
+    abrir(dia);
+    // The work starts at the count; the other day's date comes last in the Tab order.
+    setTabOrder(m_gerar, m_fechar);
+    setTabOrder(m_fechar, m_data);
+    m_panel->especie->setFocus();
+}
+
+QLayout* frmLancamentos::buildTop(const QDate& dia) {
     m_id = new QLineEdit(this);
     m_id->setObjectName(QStringLiteral("txtid_tabela"));
     m_id->setReadOnly(true);
@@ -39,19 +65,6 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     QFont bold = m_lblDia->font();
     bold.setBold(true);
     m_lblDia->setFont(bold);
-    m_panel = new CountPanel(ctx, this);
-    connect(m_panel->del, &QAction::triggered, this, &frmLancamentos::excluir);
-    connect(m_panel->add, &QPushButton::clicked, this, &frmLancamentos::adicionar);
-    m_pbr = new QProgressBar(this);
-    m_pbr->setObjectName(QStringLiteral("pbr"));
-    m_pbr->setValue(0);
-    m_gerar = new QPushButton(QStringLiteral("&Gerar Arquivo Remessa"), this);
-    m_gerar->setObjectName(QStringLiteral("Command1"));
-    connect(m_gerar, &QPushButton::clicked, this, &frmLancamentos::gerar);
-    auto* close = new QPushButton(QStringLiteral("&Fechar"), this);
-    close->setObjectName(QStringLiteral("cmdFechar"));
-    connect(close, &QPushButton::clicked, this, &QDialog::reject);
-
     auto* top = new QHBoxLayout;
     top->addWidget(m_lblDia);
     top->addStretch();
@@ -61,28 +74,24 @@ frmLancamentos::frmLancamentos(AppContext& ctx, const QDate& dia, QWidget* paren
     top->addWidget(m_mov);
     top->addWidget(new QLabel(QStringLiteral("Data:"), this));
     top->addWidget(m_data);
+    return top;
+}
+
+QLayout* frmLancamentos::buildBottom() {
+    m_pbr = new QProgressBar(this);
+    m_pbr->setObjectName(QStringLiteral("pbr"));
+    m_pbr->setValue(0);
+    m_gerar = new QPushButton(QStringLiteral("&Gerar Arquivo Remessa"), this);
+    m_gerar->setObjectName(QStringLiteral("Command1"));
+    connect(m_gerar, &QPushButton::clicked, this, &frmLancamentos::gerar);
+    m_fechar = new QPushButton(QStringLiteral("&Fechar"), this);
+    m_fechar->setObjectName(QStringLiteral("cmdFechar"));
+    connect(m_fechar, &QPushButton::clicked, this, &QDialog::reject);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(m_pbr, 1);
     bottom->addWidget(m_gerar);
-    bottom->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(top);
-    layout->addWidget(m_panel, 1);
-    layout->addLayout(bottom);
-    resize(900, 480);
-
-    // Another day is opened once its date is complete, not at every digit typed.
-    auto other = [this] {
-        if (m_data->date() != m_dia)
-            abrir(m_data->date());
-    };
-    connect(m_data, &QDateEdit::editingFinished, this, other);
-    connect(m_data->calendarWidget(), &QCalendarWidget::clicked, this, other);
-    abrir(dia);
-    // The work starts at the count; the other day's date comes last in the Tab order.
-    setTabOrder(m_gerar, close);
-    setTabOrder(close, m_data);
-    m_panel->especie->setFocus();
+    bottom->addWidget(m_fechar);
+    return bottom;
 }
 
 void frmLancamentos::abrir(const QDate& dia) {

@@ -10,6 +10,7 @@
 class AppContext;
 class QDateEdit;
 class QLabel;
+class QLayout;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
@@ -28,6 +29,8 @@ public:
     void reject() override; // not while the file is being written
 
 private:
+    QLayout* buildTop(const QDate& dia);
+    QLayout* buildBottom();
     void abrir(const QDate& dia);
     void Lista_conf_caixa();
     void adicionar(); // Command5
@@ -46,6 +49,7 @@ private:
     QLabel* m_mov;     // lblMov
     QLabel* m_lblDia;  // lblDia
     CountPanel* m_panel;
-    QProgressBar* m_pbr;  // pbr
-    QPushButton* m_gerar; // Command1
+    QProgressBar* m_pbr;   // pbr
+    QPushButton* m_gerar;  // Command1
+    QPushButton* m_fechar; // cmdFechar
 };
