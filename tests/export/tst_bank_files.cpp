@@ -34,7 +34,7 @@ struct BankCounter : OpenCounter {
     qint32 mov = 0;
 
     BankCounter() {
-        QVERIFY(app.ok());
+        QVERIFY(seeded);
         QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Export")));
         QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Febraban")));
         const QList<QPair<const char*, const char*>> options = {
