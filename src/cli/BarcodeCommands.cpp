@@ -267,10 +267,9 @@ int linha(CliEnv& e) {
     return ExitOk;
 }
 
-} // namespace
+using D = CliCommand::Db;
 
-void registerBarcodeCommands(QList<CliCommand>& c) {
-    using D = CliCommand::Db;
+void registerKindCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("tipo"), QStringLiteral("gravar")},
               QStringLiteral("tipo gravar --idcod N --idtipo T --descricao D --padrao P --juros "
                              "S|N --bloqueio S|N [--codbanco C] [--alterar]"),
@@ -293,6 +292,9 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
               D::Existing,
               tipoExcluir});
     c.last().act = Act::TiposGuia;
+}
+
+void registerHolidayCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("feriado"), QStringLiteral("gravar")},
               QStringLiteral("feriado gravar DD/MM/AAAA"),
               QStringLiteral("grava um feriado"),
@@ -322,6 +324,9 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
          D::Existing,
          diaUtil});
     c.last().act = Act::Consultar;
+}
+
+void registerReadingCommands(QList<CliCommand>& c) {
     c.append(
         {{QStringLiteral("ler")},
          QStringLiteral("ler CODIGO [--data DD/MM/AAAA] [--json]"),
@@ -339,4 +344,12 @@ void registerBarcodeCommands(QList<CliCommand>& c) {
               D::None,
               linha});
     c.last().act = Act::Consultar;
+}
+
+} // namespace
+
+void registerBarcodeCommands(QList<CliCommand>& c) {
+    registerKindCommands(c);
+    registerHolidayCommands(c);
+    registerReadingCommands(c);
 }

@@ -413,10 +413,12 @@ int integracao(CliEnv& e) {
     return r.erros.isEmpty() ? ExitOk : ExitRefused;
 }
 
-} // namespace
+QString dateOption() {
+    return QStringLiteral(" [--data DD/MM/AAAA]");
+}
 
-void registerCashDayCommands(QList<CliCommand>& c) {
-    const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
+void registerEntryCommands(QList<CliCommand>& c) {
+    const QString d = dateOption();
     const QString adm = QStringLiteral(
         "; entrada e sangria pedem também a senha de um administrador (segunda linha)");
     c.append({{QStringLiteral("lancamento"), QStringLiteral("gravar")},
@@ -453,6 +455,10 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               excluirItem});
     c.last().act = Act::EntradaSangria;
+}
+
+void registerCountCommands(QList<CliCommand>& c) {
+    const QString d = dateOption();
     c.append({{QStringLiteral("cofre")},
               QStringLiteral("cofre [--entrada VALOR | --saida VALOR]") + d +
                   QStringLiteral(" [--json]"),
@@ -479,4 +485,11 @@ void registerCashDayCommands(QList<CliCommand>& c) {
               CliCommand::Db::Existing,
               integracao});
     c.last().act = Act::ArquivoIntegracao;
+}
+
+} // namespace
+
+void registerCashDayCommands(QList<CliCommand>& c) {
+    registerEntryCommands(c);
+    registerCountCommands(c);
 }

@@ -49,6 +49,25 @@ const CliCommand* find(const QList<CliCommand>& commands, const QStringList& wor
     return best;
 }
 
+// Takes `--pasta DIR` out of `args` into `folder`; false (said on `err`) when it is misused.
+bool takeFolder(QStringList& args, QString& folder, QTextStream& err) {
+    const int p = args.indexOf(QStringLiteral("--pasta"));
+    if (p < 0)
+        return true;
+    // An empty folder would silently be the user's data folder.
+    if (p + 1 >= args.size() || args[p + 1].trimmed().isEmpty()) {
+        err << "A opção --pasta precisa de uma pasta.\n";
+        return false;
+    }
+    folder = args[p + 1];
+    args.remove(p, 2);
+    if (args.contains(QStringLiteral("--pasta"))) {
+        err << "A opção --pasta foi dada mais de uma vez.\n";
+        return false;
+    }
+    return true;
+}
+
 QString readLine() {
     QFile in;
     if (!in.open(stdin, QIODevice::ReadOnly))
@@ -131,20 +150,8 @@ int Cli::run(const QStringList& argsIn, const QString& exeFolder) {
 
     QStringList args = argsIn;
     QString folderArg;
-    const int p = args.indexOf(QStringLiteral("--pasta"));
-    if (p >= 0) {
-        // An empty folder would silently be the user's data folder.
-        if (p + 1 >= args.size() || args[p + 1].trimmed().isEmpty()) {
-            err << "A opção --pasta precisa de uma pasta.\n";
-            return ExitUsage;
-        }
-        folderArg = args[p + 1];
-        args.remove(p, 2);
-        if (args.contains(QStringLiteral("--pasta"))) {
-            err << "A opção --pasta foi dada mais de uma vez.\n";
-            return ExitUsage;
-        }
-    }
+    if (!takeFolder(args, folderArg, err))
+        return ExitUsage;
     if (args.isEmpty() || args.first() == QLatin1String("--help") ||
         args.first() == QLatin1String("-h") || args.first() == QLatin1String("ajuda")) {
         out << helpText();

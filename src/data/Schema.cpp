@@ -314,6 +314,59 @@ static int versionInside(clsDataAccess& db) {
     return v;
 }
 
+// An SQLite file of `version` is copied beside itself before it is migrated.
+static bool copyAside(clsDataAccess& db, int version, QString* message) {
+    const QString copy = db.config().sqlitePath + QStringLiteral(".v%1.bak").arg(version);
+    QFile::remove(copy);
+    QString e;
+    QSqlDatabase sql = db.database();
+    if (exec(sql,
+             QStringLiteral("VACUUM INTO '%1'")
+                 .arg(QString(copy).replace(QLatin1Char('\''), QStringLiteral("''"))),
+             &e))
+        return true;
+    if (message)
+        *message = QStringLiteral("Não foi possível copiar o banco antes de atualizá-lo: ") + e;
+    return false;
+}
+
+// Migration `version` with its version bump, in one transaction; `version` moves on to where the
+// database now is.
+static bool migrateOneStep(clsDataAccess& db, int& version, QStringList* notes,
+                           const Schema::Legacy& legacy, QString* message) {
+    QSqlDatabase sql = db.database();
+    QString err;
+    // The write lock first: two programs opening an old database migrate it once.
+    Transaction tx(db);
+    bool ok = tx.ok();
+    if (!ok)
+        err = db.lastError();
+    const int now = ok ? versionInside(db) : version;
+    if (ok && now > version) {
+        version = now; // another program did this step meanwhile
+        tx.commit();
+        return true;
+    }
+    if (ok && version == 0)
+        ok =
+            exec(sql, QStringLiteral("CREATE TABLE VersaoBanco (VERSAO INTEGER NOT NULL)"), &err) &&
+            exec(sql, QStringLiteral("INSERT INTO VersaoBanco (VERSAO) VALUES (0)"), &err);
+    for (const QString& stmt : kMigrations[version](db.backend()))
+        ok = ok && exec(sql, stmt, &err);
+    ok = ok && afterStatements(kMigrations[version], db, notes, legacy, &err);
+    ok = ok &&
+         exec(sql, QStringLiteral("UPDATE VersaoBanco SET VERSAO = %1").arg(version + 1), &err);
+    if (!ok || !tx.commit()) {
+        if (message)
+            *message = QStringLiteral("Erro ao atualizar o banco de dados para a versão %1: %2")
+                           .arg(version + 1)
+                           .arg(err.isEmpty() ? db.lastError() : err);
+        return false;
+    }
+    ++version;
+    return true;
+}
+
 int Schema::currentVersion() {
     return int(std::size(kMigrations));
 }
@@ -339,7 +392,6 @@ int Schema::versionOf(clsDataAccess& db) {
 Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList* notes, int upTo,
                                const Legacy& legacy) {
     const int target = upTo < 0 ? currentVersion() : qMin(upTo, currentVersion());
-    QSqlDatabase sql = db.database();
     int version = versionOf(db);
     if (version > currentVersion()) {
         if (message)
@@ -361,51 +413,11 @@ Schema::Result Schema::migrate(clsDataAccess& db, QString* message, QStringList*
                            .arg(currentVersion());
         return Result::Failed;
     }
-    if (version > 0 && db.backend() == DbBackend::SQLite) {
-        const QString copy = db.config().sqlitePath + QStringLiteral(".v%1.bak").arg(version);
-        QFile::remove(copy);
-        QString e;
-        if (!exec(sql,
-                  QStringLiteral("VACUUM INTO '%1'")
-                      .arg(QString(copy).replace(QLatin1Char('\''), QStringLiteral("''"))),
-                  &e)) {
-            if (message)
-                *message =
-                    QStringLiteral("Não foi possível copiar o banco antes de atualizá-lo: ") + e;
+    if (version > 0 && db.backend() == DbBackend::SQLite && !copyAside(db, version, message))
+        return Result::Failed;
+    while (version < target)
+        if (!migrateOneStep(db, version, notes, legacy, message))
             return Result::Failed;
-        }
-    }
-    while (version < target) {
-        QString err;
-        // The write lock first: two programs opening an old database migrate it once.
-        Transaction tx(db);
-        bool ok = tx.ok();
-        if (!ok)
-            err = db.lastError();
-        const int now = ok ? versionInside(db) : version;
-        if (ok && now > version) {
-            version = now; // another program did this step meanwhile
-            tx.commit();
-            continue;
-        }
-        if (ok && version == 0)
-            ok = exec(sql, QStringLiteral("CREATE TABLE VersaoBanco (VERSAO INTEGER NOT NULL)"),
-                      &err) &&
-                 exec(sql, QStringLiteral("INSERT INTO VersaoBanco (VERSAO) VALUES (0)"), &err);
-        for (const QString& stmt : kMigrations[version](db.backend()))
-            ok = ok && exec(sql, stmt, &err);
-        ok = ok && afterStatements(kMigrations[version], db, notes, legacy, &err);
-        ok = ok &&
-             exec(sql, QStringLiteral("UPDATE VersaoBanco SET VERSAO = %1").arg(version + 1), &err);
-        if (!ok || !tx.commit()) {
-            if (message)
-                *message = QStringLiteral("Erro ao atualizar o banco de dados para a versão %1: %2")
-                               .arg(version + 1)
-                               .arg(err.isEmpty() ? db.lastError() : err);
-            return Result::Failed;
-        }
-        ++version;
-    }
     return Result::Ok;
 }
 

@@ -112,14 +112,23 @@ bool BackgroundCentral::aguardarPrimeiraVerificacao(int ms) {
     return m_verificada;
 }
 
-void BackgroundCentral::run() {
+// What the thread keeps between wakes; it lives and dies on the thread.
+struct BackgroundCentral::Worker {
+    explicit Worker(BackgroundCentral& owner)
+        : log(port, owner.m_clock, owner.m_folder), local(log), link(log, owner.m_clock),
+          config(owner.m_inicial) {
+        leitura.start();
+    }
     SilentDialogPort port;
-    ErrorLog log(port, m_clock, m_folder);
-    clsDataAccess local(log);
-    CentralLink link(log, m_clock);
-    CentralConfig config = m_inicial;
+    ErrorLog log;
+    clsDataAccess local;
+    CentralLink link;
+    CentralConfig config;
     QElapsedTimer tentativa, verificacao, leitura;
-    leitura.start();
+};
+
+void BackgroundCentral::run() {
+    Worker w(*this);
     QMutexLocker lock(&m_mutex);
     while (!m_parar) {
         const QList<std::shared_ptr<Pedido>> pedidos = m_pedidos;
@@ -129,73 +138,28 @@ void BackgroundCentral::run() {
         const bool suspeita = m_suspeita;
         lock.unlock();
 
-        // Config.ini is read again now and then: the options screen may have changed [Rede].
-        if (leitura.hasExpired(kIntervaloMs - kFolgaMs)) {
-            leitura.start();
-            const CentralConfig now = CentralConfig::fromIni(m_iniPath);
-            if (!(now == config)) {
-                config = now;
-                link.desconectar();
-                tentativa.invalidate();
-            }
-        }
-        if (config.configurada() && !link.ativa() &&
-            (!tentativa.isValid() || tentativa.hasExpired(kIntervaloMs - kFolgaMs))) {
-            tentativa.start();
-            if (link.conectar(config, kSentencaMs))
-                enviar = true;
-            verificacao.start();
-        }
-        QList<std::optional<bool>> respostas;
-        QList<ReservaRede> reservas;
-        for (const auto& p : pedidos) {
-            const bool claim = !p->reservar.isEmpty();
-            respostas << (claim ? std::nullopt : link.recebida(p->codigo));
-            reservas << (claim ? link.reservar(p->reservar, p->origem, p->guiche) : ReservaRede{});
-        }
-        if (!pedidos.isEmpty()) {
-            // Answered at once: the interface thread does not wait for the sending below.
-            QMutexLocker answer(&m_mutex);
-            for (int i = 0; i < pedidos.size(); ++i) {
-                pedidos[i]->resposta = respostas[i];
-                pedidos[i]->reserva = reservas[i];
-                pedidos[i]->pronto = true;
-            }
-            m_respondido.wakeAll();
-        }
+        rereadConfig(w);
+        if (connectIfDue(w))
+            enviar = true;
+        answer(w, pedidos);
         for (const QString& r : liberar)
-            link.liberar(r);
-        bool confirmada = false;
-        if (link.ativa() && (suspeita || !verificacao.isValid() ||
-                             verificacao.hasExpired(kIntervaloMs - kFolgaMs))) {
-            confirmada = link.ping();
-            verificacao.start();
-            enviar = enviar || confirmada; // retried every few seconds until the central has it
-        }
+            w.link.liberar(r);
+        const bool confirmada = checkIfDue(w, suspeita);
+        enviar = enviar || confirmada; // retried every few seconds until the central has it
         QStringList avisos;
-        bool restam = false;
-        if (link.ativa() && enviar) {
-            if (!local.isOpen() && local.open(m_local))
-                local.setLockWait(500, 2); // the counter's own writes come first
-            if (local.isOpen()) {
-                const CentralLink::Envio e = link.enviar(local);
-                for (const clsConflitoRede& c : e.conflitos)
-                    avisos << CentralLink::textoConflito(c);
-                restam = e.restam && !e.falhou;
-            }
-        }
-        if (link.problemaNovo())
-            avisos.prepend(link.problema());
+        const bool restam = w.link.ativa() && enviar && send(w, avisos);
+        if (w.link.problemaNovo())
+            avisos.prepend(w.link.problema());
 
         lock.relock();
-        m_configurada = config.configurada();
-        m_tempoMs = config.tempoMs;
-        m_ativa = link.ativa();
+        m_configurada = w.config.configurada();
+        m_tempoMs = w.config.tempoMs;
+        m_ativa = w.link.ativa();
         if (confirmada || !m_ativa)
             m_suspeita = false;
         if (confirmada)
             m_avisadoSozinho = false;
-        m_verificada = m_verificada || !config.configurada() || tentativa.isValid();
+        m_verificada = m_verificada || !w.config.configurada() || w.tentativa.isValid();
         m_novidades << avisos;
         m_enviar = m_enviar || restam;
         m_respondido.wakeAll();
@@ -203,6 +167,69 @@ void BackgroundCentral::run() {
             m_acorda.wait(&m_mutex, QDeadlineTimer(kIntervaloMs));
     }
     lock.unlock();
-    local.close();
-    link.desconectar();
+    w.local.close();
+    w.link.desconectar();
+}
+
+// Config.ini is read again now and then: the options screen may have changed [Rede].
+void BackgroundCentral::rereadConfig(Worker& w) {
+    if (!w.leitura.hasExpired(kIntervaloMs - kFolgaMs))
+        return;
+    w.leitura.start();
+    const CentralConfig now = CentralConfig::fromIni(m_iniPath);
+    if (now == w.config)
+        return;
+    w.config = now;
+    w.link.desconectar();
+    w.tentativa.invalidate();
+}
+
+bool BackgroundCentral::connectIfDue(Worker& w) {
+    if (!w.config.configurada() || w.link.ativa() ||
+        (w.tentativa.isValid() && !w.tentativa.hasExpired(kIntervaloMs - kFolgaMs)))
+        return false;
+    w.tentativa.start();
+    const bool connected = w.link.conectar(w.config, kSentencaMs);
+    w.verificacao.start();
+    return connected;
+}
+
+void BackgroundCentral::answer(Worker& w, const QList<std::shared_ptr<Pedido>>& pedidos) {
+    if (pedidos.isEmpty())
+        return;
+    QList<std::optional<bool>> respostas;
+    QList<ReservaRede> reservas;
+    for (const auto& p : pedidos) {
+        const bool claim = !p->reservar.isEmpty();
+        respostas << (claim ? std::nullopt : w.link.recebida(p->codigo));
+        reservas << (claim ? w.link.reservar(p->reservar, p->origem, p->guiche) : ReservaRede{});
+    }
+    // Answered at once: the interface thread does not wait for the sending that follows.
+    QMutexLocker lock(&m_mutex);
+    for (int i = 0; i < pedidos.size(); ++i) {
+        pedidos[i]->resposta = respostas[i];
+        pedidos[i]->reserva = reservas[i];
+        pedidos[i]->pronto = true;
+    }
+    m_respondido.wakeAll();
+}
+
+bool BackgroundCentral::checkIfDue(Worker& w, bool suspeita) {
+    if (!w.link.ativa() || !(suspeita || !w.verificacao.isValid() ||
+                             w.verificacao.hasExpired(kIntervaloMs - kFolgaMs)))
+        return false;
+    const bool confirmada = w.link.ping();
+    w.verificacao.start();
+    return confirmada;
+}
+
+bool BackgroundCentral::send(Worker& w, QStringList& avisos) {
+    if (!w.local.isOpen() && w.local.open(m_local))
+        w.local.setLockWait(500, 2); // the counter's own writes come first
+    if (!w.local.isOpen())
+        return false;
+    const CentralLink::Envio e = w.link.enviar(w.local);
+    for (const clsConflitoRede& c : e.conflitos)
+        avisos << CentralLink::textoConflito(c);
+    return e.restam && !e.falhou;
 }

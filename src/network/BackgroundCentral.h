@@ -51,7 +51,14 @@ private:
         ReservaRede reserva;
         bool pronto = false;
     };
+    struct Worker;
     void run();
+    // The parts of one wake of the thread, called with the lock released.
+    void rereadConfig(Worker& w);
+    bool connectIfDue(Worker& w); // true when it connected
+    void answer(Worker& w, const QList<std::shared_ptr<Pedido>>& pedidos);
+    bool checkIfDue(Worker& w, bool suspeita); // true when the central answered the check
+    bool send(Worker& w, QStringList& avisos); // true when some of the outbox remains
     // Waits the time-out at most for the thread to answer `p`; false when it did not.
     bool aguardar(QMutexLocker<QMutex>& lock, const std::shared_ptr<Pedido>& p);
 

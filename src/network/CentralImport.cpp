@@ -111,6 +111,91 @@ bool commitBatch(clsDataAccess& central, const Lote& l, const QString& origem,
     return true;
 }
 
+// Where the import of this file stands at the central: a new one when it was never started or
+// was finished. Answers the origin its rows are written with, empty when the central could not
+// be read.
+QString readState(clsDataAccess& central, QFile& f, const QString& caminho,
+                  clsImportacaoRede& estado, Resultado& r) {
+    const QString chave = hashOf(f);
+    const auto found = estado.SQLSelect(chave);
+    if (!found) {
+        r.erro = central.lastError();
+        return {};
+    }
+    if (!*found || estado.CONCLUIDA) {
+        estado = clsImportacaoRede(central); // a new import (again, if it was finished)
+        estado.CHAVE = chave;
+    }
+    r.retomada = *found && !estado.CONCLUIDA && estado.LIDOS > 0;
+    estado.ARQUIVO = QFileInfo(caminho).fileName();
+    return QStringLiteral("importacao:") + chave.left(16);
+}
+
+// Where the codes come from: an earlier caixa.db (`earlier`, opened on it) or the text file.
+struct Fonte {
+    QFile& f;
+    clsDataAccess& earlier;
+    bool sqlite = false;
+    qint64 total = 0; // receipts, or the file's bytes
+    QString guiche;
+};
+
+// Opens the source where the import stands (`posicao`); false with `erro` when it cannot.
+bool openSource(Fonte& s, const QString& caminho, qint64 posicao, QString& erro) {
+    if (!s.sqlite) {
+        if (s.f.seek(posicao))
+            return true;
+        erro = QStringLiteral("Não foi possível continuar a leitura de %1.").arg(caminho);
+        return false;
+    }
+    s.f.close();
+    const auto n = s.earlier.open(DbConfig::sqlite(caminho), clsDataAccess::OpenMode::ReadOnly)
+                       ? EarlierDatabase::contar(s.earlier)
+                       : std::nullopt;
+    if (!n) {
+        erro =
+            QStringLiteral("%1 não é um caixa.db legível: %2").arg(caminho, s.earlier.lastError());
+        return false;
+    }
+    s.total = *n;
+    s.guiche = EarlierDatabase::guiche(s.earlier);
+    return true;
+}
+
+// Batch after batch until the source ends (r.ok) or one is refused (r.erro). False when the
+// earlier database could not be read: the result then carries no counts.
+bool importBatches(clsDataAccess& central, Fonte& s, const QString& origem,
+                   clsImportacaoRede& estado, const CentralImport::Progresso& progresso, int lote,
+                   Resultado& r) {
+    qint64 feitos = s.sqlite ? estado.LIDOS : estado.POSICAO;
+    for (;;) {
+        std::optional<Lote> l = s.sqlite ? dbBatch(s.earlier, estado.POSICAO, lote)
+                                         : std::optional<Lote>(textBatch(s.f, lote));
+        if (!l) {
+            r.erro = s.earlier.lastError();
+            return false;
+        }
+        const bool fim = s.sqlite ? l->lidos < lote : s.f.atEnd();
+        clsImportacaoRede antes = estado;
+        estado.CONCLUIDA = fim;
+        if (!commitBatch(central, *l, origem, s.guiche, estado)) {
+            r.erro = QStringLiteral("A central não gravou o lote: %1").arg(central.lastError());
+            estado = antes;
+            return true;
+        }
+        for (const QString& e : l->exemplos)
+            if (r.exemplosInvalidos.size() < CentralImport::kExemplos)
+                r.exemplosInvalidos << e;
+        feitos = s.sqlite ? feitos + l->lidos : l->posicao;
+        if (progresso)
+            progresso(qMin(feitos, s.total), s.total);
+        if (fim) {
+            r.ok = true;
+            return true;
+        }
+    }
+}
+
 } // namespace
 
 CentralImport::Resultado CentralImport::importar(CentralLink& link, ErrorLog& log,
@@ -126,67 +211,15 @@ CentralImport::Resultado CentralImport::importar(CentralLink& link, ErrorLog& lo
     // A batch waits for the counters' publications instead of giving up.
     central.setLockWait(clsDataAccess::kLockWaitMs, clsDataAccess::kLockAttempts);
     clsImportacaoRede estado(central);
-    const QString chave = hashOf(f);
-    const auto found = estado.SQLSelect(chave);
-    if (!found) {
-        r.erro = central.lastError();
+    const QString origem = readState(central, f, caminho, estado, r);
+    if (origem.isEmpty())
         return r;
-    }
-    if (!*found || estado.CONCLUIDA) {
-        estado = clsImportacaoRede(central); // a new import (again, if it was finished)
-        estado.CHAVE = chave;
-    }
-    r.retomada = *found && !estado.CONCLUIDA && estado.LIDOS > 0;
-    estado.ARQUIVO = QFileInfo(caminho).fileName();
-    const QString origem = QStringLiteral("importacao:") + chave.left(16);
-
-    const bool sqlite = isSqlite(f);
     clsDataAccess earlier(log);
-    QString guiche;
-    qint64 total = f.size();
-    if (sqlite) {
-        f.close();
-        const auto n = earlier.open(DbConfig::sqlite(caminho), clsDataAccess::OpenMode::ReadOnly)
-                           ? EarlierDatabase::contar(earlier)
-                           : std::nullopt;
-        if (!n) {
-            r.erro = QStringLiteral("%1 não é um caixa.db legível: %2")
-                         .arg(caminho, earlier.lastError());
-            return r;
-        }
-        total = *n;
-        guiche = EarlierDatabase::guiche(earlier);
-    } else if (!f.seek(estado.POSICAO)) {
-        r.erro = QStringLiteral("Não foi possível continuar a leitura de %1.").arg(caminho);
+    Fonte fonte{f, earlier, isSqlite(f), f.size(), {}};
+    if (!openSource(fonte, caminho, estado.POSICAO, r.erro))
         return r;
-    }
-    qint64 feitos = sqlite ? estado.LIDOS : estado.POSICAO;
-    for (;;) {
-        std::optional<Lote> l = sqlite ? dbBatch(earlier, estado.POSICAO, lote)
-                                       : std::optional<Lote>(textBatch(f, lote));
-        if (!l) {
-            r.erro = earlier.lastError();
-            return r;
-        }
-        const bool fim = sqlite ? l->lidos < lote : f.atEnd();
-        clsImportacaoRede antes = estado;
-        estado.CONCLUIDA = fim;
-        if (!commitBatch(central, *l, origem, guiche, estado)) {
-            r.erro = QStringLiteral("A central não gravou o lote: %1").arg(central.lastError());
-            estado = antes;
-            break;
-        }
-        for (const QString& e : l->exemplos)
-            if (r.exemplosInvalidos.size() < kExemplos)
-                r.exemplosInvalidos << e;
-        feitos = sqlite ? feitos + l->lidos : l->posicao;
-        if (progresso)
-            progresso(qMin(feitos, total), total);
-        if (fim) {
-            r.ok = true;
-            break;
-        }
-    }
+    if (!importBatches(central, fonte, origem, estado, progresso, lote, r))
+        return r;
     r.lidos = estado.LIDOS;
     r.importados = estado.IMPORTADOS;
     r.jaExistentes = estado.JA_EXISTENTES;

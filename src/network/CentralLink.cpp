@@ -267,6 +267,50 @@ bool CentralLink::enviarCentral(clsDataAccess& local, const QList<clsPublicacaoR
     return tx.commit();
 }
 
+namespace {
+
+// The local record of a code the central holds for another counter's receipt.
+clsConflitoRede conflito(clsDataAccess& local, const clsPublicacaoRede& p,
+                         const clsRecebimentos1& titular, const QDateTime& agora) {
+    clsConflitoRede c(local);
+    c.IDPUBLICACAO = p.ID;
+    c.CODBARRA = p.CODBARRA;
+    c.IDRECEBE = p.IDRECEBE;
+    c.AUTENTICA = p.AUTENTICA;
+    c.IDMOVIMENTO = p.IDMOVIMENTO;
+    c.MOMENTO = p.MOMENTO;
+    c.GUICHE_CENTRAL = titular.GUICHE;
+    c.MOMENTO_CENTRAL = titular.MOMENTO;
+    c.DETECTADO = agora;
+    clsRecebimentos r(local);
+    if (r.SQLSelect(qint32(p.IDRECEBE)) && r.CODBARRA == p.CODBARRA)
+        c.VALOR = r.VALOR;
+    return c;
+}
+
+// Marks the batch sent, in one local transaction, recording each conflict; `novos` receives the
+// conflicts recorded for the first time.
+bool marcarLocal(clsDataAccess& local, const QList<clsPublicacaoRede>& batch,
+                 const QList<QString>& resultados, const QList<clsRecebimentos1>& titulares,
+                 const QDateTime& agora, QList<clsConflitoRede>& novos) {
+    Transaction tx(local);
+    bool ok = tx.ok();
+    for (int i = 0; ok && i < batch.size(); ++i) {
+        const clsPublicacaoRede& p = batch[i];
+        if (resultados[i] == kConflito) {
+            clsConflitoRede c = conflito(local, p, titulares[i], agora);
+            bool novo = false;
+            ok = c.SQLInsert(&novo);
+            if (ok && novo)
+                novos << c;
+        }
+        ok = ok && clsPublicacaoRede::marcarEnviado(local, p.ID, agora, resultados[i]);
+    }
+    return ok && tx.commit();
+}
+
+} // namespace
+
 CentralLink::Envio CentralLink::enviar(clsDataAccess& local, int limite) {
     Envio e;
     if (!ativa()) {
@@ -290,34 +334,8 @@ CentralLink::Envio CentralLink::enviar(clsDataAccess& local, int limite) {
         naoGravou(m_db.lastError().trimmed());
         return e;
     }
-    const QDateTime agora = m_clock.now();
-    Transaction tx(local);
-    bool ok = tx.ok();
     QList<clsConflitoRede> novos;
-    for (int i = 0; ok && i < batch.size(); ++i) {
-        const clsPublicacaoRede& p = batch[i];
-        if (resultados[i] == kConflito) {
-            clsConflitoRede c(local);
-            c.IDPUBLICACAO = p.ID;
-            c.CODBARRA = p.CODBARRA;
-            c.IDRECEBE = p.IDRECEBE;
-            c.AUTENTICA = p.AUTENTICA;
-            c.IDMOVIMENTO = p.IDMOVIMENTO;
-            c.MOMENTO = p.MOMENTO;
-            c.GUICHE_CENTRAL = titulares[i].GUICHE;
-            c.MOMENTO_CENTRAL = titulares[i].MOMENTO;
-            c.DETECTADO = agora;
-            clsRecebimentos r(local);
-            if (r.SQLSelect(qint32(p.IDRECEBE)) && r.CODBARRA == p.CODBARRA)
-                c.VALOR = r.VALOR;
-            bool novo = false;
-            ok = c.SQLInsert(&novo);
-            if (ok && novo)
-                novos << c;
-        }
-        ok = ok && clsPublicacaoRede::marcarEnviado(local, p.ID, agora, resultados[i]);
-    }
-    if (!ok || !tx.commit()) {
+    if (!marcarLocal(local, batch, resultados, titulares, m_clock.now(), novos)) {
         e.falhou = true; // the central has them: the next try finds them there and marks them
         return e;
     }

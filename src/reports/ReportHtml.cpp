@@ -204,6 +204,62 @@ QString signatures() {
         .arg(line.arg(QStringLiteral("Caixa")), line.arg(QStringLiteral("Tesoureiro")));
 }
 
+// One of the period's charts: `source` names the image the document is given when laid out.
+QString chart(const QString& source, int height) {
+    return QStringLiteral("<p align=\"center\"><img src=\"%1\" width=\"640\" height=\"%2\"></p>")
+        .arg(source)
+        .arg(height);
+}
+
+// The period's days, one row each, and their total.
+QString periodDays(const PeriodReport& p) {
+    QString rows =
+        head({QStringLiteral("Data"), QStringLiteral("Movimento"), QStringLiteral("Situação"),
+              QStringLiteral("Quantidade"), QStringLiteral("Valor dos documentos"),
+              QStringLiteral("Juros e multa"), QStringLiteral("Total")},
+             3);
+    for (const PeriodReport::Day& d : p.dias) {
+        const auto& t = d.figuras.todos;
+        rows +=
+            QStringLiteral("<tr>%1%2%3%4%5%6%7</tr>")
+                .arg(cell(DateUtil::br(d.data)),
+                     cell(QStringLiteral("%1").arg(d.mov, 4, 10, QLatin1Char('0'))), cell(d.status),
+                     cell(QString::number(t.quantidade), true), cell(t.valorFace.format(), true),
+                     cell(t.encargos.format(), true), cell(t.total.format(), true));
+    }
+    rows += QStringLiteral("<tr class=\"t\"><td colspan=\"3\">TOTAL</td>%1%2%3%4</tr>")
+                .arg(cell(QString::number(p.todos.quantidade), true),
+                     cell(p.todos.valorFace.format(), true), cell(p.todos.encargos.format(), true),
+                     cell(p.todos.total.format(), true));
+    return rows;
+}
+
+// The period's kinds of guide, each with its part of the total.
+QString periodKinds(const PeriodReport& p) {
+    QString rows = head({QStringLiteral("Tipo"), QStringLiteral("Quantidade"),
+                         QStringLiteral("Valor dos documentos"), QStringLiteral("Juros e multa"),
+                         QStringLiteral("Total"), QStringLiteral("Parte")},
+                        1);
+    for (const auto& k : p.porTipo) {
+        const double share = p.todos.total.isZero()
+                                 ? 0.0
+                                 : 100.0 * double(k.total.units()) / double(p.todos.total.units());
+        rows +=
+            QStringLiteral("<tr>%1%2%3%4%5%6</tr>")
+                .arg(
+                    cell(QStringLiteral("%1 %2")
+                             .arg(k.idcod, 4, 10, QLatin1Char('0'))
+                             .arg(k.descricao)),
+                    cell(QString::number(k.quantidade), true), cell(k.valorFace.format(), true),
+                    cell(k.encargos.format(), true), cell(k.total.format(), true),
+                    cell(
+                        QString::number(share, 'f', 1).replace(QLatin1Char('.'), QLatin1Char(',')) +
+                            QStringLiteral(" %"),
+                        true));
+    }
+    return rows;
+}
+
 } // namespace
 
 QString ReportHtml::escape(const QString& text) {
@@ -258,52 +314,10 @@ QString ReportHtml::periodo(const PeriodReport& p) {
         return h + none(QStringLiteral("Nenhum movimento no período.")) +
                QStringLiteral("</body></html>");
 
-    const QString img = QStringLiteral("<p align=\"center\"><img src=\"%1\" width=\"640\" "
-                                       "height=\"%2\"></p>");
-    h += QStringLiteral("<h2>Arrecadação por dia</h2>") + img.arg(kGraficoDias).arg(260);
-    QString rows =
-        head({QStringLiteral("Data"), QStringLiteral("Movimento"), QStringLiteral("Situação"),
-              QStringLiteral("Quantidade"), QStringLiteral("Valor dos documentos"),
-              QStringLiteral("Juros e multa"), QStringLiteral("Total")},
-             3);
-    for (const PeriodReport::Day& d : p.dias) {
-        const auto& t = d.figuras.todos;
-        rows +=
-            QStringLiteral("<tr>%1%2%3%4%5%6%7</tr>")
-                .arg(cell(DateUtil::br(d.data)),
-                     cell(QStringLiteral("%1").arg(d.mov, 4, 10, QLatin1Char('0'))), cell(d.status),
-                     cell(QString::number(t.quantidade), true), cell(t.valorFace.format(), true),
-                     cell(t.encargos.format(), true), cell(t.total.format(), true));
-    }
-    rows += QStringLiteral("<tr class=\"t\"><td colspan=\"3\">TOTAL</td>%1%2%3%4</tr>")
-                .arg(cell(QString::number(p.todos.quantidade), true),
-                     cell(p.todos.valorFace.format(), true), cell(p.todos.encargos.format(), true),
-                     cell(p.todos.total.format(), true));
-    h += table(rows);
-
-    h += QStringLiteral("<h2>Arrecadação por tipo de guia</h2>") + img.arg(kGraficoTipos).arg(300);
-    rows = head({QStringLiteral("Tipo"), QStringLiteral("Quantidade"),
-                 QStringLiteral("Valor dos documentos"), QStringLiteral("Juros e multa"),
-                 QStringLiteral("Total"), QStringLiteral("Parte")},
-                1);
-    for (const auto& k : p.porTipo) {
-        const double share = p.todos.total.isZero()
-                                 ? 0.0
-                                 : 100.0 * double(k.total.units()) / double(p.todos.total.units());
-        rows +=
-            QStringLiteral("<tr>%1%2%3%4%5%6</tr>")
-                .arg(
-                    cell(QStringLiteral("%1 %2")
-                             .arg(k.idcod, 4, 10, QLatin1Char('0'))
-                             .arg(k.descricao)),
-                    cell(QString::number(k.quantidade), true), cell(k.valorFace.format(), true),
-                    cell(k.encargos.format(), true), cell(k.total.format(), true),
-                    cell(
-                        QString::number(share, 'f', 1).replace(QLatin1Char('.'), QLatin1Char(',')) +
-                            QStringLiteral(" %"),
-                        true));
-    }
-    h += table(rows);
-    h += QStringLiteral("<h2>Recebimentos por hora do dia</h2>") + img.arg(kGraficoHoras).arg(260);
+    h += QStringLiteral("<h2>Arrecadação por dia</h2>") + chart(kGraficoDias, 260);
+    h += table(periodDays(p));
+    h += QStringLiteral("<h2>Arrecadação por tipo de guia</h2>") + chart(kGraficoTipos, 300);
+    h += table(periodKinds(p));
+    h += QStringLiteral("<h2>Recebimentos por hora do dia</h2>") + chart(kGraficoHoras, 260);
     return h + QStringLiteral("</body></html>");
 }

@@ -4,12 +4,10 @@
 #include "BankFileReader.h"
 #include "BankFileWriter.h"
 #include "CnabExport.h"
-#include "CounterSession.h"
-#include "DemoData.h"
 #include "ExportMarks.h"
 #include "FebrabanExport.h"
+#include "OpenCounter.h"
 #include "ReceiptCorrections.h"
-#include "TestApp.h"
 #include "TestCodes.h"
 #include "Transaction.h"
 #include "clsArquivoBanco.h"
@@ -31,14 +29,12 @@ const int kMelhoria = 5; // CNAB kind "CONTRIBUICAO DE MELHORIA", IDTIPO 54321
 const int kTaxas = 2;    // Febraban kind "TAXAS DIVERSAS", IDTIPO 0426
 const int kIssqn = 3;    // Febraban kind "ISSQN", IDTIPO 0427
 
-// A counter on the test day with the demo kinds and a filled [Export] section.
-struct Counter {
-    TestApp app;
+// The open counter with a filled [Export] section, at guiche B, operator CAIXA.
+struct BankCounter : OpenCounter {
     qint32 mov = 0;
 
-    Counter() {
-        QVERIFY(app.ok());
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
+    BankCounter() {
+        QVERIFY(seeded);
         QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Export")));
         QVERIFY(QDir(app.folder()).mkpath(QStringLiteral("Febraban")));
         const QList<QPair<const char*, const char*>> options = {
@@ -51,27 +47,11 @@ struct Counter {
             app.setOption(QStringLiteral("Export"), QLatin1String(k), QLatin1String(v));
         app.setOption(QStringLiteral("Mensagem"), QStringLiteral("pref"),
                       QStringLiteral("PREFEITURA MUNICIPAL DE VILA NOVA"));
-        app.ctx().workingDate = kDia;
         app.ctx().userName = QStringLiteral("CAIXA");
-        CounterSession s(app.ctx(), nullptr);
-        QVERIFY(s.day().abrir());
-        mov = s.day().movimento().ID;
+        QVERIFY(open());
+        mov = session.day().movimento().ID;
     }
 
-    // One customer at the counter, as `caixa receber` records it.
-    bool receive(const QStringList& codes) {
-        CounterSession s(app.ctx(), nullptr);
-        if (!s.day().consultar())
-            return false;
-        for (const QString& c : codes) {
-            auto r = s.ler(c);
-            while (r.precisaConsentimento)
-                r = s.continuar(true); // the operator consents to the overdue slip
-            if (!r.accepted)
-                return false;
-        }
-        return s.gravar().has_value();
-    }
     // A receipt written as it is stored, for codes the counter would not read.
     qint32 insert(int tipo, const QString& code, const char* valor, int exportFlag = 0) {
         clsRecebimentos r(app.db());
@@ -156,7 +136,7 @@ class tst_bank_files : public QObject {
     Q_OBJECT
 private slots:
     void cnabFileOfTheCounter() {
-        Counter c;
+        BankCounter c;
         c.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
         const QString onTime = slip(1651, 8915);
         const QString late = slip(1600, 15000, "700800900000001", "13");
@@ -211,7 +191,7 @@ private slots:
     }
 
     void febrabanFileOfTheCounter() {
-        Counter c;
+        BankCounter c;
         const QStringList guides = {
             guide(31240, "20261130", QStringLiteral("58888888888888888")),
             guide(123456789, "20261215", QStringLiteral("00000000000000001")),
@@ -251,7 +231,7 @@ private slots:
     }
 
     void emptyLists() {
-        Counter c;
+        BankCounter c;
         const BankExport::Result cnab = c.cnab(kMelhoria);
         QVERIFY(cnab.ok);
         QCOMPARE(QFileInfo(cnab.arquivo).fileName(), QStringLiteral("CnabCONT202611231000.RET"));
@@ -299,7 +279,7 @@ private slots:
         QFETCH(QString, key);
         QFETCH(QString, value);
         QFETCH(QStringList, erros);
-        Counter c;
+        BankCounter c;
         QVERIFY(c.receive({slip(1651, 8915), slip(1652, 100, "111333555555556", "24")}));
         const QString marks = c.exportMarks();
         c.app.setOption(QStringLiteral("Export"), key, value);
@@ -342,7 +322,7 @@ private slots:
         QFETCH(QString, code);
         QFETCH(QStringList, cnabErros);
         QFETCH(bool, febrabanFails);
-        Counter c;
+        BankCounter c;
         QVERIFY(c.receive({slip(1651, 8915)}));
         QVERIFY(c.insert(kAgua, code, "10,00") > 0);
         // A code is received only once: the guide kind gets its own copy of the bad code.
@@ -387,7 +367,7 @@ private slots:
         QFETCH(int, factor);
         QFETCH(QString, rule);
         QFETCH(QString, vencimento);
-        Counter c;
+        BankCounter c;
         c.app.setOption(QStringLiteral("Opcoes"), QStringLiteral("fator_vencimento"), rule);
         QVERIFY(c.insert(kAgua, slip(factor, 500), "5,00") > 0);
         const BankExport::Result r = c.cnab(kAgua);
@@ -407,7 +387,7 @@ private slots:
         QFETCH(QString, code);
         QFETCH(bool, valid);
         QCOMPARE(BankExport::codigoBancoValido(code), valid);
-        Counter c;
+        BankCounter c;
         const BankExport::Result r = c.febraban(kTaxas, code);
         QCOMPARE(r.ok, valid);
         QCOMPARE(c.files(QStringLiteral("Febraban")).size(), valid ? 1 : 0);
@@ -419,7 +399,7 @@ private slots:
     // Each run writes a file of its own, even in the same minute; a sequence number is used
     // only by a file written whole and recorded; each receipt keeps the files that carried it.
     void eachRunItsOwnFileAndNumber() {
-        Counter c;
+        BankCounter c;
         const qint32 id = c.insert(kAgua, slip(1651, 500), "5,00");
         QVERIFY(id > 0);
         const BankExport::Result a = c.cnab(kAgua);
@@ -491,7 +471,7 @@ private slots:
     // Reversing or changing a receipt a file already carried says so in the question, after
     // the correction, and in the yearly log; a receipt in no file says nothing of the kind.
     void correctingAReceiptAlreadySent() {
-        Counter c;
+        BankCounter c;
         const qint32 sent = c.insert(kAgua, slip(1651, 500), "5,00");
         const qint32 kept = c.insert(kAgua, slip(1651, 700), "7,00");
         QVERIFY(c.cnab(kAgua).ok);
@@ -542,7 +522,7 @@ private slots:
     // A run that died after its commit left its whole temporary file: the next run gives it
     // its name instead of removing it, so the recorded number has its file.
     void recordedRunIsPublishedByTheNext() {
-        Counter c;
+        BankCounter c;
         QVERIFY(c.insert(kAgua, slip(1651, 500), "5,00") > 0);
         const QString name = QStringLiteral("CnabAGUA202611230930.RET");
         const QString temp = c.app.path(QStringLiteral("Export/")) + name + QStringLiteral(".tmp");
@@ -567,7 +547,7 @@ private slots:
     void fullDiskUsesNoNumber() {
         if (geteuid() != 0)
             QSKIP("a small disk of its own needs permission to mount one");
-        Counter c;
+        BankCounter c;
         for (int i = 0; i < 40; ++i)
             QVERIFY(c.insert(kAgua, slip(1651, 500 + i, "111333555555555"), "5,00") > 0);
         const QString disk = c.app.path(QStringLiteral("Export"));
@@ -588,7 +568,7 @@ private slots:
 
     // What a run that died left behind is removed by the next run of the same file kind.
     void temporaryFilesOfDeadRuns() {
-        Counter c;
+        BankCounter c;
         const QString staleCnab = c.app.path(QStringLiteral("Export/CnabAGUA202611230930.RET.tmp"));
         const QString staleFeb =
             c.app.path(QStringLiteral("Febraban/FebCXBTAXA_001_202611230930.RET.tmp"));
@@ -633,7 +613,7 @@ private slots:
     }
 
     void missingOrReadOnlyFolder() {
-        Counter c;
+        BankCounter c;
         c.app.setOption(QStringLiteral("Export"), QStringLiteral("Path3"),
                         QStringLiteral("naoexiste/"));
         BankExport::Result r = c.cnab(kAgua);
@@ -663,7 +643,7 @@ private slots:
     // Segment numbers have five digits: a batch holds 49 999 receipts, and more are refused
     // before any record is built.
     void cnabBatchLimit() {
-        Counter c;
+        BankCounter c;
         {
             Transaction tx(c.app.db());
             for (int i = 0; i < CnabExport::kMaximoRecebimentos + 1; ++i)
@@ -686,7 +666,7 @@ private slots:
     }
 
     void kindOfTheWrongStandard() {
-        Counter c;
+        BankCounter c;
         BankExport::Result r = c.cnab(kTaxas);
         QVERIFY(!r.ok);
         QVERIFY(r.erros.value(0).contains(QStringLiteral("padrão C")));
@@ -707,7 +687,7 @@ private slots:
         QCOMPARE(FebrabanExport::nomeArquivo(QStringLiteral("3"), QStringLiteral("ISS"),
                                              QStringLiteral("001"), t),
                  QStringLiteral("FebCX3ISS_001_202601020304.RET"));
-        Counter c;
+        BankCounter c;
         c.app.setOption(QStringLiteral("Export"), QStringLiteral("guiche"),
                         QStringLiteral(" 2/A "));
         QCOMPARE(FebrabanExport::estacao(c.app.ctx()), QStringLiteral("2A"));

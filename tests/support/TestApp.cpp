@@ -20,10 +20,11 @@ void failOnLockedBox(DialogPort& dialogs) {
     };
 }
 
-TestApp::TestApp(Backend backend, const QDateTime& now) : m_clock(now) {
+TestApp::TestApp(Backend backend, const QDateTime& now, DialogPort* shown) : m_clock(now) {
     CentralAccess::registrar(); // as the program's start does
-    m_ctx = std::make_unique<AppContext>(m_dir.path(), m_dialogs, m_clock);
-    failOnLockedBox(m_dialogs);
+    DialogPort& port = shown ? *shown : m_dialogs;
+    m_ctx = std::make_unique<AppContext>(m_dir.path(), port, m_clock);
+    failOnLockedBox(port);
     if (backend == Backend::PostgreSQL) {
         PgServer& pg = PgServer::instance();
         if (!pg.ok()) {

@@ -16,8 +16,11 @@ class TestApp {
 public:
     enum class Backend { SQLite, PostgreSQL };
 
+    // `shown`: the port the program's boxes go to instead of the scripted one (a test that
+    // drives the real boxes); it must outlive the TestApp.
     explicit TestApp(Backend backend = Backend::SQLite,
-                     const QDateTime& now = QDateTime(QDate(2026, 11, 23), QTime(10, 0)));
+                     const QDateTime& now = QDateTime(QDate(2026, 11, 23), QTime(10, 0)),
+                     DialogPort* shown = nullptr);
 
     bool ok() const { return m_ok; }
     QString folder() const { return m_dir.path(); }

@@ -327,6 +327,24 @@ QWidget* frmOpcoes::buildImpressao() {
     ip->setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9A-Za-z.:-]*")), ip));
 
+    auto* grid = new QGridLayout;
+    int r = 0;
+    grid->addWidget(new QLabel(QStringLiteral("Porta de Impressão"), this), r, 0);
+    grid->addWidget(m_porta, r++, 1);
+    grid->addWidget(models, r++, 0, 1, 3);
+    grid->addWidget(
+        new QLabel(QStringLiteral("TXT com a porta USB informe o IP deste computador"), this), r,
+        0);
+    grid->addWidget(ip, r++, 1);
+    r = addInstalledPrinters(grid, r);
+    r = addSwitches(grid, r);
+    addPrintingHelp(grid, r);
+    grid->setColumnStretch(1, 1);
+    return page(this, grid);
+}
+
+int frmOpcoes::addInstalledPrinters(QGridLayout* grid, int r) {
+    const QString pr = QStringLiteral("Print");
     m_impressoras = new QComboBox(this);
     m_impressoras->setObjectName(QStringLiteral("cmbImpressoras"));
     auto fixedLabel = [this, pr](const char* name, const char* key) {
@@ -353,15 +371,6 @@ QWidget* frmOpcoes::buildImpressao() {
         l->setObjectName(QLatin1String(name));
         return l;
     };
-    auto* grid = new QGridLayout;
-    int r = 0;
-    grid->addWidget(new QLabel(QStringLiteral("Porta de Impressão"), this), r, 0);
-    grid->addWidget(m_porta, r++, 1);
-    grid->addWidget(models, r++, 0, 1, 3);
-    grid->addWidget(
-        new QLabel(QStringLiteral("TXT com a porta USB informe o IP deste computador"), this), r,
-        0);
-    grid->addWidget(ip, r++, 1);
     grid->addWidget(new QLabel(QStringLiteral("Impressoras Instaladas"), this), r, 0);
     grid->addWidget(m_impressoras, r++, 1);
     grid->addWidget(caption("lblImpressora", QStringLiteral("Impressora.....:")), r, 0);
@@ -370,7 +379,10 @@ QWidget* frmOpcoes::buildImpressao() {
     grid->addWidget(caption("lblAutenticadora", QStringLiteral("Autenticadora:")), r, 0);
     grid->addWidget(m_autenticadora, r, 1);
     grid->addWidget(fixa("Command5", m_autenticadora), r++, 2);
-    r = addSwitches(grid, r);
+    return r;
+}
+
+void frmOpcoes::addPrintingHelp(QGridLayout* grid, int r) {
     auto* pastaPdf = new QLabel(
         QStringLiteral(
             "Sem impressora instalada, cupons e relatórios são gravados em PDF em %1 e %2")
@@ -397,8 +409,6 @@ QWidget* frmOpcoes::buildImpressao() {
                                         "(/dev/usb/lp0, /dev/ttyS0), tcp:ENDEREÇO:PORTA ou "
                                         "file:CAMINHO; não é preciso compartilhar a impressora.")),
                     r++, 0, 1, 3);
-    grid->setColumnStretch(1, 1);
-    return page(this, grid);
 }
 
 void frmOpcoes::setInstalledPrinters(const QStringList& names) {

@@ -34,8 +34,10 @@ private:
     QWidget* buildMensagem();
     QWidget* buildContabil();
     QWidget* buildImpressao();
-    QGroupBox* buildModelos();                   // the authenticating printer's model
-    int addSwitches(QGridLayout* grid, int row); // answers the next free row
+    QGroupBox* buildModelos();                            // the authenticating printer's model
+    int addSwitches(QGridLayout* grid, int row);          // answers the next free row
+    int addInstalledPrinters(QGridLayout* grid, int row); // the two "Fixa" choices; next row
+    void addPrintingHelp(QGridLayout* grid, int row);
     QLineEdit* pathRow(QGridLayout* grid, int row, const char* name, const QString& caption,
                        const char* button, bool folder);
     QLineEdit* edit(const char* name, const QString& section, const QString& key);

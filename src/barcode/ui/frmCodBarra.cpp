@@ -35,6 +35,24 @@ QComboBox* combo(const char* name, const QStringList& items, QWidget* parent) {
     return c;
 }
 
+// One row of the form: the caption (the field's buddy), the field and its help lines.
+struct CaptionedField {
+    QString caption;
+    QWidget* field;
+    QStringList helps;
+};
+
+void addCaptioned(QGridLayout* grid, int row, const CaptionedField& f, QWidget* frame) {
+    auto* l = new QLabel(f.caption, frame);
+    l->setBuddy(f.field);
+    grid->addWidget(l, row, 0, Qt::AlignTop);
+    grid->addWidget(f.field, row, 1, Qt::AlignTop);
+    auto* h = new QVBoxLayout;
+    for (const QString& t : f.helps)
+        h->addWidget(help(t, frame));
+    grid->addLayout(h, row, 2);
+}
+
 } // namespace
 
 frmCodBarra::frmCodBarra(AppContext& ctx, QWidget* parent) : RegistryScreen(ctx, parent) {
@@ -55,6 +73,46 @@ frmCodBarra::frmCodBarra(AppContext& ctx, QWidget* parent) : RegistryScreen(ctx,
 QWidget* frmCodBarra::buildForm() {
     auto* frame = new QGroupBox(QStringLiteral("Tipo de guia"), this);
     frame->setObjectName(QStringLiteral("Frame"));
+    createFields(frame);
+    const CaptionedField rows[] = {
+        {QStringLiteral("COD.:"),
+         m_ordem,
+         {QStringLiteral(
+             "Use númeração de 1 a 99 para itens de entrada e 100 a 999 para itens de saída")}},
+        {QStringLiteral("Tipo:"),
+         m_tipo,
+         {QStringLiteral(
+              "Febrabam - posição inicial 16 com 4 caracteres (leitura do código de barras)"),
+          QStringLiteral(
+              "CNAB SIGCB - posição inicial 20 com 5 caracteres (leitura do código de barras)"),
+          QStringLiteral(
+              "CNAB SICOB - posição inicial 30 com 5 caracteres (leitura do código de barras)")}},
+        {QStringLiteral("Descrição:"), m_descricao, {}},
+        {QStringLiteral("Padrão:"),
+         m_padrao,
+         {QStringLiteral(
+             "Refere-se ao tipo de código de barras usado. Itens de saída usa-se \"S\"")}},
+        {QStringLiteral("Juros:"),
+         m_juros,
+         {QStringLiteral("\"S\" cobra juros e \"N\" não cobra juros")}},
+        {QStringLiteral("Bloqueio:"),
+         m_bloqueio,
+         {QStringLiteral("\"S\" bloqueia e \"N\" não bloqueia (contas de um ano para outro)")}},
+        {QStringLiteral("Cod. Banco:"),
+         m_codbanco,
+         {QStringLiteral("Número do agente arrecadador atribuído pelo sistema de arrecadação "
+                         "(usado nos arquivos do banco)")}},
+    };
+    auto* grid = new QGridLayout(frame);
+    int r = 0;
+    for (const CaptionedField& row : rows)
+        addCaptioned(grid, r++, row, frame);
+    grid->setColumnStretch(2, 1);
+
+    return frame;
+}
+
+void frmCodBarra::createFields(QWidget* frame) {
     auto edit = [frame](const char* name, int maxLength) {
         auto* e = new QLineEdit(frame);
         e->setObjectName(QLatin1String(name));
@@ -76,44 +134,6 @@ QWidget* frmCodBarra::buildForm() {
     m_bloqueio = combo("cmbBloqueio", {QStringLiteral("S"), QStringLiteral("N")}, frame);
     m_codbanco = edit("txtcodbanco", 20);
     m_codbanco->setMaximumWidth(160);
-
-    auto* grid = new QGridLayout(frame);
-    int r = 0;
-    auto add = [&](const QString& caption, QWidget* w, const QStringList& helps) {
-        auto* l = new QLabel(caption, frame);
-        l->setBuddy(w);
-        grid->addWidget(l, r, 0, Qt::AlignTop);
-        grid->addWidget(w, r, 1, Qt::AlignTop);
-        auto* h = new QVBoxLayout;
-        for (const QString& t : helps)
-            h->addWidget(help(t, frame));
-        grid->addLayout(h, r, 2);
-        ++r;
-    };
-    add(QStringLiteral("COD.:"), m_ordem,
-        {QStringLiteral(
-            "Use númeração de 1 a 99 para itens de entrada e 100 a 999 para itens de saída")});
-    add(QStringLiteral("Tipo:"), m_tipo,
-        {QStringLiteral(
-             "Febrabam - posição inicial 16 com 4 caracteres (leitura do código de barras)"),
-         QStringLiteral(
-             "CNAB SIGCB - posição inicial 20 com 5 caracteres (leitura do código de barras)"),
-         QStringLiteral(
-             "CNAB SICOB - posição inicial 30 com 5 caracteres (leitura do código de barras)")});
-    add(QStringLiteral("Descrição:"), m_descricao, {});
-    add(QStringLiteral("Padrão:"), m_padrao,
-        {QStringLiteral(
-            "Refere-se ao tipo de código de barras usado. Itens de saída usa-se \"S\"")});
-    add(QStringLiteral("Juros:"), m_juros,
-        {QStringLiteral("\"S\" cobra juros e \"N\" não cobra juros")});
-    add(QStringLiteral("Bloqueio:"), m_bloqueio,
-        {QStringLiteral("\"S\" bloqueia e \"N\" não bloqueia (contas de um ano para outro)")});
-    add(QStringLiteral("Cod. Banco:"), m_codbanco,
-        {QStringLiteral("Número do agente arrecadador atribuído pelo sistema de arrecadação "
-                        "(usado nos arquivos do banco)")});
-    grid->setColumnStretch(2, 1);
-
-    return frame;
 }
 
 void frmCodBarra::Lista_codigos() {

@@ -17,6 +17,7 @@ public:
 
 private:
     QWidget* buildForm();
+    void createFields(QWidget* frame);
     void editar() override;
     void novo() override;
     void gravar() override;

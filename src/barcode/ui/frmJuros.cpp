@@ -19,6 +19,16 @@
 frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ctx) {
     setObjectName(QStringLiteral("frmJuros"));
     setWindowTitle(QStringLiteral("Calcular Juros"));
+    // Created in the order the cashier tabs through them.
+    createInputs();
+    QVBoxLayout* options = buildOptions();
+    createResults();
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(buildForm(options));
+    layout->addLayout(buildButtons());
+}
+
+void frmJuros::createInputs() {
     auto date = [this](const char* name, const QDate& d) {
         auto* e = new DateField(d, this);
         e->setObjectName(QLatin1String(name));
@@ -26,12 +36,15 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
         e->setCalendarPopup(true);
         return e;
     };
-    m_hoje = date("dtphoje", ctx.workingDate.isValid() ? ctx.workingDate : ctx.clock.today());
+    m_hoje = date("dtphoje", m_ctx.workingDate.isValid() ? m_ctx.workingDate : m_ctx.clock.today());
     m_vencimento = date("dtpVencimento", m_hoje->date());
     m_prestacao = new QLineEdit(this);
     m_prestacao->setObjectName(QStringLiteral("mskprestacao"));
     m_taxa = new QLineEdit(this);
     m_taxa->setObjectName(QStringLiteral("txtjuros"));
+}
+
+QVBoxLayout* frmJuros::buildOptions() {
     const char* names[] = {"Option1", "Option2", "Option3"};
     const QString texts[] = {QStringLiteral("Juros por dia (0,20%)"),
                              QStringLiteral("Mora por dia (0,33%) + 1% ao mês"),
@@ -48,6 +61,10 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
         });
         options->addWidget(m_opcoes[i]);
     }
+    return options;
+}
+
+void frmJuros::createResults() {
     auto result = [this](const char* name) {
         auto* l = new QLabel(this);
         l->setObjectName(QLatin1String(name));
@@ -59,6 +76,9 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     m_multa = result("lblmulta");
     m_juros = result("lbljuros");
     m_total = result("lbltotal");
+}
+
+QFormLayout* frmJuros::buildForm(QVBoxLayout* options) {
     auto* form = new QFormLayout;
     form->addRow(QStringLiteral("Data do cálculo:"), m_hoje);
     form->addRow(QStringLiteral("Vencimento:"), m_vencimento);
@@ -70,6 +90,10 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     form->addRow(QStringLiteral("Mora / Multa...:"), m_multa);
     form->addRow(QStringLiteral("Total Juros....:"), m_juros);
     form->addRow(QStringLiteral("Total:"), m_total);
+    return form;
+}
+
+QHBoxLayout* frmJuros::buildButtons() {
     auto* calc = new QPushButton(QStringLiteral("&Calcular"), this);
     calc->setObjectName(QStringLiteral("Command2"));
     calc->setDefault(true);
@@ -80,9 +104,7 @@ frmJuros::frmJuros(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(ct
     buttons->addStretch();
     buttons->addWidget(calc);
     buttons->addWidget(close);
-    auto* layout = new QVBoxLayout(this);
-    layout->addLayout(form);
-    layout->addLayout(buttons);
+    return buttons;
 }
 
 void frmJuros::calcular() {

@@ -4,9 +4,12 @@
 
 class AppContext;
 class QDateEdit;
+class QFormLayout;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
+class QVBoxLayout;
 
 // "Calcular Juros": charges of any instalment between two dates, by the counter's rules.
 class frmJuros : public QDialog {
@@ -15,6 +18,11 @@ public:
     explicit frmJuros(AppContext& ctx, QWidget* parent = nullptr);
 
 private:
+    void createInputs();
+    QVBoxLayout* buildOptions(); // the three ways of charging, each with its rate
+    void createResults();
+    QFormLayout* buildForm(QVBoxLayout* options);
+    QHBoxLayout* buildButtons();
     void calcular();
 
     AppContext& m_ctx;

@@ -3,11 +3,9 @@
 // dates read in Portuguese whatever the machine's language.
 #include "AppShell.h"
 #include "BrazilianLocale.h"
-#include "CounterSession.h"
 #include "DateField.h"
-#include "DemoData.h"
+#include "OpenCounter.h"
 #include "Skin.h"
-#include "TestApp.h"
 #include "TitleRoom.h"
 #include "frmFrente.h"
 #include "frmJuros.h"
@@ -35,16 +33,11 @@ namespace {
 // The screen a counter has, less the window's title bar and a task bar.
 constexpr int kUsableHeight = 768 - 60;
 
-// A counter with the day open and the demonstration's kinds of guide.
-struct Counter {
-    TestApp app;
-    CounterSession session{app.ctx(), nullptr};
+// The open counter's window.
+struct CounterWindow : OpenCounter {
     std::unique_ptr<frmFrente> form;
-    explicit Counter(bool consulta = false) {
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
-        app.ctx().workingDate = QDate(2026, 11, 23);
-        app.ctx().userName = QStringLiteral("ANA");
-        QVERIFY(session.day().abrir());
+    explicit CounterWindow(bool consulta = false) {
+        QVERIFY(open());
         form = AppShell::counter(session, consulta);
     }
     template <class T> T* w(const char* name) { return form->findChild<T*>(QLatin1String(name)); }
@@ -101,7 +94,7 @@ private slots:
         QFETCH(int, width);
         qApp->setStyleSheet(Skin::read(skin).value_or(QString()));
         const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
-        Counter c;
+        CounterWindow c;
         QVERIFY(c.form->minimumSizeHint().width() <= width);
         QVERIFY(c.form->minimumSizeHint().height() <= kUsableHeight);
         c.item(7, "TAXA DE EXPEDIENTE", 15);
@@ -122,7 +115,7 @@ private slots:
         QFETCH(QString, skin);
         qApp->setStyleSheet(Skin::read(skin).value_or(QString()));
         const auto plain = qScopeGuard([] { qApp->setStyleSheet(QString()); });
-        Counter c;
+        CounterWindow c;
         QVERIFY(!c.session.ler(QStringLiteral("81660000003124004262026113058888888888888888"))
                      .precisaConsentimento);
         c.item(8, "CERTIDAO NEGATIVA DE DEBITOS MUNICIPAIS", 32);
@@ -143,7 +136,7 @@ private slots:
     // The printer's banner has its room before it shows and when it grows: the code field
     // stays where the cashier's eyes are.
     void bannerMovesNothing() {
-        Counter c;
+        CounterWindow c;
         c.showAt(1366);
         auto* entry = c.w<QLineEdit>("txtValorCodBarra");
         auto* banner = c.w<QLabel>("lblImpressora");
@@ -172,7 +165,7 @@ private slots:
     }
     void changeLeavesWithTheCustomer() {
         QFETCH(bool, closeDay);
-        Counter c;
+        CounterWindow c;
         c.showAt(1366);
         c.item(7, "TAXA DE EXPEDIENTE", 15);
         c.form->refreshAll();
@@ -193,7 +186,7 @@ private slots:
 
     // Each menu is a tab of the ribbon holding the same entries, in the same order.
     void menusAndRibbonAgree() {
-        Counter c;
+        CounterWindow c;
         auto* ribbon = c.form->findChild<QTabWidget*>(QStringLiteral("CommandRibbon"));
         QStringList menus, tabs;
         for (QAction* m : c.form->menuBar()->actions()) {
@@ -225,7 +218,7 @@ private slots:
 
     // A past day consulted: what would write to it is disabled, menu and ribbon alike.
     void consultationDisables() {
-        Counter c(true);
+        CounterWindow c(true);
         for (const char* name : {"mnuEncerrar", "mnuGravar", "mnuLanca", "mnuSangria", "mnuPagtos",
                                  "mnuSuprimentos", "mnuConftemp", "mnuCorrige"}) {
             QVERIFY2(!c.form->findChild<QAction*>(QLatin1String(name))->isEnabled(), name);
@@ -277,7 +270,7 @@ private slots:
 
     // The cash count starts at the count: the kind first, the amount two Tabs later.
     void countStartsAtTheCount() {
-        Counter c;
+        CounterWindow c;
         frmLancamentos dlg(c.app.ctx(), QDate(2026, 11, 23));
         dlg.show();
         QVERIFY(QTest::qWaitForWindowExposed(&dlg));

@@ -2,12 +2,8 @@
 // confirmed are named in the banner and listed beside the counter, stamped in order from there,
 // and a document already stamped is stamped again only after a question.
 #include "AppShell.h"
-#include "AuthCounterPrinter.h"
 #include "CounterSession.h"
-#include "DemoData.h"
-#include "PrinterEmulator.h"
-#include "PrinterWorker.h"
-#include "TestApp.h"
+#include "OpenCounter.h"
 #include "clsAutenticacoes.h"
 #include "frmFrente.h"
 
@@ -28,10 +24,6 @@ void setPrinter(TestApp& app) {
     for (const auto& [key, value] :
          {std::pair{"impressora", "bematech"}, {"modo", "1"}, {"porta", "LPT1"}})
         app.setOption(QStringLiteral("Print"), QLatin1String(key), QLatin1String(value));
-    QVERIFY(app.db().SQLExecute(
-        QStringLiteral("INSERT INTO CodBarra (IDCOD, IDTIPO, DESCRICAO, PADRAO, JUROS, "
-                       "BLOQUEIO) VALUES (7, 'AV1', 'TAXA DE EXPEDIENTE', 'A', 'N', 'N')")));
-    app.ctx().workingDate = QDate(2026, 11, 23);
 }
 
 // A payment recorded and the program gone before any stamp (as after a kill while "Registro
@@ -44,27 +36,19 @@ void paymentWithoutStamps(TestApp& app) {
     QVERIFY(before.gravar());
 }
 
-struct Counter {
-    TestApp& app;
-    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
-    PrinterWorker worker{app.ctx()};
-    AuthCounterPrinter printer{app.ctx(), worker};
-    CounterSession session{app.ctx(), &printer};
+// The counter's window started again on the open counter's database, its printer on a thread.
+struct RestartedCounter : OpenCounter {
     std::unique_ptr<frmFrente> form;
-    explicit Counter(TestApp& a) : app(a) {
-        worker.service().makeTransport = [this] {
-            return std::make_unique<MemoryTransport>(emulator);
-        };
-        worker.service().documentTimeoutMs = 3000;
-        emulator.setDocument(true);
+    RestartedCounter() : OpenCounter(TestApp::Backend::SQLite, Printer::Worker) {}
+    void start() {
         QVERIFY(session.day().abrir());
         form = AppShell::counter(session, false);
-        form->setPrinter(&worker, &printer);
+        form->setPrinter(worker.get(), printer.get());
         form->show();
     }
     QLabel* banner() const { return form->findChild<QLabel*>(QStringLiteral("lblImpressora")); }
     QDialog* list() const { return form->findChild<QDialog*>(QStringLiteral("frmPendentes")); }
-    int count(qint32 idrecebe) const {
+    int count(qint32 idrecebe) {
         return clsAutenticacoes::estado(app.db(), idrecebe).value().vezes;
     }
 };
@@ -74,10 +58,11 @@ class tst_pending_stamps : public QObject {
     Q_OBJECT
 private slots:
     void restartListsThemAndStampsInOrder() {
-        TestApp app;
+        RestartedCounter c;
+        TestApp& app = c.app;
         setPrinter(app);
         paymentWithoutStamps(app);
-        Counter c(app);
+        c.start();
         QCOMPARE(c.banner()->text(), kBanner);
         QTRY_VERIFY(c.list() && c.list()->isVisible());
         auto* rows = c.list()->findChild<QTreeWidget*>(QStringLiteral("lstPendentes"));
@@ -97,10 +82,11 @@ private slots:
     // "Reautenticar por Número" of a stamped document asks; "Não" stamps nothing, "Sim" stamps
     // and counts it.
     void restampAsksFirst() {
-        TestApp app;
+        RestartedCounter c;
+        TestApp& app = c.app;
         setPrinter(app);
         paymentWithoutStamps(app);
-        Counter c(app);
+        c.start();
         QTRY_VERIFY(c.list() && c.list()->isVisible());
         c.list()->findChild<QPushButton*>(QStringLiteral("cmdAutenticar"))->click();
         QTRY_COMPARE(c.count(2), 1);
@@ -142,12 +128,12 @@ private slots:
         QFETCH(int, items);
         QFETCH(int, row);
         QFETCH(int, stamped);
-        TestApp app;
+        RestartedCounter c;
+        TestApp& app = c.app;
         setPrinter(app);
-        QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
         paymentWithoutStamps(app);
-        Counter c(app);
         c.session.networkAlive = [] { return true; };
+        c.start();
         QTRY_VERIFY(c.list() && c.list()->isVisible());
         auto* rows = c.list()->findChild<QTreeWidget*>(QStringLiteral("lstPendentes"));
         c.list()->activateWindow();
@@ -176,11 +162,12 @@ private slots:
 
     // With the printer off in the settings, nothing reminds the cashier of stamps.
     void noPrinterNoReminder() {
-        TestApp app;
+        RestartedCounter c;
+        TestApp& app = c.app;
         setPrinter(app);
         app.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("0"));
         paymentWithoutStamps(app);
-        Counter c(app);
+        c.start();
         QTest::qWait(50);
         QVERIFY(c.banner()->isHidden());
         QVERIFY(!c.list());

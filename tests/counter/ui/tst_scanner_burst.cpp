@@ -4,16 +4,13 @@
 #include "AppContext.h"
 #include "AppShell.h"
 #include "CheckDigits.h"
-#include "Clock.h"
 #include "CounterSession.h"
-#include "DemoData.h"
 #include "DescriptionTexts.h"
-#include "IniFile.h"
+#include "OpenCounter.h"
 #include "PaymentRecorder.h"
 #include "PrinterWorker.h"
 #include "QtDialogPort.h"
 #include "ScriptedDialogPort.h"
-#include "Startup.h"
 #include "TestCodes.h"
 #include "TypedLine.h"
 #include "frmAcrescimos.h"
@@ -26,7 +23,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -215,25 +211,19 @@ private:
     QWidget* m_current = nullptr;
 };
 
-struct Counter {
-    QTemporaryDir dir;
+// The real dialog port, made before the counter that shows its boxes on it.
+struct RealBoxes {
     Port dialogs;
-    FixedClock clock{QDateTime(QDate(2026, 11, 23), QTime(10, 0))};
-    std::unique_ptr<AppContext> ctx;
-    std::unique_ptr<CounterSession> session;
+};
+
+// The open counter's window on the real boxes, interest charged, the scanner window short.
+struct BurstCounter : RealBoxes, OpenCounter {
     std::unique_ptr<frmFrente> form;
-    Counter() {
-        ctx = std::make_unique<AppContext>(dir.path(), dialogs, clock);
-        IniFile::write(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"),
-                       ctx->iniPath());
-        QVERIFY(Startup::Abre_conexao(*ctx, true));
-        QVERIFY(DemoData::seed(*ctx, nullptr, nullptr));
-        ctx->reloadSettings();
-        ctx->workingDate = clock.today();
-        session = std::make_unique<CounterSession>(*ctx, nullptr);
-        session->networkAlive = [] { return true; };
-        QVERIFY(session->day().abrir());
-        form = AppShell::counter(*session, false);
+    BurstCounter() : OpenCounter(TestApp::Backend::SQLite, Printer::None, &dialogs) {
+        app.setOption(QStringLiteral("Opcoes"), QStringLiteral("juros"), QStringLiteral("1"));
+        session.networkAlive = [] { return true; };
+        QVERIFY(open());
+        form = AppShell::counter(session, false);
         form->setScannerEnterWindow(kWindow);
         form->show();
         QVERIFY(QTest::qWaitForWindowExposed(form.get()));
@@ -244,8 +234,8 @@ struct Counter {
     }
     QStringList codes() const {
         QStringList out;
-        for (int i = 0; i < session->list().size(); ++i)
-            out << session->list().at(i).codbarra;
+        for (int i = 0; i < session.list().size(); ++i)
+            out << session.list().at(i).codbarra;
         return out;
     }
     // The code and its Enter as one burst, then the cashier answers what is on screen.
@@ -328,15 +318,15 @@ private slots:
         QFETCH(QStringList, shown);
         QFETCH(QString, kind);
         QFETCH(int, items);
-        Counter c;
+        BurstCounter c;
         if (setup == QLatin1String("list") || setup == QLatin1String("received")) {
-            QVERIFY(c.session->ler(kOnTime).accepted);
+            QVERIFY(c.session.ler(kOnTime).accepted);
             if (setup == QLatin1String("received"))
-                QVERIFY(c.session->gravar());
+                QVERIFY(c.session.gravar());
             c.form->refreshAll();
             c.form->findChild<QAction*>(QStringLiteral("mnuLimpaIdent"))->trigger();
         } else if (setup == QLatin1String("closed")) {
-            QVERIFY(c.session->day().encerrar());
+            QVERIFY(c.session.day().encerrar());
             c.form->refreshAll();
         }
         const QList<Seen> seen = c.burst(code, answers);
@@ -353,8 +343,8 @@ private slots:
         if (!seen.isEmpty())
             QCOMPARE(seen.first().kind, kind);
         QCOMPARE(c.items(), items);
-        QCOMPARE(c.session->list().size(), items);
-        QCOMPARE(c.session->lancados().size(), setup == QLatin1String("received") ? 1 : 0);
+        QCOMPARE(c.session.list().size(), items);
+        QCOMPARE(c.session.lancados().size(), setup == QLatin1String("received") ? 1 : 0);
         QVERIFY(c.entry()->text().isEmpty());
     }
 
@@ -389,8 +379,8 @@ private slots:
         QFETCH(QString, box);
         QFETCH(QStringList, shown);
         QFETCH(QStringList, list);
-        Counter c;
-        PrinterWorker worker(*c.ctx);
+        BurstCounter c;
+        PrinterWorker worker(c.app.ctx());
         c.form->setPrinter(&worker, nullptr);
         const QStringList burst{guide(2), guide(3)};
         QList<BoxHand::Turn> turns{{false, burst, QStringLiteral("OK")}};
@@ -398,16 +388,16 @@ private slots:
         if (behind)
             box = QStringLiteral("record");
         if (box == QLatin1String("record") || box == QLatin1String("printer")) {
-            QVERIFY(c.session->ler(guide(1)).accepted);
+            QVERIFY(c.session.ler(guide(1)).accepted);
             c.form->refreshAll();
         } else if (box == QLatin1String("sum")) {
             // guide 1 is received meanwhile: the load refuses it, then confirms the rest.
-            QVERIFY(c.session->ler(guide(1)).accepted);
-            QVERIFY(c.session->ler(guide(4)).accepted);
-            QVERIFY(c.session->salvarSoma());
-            c.session->limparSoma();
-            QVERIFY(c.session->ler(guide(1)).accepted);
-            QVERIFY(c.session->gravar());
+            QVERIFY(c.session.ler(guide(1)).accepted);
+            QVERIFY(c.session.ler(guide(4)).accepted);
+            QVERIFY(c.session.salvarSoma());
+            c.session.limparSoma();
+            QVERIFY(c.session.ler(guide(1)).accepted);
+            QVERIFY(c.session.gravar());
             c.form->refreshAll();
             turns = {{false, {guide(2)}, QStringLiteral("OK")},
                      {false, {guide(3)}, QStringLiteral("Enter")}};
@@ -434,7 +424,7 @@ private slots:
             QVERIFY2(hand.seen[i].startsWith(shown[i]), qPrintable(hand.seen[i]));
         QVERIFY(hand.allSurvived);
         QVERIFY(c.entry()->text().isEmpty());
-        QCOMPARE(c.session->lancados().size(),
+        QCOMPARE(c.session.lancados().size(),
                  box == QLatin1String("record") || box == QLatin1String("sum") ? 1 : 0);
     }
 
@@ -452,7 +442,7 @@ private slots:
     void refusedCodeLeavesTheFieldForTheNextScan() {
         QFETCH(QString, code);
         QFETCH(QString, status);
-        Counter c;
+        BurstCounter c;
         c.form->setScannerEnterWindow(0);
         QTest::keyClicks(c.entry(), code);
         QVERIFY(c.entry()->text().isEmpty());
@@ -465,7 +455,7 @@ private slots:
 
     // The Enter the cashier presses after answering the overdue question records the payment.
     void enterAfterAnsweringRecords() {
-        Counter c;
+        BurstCounter c;
         c.dialogs.quiet = false;
         {
             BoxHand hand(
@@ -476,13 +466,13 @@ private slots:
         BoxHand confirm({});
         QTest::keyClick(c.entry(), Qt::Key_Return);
         c.dialogs.quiet = true;
-        QCOMPARE(c.session->lancados().size(), 1);
+        QCOMPARE(c.session.lancados().size(), 1);
         QCOMPARE(confirm.seen, QStringList{QStringLiteral("Gravar Registro|Registro Gravado!!!")});
     }
 
     // A typed line keyed in quickly is not taken for a code at its 44th character.
     void typedLineKeyedQuickly() {
-        Counter c;
+        BurstCounter c;
         const QString line = TypedLine::fromBarcode(guide(5));
         QTest::keyClicks(c.entry(), line);
         QCOMPARE(c.entry()->text(), line);
