@@ -99,6 +99,11 @@ private slots:
              {},
              {"Entradas e sangrias: inclusão", "Entradas e sangrias: alteração"}},
             {"cofre --entrada 50,00", false, {}, {"Suprimentos (cofre)"}},
+            // A payment is in its own rows (Autenticacoes names the cashier), not an act.
+            {"caixa receber 81660000003124004262026113058888888888888888", false, {}, {}},
+            {"exportar rejeitar --id 1", true, {}, {"Arquivos bancários: alteração"}},
+            {"exportar confirmar --id 1", true, {}, {"Arquivos bancários: alteração"}},
+            {"exportar febraban --tipo 2 --banco 001", true, {}, {"Arquivos bancários"}},
             {"conferencia --item 100:10,00", false, {}, {"Conferência de caixa: inclusão"}},
             {"tipo gravar --idcod 77 --idtipo 0777 --descricao TESTE --padrao F --juros N "
              "--bloqueio N",
