@@ -1,13 +1,16 @@
 #include "Options.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "OutputPath.h"
 #include "Settings.h"
 #include "Skin.h"
+#include "Transaction.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
+#include <optional>
 
 namespace {
 
@@ -198,7 +201,16 @@ Options::Result Options::gravar(AppContext& ctx, const Values& values, Setup set
         const OptionCatalog::Key* k = OptionCatalog::find(e.section, e.key);
         out.append({k->section, k->key, stored(k->kind, e.value)});
     }
-    r.written = IniFile::write(out, ctx.iniPath());
+    // The save is an act of the operator and the administrator: its row is written with the
+    // file, and rolled back when the file could not be written. A new folder's first settings
+    // come before its database.
+    std::optional<Transaction> tx;
+    if (setup == Setup::Ordinary && ctx.db.isOpen()) {
+        tx.emplace(ctx.db);
+        if (!tx->ok() || !ActLog::gravar(ctx, Act::Opcoes, QStringLiteral("Config.ini"), 0))
+            return r;
+    }
+    r.written = IniFile::write(out, ctx.iniPath()) && (!tx || tx->commit());
     if (r.written)
         ctx.reloadSettings();
     return r;

@@ -1,5 +1,6 @@
 #include "UserAccounts.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "FileText.h"
 #include "PasswordHash.h"
@@ -99,7 +100,13 @@ UserAccounts::Result UserAccounts::gravar(AppContext& ctx, const Input& raw) {
     u.TIPO = in.tipo;
     u.ATIVO = in.ativo ? 1 : 0;
     u.SENHA = in.senha.isEmpty() ? QString() : PasswordHash::hash(in.senha);
-    if (!(in.id ? u.alterar() : u.inserirNovo()) || !tx.commit())
+    // The first administrator of a database is an act of its own (no password asked).
+    const Act act = Permissions::hasAdministrator(ctx) ? Act::Usuarios : Act::CriarAdministrador;
+    const ActLog::Acao acao = !in.id               ? ActLog::Acao::Inclusao
+                              : in.senha.isEmpty() ? ActLog::Acao::Alteracao
+                                                   : ActLog::Acao::Senha;
+    if (!(in.id ? u.alterar() : u.inserirNovo()) ||
+        !ActLog::gravar(ctx, act, acao, QStringLiteral("Usuarios"), u.ID) || !tx.commit())
         return {Outcome::WriteFailed};
     r.id = u.ID;
     return r;
@@ -130,7 +137,10 @@ UserAccounts::DeleteOutcome UserAccounts::excluir(AppContext& ctx, qint32 id,
         return DeleteOutcome::NotFound;
     if (!lastAdministratorConfirmed && isLastAdministrator(ctx, id))
         return DeleteOutcome::LastAdministrator;
-    if (!u.SQLDelete() || !tx.commit())
+    if (!u.SQLDelete() ||
+        !ActLog::gravar(ctx, Act::Usuarios, ActLog::Acao::Exclusao, QStringLiteral("Usuarios"),
+                        id) ||
+        !tx.commit())
         return DeleteOutcome::Failed;
     return DeleteOutcome::Deleted;
 }

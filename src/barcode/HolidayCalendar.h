@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 
+class AppContext;
 class clsDataAccess;
 
 // The holiday calendar: a date is a holiday when exactly one Feriados row has it (a date
@@ -27,11 +28,11 @@ public:
 
     // The holiday screen and `feriado`: the calendar by date, a new date unless it is already
     // there ("Data já lançada!!!"), one holiday deleted by its id, or all of them. The caller
-    // tells the outcome.
+    // tells the outcome. Each change is an act of the operator and the administrator in ctx.
     std::optional<QList<clsFeriado>> listar();
-    Outcome gravar(const QDate& day, qint32* id = nullptr);
-    Outcome excluir(qint32 id);
-    Outcome excluirTodos();
+    static Outcome gravar(AppContext& ctx, const QDate& day, qint32* id = nullptr);
+    static Outcome excluir(AppContext& ctx, qint32 id);
+    static Outcome excluirTodos(AppContext& ctx);
 
 private:
     clsDataAccess& m_db;

@@ -1,5 +1,7 @@
 #include "KindRegistry.h"
 
+#include "ActLog.h"
+#include "AppContext.h"
 #include "FileText.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
@@ -58,7 +60,8 @@ KindRegistry::Result KindRegistry::check(const Input& raw) {
     return {};
 }
 
-KindRegistry::Result KindRegistry::gravar(clsDataAccess& db, const Input& raw, Mode mode) {
+KindRegistry::Result KindRegistry::gravar(AppContext& ctx, const Input& raw, Mode mode) {
+    clsDataAccess& db = ctx.db;
     const Result checked = check(raw);
     if (!checked.ok())
         return checked;
@@ -90,12 +93,17 @@ KindRegistry::Result KindRegistry::gravar(clsDataAccess& db, const Input& raw, M
     k.Juros = in.juros;
     k.BLOQUEIO = in.bloqueio;
     k.CODBANCO = in.codbanco;
-    if (!(mode == Mode::Insert ? k.inserir() : k.alterar()) || !tx.commit())
+    if (!(mode == Mode::Insert ? k.inserir() : k.alterar()) ||
+        !ActLog::gravar(ctx, Act::TiposGuia,
+                        mode == Mode::Insert ? ActLog::Acao::Inclusao : ActLog::Acao::Alteracao,
+                        QStringLiteral("CodBarra"), k.IDCOD) ||
+        !tx.commit())
         return {Outcome::WriteFailed, Field::None};
     return {};
 }
 
-KindRegistry::DeleteOutcome KindRegistry::excluir(clsDataAccess& db, int idcod) {
+KindRegistry::DeleteOutcome KindRegistry::excluir(AppContext& ctx, int idcod) {
+    clsDataAccess& db = ctx.db;
     Transaction tx(db);
     if (!tx.ok())
         return DeleteOutcome::Failed;
@@ -107,7 +115,10 @@ KindRegistry::DeleteOutcome KindRegistry::excluir(clsDataAccess& db, int idcod) 
         return DeleteOutcome::Failed;
     if (*usos > 0)
         return DeleteOutcome::InUse;
-    if (!k.excluir() || !tx.commit())
+    if (!k.excluir() ||
+        !ActLog::gravar(ctx, Act::TiposGuia, ActLog::Acao::Exclusao, QStringLiteral("CodBarra"),
+                        idcod) ||
+        !tx.commit())
         return DeleteOutcome::Failed;
     return DeleteOutcome::Deleted;
 }

@@ -6,7 +6,7 @@
 #include <QString>
 #include <optional>
 
-class clsDataAccess;
+class AppContext;
 
 // The kinds of guide and item (CodBarra) as the registry screen and the `tipo` commands keep
 // them: every rule of a save or a deletion is here, the wording of each refusal at the caller.
@@ -43,12 +43,12 @@ public:
         QString codbanco;
     };
 
-    static Result gravar(clsDataAccess& db, const Input& input, Mode mode);
+    static Result gravar(AppContext& ctx, const Input& input, Mode mode);
 
     // A kind named by receipts (or by cash items and count lines) stays: deleting it would
     // take its money out of every list and file that joins the kinds.
     enum class DeleteOutcome { Deleted, NotFound, InUse, Failed };
-    static DeleteOutcome excluir(clsDataAccess& db, int idcod);
+    static DeleteOutcome excluir(AppContext& ctx, int idcod);
 
     static const QString kLeiauteEmUso;        // %1 the IDTIPO, %2 the kind that has it
     static const QString kTipoComRecebimentos; // %1 the code

@@ -1,8 +1,10 @@
 #include "CashCount.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "CashAmount.h"
 #include "SystemTexts.h"
+#include "Transaction.h"
 #include "clsItens.h"
 #include "clsSangria.h"
 
@@ -80,14 +82,24 @@ Outcome CashCount::adicionar(int especie, const QString& numero, Money valor) {
     line.NUMERO = numero.trimmed();
     line.VALOR = valor;
     // A database failure: its own report has already said why.
-    return line.SQLInsert(0) ? Outcome::ok() : Outcome::refused({});
+    Transaction tx(m_ctx.db);
+    return tx.ok() && line.SQLInsert(0) &&
+                   ActLog::gravar(m_ctx, Act::ContarCaixa, ActLog::Acao::Inclusao,
+                                  QStringLiteral("ConfCaixa"), line.ID) &&
+                   tx.commit()
+               ? Outcome::ok()
+               : Outcome::refused({});
 }
 
 Outcome CashCount::excluir(qint32 idLinha) {
     clsConfCaixa line(m_ctx.db);
     if (idLinha <= 0 || !line.SQLSelect(idLinha) || line.IDMOVIMENTO != m_mov.ID)
         return Outcome::refused(SystemTexts::notice(SystemText::CliqueNoItem));
-    if (!line.SQLDelete(idLinha))
+    Transaction tx(m_ctx.db);
+    if (!tx.ok() || !line.SQLDelete(idLinha) ||
+        !ActLog::gravar(m_ctx, Act::ContarCaixa, ActLog::Acao::Exclusao,
+                        QStringLiteral("ConfCaixa"), idLinha) ||
+        !tx.commit())
         return Outcome::refused(SystemTexts::notice(SystemText::ErroExcluir));
     return Outcome::ok();
 }

@@ -1,5 +1,6 @@
 #include "CashDay.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "AuditChain.h"
 #include "Clock.h"
@@ -40,7 +41,18 @@ bool CashDay::consultar() {
 
 bool CashDay::abrir() {
     clsMovimento mov(m_ctx.db);
-    const auto outcome = MovementNumbering::openOrResume(m_ctx.db, m_ctx.workingDate, mov);
+    auto outcome = MovementNumbering::Outcome::Failed;
+    {
+        // A new day and its act are written together.
+        Transaction tx(m_ctx.db);
+        if (tx.ok())
+            outcome = MovementNumbering::openOrResume(m_ctx.db, m_ctx.workingDate, mov);
+        if (MovementNumbering::succeeded(outcome) &&
+            ((outcome == MovementNumbering::Outcome::Opened &&
+              !ActLog::gravar(m_ctx, Act::AbrirDia, QStringLiteral("Movimento"), mov.ID)) ||
+             !tx.commit()))
+            outcome = MovementNumbering::Outcome::Failed;
+    }
     if (!MovementNumbering::succeeded(outcome)) {
         // Told now that the opening's transaction has ended.
         if (outcome == MovementNumbering::Outcome::CounterNotWritten)
@@ -91,7 +103,10 @@ bool CashDay::setStatus(DayStatus status, bool withSums, QString* recusa) {
     mov.setStatus(status);
     // A closing's seal leaves for the central with it, or not at all.
     if (!mov.SQLUpdateTotais() ||
-        (withSums && !NetworkOutbox::selar(m_ctx, mov, m_ctx.clock.now())) || !tx.commit())
+        (withSums && !NetworkOutbox::selar(m_ctx, mov, m_ctx.clock.now())) ||
+        !ActLog::gravar(m_ctx, status == DayStatus::Closed ? Act::EncerrarDia : Act::ReabrirDia,
+                        QStringLiteral("Movimento"), mov.ID) ||
+        !tx.commit())
         return false;
     m_mov = mov;
     return true;

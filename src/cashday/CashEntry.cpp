@@ -1,5 +1,6 @@
 #include "CashEntry.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "CashAmount.h"
 #include "DayMovement.h"
@@ -13,6 +14,9 @@ Notice text(SystemText id) {
 }
 Notice ceiling(SystemText id) {
     return text(id).arg(Money::maximum().formatCurrency());
+}
+bool registrar(AppContext& ctx, EntryKind kind, ActLog::Acao acao, qint32 idSangria) {
+    return ActLog::gravar(ctx, EntryKinds::act(kind), acao, QStringLiteral("Sangria"), idSangria);
 }
 } // namespace
 
@@ -89,7 +93,9 @@ Outcome CashEntry::incluirItens(const QString& descricao) {
     h.SDATA = mov.MDATA; // an entry always belongs to its cash day's date
     h.TIPO = EntryKinds::tipo(m_kind);
     h.DESCRICAO = descricaoFinal;
-    if (!h.inserirNovo())
+    Transaction tx(m_ctx.db);
+    if (!tx.ok() || !h.inserirNovo() || !registrar(m_ctx, m_kind, ActLog::Acao::Inclusao, h.ID) ||
+        !tx.commit())
         return Outcome::refused({});
     m_header = h;
     m_itens.clear();
@@ -151,7 +157,8 @@ Outcome CashEntry::gravarNaTransacao(int especie, const QString& numero, Money v
         return Outcome::refused({});
     if (Notice why = acimaDoLimite(items); !why.empty())
         return Outcome::refused(why);
-    if (!rewriteHeader(items, header) || !tx.commit())
+    if (!rewriteHeader(items, header) ||
+        !registrar(m_ctx, m_kind, ActLog::Acao::Alteracao, header.ID) || !tx.commit())
         return Outcome::refused({});
     m_header = header;
     m_itens = items;
@@ -190,7 +197,8 @@ Outcome CashEntry::excluirItem(qint32 idItem) {
         if (Notice why = closedRefusal(SystemText::MovimentoFechadoAlteracao); !why.empty())
             return Outcome::refused(why);
         if (!clsItens(m_ctx.db).excluir(idItem) || !reloadItems(items) ||
-            !rewriteHeader(items, header) || !tx.commit())
+            !rewriteHeader(items, header) ||
+            !registrar(m_ctx, m_kind, ActLog::Acao::Alteracao, header.ID) || !tx.commit())
             return Outcome::refused({});
     }
     m_header = header;
@@ -238,7 +246,11 @@ Outcome CashEntry::excluirLancamento(AppContext& ctx, qint32 idMovimento, qint32
         return Outcome::refused(text(SystemText::NaoPodeExcluirFechado));
     clsSangria entry(ctx.db);
     if (!tx.ok() || !entry.SQLSelect(idSangria) || entry.IDMOVIMENTO != idMovimento ||
-        !entry.excluir(idSangria) || !tx.commit())
+        !entry.excluir(idSangria) ||
+        // Deleting a whole entry, of any kind, is the administrator's act.
+        !ActLog::gravar(ctx, Act::EntradaSangria, ActLog::Acao::Exclusao, QStringLiteral("Sangria"),
+                        idSangria) ||
+        !tx.commit())
         return Outcome::refused(text(SystemText::ErroExcluir));
     return Outcome::ok();
 }

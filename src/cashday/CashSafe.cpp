@@ -1,5 +1,6 @@
 #include "CashSafe.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "CashAmount.h"
 #include "Clock.h"
@@ -60,7 +61,10 @@ CashSafe::Result CashSafe::aplicar(AppContext& ctx, qint32 idMovimento, Directio
     l.saldo = novo;
     l.usuario = ctx.userName;
     l.momento = ctx.clock.now();
-    if (!mov.SQLUpdateTotais() || !clsCofre::gravar(ctx.db, l) || !tx.commit())
+    qint64 idLancamento = 0;
+    if (!mov.SQLUpdateTotais() || !clsCofre::gravar(ctx.db, l, &idLancamento) ||
+        !ActLog::gravar(ctx, Act::Cofre, QStringLiteral("CofreMovimentos"), idLancamento) ||
+        !tx.commit())
         return result(Outcome::Failed, *balance, text(SystemText::CofreFalhou));
     return result(Outcome::Done, novo, text(SystemText::CofreGravado).arg(novo.format()));
 }

@@ -34,7 +34,7 @@ int tipoGravar(CliEnv& e) {
     in.codbanco = e.args.value(QStringLiteral("codbanco"));
     const bool alterar = e.args.has(QStringLiteral("alterar"));
     const auto r = KindRegistry::gravar(
-        e.ctx.db, in, alterar ? KindRegistry::Mode::Update : KindRegistry::Mode::Insert);
+        e.ctx, in, alterar ? KindRegistry::Mode::Update : KindRegistry::Mode::Insert);
     const QString code = KindRegistry::codeText(id);
     switch (r.outcome) {
     case KindRegistry::Outcome::Saved:
@@ -99,7 +99,7 @@ int tipoListar(CliEnv& e) {
 int tipoExcluir(CliEnv& e) {
     bool ok = false;
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
-    const auto r = ok ? KindRegistry::excluir(e.ctx.db, id) : KindRegistry::DeleteOutcome::NotFound;
+    const auto r = ok ? KindRegistry::excluir(e.ctx, id) : KindRegistry::DeleteOutcome::NotFound;
     if (r == KindRegistry::DeleteOutcome::NotFound) {
         e.err << "Informe um item !!!\n";
         return ExitRefused;
@@ -129,7 +129,7 @@ int feriadoGravar(CliEnv& e) {
     if (!d)
         return ExitUsage;
     qint32 id = 0;
-    const Outcome done = HolidayCalendar(e.ctx.db).gravar(*d, &id);
+    const Outcome done = HolidayCalendar::gravar(e.ctx, *d, &id);
     tell(e.ctx.dialogs, done.notice);
     if (!done)
         return ExitRefused;
@@ -156,9 +156,8 @@ int feriadoListar(CliEnv& e) {
 }
 
 int feriadoExcluir(CliEnv& e) {
-    HolidayCalendar calendar(e.ctx.db);
     if (e.args.has(QStringLiteral("todos"))) {
-        const Outcome done = calendar.excluirTodos();
+        const Outcome done = HolidayCalendar::excluirTodos(e.ctx);
         tell(e.ctx.dialogs, done.notice);
         if (!done)
             return ExitRefused;
@@ -171,7 +170,7 @@ int feriadoExcluir(CliEnv& e) {
         e.err << "Informe um item !!!\n";
         return ExitUsage;
     }
-    const Outcome done = calendar.excluir(id);
+    const Outcome done = HolidayCalendar::excluir(e.ctx, id);
     tell(e.ctx.dialogs, done.notice);
     if (!done)
         return ExitRefused;

@@ -1,13 +1,16 @@
 // Commands that try the configured authenticating printer (impressora fita, autenticar, status)
 // and list the day's documents it never confirmed as stamped (impressora pendentes).
+#include "ActLog.h"
 #include "AppContext.h"
 #include "CliArgs.h"
 #include "CliCommand.h"
 #include "CliSupport.h"
 #include "CounterSession.h"
 #include "DateUtil.h"
+#include "LooseStamp.h"
 #include "PrinterService.h"
 #include "ScriptedDialogPort.h"
+#include "Transaction.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -60,6 +63,16 @@ int fita(CliEnv& e) {
     return afterPrinting(e, before);
 }
 
+bool recordStamp(CliEnv& e) {
+    Transaction tx(e.ctx.db);
+    if (tx.ok() &&
+        ActLog::gravar(e.ctx, Act::AutenticarAvulso, ActLog::Acao::TextoLivre, QString(), 0) &&
+        tx.commit())
+        return true;
+    e.err << LooseStamp::kFalhaGravacao << "\n";
+    return false;
+}
+
 int autenticar(CliEnv& e) {
     if (e.args.positional.size() != 1) {
         e.err << "Uso: tolvane impressora autenticar TEXTO [--espera MS]\n";
@@ -80,6 +93,9 @@ int autenticar(CliEnv& e) {
     }
     if (int rc = refuseDisabled(e, p); rc >= 0)
         return rc;
+    // A stamp of any text is an administrator's act: its people are recorded before it prints.
+    if (!recordStamp(e))
+        return ExitRefused;
     const int before = shownCount(e);
     p.abrirPorta();
     p.ImprimeAutenticadora(PrinterOperation::Autenticar, p.modelo(), e.args.positional.first());
@@ -166,7 +182,7 @@ void registerPrinterCommands(QList<CliCommand>& c) {
               QStringLiteral("impressora autenticar TEXTO [--espera MS]"),
               QStringLiteral("autentica um documento (espera o documento até MS milissegundos)"),
               {},
-              CliCommand::Db::None,
+              CliCommand::Db::Existing,
               autenticar});
     c.last().act = Act::AutenticarAvulso;
     c.append({{QStringLiteral("impressora"), QStringLiteral("status")},

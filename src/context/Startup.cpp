@@ -1,6 +1,7 @@
 #include "Startup.h"
 #include "SystemTexts.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "CheckRecord.h"
 #include "Clock.h"
@@ -286,7 +287,7 @@ bool Startup::assumirGuiche(AppContext& ctx, QString* detail, const QString& let
     clsGuiche owner(ctx.db);
     owner.GUICHE = mine;
     owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
-    if (!owner.gravar())
+    if (!owner.gravar() || !ActLog::gravar(ctx, Act::AssumirGuiche, QStringLiteral("Guiche"), 1))
         return fail(ctx, detail, ctx.db.lastError());
     if (!letra.isEmpty() &&
         !IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), mine, ctx.iniPath()))

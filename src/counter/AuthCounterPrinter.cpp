@@ -197,6 +197,9 @@ bool AuthCounterPrinter::encerramento(const clsMovimento& mov) {
     if (!mov.HASH_CADEIA.isEmpty())
         block += QStringLiteral("\nCADEIA: ") + mov.HASH_CADEIA.left(32) + QLatin1Char('\n') +
                  QString(8, QLatin1Char(' ')) + mov.HASH_CADEIA.mid(32);
+    // Who closed the day (an operator's act: no administrator to name).
+    if (!m_ctx.userName.isEmpty())
+        block += QStringLiteral("\nOPER: ") + m_ctx.userName.left(14);
     // With no tape ("txt") the closing goes where the coupons go, so the seal is still on paper.
     if (PrinterService::modelFrom(m_ctx.settings.impressora) == PrinterModel::Txt) {
         const QStringList lines =

@@ -36,6 +36,10 @@ const QList<ChainedTable> kTables = {
     {QStringLiteral("AutenticacoesAvulsas"), QStringLiteral("ID")},
     {QStringLiteral("Autenticacoes"), QStringLiteral("IDRECEBE")},
     {QStringLiteral("Atos"), QStringLiteral("ID")},
+    {QStringLiteral("Movimento"), QStringLiteral("ID")},
+    {QStringLiteral("Usuarios"), QStringLiteral("ID")},
+    {QStringLiteral("Guiche"), QStringLiteral("ID")},
+    {QStringLiteral("PublicacaoRede"), QStringLiteral("ID")},
 };
 
 QString opCode(AuditChain::Op op) {
@@ -65,12 +69,18 @@ QString valueText(const QVariant& v) {
 
 // The row as one text: every column by its upper-case name, sorted, values as text, so that
 // both engines and every reader produce the same text for the same row. A quote never appears
-// in it (written as its JSON escape).
+// in it (written as its JSON escape). A password's hash enters only as its own digest: a change
+// is still seen, and the chain keeps no hash that could be tried against guesses.
 QString canonical(const QStringList& fields, const QVector<QVariant>& values) {
     QJsonObject o;
     for (int i = 0; i < fields.size(); ++i) {
         const QVariant& v = values.at(i);
-        o.insert(fields.at(i).toUpper(), v.isNull() ? QJsonValue() : QJsonValue(valueText(v)));
+        const QString name = fields.at(i).toUpper();
+        QString text = valueText(v);
+        if (name == QLatin1String("SENHA"))
+            text = QString::fromLatin1(
+                QCryptographicHash::hash(text.toUtf8(), QCryptographicHash::Sha256).toHex());
+        o.insert(name, v.isNull() ? QJsonValue() : QJsonValue(text));
     }
     return QString::fromUtf8(QJsonDocument(o).toJson(QJsonDocument::Compact))
         .replace(QLatin1Char('\''), QStringLiteral("\\u0027"));
@@ -96,10 +106,11 @@ QString describeRow(const QString& table, const QString& keyColumn, qint64 key,
     QString text = QStringLiteral("%1 %2=%3").arg(table, keyColumn).arg(key);
     const QJsonObject o = QJsonDocument::fromJson(content.toUtf8()).object();
     QStringList extra;
-    if (o.contains(QStringLiteral("IDMOVIMENTO")))
-        extra << QStringLiteral("movimento ") + o.value(QStringLiteral("IDMOVIMENTO")).toString();
-    if (o.contains(QStringLiteral("AUTENTICA")))
-        extra << QStringLiteral("autenticação ") + o.value(QStringLiteral("AUTENTICA")).toString();
+    // An empty column (an outbox row of no movement) is not named.
+    if (const QString mov = o.value(QStringLiteral("IDMOVIMENTO")).toString(); !mov.isEmpty())
+        extra << QStringLiteral("movimento ") + mov;
+    if (const QString aut = o.value(QStringLiteral("AUTENTICA")).toString(); !aut.isEmpty())
+        extra << QStringLiteral("autenticação ") + aut;
     if (!extra.isEmpty())
         text += QStringLiteral(" (") + extra.join(QStringLiteral(", ")) + QLatin1Char(')');
     return text;

@@ -239,6 +239,12 @@ QStringList migrationAtos(DbBackend b) {
             QStringLiteral("CREATE INDEX idx_atos_registro ON Atos(TABELA, CHAVE)")};
 }
 
+// The day's row, the operators, the counter's letter and the outbox join the chain: no
+// statement, their existing rows are adopted as they are (see afterStatements).
+QStringList migrationChainedPeople(DbBackend) {
+    return {};
+}
+
 using Migration = QStringList (*)(DbBackend);
 const Migration kMigrations[] = {migration1,
                                  migrationSequenciaArquivo,
@@ -250,7 +256,8 @@ const Migration kMigrations[] = {migration1,
                                  migrationArquivosBanco,
                                  migrationAutenticacoesAvulsas,
                                  migrationAutenticacoes,
-                                 migrationAtos};
+                                 migrationAtos,
+                                 migrationChainedPeople};
 
 bool exec(QSqlDatabase db, const QString& sql, QString* err) {
     QSqlQuery q(db);
@@ -294,6 +301,10 @@ static bool afterStatements(Migration m, clsDataAccess& db, QStringList* notes,
                             const Schema::Legacy& legacy, QString* err) {
     if (m == migrationCofre)
         return adoptSafeBalance(db, legacy.cofre, err);
+    if (m == migrationChainedPeople && !AuditChain::adoptExisting(db)) {
+        *err = db.lastError();
+        return false;
+    }
     if (m != migrationReceiptsOnceAndChain)
         return true;
     if (notes)

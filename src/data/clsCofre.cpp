@@ -15,7 +15,7 @@ std::optional<Money> clsCofre::saldo(clsDataAccess& db) {
     return rs->money(QStringLiteral("SALDO"));
 }
 
-bool clsCofre::gravar(clsDataAccess& db, const Lancamento& l) {
+bool clsCofre::gravar(clsDataAccess& db, const Lancamento& l, qint64* idLancamento) {
     Transaction tx(db);
     qint64 id = 0;
     return tx.ok() &&
@@ -29,7 +29,7 @@ bool clsCofre::gravar(clsDataAccess& db, const Lancamento& l) {
                {l.idMovimento, l.operacao, l.valor.units(), l.saldo.units(), l.usuario,
                 l.momento.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))},
                id) &&
-           tx.commit();
+           (!idLancamento || (*idLancamento = id) != 0) && tx.commit();
 }
 
 std::optional<QList<clsCofre::Lancamento>> clsCofre::lancamentos(clsDataAccess& db) {

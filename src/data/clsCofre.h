@@ -26,7 +26,7 @@ public:
     };
     // Writes the new balance and its move row, chained; inside the caller's transaction, which
     // has already read the balance under its write lock and decided.
-    static bool gravar(clsDataAccess& db, const Lancamento& l);
+    static bool gravar(clsDataAccess& db, const Lancamento& l, qint64* idLancamento = nullptr);
     // The moves, oldest first; nullopt when the query failed.
     static std::optional<QList<Lancamento>> lancamentos(clsDataAccess& db);
 

@@ -1,5 +1,6 @@
 #include "clsGuiche.h"
 
+#include "AuditChain.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
@@ -13,8 +14,10 @@ bool clsGuiche::SQLSelect() {
     return true;
 }
 
+// The counter's letter is chained: its one row is written again whole at each change.
 bool clsGuiche::SQLInsert() {
-    return m_db->SQLExecute(
+    return AuditChain::execute(
+        *m_db, QStringLiteral("Guiche"), QStringLiteral("ID"), 1, AuditChain::Op::Insert,
         QStringLiteral("INSERT INTO Guiche (ID, GUICHE, DESDE) VALUES (1, ?, ?)"), {GUICHE, DESDE});
 }
 

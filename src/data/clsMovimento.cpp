@@ -1,13 +1,19 @@
 #include "clsMovimento.h"
 
+#include "AuditChain.h"
 #include "Recordset.h"
+#include "Transaction.h"
 #include "clsDataAccess.h"
 
 namespace {
+// The day's row (totals, status, seal) is chained: a total or a status changed behind the
+// program's back no longer matches its last entry.
+const QString kTabela = QStringLiteral("Movimento");
+const QString kChave = QStringLiteral("ID");
 const QString kColumns = QStringLiteral(
     "SELECT ID, MDATA, MOV, STATUS, VALOR_ARRECADADO, ENTRADA, SAIDA, SUPRIMENTO, HASH_CADEIA "
     "FROM Movimento ");
-}
+} // namespace
 
 bool clsMovimento::load(const QString& where, const QVariant& key) {
     const auto rs = m_db->SQLSelect_ReadOnly(kColumns + where, {key});
@@ -77,27 +83,33 @@ bool clsMovimento::insert(qint32 id) {
                                  ENTRADA.units()};
     const QString cols =
         QStringLiteral("MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, ENTRADA");
-    if (id != 0) {
-        if (!m_db->SQLExecute(
-                QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)")
-                    .arg(cols),
-                QVariantList{id} + values))
+    if (id == 0) {
+        qint64 newId = 0;
+        if (!AuditChain::insert(
+                *m_db, kTabela, kChave,
+                QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
+                values, newId))
             return false;
-        ID = id;
-        m_db->syncIdentity(QStringLiteral("Movimento"), QStringLiteral("ID"));
+        ID = static_cast<qint32>(newId);
         return true;
     }
-    qint64 newId = 0;
-    if (!m_db->SQLInsertIdentity(
-            QStringLiteral("INSERT INTO Movimento (%1) VALUES (?, ?, ?, ?, ?, ?, ?)").arg(cols),
-            values, newId))
+    Transaction tx(*m_db);
+    if (!tx.ok() ||
+        !m_db->SQLExecute(
+            QStringLiteral("INSERT INTO Movimento (ID, %1) VALUES (?, ?, ?, ?, ?, ?, ?, ?)")
+                .arg(cols),
+            QVariantList{id} + values))
         return false;
-    ID = static_cast<qint32>(newId);
+    m_db->syncIdentity(kTabela, kChave);
+    if (!AuditChain::track(*m_db, kTabela, kChave, id, AuditChain::Op::Insert) || !tx.commit())
+        return false;
+    ID = id;
     return true;
 }
 
 bool clsMovimento::SQLUpdate() {
-    return m_db->SQLExecute(
+    return AuditChain::execute(
+        *m_db, kTabela, kChave, ID, AuditChain::Op::Update,
         QStringLiteral(
             "UPDATE Movimento SET MDATA = ?, MOV = ?, STATUS = ?, SAIDA = ?, SUPRIMENTO = ?, "
             "VALOR_ARRECADADO = ?, ENTRADA = ?, HASH_CADEIA = ? WHERE ID = ?"),
@@ -109,7 +121,8 @@ bool clsMovimento::SQLUpdateTotais() {
     // A day is closed on a file checked whole, then and there.
     if (status() == DayStatus::Closed && !m_db->wholeFileSound(true))
         return false;
-    return m_db->SQLExecute(
+    return AuditChain::execute(
+        *m_db, kTabela, kChave, ID, AuditChain::Op::Update,
         QStringLiteral(
             "UPDATE Movimento SET SAIDA = ?, SUPRIMENTO = ?, VALOR_ARRECADADO = ?, ENTRADA = ?, "
             "STATUS = ?, HASH_CADEIA = ? WHERE ID = ?"),
@@ -118,7 +131,8 @@ bool clsMovimento::SQLUpdateTotais() {
 }
 
 bool clsMovimento::SQLDelete() {
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
+    return AuditChain::execute(*m_db, kTabela, kChave, ID, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM Movimento WHERE ID = ?"), {ID});
 }
 
 std::optional<clsMovimento::SomasDia> clsMovimento::somarDia(clsDataAccess& db, qint32 idMovimento,

@@ -1,8 +1,14 @@
 #include "clsPublicacaoRede.h"
 
+#include "AuditChain.h"
 #include "clsDataAccess.h"
 
 namespace {
+// The outbox is chained: a row taken out or marked as sent behind the program's back would
+// keep a receipt from the central unseen.
+const QString kTabela = QStringLiteral("PublicacaoRede");
+const QString kChave = QStringLiteral("ID");
+
 const QString kPublicar = QStringLiteral("PUBLICAR");
 const QString kRetirar = QStringLiteral("RETIRAR");
 const QString kSelar = QStringLiteral("SELAR");
@@ -37,7 +43,8 @@ QDateTime clsPublicacaoRede::momentFrom(const QString& text) {
 
 bool clsPublicacaoRede::SQLInsert() {
     qint64 id = 0;
-    if (!m_db->SQLInsertIdentity(
+    if (!AuditChain::insert(
+            *m_db, kTabela, kChave,
             QStringLiteral("INSERT INTO PublicacaoRede (OPERACAO, CODBARRA, IDRECEBE, AUTENTICA, "
                            "IDMOVIMENTO, GUICHE, MOMENTO, PENDENTE) VALUES (?, ?, ?, ?, ?, ?, ?, "
                            "1)"),
@@ -75,9 +82,10 @@ std::optional<QList<clsPublicacaoRede>> clsPublicacaoRede::pendentes(clsDataAcce
 
 bool clsPublicacaoRede::marcarEnviado(clsDataAccess& db, qint64 id, const QDateTime& quando,
                                       const QString& resultado) {
-    return db.SQLExecute(QStringLiteral("UPDATE PublicacaoRede SET PENDENTE = 0, ENVIADO = ?, "
-                                        "RESULTADO = ? WHERE ID = ? AND PENDENTE = 1"),
-                         {momentText(quando), resultado, id});
+    return AuditChain::execute(db, kTabela, kChave, id, AuditChain::Op::Update,
+                               QStringLiteral("UPDATE PublicacaoRede SET PENDENTE = 0, ENVIADO = "
+                                              "?, RESULTADO = ? WHERE ID = ? AND PENDENTE = 1"),
+                               {momentText(quando), resultado, id});
 }
 
 std::optional<clsPublicacaoRede::Resumo> clsPublicacaoRede::resumo(clsDataAccess& db) {

@@ -1,8 +1,14 @@
 #include "clsUsuarios.h"
 
+#include "AuditChain.h"
 #include "clsDataAccess.h"
 
 namespace {
+// Operators are chained: a name, type or password hash changed behind the program's back is
+// found by the audit.
+const QString kTabela = QStringLiteral("Usuarios");
+const QString kChave = QStringLiteral("ID");
+
 void fill(clsUsuarios& u, const Recordset& r) {
     u.ID = static_cast<qint32>(r.integer(QStringLiteral("ID")));
     u.NOME = r.text(QStringLiteral("NOME"));
@@ -37,13 +43,15 @@ std::optional<QList<clsUsuarios>> clsUsuarios::listar(clsDataAccess& db) {
 
 bool clsUsuarios::replaceHash(clsDataAccess& db, qint32 id, const QString& from,
                               const QString& to) {
-    return db.SQLExecute(QStringLiteral("UPDATE Usuarios SET SENHA = ? WHERE ID = ? AND SENHA = ?"),
-                         {to, id, from});
+    return AuditChain::execute(
+        db, kTabela, kChave, id, AuditChain::Op::Update,
+        QStringLiteral("UPDATE Usuarios SET SENHA = ? WHERE ID = ? AND SENHA = ?"), {to, id, from});
 }
 
 bool clsUsuarios::inserirNovo() {
     qint64 id = 0;
-    if (!m_db->SQLInsertIdentity(
+    if (!AuditChain::insert(
+            *m_db, kTabela, kChave,
             QStringLiteral("INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES (?, ?, ?, ?)"),
             {NOME, SENHA, TIPO, int(ATIVO)}, id))
         return false;
@@ -53,16 +61,19 @@ bool clsUsuarios::inserirNovo() {
 
 bool clsUsuarios::alterar() {
     if (SENHA.isEmpty())
-        return m_db->SQLExecute(
+        return AuditChain::execute(
+            *m_db, kTabela, kChave, ID, AuditChain::Op::Update,
             QStringLiteral("UPDATE Usuarios SET NOME = ?, TIPO = ?, ATIVO = ? WHERE ID = ?"),
             {NOME, TIPO, int(ATIVO), ID});
-    return m_db->SQLExecute(
+    return AuditChain::execute(
+        *m_db, kTabela, kChave, ID, AuditChain::Op::Update,
         QStringLiteral("UPDATE Usuarios SET NOME = ?, SENHA = ?, TIPO = ?, ATIVO = ? WHERE ID = ?"),
         {NOME, SENHA, TIPO, int(ATIVO), ID});
 }
 
 bool clsUsuarios::SQLDelete() {
-    return m_db->SQLExecute(QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
+    return AuditChain::execute(*m_db, kTabela, kChave, ID, AuditChain::Op::Delete,
+                               QStringLiteral("DELETE FROM Usuarios WHERE ID = ?"), {ID});
 }
 
 UserType clsUsuarios::tipoDe(const QString& tipo) {

@@ -1,10 +1,12 @@
 #include "LooseStamp.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "Clock.h"
 #include "DocumentStamp.h"
 #include "PrinterService.h"
 #include "SystemTexts.h"
+#include "Transaction.h"
 #include "clsAutenticacaoAvulsa.h"
 
 Notice LooseStamp::Resultado::notice() const {
@@ -42,7 +44,10 @@ LooseStamp::Resultado LooseStamp::registrar(AppContext& ctx, const std::optional
     a.GUICHE = ctx.settings.guiche.trimmed();
     a.OPERADOR = ctx.userName.isEmpty() ? administrador : ctx.userName;
     a.ADMINISTRADOR = administrador;
-    if (!a.SQLInsert()) {
+    Transaction tx(ctx.db);
+    if (!tx.ok() || !a.SQLInsert() ||
+        !ActLog::gravar(ctx, Act::AutenticarAvulso, QStringLiteral("AutenticacoesAvulsas"), a.ID) ||
+        !tx.commit()) {
         r.outcome = Outcome::FalhaGravacao;
         return r;
     }

@@ -1,6 +1,7 @@
 #include "BankExport.h"
 #include "SystemTexts.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "BankFileWriter.h"
 #include "CheckDigits.h"
@@ -172,7 +173,9 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
             QList<qint32> ids;
             for (const clsRecebimentos& row : rows)
                 ids << row.IDRECEBE;
-            if (!clsArquivoBanco::registrar(ctx.db, run, ids) || !tx.commit())
+            if (!clsArquivoBanco::registrar(ctx.db, run, ids) ||
+                !ActLog::gravar(ctx, Act::ArquivosBanco, QStringLiteral("ArquivosBanco"), run.id) ||
+                !tx.commit())
                 error = QStringLiteral("Erro ao registrar o arquivo no banco de dados: %1")
                             .arg(ctx.db.lastError());
         }

@@ -1,9 +1,25 @@
 #include "ExportMarks.h"
 #include "SystemTexts.h"
 
+#include "ActLog.h"
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "Transaction.h"
 #include "clsRecebimentos.h"
+
+namespace {
+// The marks and one act per receipt marked, together.
+bool gravarComAtos(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
+    Transaction tx(ctx.db);
+    if (!tx.ok() || !clsRecebimentos::SQLUpdateExport(ctx.db, marcas))
+        return false;
+    for (const auto& m : marcas)
+        if (!ActLog::gravar(ctx, Act::ArquivosBanco, ActLog::Acao::Alteracao,
+                            QStringLiteral("Recebimentos"), m.first))
+            return false;
+    return tx.commit();
+}
+} // namespace
 
 QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& linhas) {
     QList<QPair<qint32, int>> out;
@@ -16,7 +32,7 @@ QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& l
 }
 
 bool ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
-    if (clsRecebimentos::SQLUpdateExport(ctx.db, marcas))
+    if (gravarComAtos(ctx, marcas))
         return true;
     ctx.dialogs.critical(SystemTexts::aviso(),
                          QStringLiteral("Erro ao gravar as marcas de exportação; nada "

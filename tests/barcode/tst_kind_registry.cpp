@@ -63,7 +63,7 @@ private slots:
             in.idcod = value.isEmpty() ? std::nullopt : std::optional<int>(value.toInt());
         else
             in.*kText[field] = value;
-        const auto r = KindRegistry::gravar(app.db(), in, KindRegistry::Mode::Insert);
+        const auto r = KindRegistry::gravar(app.ctx(), in, KindRegistry::Mode::Insert);
         QCOMPARE(int(r.outcome), outcome);
         QCOMPARE(int(r.field), focus);
         QCOMPARE(app.count(QStringLiteral("CodBarra")), 0);
@@ -80,24 +80,24 @@ private slots:
     void insertUpdateAndDelete() {
         TEST_BACKEND();
         QFETCH(int, idcod);
-        QVERIFY(KindRegistry::gravar(app.db(), kind(idcod), KindRegistry::Mode::Insert).ok());
+        QVERIFY(KindRegistry::gravar(app.ctx(), kind(idcod), KindRegistry::Mode::Insert).ok());
         clsCodBarra k(app.db());
         QVERIFY(k.SQLSelect(idcod));
         QCOMPARE(k.Juros, QStringLiteral("S")); // trimmed and upper-cased
         QCOMPARE(k.BLOQUEIO, QStringLiteral("N"));
 
-        const auto again = KindRegistry::gravar(app.db(), kind(idcod), KindRegistry::Mode::Insert);
+        const auto again = KindRegistry::gravar(app.ctx(), kind(idcod), KindRegistry::Mode::Insert);
         QCOMPARE(again.outcome, O::CodeInUse);
-        QVERIFY(KindRegistry::gravar(app.db(), kind(idcod, QStringLiteral("  OUTRA  ")),
+        QVERIFY(KindRegistry::gravar(app.ctx(), kind(idcod, QStringLiteral("  OUTRA  ")),
                                      KindRegistry::Mode::Update)
                     .ok());
         QVERIFY(k.SQLSelect(idcod));
         QCOMPARE(k.DESCRICAO, QStringLiteral("OUTRA"));
         QCOMPARE(app.count(QStringLiteral("CodBarra")), 1);
 
-        QCOMPARE(KindRegistry::excluir(app.db(), idcod), KindRegistry::DeleteOutcome::Deleted);
-        QCOMPARE(KindRegistry::excluir(app.db(), idcod), KindRegistry::DeleteOutcome::NotFound);
-        QCOMPARE(KindRegistry::gravar(app.db(), kind(idcod), KindRegistry::Mode::Update).outcome,
+        QCOMPARE(KindRegistry::excluir(app.ctx(), idcod), KindRegistry::DeleteOutcome::Deleted);
+        QCOMPARE(KindRegistry::excluir(app.ctx(), idcod), KindRegistry::DeleteOutcome::NotFound);
+        QCOMPARE(KindRegistry::gravar(app.ctx(), kind(idcod), KindRegistry::Mode::Update).outcome,
                  O::NotFound);
         QCOMPARE(app.count(QStringLiteral("CodBarra")), 0);
     }

@@ -352,13 +352,13 @@ private slots:
         QVERIFY(twice.Incluir());
         QVERIFY(!cal.E_feriado(QDate(2026, 11, 23))); // entered twice: no longer a holiday
         // Deleting one holiday deletes that row only; the whole calendar goes only when asked.
-        QVERIFY(cal.excluir(twice.ID).done);
+        QVERIFY(HolidayCalendar::excluir(app.ctx(), twice.ID).done);
         QVERIFY(cal.E_feriado(QDate(2026, 11, 23)));
         QCOMPARE(app.count(QStringLiteral("Feriados")), 1);
-        const Outcome missing = cal.excluir(twice.ID);
+        const Outcome missing = HolidayCalendar::excluir(app.ctx(), twice.ID);
         QVERIFY(!missing.done);
         QCOMPARE(missing.notice.text, QStringLiteral("Informe um item !!!"));
-        QVERIFY(cal.excluirTodos().done);
+        QVERIFY(HolidayCalendar::excluirTodos(app.ctx()).done);
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
     }
 };

@@ -90,10 +90,11 @@ private slots:
         QTest::addColumn<bool>("seal");    // HASH_CADEIA set to the rebuilt chain's hash
         QTest::addColumn<int>("code");
         QTest::addColumn<QString>("found");
-        QTest::newRow("total lowered") << false << true << false << 1
-                                       << "Primeira diferença: Movimento 1 de 23/11/2026: "
-                                          "VALOR_ARRECADADO guardado 350,00, mas os lançamentos "
-                                          "do dia somam 450,00.";
+        // The day's row is chained: its own entry says what it held.
+        QTest::newRow("total lowered")
+            << false << true << false << 1
+            << "Primeira diferença: Movimento ID=1 foi alterado fora do programa: "
+               "VALOR_ARRECADADO era \"4500000\", agora \"3500000\".";
         QTest::newRow("receipt and chain, not the total")
             << true << false << true << 1
             << "VALOR_ARRECADADO guardado 450,00, mas os lançamentos do dia somam 350,00.";

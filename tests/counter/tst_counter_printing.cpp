@@ -325,8 +325,14 @@ private slots:
         QVERIFY(c.session.gravar());
         QVERIFY(c.session.day().encerrar());
         QVERIFY(c.session.day().imprimirEncerramento());
-        const QString hash = *AuditChain::lastHash(c.app.db());
-        QCOMPARE(c.session.day().movimento().HASH_CADEIA, hash);
+        // The seal is the chain's hash when the day was summed; the closing's own rows (the
+        // day's row, its act) come after it in the chain.
+        const QString hash = c.session.day().movimento().HASH_CADEIA;
+        QCOMPARE(hash.size(), 64);
+        QVERIFY(hash != *AuditChain::lastHash(c.app.db()));
+        const AuditChain::Report r =
+            AuditChain::audit(c.app.db(), c.session.day().movimento().ID, hash);
+        QVERIFY2(r.ok && r.anchorFound, qPrintable(r.problems.join(QLatin1Char('\n'))));
         QVERIFY(c.emulator.tape().contains(QStringLiteral("CADEIA: ") + hash.left(32)));
         QVERIFY(c.emulator.tape().contains(QString(8, QLatin1Char(' ')) + hash.mid(32)));
         clsMovimento stored(c.app.db());

@@ -221,6 +221,40 @@ private slots:
         QCOMPARE(r.entries, qint64(5)); // the four adopted rows and the new one
     }
 
+    // A database from before the day's row, the operators, the counter's letter and the outbox
+    // were chained: its rows join the chain as they are, and a later change made by hand is seen.
+    void olderDatabaseChainsItsPeopleDayAndOutbox_data() { addBackendRows(); }
+    void olderDatabaseChainsItsPeopleDayAndOutbox() {
+        QFETCH(QString, backend);
+        QTemporaryDir dir;
+        FolderContext run(dir.path());
+        clsDataAccess& db = run.ctx.db;
+        const bool pg = backend == QLatin1String("postgres");
+        QVERIFY(db.open(pg ? PgServer::instance().freshDatabase()
+                           : DbConfig::sqlite(dir.filePath(QStringLiteral("caixa.db"))),
+                        clsDataAccess::OpenMode::Create));
+        QCOMPARE(Schema::migrate(db, nullptr, nullptr, Schema::currentVersion() - 1),
+                 Schema::Result::Ok);
+        const qint64 before = AuditChain::audit(db).entries;
+        for (const char* sql :
+             {"INSERT INTO Usuarios (NOME, SENHA, TIPO, ATIVO) VALUES ('ANA', 'x', 'USER', 1)",
+              "INSERT INTO Movimento (MDATA, MOV, STATUS, SAIDA, SUPRIMENTO, VALOR_ARRECADADO, "
+              "ENTRADA) VALUES ('2026-11-23', 1, 'FECHADO', 0, 0, 0, 0)",
+              "INSERT INTO Guiche (ID, GUICHE, DESDE) VALUES (1, 'A', '2026-11-23')",
+              "INSERT INTO PublicacaoRede (OPERACAO, CODBARRA, IDRECEBE, MOMENTO) VALUES "
+              "('PUBLICAR', '1', 1, '2026-11-23T10:00:00.000')"})
+            QVERIFY2(db.SQLExecute(QString::fromLatin1(sql)), sql);
+        QCOMPARE(Schema::migrate(db), Schema::Result::Ok);
+        AuditChain::Report r = AuditChain::audit(db);
+        QVERIFY2(r.ok, qPrintable(r.problems.join(QLatin1Char('\n'))));
+        QCOMPARE(r.entries, before + 4);
+        QVERIFY(db.SQLExecute(QStringLiteral("UPDATE Movimento SET STATUS = 'ABERTO'")));
+        r = AuditChain::audit(db);
+        QVERIFY(!r.ok);
+        QVERIFY2(r.problems.first().startsWith(QStringLiteral("Movimento ID=")),
+                 qPrintable(r.problems.first()));
+    }
+
     // The safe's balance that Config.ini held becomes the database's, once, by the update that
     // creates the safe's tables; a setting that is not money stops the update with its text.
     void safeBalanceComesFromTheSettingsOnce_data() {

@@ -46,13 +46,17 @@ bool ChainRewrite::lowerReceipt(QSqlDatabase db, int autentica, qint64 units, bo
     const QString after = QStringLiteral("\"VALOR\":\"%1\"").arg(r.value(1).toLongLong() - units);
     const qint64 movement = r.value(2).toLongLong();
     QSqlQuery m(db);
-    m.prepare(QStringLiteral("SELECT HASH_CADEIA FROM Movimento WHERE ID = ?"));
+    m.prepare(QStringLiteral("SELECT HASH_CADEIA, VALOR_ARRECADADO FROM Movimento WHERE ID = ?"));
     m.addBindValue(movement);
     if (!m.exec() || !m.next()) {
         *why = QStringLiteral("movement not found");
         return false;
     }
     const QString closing = m.value(0).toString();
+    const QString totalBefore =
+        QStringLiteral("\"VALOR_ARRECADADO\":\"%1\"").arg(m.value(1).toLongLong());
+    const QString totalAfter =
+        QStringLiteral("\"VALOR_ARRECADADO\":\"%1\"").arg(m.value(1).toLongLong() - units);
     QSqlQuery q(db);
     if (!q.exec(QStringLiteral("SELECT SEQ, TABELA, CAMPO, CHAVE, OPERACAO, MOMENTO, CONTEUDO, "
                                "HASH FROM Cadeia ORDER BY SEQ"))) {
@@ -67,6 +71,14 @@ bool ChainRewrite::lowerReceipt(QSqlDatabase db, int autentica, qint64 units, bo
         if (q.value(1).toString() == QLatin1String("Recebimentos") &&
             q.value(3).toLongLong() == key)
             content.replace(before, after);
+        // The day's row is chained too: its entries say what the rewrite makes it say.
+        if (q.value(1).toString() == QLatin1String("Movimento") &&
+            q.value(3).toLongLong() == movement) {
+            if (totals)
+                content.replace(totalBefore, totalAfter);
+            if (seal && !closing.isEmpty() && !newClosing.isEmpty())
+                content.replace(closing, newClosing);
+        }
         previous = AuditChain::entryHash(previous, q.value(0).toLongLong(), q.value(1).toString(),
                                          q.value(2).toString(), q.value(3).toLongLong(),
                                          q.value(4).toString(), q.value(5).toString(), content);

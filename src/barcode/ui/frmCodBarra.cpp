@@ -223,7 +223,7 @@ void frmCodBarra::gravar() {
     in.juros = m_juros->currentText();
     in.bloqueio = m_bloqueio->currentText();
     in.codbanco = m_codbanco->text();
-    const KindRegistry::Result r = KindRegistry::gravar(m_ctx.db, in, m_mode);
+    const KindRegistry::Result r = KindRegistry::gravar(m_ctx, in, m_mode);
     switch (r.outcome) {
     case KindRegistry::Outcome::Saved:
         limpar();
@@ -270,7 +270,7 @@ void frmCodBarra::excluir() {
     if (!item || !confirmaExclusao(item))
         return;
     const int code = item->data(0, Qt::UserRole).toInt();
-    switch (KindRegistry::excluir(m_ctx.db, code)) {
+    switch (KindRegistry::excluir(m_ctx, code)) {
     case KindRegistry::DeleteOutcome::Deleted:
         break;
     case KindRegistry::DeleteOutcome::InUse:

@@ -63,7 +63,7 @@ void frmFeriados::reload() {
 }
 
 void frmFeriados::gravar() {
-    const Outcome done = HolidayCalendar(m_ctx.db).gravar(m_data->date());
+    const Outcome done = HolidayCalendar::gravar(m_ctx, m_data->date());
     tell(m_ctx.dialogs, done.notice);
     if (done)
         reload();
@@ -74,7 +74,7 @@ void frmFeriados::excluir() {
         return;
     QTreeWidgetItem* item = m_list->currentItem();
     const Outcome done =
-        HolidayCalendar(m_ctx.db).excluir(item ? item->data(0, Qt::UserRole).toInt() : 0);
+        HolidayCalendar::excluir(m_ctx, item ? item->data(0, Qt::UserRole).toInt() : 0);
     tell(m_ctx.dialogs, done.notice);
     if (done)
         reload();
@@ -83,6 +83,6 @@ void frmFeriados::excluir() {
 void frmFeriados::limpar() {
     if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaExcluirTodosFeriados)))
         return;
-    tell(m_ctx.dialogs, HolidayCalendar(m_ctx.db).excluirTodos().notice);
+    tell(m_ctx.dialogs, HolidayCalendar::excluirTodos(m_ctx).notice);
     reload();
 }

@@ -1,5 +1,7 @@
 // The holiday screen driven through its controls and the scripted dialogs.
+#include "Recordset.h"
 #include "TestApp.h"
+#include "clsDataAccess.h"
 #include "frmFeriados.h"
 
 #include <QDateEdit>
@@ -11,6 +13,9 @@ class tst_feriados_screen : public QObject {
 private slots:
     void recordDeleteAndClear() {
         TestApp app;
+        // ANA at the counter, CHEFE allowing the screen (as its guard leaves them).
+        app.ctx().userName = QStringLiteral("ANA");
+        app.ctx().autorizadoPor = QStringLiteral("CHEFE");
         frmFeriados form(app.ctx());
         auto* list = form.findChild<QTreeWidget*>(QStringLiteral("lwFeriados"));
         auto* date = form.findChild<QDateEdit*>(QStringLiteral("dtpData"));
@@ -51,6 +56,20 @@ private slots:
                  QStringLiteral("Confirma exclusão de todos os feriados?"));
         QCOMPARE(list->topLevelItemCount(), 0);
         QCOMPARE(app.count(QStringLiteral("Feriados")), 0);
+
+        // Each change done, and only those, names both people.
+        const auto atos = app.db().SQLSelect_ReadOnly(
+            QStringLiteral("SELECT ATO, OPERADOR, AUTORIZADO_POR FROM Atos ORDER BY ID"));
+        QVERIFY(atos);
+        QStringList seen;
+        for (Recordset r = *atos; !r.EOF_(); r.moveNext())
+            seen << QStringList{r.text(QStringLiteral("ATO")), r.text(QStringLiteral("OPERADOR")),
+                                r.text(QStringLiteral("AUTORIZADO_POR"))}
+                        .join(QLatin1Char('/'));
+        QCOMPARE(seen, QStringList({QStringLiteral("Feriados: inclusão/ANA/CHEFE"),
+                                    QStringLiteral("Feriados: inclusão/ANA/CHEFE"),
+                                    QStringLiteral("Feriados: exclusão/ANA/CHEFE"),
+                                    QStringLiteral("Feriados: exclusão/ANA/CHEFE")}));
     }
 };
 
