@@ -10,6 +10,7 @@
 #include "LooseStamp.h"
 #include "PrinterService.h"
 #include "ScriptedDialogPort.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 
 #include <QJsonArray>
@@ -69,7 +70,7 @@ bool recordStamp(CliEnv& e) {
         ActLog::gravar(e.ctx, Act::AutenticarAvulso, ActLog::Acao::TextoLivre, QString(), 0) &&
         tx.commit())
         return true;
-    e.err << LooseStamp::kFalhaGravacao << "\n";
+    e.err << SystemTexts::text(SystemText::AutenticacaoNaoRegistrada) << "\n";
     return false;
 }
 
