@@ -9,7 +9,7 @@
 #include "CounterSession.h"
 #include "DateUtil.h"
 #include "DialogPort.h"
-#include "OverdueHandler.h"
+#include "SystemTexts.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -59,8 +59,7 @@ CounterSession::ReadResult settle(CliEnv& e, CounterSession& session,
     while (r.precisaConsentimento) {
         r = session.continuar(consent);
         if (!consent)
-            e.err << OverdueHandler::kLinhasGuia.first() << " "
-                  << QStringLiteral("Use --aceitar-vencidas para recebê-la.") << "\n";
+            e.err << SystemTexts::text(SystemText::GuiaVencidaRecusada) << "\n";
     }
     return r;
 }
@@ -125,7 +124,10 @@ void printPayment(CliEnv& e, const QJsonObject& out, const Money& total) {
         CliSupport::printJson(e, out);
         return;
     }
-    for (const auto& g : out.value(QStringLiteral("gravados")).toArray())
+    const QJsonArray gravados = out.value(QStringLiteral("gravados")).toArray();
+    if (gravados.isEmpty())
+        return; // nothing recorded: the refusals on stderr are the whole answer
+    for (const auto& g : gravados)
         e.out << QStringLiteral("%1\t%2\t%3\n")
                      .arg(g.toObject().value(QStringLiteral("autentica")).toInt(), 4, 10,
                           QLatin1Char('0'))

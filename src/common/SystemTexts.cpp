@@ -92,7 +92,7 @@ constexpr std::array kEntries = {
     Entry{T::AutenticadoraDesligada, kAviso, "A autenticadora não está habilitada (Opções, Impressão: \"Habilitar a autenticadora?\").", I::Exclamation},
     Entry{T::AutenticacaoNaoRegistrada, kAviso, "A autenticação não pôde ser registrada no banco: nada foi impresso.", I::Critical},
     Entry{T::AutenticacaoNaoConfirmada, kAviso, "A autenticadora não confirmou a autenticação: ela fica registrada como não impressa.", I::Exclamation},
-    Entry{T::GuiaVencidaRecusada, kAviso, "Guia vencida recusada: use --aceitar-vencidas para receber guias vencidas.", I::Exclamation},
+    Entry{T::GuiaVencidaRecusada, kAviso, "Guia com a data de vencimento vencida. Use --aceitar-vencidas para recebê-la.", I::Exclamation},
     Entry{T::DataJaLancada, kAviso, "Data já lançada!!!", I::Exclamation},
     Entry{T::ErroExcluirFeriado, "ERRO!!", "ERRO ao excluir!!", I::Critical},
     Entry{T::PerguntaExcluirTodosFeriados, kAviso, "Confirma exclusão de todos os feriados?", I::Question},

@@ -158,6 +158,17 @@ private slots:
                 QStringLiteral("recusada"));
             QVERIFY2(r.err.contains(QStringLiteral("Guia com a data de vencimento vencida.")),
                      qPrintable(r.err));
+            // Read as a person would: the reason on stderr, and no total of a payment that
+            // did not happen.
+            args.removeAll(QStringLiteral("--json"));
+            const CliRun text = f.asAdmin(args + day);
+            QCOMPARE(text.code, 1);
+            QCOMPARE(text.out, QString());
+            QVERIFY2(text.err.split(QLatin1Char('\n'))
+                         .contains(QStringLiteral("Guia com a data de vencimento vencida. Use "
+                                                  "--aceitar-vencidas para recebê-la.")),
+                     qPrintable(text.err));
+            QCOMPARE(f.asAdmin(words("caixa recebimentos --json") + day).array().size(), 0);
         }
         QCOMPARE(
             f.asAdmin(words("caixa receber --aceitar-vencidas --recusar-vencidas X") + day).code,
