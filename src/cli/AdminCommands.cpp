@@ -183,8 +183,7 @@ void registerAdminCommands(QList<CliCommand>& c) {
     c.last().act = Act::Consultar;
     c.append({{QStringLiteral("opcoes"), QStringLiteral("gravar")},
               QStringLiteral("opcoes gravar SECAO/CHAVE=VALOR... [--json]"),
-              QStringLiteral("grava configurações com as conferências da tela de opções; senha do "
-                             "administrador na primeira linha da entrada"),
+              QStringLiteral("grava configurações com as conferências da tela de opções"),
               {},
               D::Existing,
               opcoesGravar});

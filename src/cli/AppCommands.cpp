@@ -223,14 +223,14 @@ void registerAppCommands(QList<CliCommand>& c) {
               CliCommand::Db::None,
               iniciar});
     c.last().act = Act::PrepararPasta;
-    c.append({{QStringLiteral("usuario"), QStringLiteral("gravar")},
-              QStringLiteral("usuario gravar --nome NOME --tipo ADM|USER [--inativo] [--id ID]"),
-              QStringLiteral(
-                  "cria (ou com --id altera) um operador; senha na primeira linha da entrada; "
-                  "senha vazia na alteração mantém a atual"),
-              {QStringLiteral("inativo")},
-              CliCommand::Db::Existing,
-              usuarioGravar});
+    c.append(
+        {{QStringLiteral("usuario"), QStringLiteral("gravar")},
+         QStringLiteral("usuario gravar --nome NOME --tipo ADM|USER [--inativo] [--id ID]"),
+         QStringLiteral("cria (ou com --id altera) um operador; a senha dele na linha que segue as "
+                        "pedidas; senha vazia na alteração mantém a atual"),
+         {QStringLiteral("inativo")},
+         CliCommand::Db::Existing,
+         usuarioGravar});
     c.last().actFor = [](const CliArgs& a) {
         // A new administrator: open while the database has none.
         const bool adm = a.value(QStringLiteral("tipo")).trimmed() == QLatin1String("ADM");

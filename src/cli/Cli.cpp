@@ -130,12 +130,32 @@ bool Cli::needsPages(const QStringList& argsIn) {
     return cmd && cmd->pages;
 }
 
+namespace {
+// Which passwords a command reads, from the permission table, so help never disagrees with it
+// (a command whose act depends on its options says so in its own summary).
+QString passwordsNote(Act act) {
+    switch (Permissions::who(act)) {
+    case Authority::Aberto:
+        return {};
+    case Authority::Operador:
+        return QStringLiteral(" [senha do operador]");
+    case Authority::Administrador:
+        return QStringLiteral(" [senhas do operador e do administrador]");
+    case Authority::PrimeiroAdministrador:
+        return QStringLiteral(" [senhas do operador e do administrador; nenhuma sem administrador "
+                              "no banco]");
+    }
+    return {};
+}
+} // namespace
+
 QString Cli::helpText() {
     QString t = QStringLiteral("Uso: tolvane [--pasta PASTA] [COMANDO ...]\n"
                                "Sem comando, abre o programa (tela de data e depois o caixa).\n\n"
                                "Comandos:\n");
     for (const CliCommand& c : allCommands())
-        t += QStringLiteral("  tolvane [--pasta PASTA] %1\n      %2\n").arg(c.synopsis, c.summary);
+        t += QStringLiteral("  tolvane [--pasta PASTA] %1\n      %2%3\n")
+                 .arg(c.synopsis, c.summary, c.actFor ? QString() : passwordsNote(c.act));
     t += QStringLiteral("\nSenhas: a do operador na primeira linha da entrada padrão e, nos atos "
                         "de administrador, a do administrador na segunda (docs/CLI.md).\n"
                         "Saída: 0 sucesso, 1 recusa (mensagem em stderr), 2 uso incorreto.\n");

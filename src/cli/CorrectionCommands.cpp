@@ -208,12 +208,11 @@ int estornos(CliEnv& e) {
 } // namespace
 
 void registerCorrectionCommands(QList<CliCommand>& c) {
-    const QString adm = QStringLiteral(" (senha de administrador na entrada padrão)");
     const auto add = [&](const char* word, const QString& usage, const QString& summary,
                          CorrectionLog::Kind kind, Correction op) {
         c.append({{QStringLiteral("recebimento"), QLatin1String(word)},
                   usage,
-                  summary + adm,
+                  summary,
                   {},
                   CliCommand::Db::Existing,
                   [=](CliEnv& e) { return correct(e, usage, kind, op); }});

@@ -149,8 +149,7 @@ void registerCounterCommands(QList<CliCommand>& c) {
     const QString d = QStringLiteral(" [--data DD/MM/AAAA]");
     c.append({{QStringLiteral("caixa"), QStringLiteral("abrir")},
               QStringLiteral("caixa abrir") + d + QStringLiteral(" [--json]"),
-              QStringLiteral(
-                  "abre o movimento do dia (ou retoma o que já existe); senha na entrada padrão"),
+              QStringLiteral("abre o movimento do dia (ou retoma o que já existe)"),
               {},
               CliCommand::Db::Existing,
               abrir});

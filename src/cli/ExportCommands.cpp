@@ -160,7 +160,7 @@ void registerExportCommands(QList<CliCommand>& c) {
     c.append({w + QStringList{QStringLiteral("listar")},
               QStringLiteral("exportar listar --tipo IDCOD [--rejeitados]") + d,
               QStringLiteral("recebimentos do movimento e tipo que vão para o arquivo do banco "
-                             "(EXPORT 0), ou os rejeitados; senha na entrada padrão"),
+                             "(EXPORT 0), ou os rejeitados"),
               {QStringLiteral("rejeitados")},
               CliCommand::Db::Existing,
               listar});

@@ -92,8 +92,7 @@ void registerLooseStampCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("autenticar")},
               QStringLiteral("autenticar VALOR [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("autentica um documento avulso na autenticadora e o registra (com "
-                             "quem autorizou e se a impressora confirmou); senha do "
-                             "administrador"),
+                             "quem autorizou e se a impressora confirmou)"),
               {},
               CliCommand::Db::Existing,
               autenticar});

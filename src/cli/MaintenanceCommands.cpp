@@ -243,8 +243,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
     c.last().act = Act::Consultar;
     c.append({{QStringLiteral("copia")},
               QStringLiteral("copia DESTINO"),
-              QStringLiteral("cópia consistente do banco em uso (arquivo novo ou pasta); senha do "
-                             "administrador na entrada padrão"),
+              QStringLiteral("cópia consistente do banco em uso (arquivo novo ou pasta)"),
               {},
               CliCommand::Db::ReadOnly,
               copia});
@@ -254,16 +253,14 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
               QStringLiteral("refaz a cadeia de hashes e aponta a primeira linha que não confere; "
                              "confere o selo de cada dia encerrado (com --data, só o daquele dia) "
                              "e soma de novo os totais guardados no movimento; com a central da "
-                             "rede, compara os selos dos dias encerrados com os dela; senha do "
-                             "administrador"),
+                             "rede, compara os selos dos dias encerrados com os dela"),
               {},
               CliCommand::Db::ReadOnly,
               auditar});
     c.last().act = Act::Auditar;
     c.append({{QStringLiteral("controle")},
               QStringLiteral("controle [--data DD/MM/AAAA]"),
-              QStringLiteral("refaz o arquivo de controle diário a partir do banco; senha na "
-                             "entrada padrão"),
+              QStringLiteral("refaz o arquivo de controle diário a partir do banco"),
               {},
               CliCommand::Db::ReadOnly,
               controle});
@@ -271,8 +268,7 @@ void registerMaintenanceCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("guiche"), QStringLiteral("assumir")},
               QStringLiteral("guiche assumir [LETRA]"),
               QStringLiteral("muda o guichê (grava LETRA em [Export] guiche) ou passa o banco "
-                             "para o guichê deste Config.ini; só sem movimento aberto; senha do "
-                             "administrador"),
+                             "para o guichê deste Config.ini; só sem movimento aberto"),
               {},
               CliCommand::Db::Unclaimed,
               guicheAssumir});

@@ -196,7 +196,7 @@ void registerPrinterCommands(QList<CliCommand>& c) {
     c.append({{QStringLiteral("impressora"), QStringLiteral("pendentes")},
               QStringLiteral("impressora pendentes [--data DD/MM/AAAA] [--json]"),
               QStringLiteral("lista os documentos do dia que a autenticadora não confirmou como "
-                             "autenticados, na ordem; senha na entrada padrão"),
+                             "autenticados, na ordem"),
               {},
               CliCommand::Db::ReadOnly,
               pendentes});

@@ -373,7 +373,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               QStringLiteral("relatorio dia [--data DD/MM/AAAA] [--pdf ARQUIVO] [--imprimir] "
                              "[--json]"),
               QStringLiteral("boletim diário do caixa (recebimentos por tipo, lançamentos, cofre, "
-                             "conferência, correções, selo); senha na entrada padrão"),
+                             "conferência, correções, selo)"),
               {QStringLiteral("imprimir")},
               CliCommand::Db::ReadOnly,
               dia,
@@ -384,7 +384,7 @@ void registerReportCommands(QList<CliCommand>& c) {
               QStringLiteral("relatorio periodo --de DD/MM/AAAA --ate DD/MM/AAAA [--pdf ARQUIVO] "
                              "[--csv ARQUIVO] [--imprimir] [--json]"),
               QStringLiteral("arrecadação do período por dia, por tipo e por hora, com gráficos; "
-                             "CSV de uma linha por dia e tipo; senha na entrada padrão"),
+                             "CSV de uma linha por dia e tipo"),
               {QStringLiteral("imprimir")},
               CliCommand::Db::ReadOnly,
               periodo,
