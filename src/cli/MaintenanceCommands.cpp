@@ -100,7 +100,7 @@ void printSelos(CliEnv& e, const CentralSeals::Conferencia& c) {
 }
 
 QString totalText(const ClosedDayTotals::Difference& d) {
-    return QStringLiteral("Movimento %1 de %2: %3 guardado %4, mas os lançamentos do dia somam %5.")
+    return QStringLiteral("Movimento %1 de %2: %3 guardado %4, mas os registros do dia somam %5.")
         .arg(d.mov)
         .arg(DateUtil::br(d.dia), ClosedDayTotals::coluna(d.total), d.guardado.format(),
              d.somado.format());

@@ -97,7 +97,7 @@ private slots:
                "VALOR_ARRECADADO era \"4500000\", agora \"3500000\".";
         QTest::newRow("receipt and chain, not the total")
             << true << false << true << 1
-            << "VALOR_ARRECADADO guardado 450,00, mas os lançamentos do dia somam 350,00.";
+            << "VALOR_ARRECADADO guardado 450,00, mas os registros do dia somam 350,00.";
         QTest::newRow("receipt, chain and total, not the seal")
             << true << true << false << 1 << "O selo do dia 23/11/2026 (";
         // Everything coherent: the file alone cannot tell (the central can).
