@@ -252,11 +252,14 @@ void CounterLayout::showList(const CustomerList& list, const QString& trocoText)
 }
 
 void CounterLayout::showDayTotals(qint64 count, const Money& sum) {
+    // Each half keeps its words together: a narrow box breaks the line between the count and
+    // the total, never inside "R$ 237,50".
+    const auto together = [](QString s) { return s.replace(QLatin1Char(' '), QChar(0x00A0)); };
     dayTotals->setText(
-        QStringLiteral("%1 %2    Total do dia: %3")
-            .arg(count)
-            .arg(count == 1 ? QStringLiteral("recebimento") : QStringLiteral("recebimentos"))
-            .arg(sum.formatCurrency()));
+        together(QStringLiteral("%1 %2").arg(count).arg(
+            count == 1 ? QStringLiteral("recebimento") : QStringLiteral("recebimentos"))) +
+        QStringLiteral("    ") +
+        together(QStringLiteral("Total do dia: %1").arg(sum.formatCurrency())));
 }
 
 void CounterLayout::showClock(const QDateTime& now, const QDate& workingDate) {

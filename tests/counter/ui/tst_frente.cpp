@@ -236,7 +236,12 @@ private slots:
         QCOMPARE(s.lancados()->rowCount(), 2);
         QCOMPARE(s.lancados()->index(0, 0).data().toString(), QStringLiteral("0002"));
         QCOMPARE(s.lancados()->index(0, 2).data().toString(), QStringLiteral("7,50"));
-        QCOMPARE(s.text("lblTotalDia"), QStringLiteral("2 recebimentos    Total do dia: R$ 20,00"));
+        // Read as shown; the spaces inside each half do not break.
+        QCOMPARE(s.text("lblTotalDia").replace(QChar(0x00A0), QLatin1Char(' ')),
+                 QStringLiteral("2 recebimentos    Total do dia: R$ 20,00"));
+        QCOMPARE(s.text("lblTotalDia").split(QStringLiteral("    ")),
+                 (QStringList{QStringLiteral("2\u00A0recebimentos"),
+                              QStringLiteral("Total\u00A0do\u00A0dia:\u00A0R$\u00A020,00")}));
         QCOMPARE(s.text("lblLancado"), QStringLiteral("Caixa dia: 23 - 11 - 2026"));
         s.typeItem(0, QStringLiteral("1,00"));
         QCOMPARE(s.text("lblTroco"), QStringLiteral("A Pagar"));
@@ -263,7 +268,7 @@ private slots:
         auto* view = s.w<QTreeView>("lstLancado");
         QCOMPARE(s.lancados()->rowCount(), LancadosModel::kPage);
         QCOMPARE(s.lancados()->index(0, 0).data().toString(), QStringLiteral("0450"));
-        QCOMPARE(s.text("lblTotalDia"),
+        QCOMPARE(s.text("lblTotalDia").replace(QChar(0x00A0), QLatin1Char(' ')),
                  QStringLiteral("450 recebimentos    Total do dia: R$ 900,00"));
         for (int i = 0; i < 3; ++i) {
             view->scrollToBottom();
