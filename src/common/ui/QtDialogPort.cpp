@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 #include <memory>
 
@@ -233,6 +234,10 @@ QDialog* QtDialogPort::createNotice(const QString& form, const QString& caption,
         // A consent is about money: the default and the focus are on No.
         no->setDefault(true);
         no->setFocus();
+        // S and N on their own answer, as in the system's other questions.
+        for (auto [key, button] : {std::pair{Qt::Key_S, yes}, std::pair{Qt::Key_N, no}})
+            QObject::connect(new QShortcut(QKeySequence(key), dlg), &QShortcut::activated, button,
+                             &QPushButton::animateClick);
     } else {
         auto* ok = new QPushButton(QStringLiteral("OK"), dlg);
         ok->setObjectName(QStringLiteral("cmdOk"));

@@ -46,6 +46,44 @@ private slots:
         port.clearTransactionProbe(this);
         QVERIFY(!port.transactionActive());
     }
+
+    // A question answers to its letters alone (S, N), in the system's own boxes and in the
+    // standard ones alike; Enter takes the default, No.
+    void questionsAnswerToTheirLetters_data() {
+        QTest::addColumn<bool>("ownForm");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<DialogAnswer>("answer");
+        for (bool own : {true, false}) {
+            const char* kind = own ? "form" : "message box";
+            QTest::addRow("%s S", kind) << own << int(Qt::Key_S) << DialogAnswer::Yes;
+            QTest::addRow("%s N", kind) << own << int(Qt::Key_N) << DialogAnswer::No;
+            QTest::addRow("%s Enter", kind) << own << int(Qt::Key_Return) << DialogAnswer::No;
+        }
+    }
+    void questionsAnswerToTheirLetters() {
+        QFETCH(bool, ownForm);
+        QFETCH(int, key);
+        QFETCH(DialogAnswer, answer);
+        QtDialogPort port;
+        QTimer::singleShot(50, this, [key] {
+            if (QWidget* box = QApplication::activeModalWidget())
+                QTest::keyClick(box->focusWidget() ? box->focusWidget() : box, Qt::Key(key));
+        });
+        bool unanswered = false;
+        QTimer::singleShot(3000, this, [&unanswered] {
+            if (QWidget* box = QApplication::activeModalWidget()) {
+                unanswered = true; // a key that answered nothing must not hang the test
+                box->close();
+            }
+        });
+        const DialogAnswer got =
+            ownForm ? port.notice(QStringLiteral("frmGuiavencida"), QStringLiteral("Guia Vencida"),
+                                  {QStringLiteral("Deseja Continuar?")}, DialogButtons::YesNo)
+                    : port.message(QStringLiteral("Aviso"), QStringLiteral("Confirma?"),
+                                   DialogIcon::Question, DialogButtons::YesNo);
+        QVERIFY(!unanswered);
+        QCOMPARE(got, answer);
+    }
 };
 
 QTEST_MAIN(tst_dialog_port_lock)
