@@ -168,6 +168,7 @@ std::optional<QString> QtDialogPort::input(const QString& title, const QString& 
     dlg.setTextEchoMode(masked ? QLineEdit::Password : QLineEdit::Normal);
     dlg.setOkButtonText(QStringLiteral("OK"));
     dlg.setCancelButtonText(QStringLiteral("Cancelar"));
+    dlg.setProperty(kDialogPortInput, true);
     KeyGuardFilter guard(&dlg, m_keyGuardMs);
     if (dlg.exec() != QDialog::Accepted)
         return std::nullopt;

@@ -11,6 +11,9 @@ class QWidget;
 // The property the screen port sets on its message boxes and notices (not on input boxes): a
 // screen that keeps the scanner's keys from such a box knows it by this.
 inline constexpr char kDialogPortBox[] = "dialogPortBox";
+// The property the screen port sets on its input boxes: a screen that keeps the scanner's keys
+// lets a person type into them and takes back only a scanner's burst.
+inline constexpr char kDialogPortInput[] = "dialogPortInput";
 // Set on a screen that keeps the scanner's keys itself (the counter): its boxes do not block it,
 // so keys the window system still sends it while a box takes the focus are not thrown away; the
 // screen ignores everything else meanwhile.

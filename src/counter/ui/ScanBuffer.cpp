@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QWidget>
+#include <utility>
 
 namespace {
 constexpr int kFlushMs = 20;
@@ -12,6 +14,21 @@ constexpr int kFlushMs = 20;
 // Measured between the keys' own times (when they were typed), not when they are handled: the
 // first box of a run may take longer than that to appear.
 constexpr quint64 kBurstEnterMs = 100;
+// In an input box, a run this long typed this fast is a scanner's: no one types a password or
+// a number of 20 digits at a key every 50 ms.
+constexpr int kScanMinDigits = 20;
+constexpr quint64 kBurstGapMs = 50;
+
+bool isCounterInput(const QWidget* w, const QWidget* counter) {
+    if (!w || !w->property(kDialogPortInput).toBool())
+        return false;
+    const QWidget* parent = w->parentWidget();
+    return !parent || parent->window() == counter;
+}
+
+bool soon(quint64 at, quint64 before, quint64 ms) {
+    return at == 0 || before == 0 || at - before <= ms;
+}
 } // namespace
 
 bool ScanBuffer::isDigitKey(const QKeyEvent* e) {
@@ -55,6 +72,8 @@ bool ScanBuffer::eventFilter(QObject* watched, QEvent* event) {
             ++m_boxesShown;
         return false;
     case QEvent::KeyPress:
+        if (!m_held && isCounterInput(QApplication::activeModalWidget(), m_counter))
+            return watchInput(watched, static_cast<QKeyEvent*>(event));
         if (!m_held && !counterBoxOpen())
             return false;
         return keep(static_cast<QKeyEvent*>(event));
@@ -81,6 +100,32 @@ bool ScanBuffer::keep(QKeyEvent* e) {
         m_afterDigit = false;
         return false; // the box's own key
     }
+    if (!e->isAutoRepeat())
+        m_keptPresses.append(e->key());
+    m_timer.start();
+    return true;
+}
+
+bool ScanBuffer::watchInput(QObject* watched, QKeyEvent* e) {
+    auto* field = qobject_cast<QLineEdit*>(watched);
+    if (!field)
+        return false; // the same key seen on its way to the field
+    const bool enter = e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
+    if (isDigitKey(e)) {
+        if (!m_inputRun.isEmpty() && !soon(e->timestamp(), m_inputRunAt, kBurstGapMs))
+            m_inputRun.clear();
+        m_inputRun += e->text();
+        m_inputRunAt = e->timestamp();
+        return false; // typed into the box; taken back only if the burst proves a scan
+    }
+    const QString run = std::exchange(m_inputRun, QString());
+    if (!enter || run.size() < kScanMinDigits ||
+        !soon(e->timestamp(), m_inputRunAt, kBurstEnterMs) || !field->text().endsWith(run))
+        return false;
+    field->setText(field->text().chopped(run.size()));
+    for (QChar d : run)
+        m_keys.append({Qt::Key_0 + d.digitValue(), QString(d)});
+    m_keys.append({Qt::Key_Return, QStringLiteral("\r")});
     if (!e->isAutoRepeat())
         m_keptPresses.append(e->key());
     m_timer.start();

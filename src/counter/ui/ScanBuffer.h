@@ -41,6 +41,9 @@ private:
     };
     bool isCounterBox(const QWidget* w) const;
     bool keep(QKeyEvent* e);
+    // An input box of the counter (a password, a number): a person types into it; a scanner's
+    // burst that ends in Enter is taken back out of it and kept for the code field.
+    bool watchInput(QObject* watched, QKeyEvent* e);
     void flush();
 
     QWidget* m_counter;
@@ -52,5 +55,7 @@ private:
     quint64 m_lastDigitAt = 0; // the time the last kept digit was typed
     bool m_afterDigit = false; // the last key kept was a digit: an Enter now ends the burst
     bool m_flushing = false;
+    QString m_inputRun;       // the digits just typed into an input box, in one burst
+    quint64 m_inputRunAt = 0; // when the last of them was typed
     int m_boxesShown = 0;
 };

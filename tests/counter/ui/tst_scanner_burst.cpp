@@ -428,6 +428,47 @@ private slots:
                  box == QLatin1String("record") || box == QLatin1String("sum") ? 1 : 0);
     }
 
+    // A password box asked over the counter: the person's own digits are its answer; a scan
+    // that arrives meanwhile is not, and lands in the code field once the box is gone.
+    void scanDuringAPasswordBoxIsNotItsAnswer() {
+        BurstCounter c;
+        c.dialogs.quiet = false;
+        QString typed;
+        bool stillOpen = false;
+        // Keys with the times they were typed: a person's every 200 ms, the scanner's every 5.
+        quint64 at = 1000;
+        const auto type = [&at](QWidget* w, const QString& keys, quint64 gap) {
+            for (QChar k : keys) {
+                at += gap;
+                const int key =
+                    k == QLatin1Char('\r') ? int(Qt::Key_Return) : Qt::Key_0 + k.digitValue();
+                for (QEvent::Type t : {QEvent::KeyPress, QEvent::KeyRelease}) {
+                    QKeyEvent e(t, key, Qt::NoModifier,
+                                k == QLatin1Char('\r') ? QString() : QString(k));
+                    e.setTimestamp(at);
+                    QApplication::sendEvent(w, &e);
+                }
+            }
+        };
+        QTimer::singleShot(50, this, [&] {
+            auto* field = QApplication::activeModalWidget()->findChild<QLineEdit*>();
+            type(field, QStringLiteral("12"), 200);
+            at += 300;
+            type(field, guide(2) + QLatin1Char('\r'), 5);
+            stillOpen = QApplication::activeModalWidget() != nullptr;
+            typed = field->text();
+            type(field, QStringLiteral("34\r"), 200);
+        });
+        const auto answer = c.dialogs.input(QStringLiteral("Corrigir ou Estornar Recebimento"),
+                                            QStringLiteral("Entre com a senha do administrador!!"),
+                                            true, QString());
+        QVERIFY(stillOpen);
+        QCOMPARE(typed, QStringLiteral("12"));
+        QCOMPARE(answer, std::optional<QString>(QStringLiteral("1234")));
+        QTRY_COMPARE(c.codes(), QStringList{guide(2)});
+        QVERIFY(c.entry()->text().isEmpty());
+    }
+
     // A code that is refused or not recognised leaves the field empty: the next scan is read on
     // its own, not appended to it.
     void refusedCodeLeavesTheFieldForTheNextScan_data() {
