@@ -151,7 +151,9 @@ int saveExportScreen(AppContext& ctx, CounterSession& session, const QString& ou
     const qint32 mov = session.day().movimento().ID;
     const auto rows = clsRecebimentos::listarExportacao(ctx.db, mov, 4, 0);
     if (rows && rows->size() >= 6)
-        ExportMarks::gravarIds(ctx, mov, {rows->at(1).IDRECEBE, rows->at(4).IDRECEBE}, 1);
+        tell(ctx.dialogs,
+             ExportMarks::gravarIds(ctx, mov, {rows->at(1).IDRECEBE, rows->at(4).IDRECEBE}, 1)
+                 .notice);
     frmExportar form(ctx, mov, session.day().movimento().MDATA);
     form.findChild<QLineEdit*>(QStringLiteral("txtcodbanco"))->setText(QStringLiteral("001"));
     form.findChild<QPushButton*>(QStringLiteral("cmdPesquisar"))->click();

@@ -3,7 +3,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
-#include "DialogPort.h"
+#include "ErrorLog.h"
 #include "TextFile.h"
 #include "clsGeraIntegra.h"
 #include "clsItens.h"
@@ -150,9 +150,11 @@ void IntegrationFile::pause() {
         wait(pausaMs);
 }
 
-void IntegrationFile::fail(const QString& detail) {
-    m_ctx.errors.report(kRotina, {0, detail, QStringLiteral("IntegrationFile")});
-    tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroGravarArquivo));
+void IntegrationFile::fail(Result& res, const QString& detail) {
+    const ErrorInfo info{0, detail, QStringLiteral("IntegrationFile")};
+    m_ctx.errors.append(kRotina, info);
+    res.avisos << ErrorLog::notice(kRotina, info)
+               << SystemTexts::notice(SystemText::ErroGravarArquivo);
 }
 
 IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money confCaixa,
@@ -162,16 +164,16 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
     const auto receipts = clsRecebimentos::paraIntegracao(m_ctx.db, mov.ID);
     const auto debits = clsSangria::debitos(m_ctx.db, mov.ID);
     if (!receipts || !debits) {
-        fail(m_ctx.db.lastError());
+        fail(res, m_ctx.db.lastError());
         return res;
     }
     if (receipts->isEmpty()) {
-        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::SemRecebimentos));
+        res.avisos << SystemTexts::notice(SystemText::SemRecebimentos);
         return res;
     }
     // Only a new file, and none of the counter's own.
     if (const QString why = m_ctx.outputProblem(res.arquivo); !why.isEmpty()) {
-        fail(why);
+        fail(res, why);
         return res;
     }
 
@@ -187,7 +189,7 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
     for (const clsSangria& s : *debits) {
         const auto items = clsItens::listar(m_ctx.db, s.ID);
         if (!items) {
-            fail(m_ctx.db.lastError());
+            fail(res, m_ctx.db.lastError());
             return res;
         }
         out.debit(s);
@@ -201,16 +203,16 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
 
     QString error;
     if (!TextFile::create(res.arquivo, out.lines, &error)) {
-        fail(error);
+        fail(res, error);
         return res;
     }
     res.written = true;
     res.registros = int(out.lines.size());
     res.erros = out.erros;
-    if (res.erros.isEmpty())
-        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GeracaoSucesso));
-    else
-        m_ctx.dialogs.critical(SystemTexts::aviso(),
-                               SystemTexts::text(SystemText::ErroGerar) + res.erros.last());
+    res.avisos << (res.erros.isEmpty()
+                       ? SystemTexts::notice(SystemText::GeracaoSucesso)
+                       : Notice{SystemTexts::aviso(),
+                                SystemTexts::text(SystemText::ErroGerar) + res.erros.last(),
+                                DialogIcon::Critical});
     return res;
 }

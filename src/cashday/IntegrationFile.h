@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Money.h"
+#include "Notice.h"
 #include "clsMovimento.h"
 
 #include <QStringList>
@@ -17,8 +18,14 @@ public:
     struct Result {
         bool written = false;
         QString arquivo;
-        int registros = 0; // records in the file
-        QStringList erros; // kinds of the records left out, each once, in order
+        int registros = 0;    // records in the file
+        QStringList erros;    // kinds of the records left out, each once, in order
+        QList<Notice> avisos; // what the operator is told, in order, once the run is over
+
+        void mostrar(DialogPort& dialogs) const {
+            for (const Notice& n : avisos)
+                tell(dialogs, n);
+        }
     };
 
     static constexpr int kPausaPadrao = 500;
@@ -40,12 +47,12 @@ public:
     QString caminhoPadrao() const;
 
     // `confCaixa` is the footer's CONFCAIXA; `destino` replaces the default path when given.
-    // The outcome is shown to the operator.
+    // What the operator is to be told is in the result's notices.
     Result gerar(const clsMovimento& mov, Money confCaixa, const QString& destino = {});
 
 private:
     void pause();
-    void fail(const QString& detail);
+    void fail(Result& res, const QString& detail);
 
     AppContext& m_ctx;
 };

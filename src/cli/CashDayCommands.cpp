@@ -401,6 +401,7 @@ int integracao(CliEnv& e) {
         return ExitRefused;
     IntegrationFile file(e.ctx); // no pause: the command writes at full speed
     const auto r = file.gerar(mov, c->confCaixa(), e.args.value(QStringLiteral("saida")));
+    r.mostrar(e.ctx.dialogs);
     if (!r.written)
         return ExitRefused;
     if (e.json)

@@ -105,7 +105,9 @@ int marcar(CliEnv& e, int flag) {
     CashDay day(e.ctx, nullptr);
     if (int rc = movement(e, day); rc >= 0)
         return rc;
-    if (!ExportMarks::gravarIds(e.ctx, day.movimento().ID, *list, flag))
+    const Outcome stored = ExportMarks::gravarIds(e.ctx, day.movimento().ID, *list, flag);
+    tell(e.ctx.dialogs, stored.notice);
+    if (!stored)
         return ExitRefused;
     if (e.json)
         CliSupport::printJson(e, QJsonObject{{QStringLiteral("export"), flag},
@@ -135,6 +137,7 @@ int gerar(CliEnv& e, BankExport::Arquivo arquivo) {
     const BankExport::Result r = arquivo == BankExport::Arquivo::Cnab
                                      ? CnabExport::gerar(e.ctx, rq)
                                      : FebrabanExport::gerar(e.ctx, rq);
+    r.mostrar(e.ctx.dialogs);
     QJsonObject o{{QStringLiteral("arquivo"), QDir::toNativeSeparators(r.arquivo)},
                   {QStringLiteral("registros"), r.registros},
                   {QStringLiteral("total"), r.total.format()},

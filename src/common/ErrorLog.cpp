@@ -36,9 +36,12 @@ QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const Q
     return lines.toLatin1();
 }
 
+Notice ErrorLog::notice(const QString& location, const ErrorInfo& error) {
+    return {QStringLiteral("Tolvane"), messageText(location, error), DialogIcon::Exclamation};
+}
+
 void ErrorLog::show(const QString& location, const ErrorInfo& error) {
-    m_dialogs.message(QStringLiteral("Tolvane"), messageText(location, error),
-                      DialogIcon::Exclamation, DialogButtons::Ok);
+    tell(m_dialogs, notice(location, error));
 }
 
 void ErrorLog::report(const QString& location, const ErrorInfo& error) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Notice.h"
+
 #include <QDateTime>
 #include <QList>
 #include <QString>
@@ -35,6 +37,9 @@ public:
     // Why Log.ini will not be written (not a regular file), or empty.
     QString logProblem() const;
     static QString messageText(const QString& location, const ErrorInfo& error);
+    // The report's box as a notice, for an operation that tells after it is over (with
+    // `append` for the record).
+    static Notice notice(const QString& location, const ErrorInfo& error);
     static QByteArray record(const QString& location, const ErrorInfo& error,
                              const QDateTime& when);
 

@@ -44,19 +44,18 @@ bool BankExport::cnabNaTela(const AppContext& ctx) {
     return ctx.option(QStringLiteral("Export"), QStringLiteral("cnab")) == QLatin1String("1");
 }
 
-bool BankExport::tipo(AppContext& ctx, int idcod, Arquivo a, clsCodBarra& kind, Result& r) {
+bool BankExport::tipo(int idcod, Arquivo a, clsCodBarra& kind, Result& r) {
     if (!kind.SQLSelect(idcod)) {
-        falha(ctx, r, QStringLiteral("Tipo de código de barras %1 não encontrado.").arg(idcod));
+        falha(r, QStringLiteral("Tipo de código de barras %1 não encontrado.").arg(idcod));
         return false;
     }
     const auto wanted = a == Arquivo::Cnab ? GuideKind::Padrao::Cnab : GuideKind::Padrao::Febraban;
     if (kind.kind().padrao != wanted) {
-        falha(ctx, r,
-              QStringLiteral("O tipo %1 (%2) não é de %3.")
-                  .arg(idcod)
-                  .arg(kind.DESCRICAO, a == Arquivo::Cnab
-                                           ? QStringLiteral("boleto bancário, padrão C")
-                                           : QStringLiteral("guia Febraban, padrão F")));
+        falha(r, QStringLiteral("O tipo %1 (%2) não é de %3.")
+                     .arg(idcod)
+                     .arg(kind.DESCRICAO, a == Arquivo::Cnab
+                                              ? QStringLiteral("boleto bancário, padrão C")
+                                              : QStringLiteral("guia Febraban, padrão F")));
         return false;
     }
     return true;
@@ -70,9 +69,8 @@ std::optional<QString> BankExport::pasta(AppContext& ctx, const QString& configu
     else if (QDir::isRelativePath(folder))
         folder = QDir(ctx.folder).filePath(folder);
     if (!QFileInfo(folder).isDir()) {
-        falha(ctx, r,
-              QStringLiteral("A pasta do arquivo não existe: %1 (Config.ini, [Export] %2).")
-                  .arg(QDir::toNativeSeparators(folder), key));
+        falha(r, QStringLiteral("A pasta do arquivo não existe: %1 (Config.ini, [Export] %2).")
+                     .arg(QDir::toNativeSeparators(folder), key));
         return std::nullopt;
     }
     return folder;
@@ -99,8 +97,8 @@ bool BankExport::codigoValido(const QString& codbarra) {
            codbarra != clsRecebimentos::kSemCodigo;
 }
 
-void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString& record,
-                          const QString& failure, QByteArray& into) {
+void BankExport::registro(Result& r, bool built, const QString& record, const QString& failure,
+                          QByteArray& into) {
     if (built) {
         into += record.toLatin1();
         into += "\r\n";
@@ -109,25 +107,25 @@ void BankExport::registro(AppContext& ctx, Result& r, bool built, const QString&
     ++r.falhas;
     if (r.erros.contains(failure))
         return;
-    ctx.dialogs.critical(SystemTexts::aviso(), failure);
+    r.avisos << Notice{SystemTexts::aviso(), failure, DialogIcon::Critical};
     r.erros << failure;
 }
 
 std::optional<QList<clsRecebimentos>> BankExport::inicia(AppContext& ctx, const Request& rq,
                                                          BankFileWriter& file, Result& r) {
     if (OutputPath::isGuarded(file.finalPath(), ctx.ownFiles())) {
-        falha(ctx, r, ctx.outputProblem(file.finalPath()));
+        falha(r, ctx.outputProblem(file.finalPath()));
         return std::nullopt;
     }
     QString error;
     if (!file.begin(&error)) {
-        falha(ctx, r, error);
+        falha(r, error);
         return std::nullopt;
     }
     r.arquivo = file.finalPath();
     auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
     if (!rows)
-        falha(ctx, r, QStringLiteral("Erro ao gerar arquivo"));
+        falha(r, QStringLiteral("Erro ao gerar arquivo"));
     return rows;
 }
 
@@ -184,7 +182,7 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
         error = error.isEmpty() ? QStringLiteral("Erro ao gerar arquivo") : error;
     if (!error.isEmpty()) {
         r.registros = 0;
-        falha(ctx, r, error);
+        falha(r, error);
         return false;
     }
     r.nsa = nsa;
@@ -192,8 +190,8 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
     return true;
 }
 
-void BankExport::falha(AppContext& ctx, Result& r, const QString& text) {
-    ctx.dialogs.critical(SystemTexts::aviso(), text);
+void BankExport::falha(Result& r, const QString& text) {
+    r.avisos << Notice{SystemTexts::aviso(), text, DialogIcon::Critical};
     r.erros << text;
     r.ok = false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Money.h"
+#include "Notice.h"
 
 #include <QByteArray>
 #include <QDate>
@@ -31,12 +32,18 @@ public:
 
     struct Result {
         bool ok = false;
-        QString arquivo;   // the file's final name, known as soon as the run starts
-        int registros = 0; // records this run wrote
-        Money total;       // sum of the receipts written
-        QStringList erros; // each failing record's message once, then any file error
-        int falhas = 0;    // records that could not be built
-        int nsa = 0;       // CNAB: the file's sequence number
+        QString arquivo;      // the file's final name, known as soon as the run starts
+        int registros = 0;    // records this run wrote
+        Money total;          // sum of the receipts written
+        QStringList erros;    // each failing record's message once, then any file error
+        int falhas = 0;       // records that could not be built
+        int nsa = 0;          // CNAB: the file's sequence number
+        QList<Notice> avisos; // what the operator is told, in order, once the run is over
+
+        void mostrar(DialogPort& dialogs) const {
+            for (const Notice& n : avisos)
+                tell(dialogs, n);
+        }
     };
 
     static QString padrao(Arquivo a); // the kinds' PADRAO: "C" or "F"
@@ -58,13 +65,13 @@ public:
     // --- pieces of the runs ---
 
     // The kind of the request, which must belong to the file's standard; else a message.
-    static bool tipo(AppContext& ctx, int idcod, Arquivo a, clsCodBarra& kind, Result& r);
+    static bool tipo(int idcod, Arquivo a, clsCodBarra& kind, Result& r);
     // The configured folder (relative to the program's folder; empty = the program's folder).
     // A folder that does not exist is refused with a message naming the key.
     static std::optional<QString> pasta(AppContext& ctx, const QString& configured,
                                         const QString& key, Result& r);
-    // Starts the file and reads the receipts the request will write; a failure is shown and
-    // kept in the result.
+    // Starts the file and reads the receipts the request will write; a failure is kept in the
+    // result.
     static std::optional<QList<clsRecebimentos>> inicia(AppContext& ctx, const Request& rq,
                                                         BankFileWriter& file, Result& r);
     // A piece of text for a file name: characters no file name may hold become '_'.
@@ -76,21 +83,21 @@ public:
     static bool codigoValido(const QString& codbarra);
 
     // A record built (appended with its CRLF) or not. The message of a failing kind of record
-    // is shown once per run (a wrong setting fails every receipt's record alike) and kept in
-    // the result; the run goes on and will write nothing.
-    static void registro(AppContext& ctx, Result& r, bool built, const QString& record,
-                         const QString& failure, QByteArray& into);
+    // is kept once per run (a wrong setting fails every receipt's record alike), to be told
+    // after the run; the run goes on and will write nothing.
+    static void registro(Result& r, bool built, const QString& record, const QString& failure,
+                         QByteArray& into);
     // Whether a file name is recorded as a run (a name never used twice), for BankFileWriter.
     static std::function<bool(const QString&)> registrado(AppContext& ctx);
     // The end of a good run, in one transaction: the sequence number taken (CNAB: `numera`
     // gets it and answers the file's bytes; Febraban gets 0), the file written whole and
     // flushed, the run and its receipts recorded, the commit; then the file gets its name. A
-    // failure anywhere leaves no file and no number used; it is shown after the transaction.
+    // failure anywhere leaves no file and no number used; it is kept, to be told after the run.
     static bool conclui(AppContext& ctx, const Request& rq, Arquivo a, const QString& banco,
                         BankFileWriter& file, const QList<clsRecebimentos>& rows,
                         const std::function<std::optional<QList<QByteArray>>(int nsa)>& numera,
                         Result& r);
-    // A failure that ends the run: shown and kept in the result.
-    static void falha(AppContext& ctx, Result& r, const QString& text);
+    // A failure that ends the run: kept in the result, to be told after the run.
+    static void falha(Result& r, const QString& text);
     static void pausa(int ms); // keeps the screen alive while it waits
 };

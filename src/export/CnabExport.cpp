@@ -71,8 +71,7 @@ void CnabExport::monta(AppContext& ctx, const BankExport::Request& rq,
                        const QList<clsRecebimentos>& rows, clsGeraCnab& g, Records& out,
                        BankExport::Result& r) {
     auto put = [&](bool built, R kind, QByteArray& into) {
-        BankExport::registro(ctx, r, built, g.resultado(kind), clsGeraCnab::mensagemErro(kind),
-                             into);
+        BankExport::registro(r, built, g.resultado(kind), clsGeraCnab::mensagemErro(kind), into);
     };
     put(g.Header_arquivo(), R::HeaderArquivo, out.head);
     put(g.Header_lote(), R::HeaderLote, out.head);
@@ -102,7 +101,7 @@ void CnabExport::monta(AppContext& ctx, const BankExport::Request& rq,
 BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request& rq) {
     BankExport::Result r;
     clsCodBarra kind(ctx.db);
-    if (!BankExport::tipo(ctx, rq.idcod, BankExport::Arquivo::Cnab, kind, r))
+    if (!BankExport::tipo(rq.idcod, BankExport::Arquivo::Cnab, kind, r))
         return r;
     const QDateTime agora = ctx.clock.now();
     const auto folder = BankExport::pasta(ctx, ctx.settings.Path3, QStringLiteral("Path3"), r);
@@ -115,11 +114,10 @@ BankExport::Result CnabExport::gerar(AppContext& ctx, const BankExport::Request&
     if (!rows)
         return r;
     if (rows->size() > kMaximoRecebimentos) {
-        BankExport::falha(ctx, r,
-                          QStringLiteral("O arquivo CNAB comporta até %1 recebimentos por lote; "
-                                         "há %2 neste movimento.")
-                              .arg(kMaximoRecebimentos)
-                              .arg(rows->size()));
+        BankExport::falha(r, QStringLiteral("O arquivo CNAB comporta até %1 recebimentos por lote; "
+                                            "há %2 neste movimento.")
+                                 .arg(kMaximoRecebimentos)
+                                 .arg(rows->size()));
         return r;
     }
     clsGeraCnab g;

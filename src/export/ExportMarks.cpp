@@ -3,7 +3,6 @@
 
 #include "ActLog.h"
 #include "AppContext.h"
-#include "DialogPort.h"
 #include "Transaction.h"
 #include "clsRecebimentos.h"
 
@@ -31,26 +30,25 @@ QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& l
     return out;
 }
 
-bool ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
+Outcome ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
     if (gravarComAtos(ctx, marcas))
-        return true;
-    ctx.dialogs.critical(SystemTexts::aviso(),
-                         QStringLiteral("Erro ao gravar as marcas de exportação; nada "
-                                        "foi alterado."));
-    return false;
+        return Outcome::ok();
+    return Outcome::refused(
+        {SystemTexts::aviso(),
+         QStringLiteral("Erro ao gravar as marcas de exportação; nada foi alterado."),
+         DialogIcon::Critical});
 }
 
-bool ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids,
-                            int flag) {
+Outcome ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids,
+                               int flag) {
     QList<QPair<qint32, int>> list;
     for (const qint32 id : ids) {
         clsRecebimentos r(ctx.db);
-        if (!r.SQLSelect(id) || r.IDMOVIMENTO != idMovimento) {
-            ctx.dialogs.critical(
-                SystemTexts::aviso(),
-                QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(id));
-            return false;
-        }
+        if (!r.SQLSelect(id) || r.IDMOVIMENTO != idMovimento)
+            return Outcome::refused(
+                {SystemTexts::aviso(),
+                 QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(id),
+                 DialogIcon::Critical});
         list.append({id, flag});
     }
     return gravar(ctx, list);

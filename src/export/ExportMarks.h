@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Notice.h"
+
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -23,9 +25,10 @@ public:
     // unchecked one stays rejected.
     static QList<QPair<qint32, int>> marcas(Lista lista, const QList<Linha>& linhas);
 
-    // Stores the marks, all or none; a failure is told to the operator.
-    static bool gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas);
+    // Stores the marks, all or none; a failure's message is in the outcome.
+    static Outcome gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas);
     // The commands: the named receipts of the movement get `flag`. A receipt that is not in the
-    // movement refuses the whole request (message) and nothing is stored.
-    static bool gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids, int flag);
+    // movement refuses the whole request (message in the outcome) and nothing is stored.
+    static Outcome gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids,
+                             int flag);
 };

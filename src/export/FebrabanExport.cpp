@@ -32,8 +32,7 @@ void FebrabanExport::monta(AppContext& ctx, const BankExport::Request& rq,
                            const QList<clsRecebimentos>& rows, clsGeraFebraban& g, QByteArray& out,
                            BankExport::Result& r) {
     auto put = [&](bool built, R kind) {
-        BankExport::registro(ctx, r, built, g.resultado(kind), clsGeraFebraban::mensagemErro(kind),
-                             out);
+        BankExport::registro(r, built, g.resultado(kind), clsGeraFebraban::mensagemErro(kind), out);
     };
     g.COD_BANCO = rq.codBanco;
     g.NOME_BANCO =
@@ -68,11 +67,11 @@ BankExport::Result FebrabanExport::gerar(AppContext& ctx, const BankExport::Requ
     if (const QString why =
             BankExport::recusaCodigoBanco(BankExport::Arquivo::Febraban, rq.codBanco);
         !why.isEmpty()) {
-        BankExport::falha(ctx, r, why);
+        BankExport::falha(r, why);
         return r;
     }
     clsCodBarra kind(ctx.db);
-    if (!BankExport::tipo(ctx, rq.idcod, BankExport::Arquivo::Febraban, kind, r))
+    if (!BankExport::tipo(rq.idcod, BankExport::Arquivo::Febraban, kind, r))
         return r;
     const QDateTime agora = ctx.clock.now();
     const auto folder = BankExport::pasta(

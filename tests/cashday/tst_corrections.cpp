@@ -1,16 +1,12 @@
 // Changes, reversals and their undoing on receipts recorded as the counter records them: the
 // rows, the Estornos table, the yearly log line by line, the tape through the emulated printer,
 // and every refusal with nothing changed.
-#include "AuthCounterPrinter.h"
 #include "CashEntry.h"
 #include "CorrectionLog.h"
 #include "CounterSession.h"
-#include "DemoData.h"
 #include "DescriptionTexts.h"
-#include "PrinterEmulator.h"
-#include "PrinterService.h"
+#include "OpenCounter.h"
 #include "ReceiptCorrections.h"
-#include "TestApp.h"
 #include "TextFile.h"
 #include "clsEstornos.h"
 
@@ -25,41 +21,25 @@ const QString kAgua = QStringLiteral("001931651000000891512345000000000000000000
 
 // A counter of guiche 3 with the first printer model, and one customer recorded: 001 312,40
 // TAXAS DIVERSAS, 002 89,15 AGUA E ESGOTO, 003 5,00 CERTIDAO NEGATIVA (no barcode).
-struct Counter {
-    TestApp& app;
-    PrinterEmulator emulator{PrinterEmulator::Model::Bematech};
-    PrinterService service;
-    AuthCounterPrinter printer;
-    CounterSession session;
-    RC corrections;
+struct Counter : OpenCounter {
+    RC corrections{app.ctx(), printer.get()};
     QList<RecordedReceipt> rows;
     int tapeBefore = 0;
 
-    explicit Counter(TestApp& a)
-        : app(a), service(prepare(a)), printer(a.ctx(), service), session(a.ctx(), &printer),
-          corrections(a.ctx(), &printer) {
-        emulator.setDocument(true);
-        service.makeTransport = [this] { return std::make_unique<MemoryTransport>(emulator); };
-        service.sleep = [](int) {};
-        if (!session.day().abrir())
-            return;
+    explicit Counter(const QString& backend)
+        : OpenCounter(backend == QLatin1String("postgres") ? TestApp::Backend::PostgreSQL
+                                                           : TestApp::Backend::SQLite,
+                      Printer::Bematech) {
+        if (seeded && open())
+            recordOneCustomer();
+    }
+    void recordOneCustomer() {
         session.ler(kTaxas);
         session.ler(kAgua);
         session.somaAvulso({8, Money::fromReais(5), QDate(), QString(), QString()});
         rows = session.gravar().value_or(QList<RecordedReceipt>{});
         app.dialogs().clear();
         tapeBefore = int(emulator.tape().size());
-    }
-    static AppContext& prepare(TestApp& a) {
-        DemoData::seed(a.ctx(), nullptr, nullptr);
-        a.setOption(QStringLiteral("Print"), QStringLiteral("impressora"),
-                    QStringLiteral("bematech"));
-        a.setOption(QStringLiteral("Print"), QStringLiteral("modo"), QStringLiteral("1"));
-        a.setOption(QStringLiteral("Mensagem"), QStringLiteral("cabecalho"), QStringLiteral("PMX"));
-        a.setOption(QStringLiteral("Export"), QStringLiteral("guiche"), QStringLiteral("3"));
-        a.ctx().workingDate = QDate(2026, 11, 23);
-        a.ctx().userName = QStringLiteral("ANA");
-        return a.ctx();
     }
     // As the screen and the command do: what was typed read at the edge, the correction, then
     // its notices told.
@@ -80,10 +60,10 @@ struct Counter {
     }
     RC::Resultado reverter(qint32 id) { return told(corrections.reverter(id)); }
     QStringList newTape() const { return emulator.tape().mid(tapeBefore); }
-    QString logPath(int year = 2026) const {
+    QString logPath(int year = 2026) {
         return app.path(QStringLiteral("Estorno_3_%1.txt").arg(year));
     }
-    QStringList log(int year = 2026) const {
+    QStringList log(int year = 2026) {
         QFile f(logPath(year));
         if (!f.open(QIODevice::ReadOnly))
             return {};
@@ -92,7 +72,7 @@ struct Counter {
         return lines;
     }
     // Every receipt as a line, to see that nothing changed.
-    QStringList snapshot() const {
+    QStringList snapshot() {
         QStringList out;
         const auto rs = app.ctx().db.SQLSelect_ReadOnly(
             QStringLiteral("SELECT IDRECEBE, AUTENTICA, CODBARRA, TIPO, VALOR, EXPORT FROM "
@@ -107,7 +87,7 @@ struct Counter {
                        .join(QLatin1Char(' '));
         return out;
     }
-    clsRecebimentos receipt(qint32 id) const {
+    clsRecebimentos receipt(qint32 id) {
         clsRecebimentos r(app.ctx().db);
         r.SQLSelect(id);
         return r;
@@ -131,8 +111,10 @@ private slots:
     void initTestCase_data() { addBackendRows(); }
 
     void reversalKeepsTheReceiptLogsAndPrints() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         QCOMPARE(c.rows.size(), 3);
         const qint32 id = c.rows.at(2).idrecebe;
         const auto res = c.corrections.estornar(id, QStringLiteral("  Cobrado a mais "));
@@ -213,7 +195,7 @@ private slots:
             << QStringList{} << 0;
     }
     void change() {
-        TEST_BACKEND();
+        QFETCH_GLOBAL(QString, backend);
         QFETCH(QString, tipo);
         QFETCH(QString, autentica);
         QFETCH(QString, codbarra);
@@ -221,7 +203,9 @@ private slots:
         QFETCH(QStringList, logTail);
         QFETCH(QStringList, tape);
         QFETCH(int, exportFlag);
-        Counter c(app);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         const clsRecebimentos before = c.receipt(c.rows.at(2).idrecebe);
         CorrectionRequest::AsTyped p;
         p.idrecebe = before.IDRECEBE;
@@ -336,14 +320,16 @@ private slots:
             QStringLiteral("Não há movimento nesta data!!"), crit);
     }
     void refusals() {
-        TEST_BACKEND();
+        QFETCH_GLOBAL(QString, backend);
         QFETCH(QString, op);
         QFETCH(QString, field);
         QFETCH(QString, text);
         QFETCH(QString, motivo);
         QFETCH(QString, message);
         QFETCH(int, icon);
-        Counter c(app);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         qint32 id = c.rows.at(2).idrecebe;
         if (op.endsWith(QLatin1String("-fechado")))
             QVERIFY(c.session.day().encerrar());
@@ -407,8 +393,10 @@ private slots:
     // gets it from the Estornos table, exactly once: on the next correction, on `estornos` and
     // when a day is opened. A torn last line is ended before the entry.
     void logIsCompletedFromTheTable() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         QVERIFY(c.estornar(c.rows.at(0).idrecebe, QStringLiteral("primeiro")).feito);
         // The second reversal as the database kept it when the program died after its commit.
         clsRecebimentos lost = c.receipt(c.rows.at(1).idrecebe);
@@ -458,8 +446,10 @@ private slots:
     // The last number the files carry may be given by a correction; the movement is then full
     // and the next payment is refused whole, without a receipt numbered 100000.
     void lastNumberFillsTheMovement() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         CorrectionRequest::AsTyped p;
         p.idrecebe = c.rows.at(2).idrecebe;
         p.autentica = QStringLiteral("99999");
@@ -478,8 +468,10 @@ private slots:
 
     // The 44 zeros and codes starting "000" may be carried by several receipts.
     void codesWithoutOwnNumberMayRepeat() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         CorrectionRequest::AsTyped p;
         p.idrecebe = c.rows.at(0).idrecebe;
         p.codbarra = clsRecebimentos::kSemCodigo;
@@ -511,11 +503,13 @@ private slots:
             << QStringList{QStringLiteral("Exclusão efetuada com sucesso!!")};
     }
     void withoutTheTape() {
-        TEST_BACKEND();
+        QFETCH_GLOBAL(QString, backend);
         QFETCH(bool, offline);
         QFETCH(int, fita);
         QFETCH(QStringList, texts);
-        Counter c(app);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         if (offline)
             c.emulator.setOffline(true);
         else
@@ -533,8 +527,10 @@ private slots:
     }
 
     void undoBringsTheReceiptBack() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         const clsRecebimentos before = c.receipt(c.rows.at(2).idrecebe);
         const QStringList snapshotBefore = c.snapshot();
         QVERIFY(c.estornar(before.IDRECEBE, QStringLiteral("engano")).feito);
@@ -586,10 +582,12 @@ private slots:
             << "falha" << QStringLiteral("Erro ao reverter arquivo! ");
     }
     void undoRefusals() {
-        TEST_BACKEND();
+        QFETCH_GLOBAL(QString, backend);
         QFETCH(QString, meanwhile);
         QFETCH(QString, message);
-        Counter c(app);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         // The reversed receipt holds the highest number and a real code, so a new payment can
         // take either.
         QVERIFY(c.estornar(c.rows.at(2).idrecebe, QStringLiteral("a")).feito);
@@ -630,8 +628,10 @@ private slots:
     // The year's first entry heads its file; later entries are only appended; a new year starts
     // a new file, and reading back gives the newest year first.
     void yearlyFiles() {
-        TEST_BACKEND();
-        Counter c(app);
+        QFETCH_GLOBAL(QString, backend);
+        Counter c(backend);
+        TestApp& app = c.app;
+        QVERIFY2(app.ok(), "test database could not be opened");
         app.setOption(QStringLiteral("Export"), QStringLiteral("Path2"),
                       QStringLiteral("estornos"));
         QVERIFY(c.estornar(c.rows.at(0).idrecebe, QStringLiteral("um")).feito);

@@ -75,7 +75,8 @@ struct BankCounter : OpenCounter {
         rq.idMovimento = mov;
         rq.movimento = kDia;
         rq.idcod = tipo;
-        return CnabExport::gerar(app.ctx(), rq);
+        const qsizetype before = app.dialogs().texts().size();
+        return told(before, CnabExport::gerar(app.ctx(), rq));
     }
     BankExport::Result febraban(int tipo, const QString& banco, QStringList* progress = nullptr) {
         BankExport::Request rq;
@@ -87,7 +88,17 @@ struct BankCounter : OpenCounter {
             rq.progresso = [progress](int feitos, int total) {
                 *progress << QStringLiteral("%1/%2").arg(feitos).arg(total);
             };
-        return FebrabanExport::gerar(app.ctx(), rq);
+        const qsizetype before = app.dialogs().texts().size();
+        return told(before, FebrabanExport::gerar(app.ctx(), rq));
+    }
+    // The run decides and keeps what to tell: none of its boxes until its notices are shown.
+    // Only the database's own error report ("Tolvane", after a failed commit) may come first.
+    BankExport::Result told(qsizetype before, const BankExport::Result& r) {
+        for (qsizetype i = before; i < app.dialogs().shown().size(); ++i)
+            if (app.dialogs().shown().at(i).title != QLatin1String("Tolvane"))
+                QTest::qFail("the export opened a box", __FILE__, __LINE__);
+        r.mostrar(app.dialogs());
+        return r;
     }
     QStringList files(const QString& sub) {
         return QDir(app.path(sub)).entryList(QDir::Files | QDir::Hidden, QDir::Name);

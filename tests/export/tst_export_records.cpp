@@ -90,9 +90,11 @@ private slots:
         QVERIFY(DemoData::seed(app.ctx(), nullptr, nullptr));
         const qint32 a = add(app, 1, 4, 1, codeNo(10), 0);
         const qint32 other = add(app, 2, 4, 1, codeNo(11), 0);
-        QVERIFY(!ExportMarks::gravarIds(app.ctx(), 1, {a, other}, 1));
-        QCOMPARE(app.dialogs().last().text,
+        const Outcome refused = ExportMarks::gravarIds(app.ctx(), 1, {a, other}, 1);
+        QVERIFY(!refused);
+        QCOMPARE(refused.notice.text,
                  QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(other));
+        QCOMPARE(refused.notice.icon, DialogIcon::Critical);
         QVERIFY(!ExportMarks::gravarIds(app.ctx(), 1, {a, 999}, 1));
         QCOMPARE(app.count(QStringLiteral("Recebimentos"), QStringLiteral("EXPORT = 1")), 0);
         QVERIFY(ExportMarks::gravarIds(app.ctx(), 1, {a}, 1));

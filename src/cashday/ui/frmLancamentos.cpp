@@ -177,9 +177,10 @@ void frmLancamentos::gerar() {
     };
     m_busy = true;
     setEnabled(false);
-    file.gerar(m_count->movimento(), m_conf.confCaixa());
+    const auto r = file.gerar(m_count->movimento(), m_conf.confCaixa());
     setEnabled(true);
     m_busy = false;
+    r.mostrar(m_ctx.dialogs);
 }
 
 void frmLancamentos::reject() {

@@ -200,8 +200,9 @@ void frmExportar::storeMarks(QTreeWidget* list, ExportMarks::Lista lista, const 
         linhas.append({item->data(0, Qt::UserRole).toInt(), item->checkState(0) == Qt::Checked});
         m_pbr->setValue(i + 1);
     }
-    if (ExportMarks::gravar(m_ctx, ExportMarks::marcas(lista, linhas)))
-        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GravacaoConcluida));
+    const Outcome stored = ExportMarks::gravar(m_ctx, ExportMarks::marcas(lista, linhas));
+    tell(m_ctx.dialogs,
+         stored ? SystemTexts::notice(SystemText::GravacaoConcluida) : stored.notice);
     m_pbr->setValue(0);
     fillList(list, lista);
 }
@@ -248,6 +249,7 @@ void frmExportar::exportar() {
                                      : FebrabanExport::gerar(m_ctx, rq);
     setBusy(false);
     m_pbr->setValue(0);
+    r.mostrar(m_ctx.dialogs);
     if (r.ok)
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::GeracaoSucesso));
     else
