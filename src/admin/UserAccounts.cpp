@@ -6,8 +6,6 @@
 #include "PasswordHash.h"
 #include "Transaction.h"
 
-const QString UserAccounts::kNomeEmUso = QStringLiteral("Já existe um operador com este nome.");
-
 namespace {
 
 const QString kAdm = QStringLiteral("ADM");

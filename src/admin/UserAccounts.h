@@ -56,6 +56,4 @@ public:
     static bool isLastAdministrator(AppContext& ctx, qint32 id);
 
     static std::optional<QList<clsUsuarios>> listar(AppContext& ctx);
-
-    static const QString kNomeEmUso; // "Já existe um operador com este nome."
 };

@@ -3,6 +3,7 @@
 #include "ActLog.h"
 #include "AppContext.h"
 #include "FileText.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsDataAccess.h"
 
@@ -24,13 +25,6 @@ KindRegistry::Input normalised(const KindRegistry::Input& in) {
 }
 
 } // namespace
-
-const QString KindRegistry::kLeiauteEmUso =
-    QStringLiteral("O tipo %1 já é usado pelo código %2: cada leiaute de código de barras "
-                   "pertence a um só tipo.");
-const QString KindRegistry::kTipoComRecebimentos =
-    QStringLiteral("O código %1 tem recebimentos gravados e não pode ser excluído: o dinheiro "
-                   "recebido nele sairia das listas e dos arquivos.");
 
 QString KindRegistry::codeText(int idcod) {
     return QStringLiteral("%1").arg(idcod, 3, 10, QLatin1Char('0'));
@@ -83,8 +77,9 @@ KindRegistry::Result KindRegistry::gravar(AppContext& ctx, const Input& raw, Mod
     for (const GuideKind& other : *same)
         if (other.idcod != *in.idcod)
             return {Outcome::LayoutInUse, Field::IDTIPO,
-                    kLeiauteEmUso.arg(in.idtipo, codeText(other.idcod) + QStringLiteral(" - ") +
-                                                     other.descricao)};
+                    SystemTexts::text(SystemText::LeiauteEmUso)
+                        .arg(in.idtipo,
+                             codeText(other.idcod) + QStringLiteral(" - ") + other.descricao)};
     clsCodBarra k(db);
     k.IDCOD = static_cast<qint16>(*in.idcod);
     k.IDTIPO = in.idtipo;

@@ -50,9 +50,6 @@ public:
     enum class DeleteOutcome { Deleted, NotFound, InUse, Failed };
     static DeleteOutcome excluir(AppContext& ctx, int idcod);
 
-    static const QString kLeiauteEmUso;        // %1 the IDTIPO, %2 the kind that has it
-    static const QString kTipoComRecebimentos; // %1 the code
-
     // The check without writing (the screen calls it to put the focus on the field at fault).
     static Result check(const Input& input);
     // The code as lists show it: "005", "120".

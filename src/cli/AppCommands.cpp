@@ -11,6 +11,7 @@
 #include "PasswordHash.h"
 #include "SampleSheet.h"
 #include "Schema.h"
+#include "SystemTexts.h"
 #include "UserAccounts.h"
 
 #include <QDir>
@@ -127,7 +128,7 @@ int usuarioGravar(CliEnv& e) {
         e.err << kSenhaUsada << "\n";
         return ExitRefused;
     case UserAccounts::Outcome::NameInUse:
-        e.err << UserAccounts::kNomeEmUso << "\n";
+        e.err << SystemTexts::text(SystemText::NomeEmUso) << "\n";
         return ExitRefused;
     case UserAccounts::Outcome::TextRefused:
         e.err << r.message << "\n";
@@ -192,14 +193,14 @@ int usuarioListar(CliEnv& e) {
 int entrar(CliEnv& e) {
     if (e.args.has(QStringLiteral("adm"))) {
         if (!AdminGuard::isAdministrator(e.ctx, e.readStdinLine())) {
-            e.err << Permissions::kSenhaAdministradorRecusada << "\n";
+            e.err << SystemTexts::text(SystemText::SenhaAdministradorRecusada) << "\n";
             return ExitRefused;
         }
         e.out << "ADM\n";
         return ExitOk;
     }
     if (!Login::Valida_senha(e.ctx, e.readStdinLine())) {
-        e.err << Login::kSenhaInvalida << "\n";
+        e.err << SystemTexts::text(SystemText::SenhaInvalida) << "\n";
         return ExitRefused;
     }
     if (e.json)

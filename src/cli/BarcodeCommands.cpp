@@ -9,6 +9,7 @@
 #include "DateUtil.h"
 #include "HolidayCalendar.h"
 #include "KindRegistry.h"
+#include "SystemTexts.h"
 #include "TypedLine.h"
 #include "TypedLineBatch.h"
 #include "clsCodBarra.h"
@@ -105,7 +106,8 @@ int tipoExcluir(CliEnv& e) {
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::InUse) {
-        e.err << KindRegistry::kTipoComRecebimentos.arg(KindRegistry::codeText(id)) << "\n";
+        e.err << SystemTexts::text(SystemText::TipoComRecebimentos).arg(KindRegistry::codeText(id))
+              << "\n";
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::Failed) {

@@ -6,6 +6,7 @@
 #include "DateUtil.h"
 #include "Login.h"
 #include "Permissions.h"
+#include "SystemTexts.h"
 
 #include <QJsonDocument>
 #include <QTextStream>
@@ -33,10 +34,10 @@ int CliSupport::authorize(AppContext& ctx, Act act, QTextStream& err,
     case Permissions::Outcome::Aceito:
         return -1;
     case Permissions::Outcome::SenhaOperador:
-        err << Login::kSenhaInvalida << "\n";
+        err << SystemTexts::text(SystemText::SenhaInvalida) << "\n";
         break;
     case Permissions::Outcome::SenhaAdministrador:
-        err << Permissions::kSenhaAdministradorRecusada << "\n";
+        err << SystemTexts::text(SystemText::SenhaAdministradorRecusada) << "\n";
         break;
     }
     return ExitRefused;

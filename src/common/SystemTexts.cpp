@@ -113,6 +113,21 @@ constexpr std::array kEntries = {
     Entry{T::SaiaPeloOk, kAviso, "Você deve sair ultilizando o botão OK.", I::Information},
     Entry{T::PerguntaAtualizacao, kAviso, "Uma nova versão do sistema está disponível. Deseja instalar agora?", I::Question},
     Entry{T::UltimoAdministrador, kAviso, "Este é o único administrador: sem ele nenhuma entrada de administrador poderá ser aberta. Deseja excluir assim mesmo?", I::Exclamation},
+    // Sign-in, kinds, start and the counter
+    Entry{T::SenhaInvalida, kAviso, "Senha Inválida!!", I::Critical},
+    Entry{T::SenhaAdministradorRecusada, kAviso, "Senha de administrador não aceita.", I::Critical},
+    // A prompt: its title is the act's own, given where it is asked.
+    Entry{T::SenhaAdministradorPedido, "", "Entre com a senha do administrador!!", I::None},
+    Entry{T::NomeEmUso, kAviso, "Já existe um operador com este nome.", I::Exclamation},
+    Entry{T::LeiauteEmUso, kAviso, "O tipo %1 já é usado pelo código %2: cada leiaute de código de barras pertence a um só tipo.", I::Exclamation},
+    Entry{T::TipoComRecebimentos, kAviso, "O código %1 tem recebimentos gravados e não pode ser excluído: o dinheiro recebido nele sairia das listas e dos arquivos.", I::Exclamation},
+    Entry{T::ErroAberturaSistema, kAviso, "Erro na abertura do sistema!!", I::Critical},
+    // Ends every message about a damaged database.
+    Entry{T::DanificadoConselho, kAviso, "Não grave nada nele: guarde o arquivo para análise, restaure a cópia mais recente da pasta copias (renomeando-a para caixa.db) e confira com tolvane verificar.", I::Critical},
+    Entry{T::ErroSomaAvulso, kAviso, "%1 - Erro na Soma Avulso!!", I::Critical},
+    Entry{T::PerguntaReautenticar, "Reautenticar", "%1\nAutenticar novamente?", I::Question},
+    Entry{T::CentralSozinho, "Rede", "A central da rede não respondeu: este guichê está recebendo sozinho. Os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
+    Entry{T::AguardandoBanco, kAviso, "Aguardando o banco de dados...", I::Information},
 };
 // clang-format on
 } // namespace

@@ -108,6 +108,19 @@ enum class SystemText {
     SaiaPeloOk,
     PerguntaAtualizacao,
     UltimoAdministrador,
+    // Sign-in, kinds, start and the counter
+    SenhaInvalida,
+    SenhaAdministradorRecusada,
+    SenhaAdministradorPedido,
+    NomeEmUso,
+    LeiauteEmUso,
+    TipoComRecebimentos,
+    ErroAberturaSistema,
+    DanificadoConselho,
+    ErroSomaAvulso,
+    PerguntaReautenticar,
+    CentralSozinho,
+    AguardandoBanco,
 };
 
 class SystemTexts {

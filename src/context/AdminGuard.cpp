@@ -3,8 +3,7 @@
 #include "AppContext.h"
 #include "DialogPort.h"
 #include "Login.h"
-
-const QString AdminGuard::kPrompt = QStringLiteral("Entre com a senha do administrador!!");
+#include "SystemTexts.h"
 
 bool AdminGuard::isAdministrator(AppContext& ctx, const QString& senha) {
     if (senha.trimmed().isEmpty())
@@ -16,7 +15,8 @@ bool AdminGuard::ask(AppContext& ctx, Act act, const QString& title) {
     ctx.autorizadoPor.clear();
     if (Permissions::needed(ctx, act) != Authority::Administrador)
         return true;
-    const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
+    const auto answer = ctx.dialogs.input(
+        title, SystemTexts::text(SystemText::SenhaAdministradorPedido), true, QString());
     if (!answer)
         return false;
     const auto admin = Login::administrador(ctx, *answer);
@@ -37,6 +37,7 @@ std::optional<QString> AdminGuard::administrador(AppContext& ctx, const QString&
 }
 
 std::optional<QString> AdminGuard::askAdministrador(AppContext& ctx, const QString& title) {
-    const auto answer = ctx.dialogs.input(title, kPrompt, true, QString());
+    const auto answer = ctx.dialogs.input(
+        title, SystemTexts::text(SystemText::SenhaAdministradorPedido), true, QString());
     return answer ? administrador(ctx, *answer) : std::nullopt;
 }

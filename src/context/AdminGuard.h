@@ -11,8 +11,6 @@ class AppContext;
 // masked password whose operator type is exactly "ADM". Commands read theirs from stdin.
 class AdminGuard {
 public:
-    static const QString kPrompt; // "Entre com a senha do administrador!!"
-
     static bool isAdministrator(AppContext& ctx, const QString& senha);
     // Asks in an input box titled `title` when the table says the act needs an administrator,
     // who then is ctx.autorizadoPor; false when cancelled, empty or not an administrator.

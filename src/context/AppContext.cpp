@@ -10,7 +10,7 @@
 AppContext::AppContext(QString f, DialogPort& d, const Clock& c)
     : folder(std::move(f)), dialogs(d), clock(c), errors(d, c, folder), db(errors) {
     db.onLockWait = [this](const QString& text) {
-        dialogs.message(SystemTexts::aviso(), text, DialogIcon::Information, DialogButtons::Ok);
+        tell(dialogs, SystemTexts::notice(SystemText::AguardandoBanco).with(text));
     };
     dialogs.setTransactionProbe(this, [this] { return db.inTransaction(); });
     dialogs.onLockedBox = [this](const QString& kind, const QString& title, const QString& text) {

@@ -4,8 +4,6 @@
 #include "PasswordHash.h"
 #include "clsUsuarios.h"
 
-const QString Login::kSenhaInvalida = QStringLiteral("Senha Inválida!!");
-
 struct Login::Match {
     qint32 id = 0;
     QString nome;

@@ -11,8 +11,6 @@ class AppContext;
 // administrator guard. Exactly one operator may match a password.
 class Login {
 public:
-    static const QString kSenhaInvalida; // "Senha Inválida!!"
-
     // Exactly one operator whose password matches, and active. Sets the operator's name and type
     // (also for an inactive one).
     static bool Valida_senha(AppContext& ctx, const QString& senha);

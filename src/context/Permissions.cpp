@@ -4,9 +4,6 @@
 #include "Login.h"
 #include "clsUsuarios.h"
 
-const QString Permissions::kSenhaAdministradorRecusada =
-    QStringLiteral("Senha de administrador não aceita.");
-
 const QList<Permissions::Rule>& Permissions::table() {
     using A = Authority;
     static const QList<Rule> rules = {

@@ -79,6 +79,4 @@ public:
     // act needs one, an administrator's (ctx.autorizadoPor). Each password is read only when
     // needed, in that order.
     static Outcome autorizar(AppContext& ctx, Act act, const std::function<QString()>& senha);
-
-    static const QString kSenhaAdministradorRecusada; // "Senha de administrador não aceita."
 };

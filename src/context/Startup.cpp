@@ -19,9 +19,6 @@
 #include <QFileInfo>
 #include <memory>
 
-const QString Startup::kDanificadoConselho = DatabaseCheck::conselho();
-const QString Startup::kErroAbertura = QStringLiteral("Erro na abertura do sistema!!");
-
 namespace {
 
 using OpenMode = clsDataAccess::OpenMode;
@@ -57,7 +54,7 @@ bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
                               "de dados. %3")
                    .arg(path)
                    .arg(file.size())
-                   .arg(Startup::kDanificadoConselho);
+                   .arg(SystemTexts::text(SystemText::DanificadoConselho));
         return false;
     }
     return true;
@@ -316,11 +313,9 @@ bool Startup::run(AppContext& ctx) {
     if (databaseMissing(ctx)) {
         QString detail;
         Abre_conexao(ctx, false, &detail); // only for the reason, which it words
-        ctx.dialogs.message(QStringLiteral("Aviso"), kErroAbertura, DialogIcon::Critical,
-                            DialogButtons::Ok);
-        if (!detail.isEmpty())
-            ctx.dialogs.message(QStringLiteral("Aviso"), detail, DialogIcon::Critical,
-                                DialogButtons::Ok);
+        const Notice erro = SystemTexts::notice(SystemText::ErroAberturaSistema);
+        tell(ctx.dialogs, erro);
+        tell(ctx.dialogs, erro.with(detail)); // nothing when there is no reason
         return false;
     }
     QString detail;

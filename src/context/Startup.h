@@ -38,8 +38,4 @@ public:
     // is not there stops the start with "Erro na abertura do sistema!!" and false; any other
     // failure is told and the program goes on.
     static bool run(AppContext& ctx);
-
-    // What to do with a damaged database, ending every such message.
-    static const QString kDanificadoConselho;
-    static const QString kErroAbertura; // "Erro na abertura do sistema!!"
 };

@@ -11,14 +11,13 @@
 bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate& chosen,
                               Action action) {
     if (!Login::Valida_senha(ctx, senha)) {
-        ctx.dialogs.critical(SystemTexts::aviso(), Login::kSenhaInvalida);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::SenhaInvalida));
         return false;
     }
     return checkDate(ctx, chosen, action);
 }
 
 bool DateScreenLogic::checkDate(AppContext& ctx, const QDate& chosen, Action action) {
-    const QString aviso = QStringLiteral("Aviso");
     const QDate today = ctx.clock.today();
     if (!chosen.isValid() || chosen > today) {
         ctx.dialogs.critical(

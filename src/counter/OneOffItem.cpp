@@ -2,11 +2,10 @@
 
 #include "DateUtil.h"
 #include "FileText.h"
-
-const QString OneOffItem::kErroSoma = QStringLiteral(" - Erro na Soma Avulso!!");
+#include "SystemTexts.h"
 
 QString OneOffItem::erroSoma(const QString& entry) {
-    return entry + kErroSoma;
+    return SystemTexts::text(SystemText::ErroSomaAvulso).arg(entry);
 }
 
 std::optional<Money> OneOffItem::valorDigitado(const QString& text, QString* why) {

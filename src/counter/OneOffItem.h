@@ -23,7 +23,6 @@ struct OneOffItem {
     // Why the instalment or the note cannot be kept (they reach the sum file and the tape), or
     // empty.
     static QString textoProblema(const QString& parcela, const QString& obs);
-    // The message of a one-off entry that cannot be summed: the entry, then kErroSoma.
+    // The message of a one-off entry that cannot be summed, naming the entry.
     static QString erroSoma(const QString& entry);
-    static const QString kErroSoma; // " - Erro na Soma Avulso!!"
 };

@@ -4,9 +4,8 @@
 #include "Clock.h"
 #include "CounterPrinter.h"
 #include "PrinterService.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
-
-const QString ReceiptStamps::kTitulo = QStringLiteral("Reautenticar");
 
 namespace {
 QString numero(qint32 autentica) {
@@ -16,7 +15,7 @@ QString numero(qint32 autentica) {
 ReceiptStamps::Outcome told(ReceiptStamps::Result r, const QString& text, DialogIcon icon) {
     ReceiptStamps::Outcome o;
     o.result = r;
-    o.titulo = QStringLiteral("Aviso");
+    o.titulo = SystemTexts::aviso();
     o.texto = text;
     o.icon = icon;
     return o;
@@ -51,17 +50,19 @@ ReceiptStamps::Outcome ReceiptStamps::autenticar(const QList<RecordedReceipt>& r
         send.append(r);
     }
     if (repetir == Repetir::Perguntar && !stamped.isEmpty()) {
+        const Notice n = SystemTexts::notice(SystemText::PerguntaReautenticar)
+                             .arg(stamped.join(QLatin1Char('\n')));
         Outcome o;
         o.result = Result::PrecisaConfirmar;
-        o.titulo = kTitulo;
-        o.texto = stamped.join(QLatin1Char('\n')) + QStringLiteral("\nAutenticar novamente?");
-        o.icon = DialogIcon::Question;
+        o.titulo = n.title;
+        o.texto = n.text;
+        o.icon = n.icon;
         return o;
     }
     if (send.isEmpty())
         return {};
     if (!m_printer->documentos(send))
-        return told(Result::Falhou, QStringLiteral("Erro na geração da linha de impressão!!!"),
+        return told(Result::Falhou, SystemTexts::text(SystemText::ErroLinhaImpressao),
                     DialogIcon::Critical);
     Outcome o;
     o.result = Result::Enviado;

@@ -57,8 +57,6 @@ public:
     // then is the cashier reminded of documents without a stamp.
     static bool autenticadoraAtiva(const AppContext& ctx);
 
-    static const QString kTitulo; // "Reautenticar"
-
 private:
     AppContext& m_ctx;
     CounterPrinter* m_printer;

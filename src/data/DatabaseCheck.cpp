@@ -1,5 +1,6 @@
 #include "DatabaseCheck.h"
 
+#include "SystemTexts.h"
 #include "clsDataAccess.h"
 
 #include <QAtomicInt>
@@ -196,9 +197,7 @@ DatabaseCheck::Result DatabaseCheck::catalog(clsDataAccess& db) {
 }
 
 QString DatabaseCheck::conselho() {
-    return QStringLiteral(
-        "Não grave nada nele: guarde o arquivo para análise, restaure a cópia mais recente da "
-        "pasta copias (renomeando-a para caixa.db) e confira com tolvane verificar.");
+    return SystemTexts::text(SystemText::DanificadoConselho);
 }
 
 QString DatabaseCheck::damagedText(const QString& where, const Result& r) {

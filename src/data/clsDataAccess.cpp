@@ -1,6 +1,7 @@
 #include "clsDataAccess.h"
 
 #include "CheckRecord.h"
+#include "SystemTexts.h"
 
 #include "ErrorLog.h"
 #include "Transaction.h"
@@ -20,7 +21,6 @@ const QString clsDataAccess::kLabelSelect =
 const QString clsDataAccess::kLabelArray =
     QStringLiteral("Função SQLSelectAllArray_Error em clsDataAccess");
 const QString clsDataAccess::kLabelCommit = QStringLiteral("Função CommitTrans em clsDataAccess");
-const QString clsDataAccess::kAguardando = QStringLiteral("Aguardando o banco de dados...");
 
 namespace {
 QAtomicInt g_connectionSerial;
@@ -418,7 +418,7 @@ bool clsDataAccess::beginWrite() {
             return false;
         }
         if (attempt == 1 && onLockWait)
-            onLockWait(kAguardando);
+            onLockWait(SystemTexts::text(SystemText::AguardandoBanco));
     }
 }
 

@@ -73,7 +73,6 @@ public:
     void setLockWait(int waitMs, int attempts);
     // Told once per wait, before the second attempt.
     std::function<void(const QString& text)> onLockWait;
-    static const QString kAguardando; // "Aguardando o banco de dados..."
 
     // A connection whose failures are expected (a network link): they are kept in lastError()
     // for the caller, which tells them once, instead of a report for each statement.

@@ -5,6 +5,7 @@
 #include "DirectCentral.h"
 #include "ErrorLog.h"
 #include "SilentDialogPort.h"
+#include "SystemTexts.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -81,7 +82,7 @@ ReservaRede BackgroundCentral::reservar(const QStringList& codigos, const QStrin
     // A claim still under way at the central is this counter's: its receipt, when it arrives,
     // takes it over; otherwise it expires.
     if (!std::exchange(m_avisadoSozinho, true))
-        m_novidades << DirectCentral::kSozinho;
+        m_novidades << SystemTexts::text(SystemText::CentralSozinho);
     return {};
 }
 

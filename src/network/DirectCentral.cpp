@@ -2,13 +2,10 @@
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 #include "clsPublicacaoRede.h"
 
 #include <utility>
-
-const QString DirectCentral::kSozinho =
-    QStringLiteral("A central da rede não respondeu: este guichê está recebendo sozinho. Os "
-                   "códigos ficam guardados e vão para a central quando ela voltar.");
 
 DirectCentral::DirectCentral(AppContext& ctx)
     : m_ctx(ctx), m_config(CentralConfig::fromIni(ctx.iniPath())), m_link(ctx.errors, ctx.clock) {}
@@ -66,7 +63,7 @@ ReservaRede DirectCentral::reservar(const QStringList& codigos, const QString& o
     // run: the operator still learns, once, that this counter records alone.
     if (r.estado == ReservaRede::Estado::Sozinho && !jaAvisado && m_link.problema().isEmpty() &&
         !std::exchange(m_avisadoSozinho, true))
-        m_ctx.dialogs.warn(QStringLiteral("Rede"), kSozinho);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CentralSozinho));
     return r;
 }
 

@@ -39,7 +39,6 @@ public:
     void semPausa() { m_respeitaPausa = false; }
 
     static constexpr int kPausaMs = 3000;
-    static const QString kSozinho; // told once when nothing else said the counter is alone
     static constexpr int kPausaComandosS = 30;
 
 private:

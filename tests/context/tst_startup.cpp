@@ -65,6 +65,14 @@ private slots:
         QCOMPARE(dialogs.shown().first().text,
                  QStringLiteral("Erro ao conectar banco de dados!!!"));
         QVERIFY(dialogs.texts().filter(QStringLiteral("abertura do sistema")).isEmpty());
+        // The reason names the cut file and ends with what to do with it.
+        const QStringList reason = dialogs.texts().filter(QStringLiteral("15 bytes"));
+        QCOMPARE(reason.size(), 1);
+        QVERIFY2(reason.first().endsWith(QStringLiteral(
+                     "está vazio ou cortado e não é um banco de dados. Não grave nada nele: "
+                     "guarde o arquivo para análise, restaure a cópia mais recente da pasta "
+                     "copias (renomeando-a para caixa.db) e confira com tolvane verificar.")),
+                 qPrintable(reason.first()));
         // Later data operations fail one by one and are logged.
         QVERIFY(!Login::Valida_senha(ctx, QStringLiteral("x")));
         QVERIFY(QFile::exists(dir.filePath(QStringLiteral("Log.ini"))));

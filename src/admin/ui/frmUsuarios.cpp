@@ -117,7 +117,7 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
                            QStringLiteral("Senha já usada por outro operador"));
         break;
     case UserAccounts::Outcome::NameInUse:
-        m_ctx.dialogs.warn(SystemTexts::aviso(), UserAccounts::kNomeEmUso);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NomeEmUso));
         break;
     case UserAccounts::Outcome::NotFound:
         m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Usuário não encontrado!!"));

@@ -274,8 +274,9 @@ void frmCodBarra::excluir() {
     case KindRegistry::DeleteOutcome::Deleted:
         break;
     case KindRegistry::DeleteOutcome::InUse:
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           KindRegistry::kTipoComRecebimentos.arg(KindRegistry::codeText(code)));
+        tell(
+            m_ctx.dialogs,
+            SystemTexts::notice(SystemText::TipoComRecebimentos).arg(KindRegistry::codeText(code)));
         return;
     case KindRegistry::DeleteOutcome::NotFound:
     case KindRegistry::DeleteOutcome::Failed:
