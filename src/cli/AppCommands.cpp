@@ -164,7 +164,7 @@ int usuarioExcluir(CliEnv& e) {
     case UserAccounts::DeleteOutcome::Failed:
         break;
     }
-    e.err << "Erro ao excluir\n";
+    e.err << SystemTexts::text(SystemText::ErroExcluir) << "\n";
     return ExitRefused;
 }
 

@@ -111,7 +111,7 @@ int tipoExcluir(CliEnv& e) {
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::Failed) {
-        e.err << "Erro ao excluir\n";
+        e.err << SystemTexts::text(SystemText::ErroExcluir) << "\n";
         return ExitRefused;
     }
     e.out << QStringLiteral("Tipo %1 excluído.\n").arg(KindRegistry::codeText(id));

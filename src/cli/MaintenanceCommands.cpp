@@ -18,6 +18,7 @@
 #include "DirectCentral.h"
 #include "Schema.h"
 #include "Startup.h"
+#include "SystemTexts.h"
 #include "clsMovimento.h"
 
 #include <QDir>
@@ -179,7 +180,7 @@ int auditar(CliEnv& e) {
             return ExitUsage;
         mov = DayMovement::of(e.ctx.db, *dia);
         if (!mov) {
-            e.err << "Não foi encontrado nenhum movimento com essa data!!\n";
+            e.err << SystemTexts::text(SystemText::NenhumMovimentoNaData) << "\n";
             return ExitRefused;
         }
     }

@@ -128,6 +128,14 @@ constexpr std::array kEntries = {
     Entry{T::PerguntaReautenticar, "Reautenticar", "%1\nAutenticar novamente?", I::Question},
     Entry{T::CentralSozinho, "Rede", "A central da rede não respondeu: este guichê está recebendo sozinho. Os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
     Entry{T::AguardandoBanco, kAviso, "Aguardando o banco de dados...", I::Information},
+    // The working date and the stamps of the day
+    Entry{T::DataMaiorQueHoje, kAviso, "A data atual não pode ser menor que esta selecionada!!", I::Critical},
+    Entry{T::NenhumMovimentoNaData, kAviso, "Não foi encontrado nenhum movimento com essa data!!", I::Exclamation},
+    Entry{T::DataDiferenteAbertura, kAviso, "Data do Computador diferente da data de abertura do caixa!! Verifique.", I::Exclamation},
+    Entry{T::CaixaAbertoNaData, kAviso, "O caixa será aberto com a data selecionada.", I::Exclamation},
+    Entry{T::SemAutenticadoraNaTela, kAviso, "Não há autenticadora nesta tela: nada foi autenticado.", I::Exclamation},
+    Entry{T::AutenticacoesIlegiveis, kAviso, "As autenticações não puderam ser lidas: nada foi autenticado.", I::Critical},
+    Entry{T::PendentesIlegiveis, kAviso, "Os documentos sem autenticação não puderam ser lidos.", I::Critical},
 };
 // clang-format on
 } // namespace

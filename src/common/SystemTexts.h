@@ -121,6 +121,14 @@ enum class SystemText {
     PerguntaReautenticar,
     CentralSozinho,
     AguardandoBanco,
+    // The working date and the stamps of the day
+    DataMaiorQueHoje,
+    NenhumMovimentoNaData,
+    DataDiferenteAbertura,
+    CaixaAbertoNaData,
+    SemAutenticadoraNaTela,
+    AutenticacoesIlegiveis,
+    PendentesIlegiveis,
 };
 
 class SystemTexts {

@@ -20,24 +20,17 @@ bool DateScreenLogic::proceed(AppContext& ctx, const QString& senha, const QDate
 bool DateScreenLogic::checkDate(AppContext& ctx, const QDate& chosen, Action action) {
     const QDate today = ctx.clock.today();
     if (!chosen.isValid() || chosen > today) {
-        ctx.dialogs.critical(
-            SystemTexts::aviso(),
-            QStringLiteral("A data atual não pode ser menor que esta selecionada!!"));
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::DataMaiorQueHoje));
         return false;
     }
     if (action == Action::Consultar) {
         if (!DayMovement::of(ctx.db, chosen)) {
-            ctx.dialogs.warn(SystemTexts::aviso(),
-                             QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
+            tell(ctx.dialogs, SystemTexts::notice(SystemText::NenhumMovimentoNaData));
             return false;
         }
     } else if (chosen != today) {
-        ctx.dialogs.warn(
-            SystemTexts::aviso(),
-            QStringLiteral(
-                "Data do Computador diferente da data de abertura do caixa!! Verifique."));
-        ctx.dialogs.warn(SystemTexts::aviso(),
-                         QStringLiteral("O caixa será aberto com a data selecionada."));
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::DataDiferenteAbertura));
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::CaixaAbertoNaData));
     }
     ctx.workingDate = chosen;
     return true;

@@ -12,12 +12,13 @@ QString numero(qint32 autentica) {
     return QStringLiteral("%1").arg(autentica, 4, 10, QLatin1Char('0'));
 }
 
-ReceiptStamps::Outcome told(ReceiptStamps::Result r, const QString& text, DialogIcon icon) {
+ReceiptStamps::Outcome told(ReceiptStamps::Result r, SystemText id) {
+    const Notice n = SystemTexts::notice(id);
     ReceiptStamps::Outcome o;
     o.result = r;
-    o.titulo = SystemTexts::aviso();
-    o.texto = text;
-    o.icon = icon;
+    o.titulo = n.title;
+    o.texto = n.text;
+    o.icon = n.icon;
     return o;
 }
 } // namespace
@@ -27,18 +28,13 @@ ReceiptStamps::Outcome ReceiptStamps::autenticar(const QList<RecordedReceipt>& r
     if (rows.isEmpty())
         return {};
     if (!m_printer)
-        return told(Result::SemImpressora,
-                    QStringLiteral("Não há autenticadora nesta tela: nada foi autenticado."),
-                    DialogIcon::Exclamation);
+        return told(Result::SemImpressora, SystemText::SemAutenticadoraNaTela);
     QList<RecordedReceipt> send;
     QStringList stamped;
     for (const RecordedReceipt& r : rows) {
         const auto e = clsAutenticacoes::estado(m_ctx.db, r.idrecebe);
         if (!e)
-            return told(Result::Falhou,
-                        QStringLiteral("As autenticações não puderam ser lidas: nada foi "
-                                       "autenticado."),
-                        DialogIcon::Critical);
+            return told(Result::Falhou, SystemText::AutenticacoesIlegiveis);
         if (e->vezes > 0) {
             stamped << QStringLiteral("%1 já autenticado %2 vez(es), a última em %3.")
                            .arg(numero(r.autentica))
@@ -62,8 +58,7 @@ ReceiptStamps::Outcome ReceiptStamps::autenticar(const QList<RecordedReceipt>& r
     if (send.isEmpty())
         return {};
     if (!m_printer->documentos(send))
-        return told(Result::Falhou, SystemTexts::text(SystemText::ErroLinhaImpressao),
-                    DialogIcon::Critical);
+        return told(Result::Falhou, SystemText::ErroLinhaImpressao);
     Outcome o;
     o.result = Result::Enviado;
     o.enviados = send;
@@ -73,9 +68,7 @@ ReceiptStamps::Outcome ReceiptStamps::autenticar(const QList<RecordedReceipt>& r
 ReceiptStamps::Outcome ReceiptStamps::autenticarPendentes(qint32 idMovimento) {
     const auto list = pendentes(m_ctx, idMovimento);
     if (!list)
-        return told(Result::Falhou,
-                    QStringLiteral("Os documentos sem autenticação não puderam ser lidos."),
-                    DialogIcon::Critical);
+        return told(Result::Falhou, SystemText::PendentesIlegiveis);
     QList<RecordedReceipt> rows;
     for (const clsAutenticacoes::Pendente& p : *list)
         rows.append(receipt(p));

@@ -177,7 +177,7 @@ void frmUsuarios::excluir() {
         r = UserAccounts::excluir(m_ctx, id, true);
     }
     if (r != UserAccounts::DeleteOutcome::Deleted) {
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro ao excluir"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroExcluir));
         return;
     }
     Lista_users();

@@ -280,7 +280,7 @@ void frmCodBarra::excluir() {
         return;
     case KindRegistry::DeleteOutcome::NotFound:
     case KindRegistry::DeleteOutcome::Failed:
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro ao excluir"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroExcluir));
         return;
     }
     Lista_codigos();

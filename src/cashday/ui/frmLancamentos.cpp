@@ -109,8 +109,7 @@ void frmLancamentos::abrir(const QDate& dia) {
                       dia.toString(QStringLiteral("dd - MM - yyyy")));
     if (!found) {
         m_panel->clearAll();
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Não foi encontrado nenhum movimento com essa data!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NenhumMovimentoNaData));
         return;
     }
     Lista_conf_caixa();
