@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "PrivateFiles.h"
 #include "Startup.h"
+#include "SystemTexts.h"
 #include "UserAccounts.h"
 
 #include <QDir>
@@ -83,11 +84,11 @@ QString FolderSetup::message(const AppContext& ctx, const Prepared& p) {
     case Step::Ready:
         return {};
     case Step::FolderNotCreated:
-        return QStringLiteral("Não foi possível criar a pasta %1.").arg(folder);
+        return SystemTexts::text(SystemText::PastaNaoCriada).arg(folder);
     case Step::FolderNotWritable:
-        return QStringLiteral("A pasta %1 não permite gravação.").arg(folder);
+        return SystemTexts::text(SystemText::PastaSemGravacao).arg(folder);
     case Step::ConfigNotWritten:
-        return QStringLiteral("Não foi possível gravar %1.")
+        return SystemTexts::text(SystemText::ConfigNaoGravado)
             .arg(QDir::toNativeSeparators(ctx.iniPath()));
     case Step::Database:
         return QStringLiteral("Erro ao conectar banco de dados!!!\n") + p.detail;
@@ -141,18 +142,17 @@ QString FolderSetup::message(const AppContext& ctx, const FirstRun& r) {
     case Outcome::Done:
         return {};
     case Outcome::MissingField:
-        return QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!");
+        return SystemTexts::text(SystemText::CamposObrigatorios);
     case Outcome::BadSetting:
         return Options::message(*r.problem);
     case Outcome::PasswordsDiffer:
-        return QStringLiteral("Senha não confere!!");
+        return SystemTexts::text(SystemText::SenhaNaoConfere);
     case Outcome::ShortPassword:
-        return QStringLiteral("A senha deve ter pelo menos %1 caracteres!!")
-            .arg(UserAccounts::kMinPassword);
+        return SystemTexts::text(SystemText::SenhaCurta).arg(UserAccounts::kMinPassword);
     case Outcome::NotPrepared:
         return message(ctx, r.prepared);
     case Outcome::AdminNotSaved:
-        return QStringLiteral("Erro ao gravar o administrador.");
+        return SystemTexts::text(SystemText::ErroGravarAdministrador);
     }
     return {};
 }

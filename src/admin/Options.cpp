@@ -5,6 +5,7 @@
 #include "OutputPath.h"
 #include "Settings.h"
 #include "Skin.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 
 #include <QDir>
@@ -217,7 +218,7 @@ Options::Result Options::gravar(AppContext& ctx, const Values& values, Setup set
 }
 
 QString Options::notWritten(const AppContext& ctx) {
-    return QStringLiteral("Não foi possível gravar o arquivo %1.")
+    return SystemTexts::text(SystemText::ArquivoNaoGravado)
         .arg(QDir::toNativeSeparators(ctx.iniPath()));
 }
 
@@ -227,56 +228,47 @@ QString Options::message(const Problem& p) {
     case E::None:
         return {};
     case E::UnknownKey:
-        return QStringLiteral("Configuração desconhecida: %1.").arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoDesconhecida).arg(where);
     case E::Fixed:
-        return QStringLiteral("%1 não é alterada pelas opções.").arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoFixa).arg(where);
     case E::TooLong:
-        return QStringLiteral("O valor de %1 passa de %2 caracteres.")
-            .arg(where)
-            .arg(IniFile::kMaxValue);
+        return SystemTexts::text(SystemText::ConfiguracaoLonga).arg(where).arg(IniFile::kMaxValue);
     case E::NotLatin1:
-        return QStringLiteral("O valor de %1 tem caracteres que o Config.ini não guarda.")
-            .arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoNaoLatin1).arg(where);
     case E::LineBreak:
-        return QStringLiteral("O valor de %1 não pode ter quebra de linha, tabulação nem outro "
-                              "caractere de controle.")
-            .arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoQuebraLinha).arg(where);
     case E::Guiche:
-        return QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo).");
+        return SystemTexts::text(SystemText::GuicheUmaLetra);
     case E::GuicheFixo:
-        return QStringLiteral("O guichê de trabalho não muda pelas opções: com o movimento "
-                              "fechado, o administrador usa tolvane guiche assumir LETRA.");
+        return SystemTexts::text(SystemText::GuicheFixo);
     case E::MoneyKinds:
-        return QStringLiteral("%1 deve ser uma lista de códigos de espécies de dinheiro "
-                              "separados por ponto e vírgula (ou vazio, para todas).")
-            .arg(where);
+        return SystemTexts::text(SystemText::ListaEspecies).arg(where);
     case E::Cabecalho:
-        return QStringLiteral("O cabeçalho da autenticação deve ter 3 posições.");
+        return SystemTexts::text(SystemText::CabecalhoTresPosicoes);
     case E::FolderMissing:
-        return QStringLiteral("A pasta %1 não existe.")
+        return SystemTexts::text(SystemText::PastaNaoExiste)
             .arg(QDir::toNativeSeparators(p.value.trimmed()));
     case E::FolderNotWritable:
-        return QStringLiteral("A pasta %1 não permite gravação.")
+        return SystemTexts::text(SystemText::PastaSemGravacao)
             .arg(QDir::toNativeSeparators(p.value.trimmed()));
     case E::FileFolderMissing:
-        return QStringLiteral("A pasta do arquivo %1 não existe.")
+        return SystemTexts::text(SystemText::PastaArquivoNaoExiste)
             .arg(QDir::toNativeSeparators(p.value.trimmed()));
     case E::OwnFile:
-        return QStringLiteral("%1 não pode ser %2: é um arquivo do próprio caixa ou não é um "
-                              "arquivo comum.")
+        return SystemTexts::text(SystemText::ArquivoProprio)
             .arg(where, QDir::toNativeSeparators(p.value.trimmed()));
     case E::Juros:
-        return QStringLiteral("A opção de juros deve ser 1 ou 2.");
+        return SystemTexts::text(SystemText::OpcaoJuros);
     case E::Modelo:
-        return QStringLiteral("O modelo da autenticadora deve ser bematech, quattro ou txt.");
+        return SystemTexts::text(SystemText::ModeloAutenticadora);
     case E::Flag:
-        return QStringLiteral("%1 deve ser 0 ou 1.").arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoZeroUm).arg(where);
     case E::Digits:
-        return QStringLiteral("%1 deve ter só algarismos.").arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoAlgarismos).arg(where);
     case E::Number:
-        return QStringLiteral("%1 deve ser um número inteiro.").arg(where);
+        return SystemTexts::text(SystemText::ConfiguracaoInteiro).arg(where);
     case E::Skin:
-        return QStringLiteral("O arquivo %1 não é uma aparência válida: %2")
+        return SystemTexts::text(SystemText::AparenciaInvalida)
             .arg(QDir::toNativeSeparators(p.value.trimmed()), p.detail);
     }
     return {};

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Options.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFile>
@@ -140,7 +141,7 @@ bool UpdateCheck::startUpdater(const AppContext& ctx, QString* error) {
     if (!QProcess::startDetached(program, {QDir::toNativeSeparators(ctx.folder)},
                                  QFileInfo(program).absolutePath())) {
         if (error)
-            *error = QStringLiteral("Não foi possível iniciar o atualizador %1")
+            *error = SystemTexts::text(SystemText::AtualizadorNaoIniciou)
                          .arg(QDir::toNativeSeparators(program));
         return false;
     }

@@ -15,6 +15,7 @@
 #include "QtDialogPort.h"
 #include "SkinLook.h"
 #include "Startup.h"
+#include "SystemTexts.h"
 #include "TextCouponPrinter.h"
 #include "TitleRoom.h"
 #include "UpdateOffer.h"
@@ -134,7 +135,7 @@ int runGui(int argc, char** argv) {
     // A printer setting that cannot work is said once, at start-up, never left to silence.
     const QString problem = PrinterService::problemaConfiguracao(PrinterConfig::from(ctx));
     if (!problem.isEmpty())
-        dialogs.warn(QStringLiteral("Autenticadora"), problem);
+        tell(dialogs, SystemTexts::notice(SystemText::AvisoAutenticadora).arg(problem));
     SkinLook::apply(ctx);
     if (UpdateOffer::run(ctx))
         return 0; // the updater replaces the program; it starts again afterwards
@@ -142,6 +143,6 @@ int runGui(int argc, char** argv) {
     GuiRun run(ctx);
     run.showDate();
     if (!firstRun.isEmpty())
-        dialogs.info(QStringLiteral("Tolvane"), firstRun);
+        tell(dialogs, SystemTexts::notice(SystemText::PastaCriada).arg(firstRun));
     return app.exec();
 }

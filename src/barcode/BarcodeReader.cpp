@@ -1,5 +1,4 @@
 #include "BarcodeReader.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CentralDuplicates.h"
@@ -7,6 +6,7 @@
 #include "DialogPort.h"
 #include "DocumentValue.h"
 #include "DueFactor.h"
+#include "SystemTexts.h"
 #include "clsCodBarra.h"
 #include "clsRecebimentos.h"
 #include "clsRecebimentos1.h"
@@ -71,8 +71,7 @@ void BarcodeReader::runtimeError(ReadingDecision& d, const QString& what) {
 std::optional<GuideKind> BarcodeReader::Busca_padrao(const QString& idtipo) {
     const auto kinds = clsCodBarra::porIdtipo(m_ctx.db, idtipo);
     if (!kinds) {
-        m_ctx.dialogs.critical(SystemTexts::aviso(),
-                               QStringLiteral("Erro na leitura do código de barras!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroLeituraCodigo));
         return std::nullopt;
     }
     if (kinds->size() != 1)
@@ -271,9 +270,9 @@ void BarcodeReader::bankSlip(const QString& code, const QDate& working, const QS
     // "0000" slips carry no verified check digit.
     if (d.route == ReadingDecision::Route::Cnab &&
         Modulo11_boleto(code.left(4) + code.mid(5)) != code.mid(4, 1).toInt()) {
-        d.mensagens << QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!");
-        m_ctx.dialogs.critical(SystemTexts::aviso(),
-                               QStringLiteral("ERRO NA LEITURA DO CÓDIGO DE BARRAS!!!"));
+        const Notice digito = SystemTexts::notice(SystemText::ErroDigitoCodigo);
+        d.mensagens << digito.text;
+        tell(m_ctx.dialogs, digito);
         d.outcome = ReadingDecision::Outcome::Digito;
         d.clearField = true;
         return;

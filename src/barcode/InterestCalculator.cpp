@@ -1,30 +1,32 @@
 #include "InterestCalculator.h"
 
+#include "SystemTexts.h"
+
 InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
     Result r;
     if (in.opcao < 1 || in.opcao > 3) {
-        r.erro = QStringLiteral("Uma opção deve ser selecionada!!!");
+        r.erro = SystemTexts::text(SystemText::OpcaoNaoSelecionada);
         return r;
     }
     if (!in.vencimento.isValid() || !in.hoje.isValid() || in.vencimento > in.hoje) {
-        r.erro = QStringLiteral("A data de vencimento não pode ser inferior a data atual!!!");
+        r.erro = SystemTexts::text(SystemText::VencimentoPosterior);
         return r;
     }
     const auto& prestacao = in.prestacao;
     if (!prestacao || prestacao->isNegative() || prestacao->isZero()) {
-        r.erro = QStringLiteral("Valor da prestação deve ser informada!!!");
+        r.erro = SystemTexts::text(SystemText::PrestacaoNaoInformada);
         return r;
     }
     const std::optional<double> taxa = in.taxa && !in.taxa->isNegative()
                                            ? std::optional<double>(in.taxa->toDouble())
                                            : std::nullopt;
     if (!taxa) {
-        r.erro = QStringLiteral("Valor do juros deve ser informado!!!");
+        r.erro = SystemTexts::text(SystemText::JurosNaoInformado);
         return r;
     }
     const auto meses = Acrescimos::Meses_atraso(in.vencimento, in.hoje);
     if (!meses || !Acrescimos::calculavel(in.vencimento, *prestacao)) {
-        r.erro = QStringLiteral("Atraso grande demais para calcular.");
+        r.erro = SystemTexts::text(SystemText::AtrasoGrandeDemais);
         return r;
     }
     r.dias = int(in.vencimento.daysTo(in.hoje));
@@ -44,6 +46,6 @@ InterestCalculator::Result InterestCalculator::calcular(const Input& in) {
     }
     r.total = *prestacao + r.multa + r.juros;
     if (!r.total.withinLimit())
-        r.erro = QStringLiteral("Atraso grande demais para calcular.");
+        r.erro = SystemTexts::text(SystemText::AtrasoGrandeDemais);
     return r;
 }

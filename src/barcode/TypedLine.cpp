@@ -1,6 +1,7 @@
 #include "TypedLine.h"
 
 #include "CheckDigits.h"
+#include "SystemTexts.h"
 
 #include <QVarLengthArray>
 #include <array>
@@ -215,20 +216,17 @@ QString TypedLine::message(Reason reason) {
     case Reason::Ok:
         return {};
     case Reason::NotALine:
-        return QStringLiteral(
-            "A linha digitável deve ter 47 (boleto) ou 48 (arrecadação) números.");
+        return SystemTexts::text(SystemText::LinhaDigitavelTamanho);
     case Reason::NotCollection:
-        return QStringLiteral("A linha digitável de 48 números é de arrecadação e começa com 8.");
+        return SystemTexts::text(SystemText::LinhaArrecadacaoComOito);
     case Reason::Segment0:
     case Reason::Segment8:
-        return QStringLiteral("O segmento %1 (segundo número da linha digitável) não existe na "
-                              "arrecadação.")
+        return SystemTexts::text(SystemText::SegmentoInexistente)
             .arg(reason == Reason::Segment0 ? 0 : 8);
     case Reason::GeneralDigit:
-        return QStringLiteral("O dígito verificador geral da linha digitável não confere.");
+        return SystemTexts::text(SystemText::DigitoGeralLinha);
     default:
-        return QStringLiteral("O dígito verificador do campo %1 da linha digitável não confere.")
-            .arg(campo(reason));
+        return SystemTexts::text(SystemText::DigitoCampoLinha).arg(campo(reason));
     }
 }
 

@@ -16,11 +16,11 @@ ReceiptCorrections::ReceiptCorrections(AppContext& ctx, CounterPrinter* printer)
     : m_ctx(ctx), m_journal(ctx), m_record(ctx, m_journal.log()), m_tape(ctx, printer) {}
 
 Notice ReceiptCorrections::perguntaEstorno(qint32 autentica, const QString& arquivos) {
-    const Notice q = SystemTexts::notice(SystemText::PerguntaExcluirLancamento);
-    const QString text = q.text + QStringLiteral(" - ") + numero(autentica);
-    return q.with(arquivos.isEmpty()
-                      ? text
-                      : text + QLatin1Char('\n') + avisoArquivoBanco(autentica, arquivos).text);
+    const Notice q =
+        SystemTexts::notice(SystemText::PerguntaExcluirLancamento).arg(numero(autentica));
+    if (arquivos.isEmpty())
+        return q;
+    return q.with(q.text + QLatin1Char('\n') + avisoArquivoBanco(autentica, arquivos).text);
 }
 
 Notice ReceiptCorrections::avisoArquivoBanco(qint32 autentica, const QString& arquivos) {

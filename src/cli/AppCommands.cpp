@@ -23,7 +23,6 @@ namespace {
 
 const QString kSenhaCurta =
     QStringLiteral("A senha deve ter pelo menos %1 caracteres.").arg(UserAccounts::kMinPassword);
-const QString kSenhaUsada = QStringLiteral("Senha já usada por outro operador");
 const QString kUltimoAdministrador =
     QStringLiteral("Este é o único administrador: sem ele nenhuma entrada de administrador "
                    "poderá ser aberta.");
@@ -100,7 +99,7 @@ int usuarioGravar(CliEnv& e) {
             in.id = -1; // no operator has it: answered as not found
     }
     if (in.nome.trimmed().isEmpty() || in.tipo.trimmed().isEmpty()) {
-        e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
+        e.err << SystemTexts::text(SystemText::CamposObrigatorios) << "\n";
         return ExitUsage;
     }
     in.senha = e.readStdinLine();
@@ -110,8 +109,9 @@ int usuarioGravar(CliEnv& e) {
         break;
     case UserAccounts::Outcome::MissingField:
         e.err << (r.field == UserAccounts::Field::SENHA
-                      ? "A senha não pode ficar em branco.\n"
-                      : "Todos os campos obrigatórios devem ser preenchidos!!\n");
+                      ? QStringLiteral("A senha não pode ficar em branco.")
+                      : SystemTexts::text(SystemText::CamposObrigatorios))
+              << "\n";
         return r.field == UserAccounts::Field::SENHA ? ExitRefused : ExitUsage;
     case UserAccounts::Outcome::InvalidType:
         e.err << QStringLiteral("Tipo de usuário inválido: %1 (use ADM ou USER).\n")
@@ -125,7 +125,7 @@ int usuarioGravar(CliEnv& e) {
         e.err << kSenhaCurta << "\n";
         return ExitRefused;
     case UserAccounts::Outcome::PasswordInUse:
-        e.err << kSenhaUsada << "\n";
+        e.err << SystemTexts::text(SystemText::SenhaEmUso) << "\n";
         return ExitRefused;
     case UserAccounts::Outcome::NameInUse:
         e.err << SystemTexts::text(SystemText::NomeEmUso) << "\n";
@@ -155,7 +155,7 @@ int usuarioExcluir(CliEnv& e) {
         e.out << QStringLiteral("Usuário %1 excluído.\n").arg(id);
         return ExitOk;
     case UserAccounts::DeleteOutcome::NotFound:
-        e.err << "Informe um item !!!\n";
+        e.err << SystemTexts::text(SystemText::InformeItem) << "\n";
         return ExitRefused;
     case UserAccounts::DeleteOutcome::LastAdministrator:
         e.err << kUltimoAdministrador << "\n"

@@ -42,7 +42,7 @@ int tipoGravar(CliEnv& e) {
         e.out << QStringLiteral("Tipo %1 gravado.\n").arg(code);
         return ExitOk;
     case KindRegistry::Outcome::MissingField:
-        e.err << "Todos os campos obrigatórios devem ser preenchidos!!\n";
+        e.err << SystemTexts::text(SystemText::CamposObrigatorios) << "\n";
         return ExitUsage;
     case KindRegistry::Outcome::CodeOutOfRange:
     case KindRegistry::Outcome::InvalidFlags:
@@ -102,7 +102,7 @@ int tipoExcluir(CliEnv& e) {
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
     const auto r = ok ? KindRegistry::excluir(e.ctx, id) : KindRegistry::DeleteOutcome::NotFound;
     if (r == KindRegistry::DeleteOutcome::NotFound) {
-        e.err << "Informe um item !!!\n";
+        e.err << SystemTexts::text(SystemText::InformeItem) << "\n";
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::InUse) {
@@ -169,7 +169,7 @@ int feriadoExcluir(CliEnv& e) {
     bool ok = false;
     const qint32 id = e.args.value(QStringLiteral("id")).toInt(&ok);
     if (!ok) {
-        e.err << "Informe um item !!!\n";
+        e.err << SystemTexts::text(SystemText::InformeItem) << "\n";
         return ExitUsage;
     }
     const Outcome done = HolidayCalendar::excluir(e.ctx, id);

@@ -11,6 +11,7 @@
 #include "IniFile.h"
 #include "Permissions.h"
 #include "Startup.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFile>
@@ -89,7 +90,7 @@ bool openDatabase(AppContext& ctx, CliCommand::Db db, QTextStream& err) {
     else if (db == Db::Unclaimed)
         opened = Startup::abrirSemGuiche(ctx, &detail);
     if (!opened)
-        err << "Erro ao conectar banco de dados!!!\n" << detail << "\n";
+        err << SystemTexts::text(SystemText::ErroConectarBanco) << "\n" << detail << "\n";
     return opened;
 }
 

@@ -145,7 +145,7 @@ int pendentes(CliEnv& e) {
         return ExitRefused;
     const auto rows = s.pendentes();
     if (!rows) {
-        e.err << "Os documentos sem autenticação não puderam ser lidos.\n";
+        e.err << SystemTexts::text(SystemText::PendentesIlegiveis) << "\n";
         return ExitRefused;
     }
     if (e.json) {

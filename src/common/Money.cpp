@@ -1,5 +1,7 @@
 #include "Money.h"
 
+#include "SystemTexts.h"
+
 #include <QStringList>
 #include <cmath>
 #include <limits>
@@ -43,16 +45,14 @@ std::optional<Money> Money::times(qint64 factor) const {
 }
 
 QString Money::subCentavoMessage(const QString& text) {
-    return QStringLiteral("O valor %1 tem mais de duas casas decimais: informe reais e centavos "
-                          "(ex.: 10,01).")
-        .arg(text.trimmed());
+    return SystemTexts::text(SystemText::ValorComCentavoPartido).arg(text.trimmed());
 }
 
 std::optional<Money> Money::parseTyped(const QString& text, QString* why) {
     const auto v = parse(text);
     if (!v) {
         if (why)
-            *why = QStringLiteral("Valor inválido: %1").arg(text.trimmed());
+            *why = SystemTexts::text(SystemText::ValorInvalidoDigitado).arg(text.trimmed());
         return std::nullopt;
     }
     const QString t = text.trimmed();

@@ -1,5 +1,4 @@
 #include "Startup.h"
-#include "SystemTexts.h"
 
 #include "ActLog.h"
 #include "AppContext.h"
@@ -11,6 +10,7 @@
 #include "IniFile.h"
 #include "PrivateFiles.h"
 #include "Schema.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsGuiche.h"
 #include "clsMovimento.h"
@@ -232,18 +232,13 @@ bool openDatabase(AppContext& ctx, OpenMode mode, QString* detail, bool claim = 
         for (const QString& n : notes)
             ctx.errors.append(QStringLiteral("Atualização do banco de dados"),
                               {0, n, QStringLiteral("Schema")});
-        ctx.dialogs.warn(SystemTexts::aviso(),
-                         QStringLiteral("O banco tinha %1 recebimento(s) repetido(s). Eles foram "
-                                        "mantidos e marcados; a lista está no Log.ini e em "
-                                        "tolvane verificar.")
-                             .arg(notes.size()));
+        tell(ctx.dialogs,
+             SystemTexts::notice(SystemText::RecebimentosRepetidos).arg(qint64(notes.size())));
     }
     if (mode != OpenMode::ReadOnly && claim && !claimCounter(ctx, detail))
         return false;
     if (ctx.db.walIgnored())
-        ctx.dialogs.warn(SystemTexts::aviso(),
-                         QStringLiteral("A pasta só permite leitura e o banco tem gravações ainda "
-                                        "no arquivo caixa.db-wal: as últimas podem não aparecer."));
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::PastaSomenteLeitura));
     if (mode != OpenMode::ReadOnly)
         secureFiles(ctx);
     return true;
@@ -326,9 +321,7 @@ bool Startup::run(AppContext& ctx) {
     if (!opened && !QFileInfo(ctx.folder).isWritable() && abrirConsulta(ctx))
         opened = true;
     if (!opened) {
-        ctx.dialogs.message(QStringLiteral("Tolvane"),
-                            QStringLiteral("Erro ao conectar banco de dados!!!"), DialogIcon::None,
-                            DialogButtons::Ok);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::ErroConectarBanco));
         if (!detail.isEmpty())
             ctx.dialogs.message(SystemTexts::aviso(), detail, DialogIcon::Critical,
                                 DialogButtons::Ok);
@@ -337,9 +330,7 @@ bool Startup::run(AppContext& ctx) {
         ctx.dialogs.message(SystemTexts::aviso(), logProblem, DialogIcon::Critical,
                             DialogButtons::Ok);
     if (!Carrega_config(ctx)) {
-        ctx.dialogs.message(QStringLiteral("Tolvane"),
-                            QStringLiteral("Erro ao carregar váriaveis banco de dados!!!"),
-                            DialogIcon::None, DialogButtons::Ok);
+        tell(ctx.dialogs, SystemTexts::notice(SystemText::ErroCarregarVariaveis));
         ctx.dialogs.message(SystemTexts::aviso(), IniFile::readProblem(ctx.iniPath()),
                             DialogIcon::Critical, DialogButtons::Ok);
     }

@@ -35,7 +35,7 @@ bool CounterSession::append(const CustomerItem& item) {
         return false;
     }
     if (item.tipo < 1 || item.tipo > 99 || item.valor.isNegative()) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Erro na Leitura de dados!!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroLeituraDados));
         return false;
     }
     m_list.append(item);
@@ -63,9 +63,7 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
     if (m_list.isEmpty())
         return std::nullopt;
     if (!mayRecord()) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("O valor pago não cobre o total da conta!! ") +
-                               m_paymentLabel);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ValorPagoNaoCobre).arg(m_paymentLabel));
         return std::nullopt;
     }
     const auto rows = PaymentRecorder::record(m_ctx, m_day.movimento(), m_list);
@@ -81,19 +79,18 @@ std::optional<QList<RecordedReceipt>> CounterSession::gravar() {
                              m_change.difference.format());
     }
     // One message per customer: the record, and why its documents were not stamped.
-    const QString titulo = QStringLiteral("Gravar Registro");
-    if (problem)
-        m_ctx.dialogs.message(titulo,
-                              SystemTexts::text(SystemText::RegistroGravado) +
-                                  QStringLiteral("\n\n") + problem->text,
-                              problem->icon, DialogButtons::Ok);
-    else
-        m_ctx.dialogs.info(titulo, SystemTexts::text(SystemText::RegistroGravado));
+    if (problem) {
+        Notice n = SystemTexts::notice(SystemText::RegistroGravadoComAviso).arg(problem->text);
+        n.icon = problem->icon;
+        tell(m_ctx.dialogs, n);
+    } else {
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::RegistroGravado));
+    }
     QList<DailyControlFile::Receipt> lines;
     for (const RecordedReceipt& r : *rows)
         lines.append({r.autentica, r.momento, r.item.kindColumn(), r.item.valor, r.item.codbarra});
     if (!DailyControlFile::appendReceipts(m_ctx, m_day.movimento().MDATA, lines))
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro de Gravação!!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroGravacao));
     m_list.clear();
     m_removidos.clear();
     resetPayment();
@@ -147,11 +144,11 @@ bool CounterSession::salvarSoma() {
     QFile::remove(removedFilePath());
     if (!TextFile::writeAll(p, m_list.toLines()) ||
         !TextFile::writeAll(removedFilePath(), m_removidos.toLines())) {
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Erro de Gravação!!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ErroGravacao));
         return false;
     }
     m_sumFile = m_list.items();
-    m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Arquivo salvo com sucesso!!"));
+    tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ArquivoSalvo));
     return true;
 }
 
@@ -159,7 +156,7 @@ bool CounterSession::carregarSoma() {
     const QStringList lines = TextFile::readLines(sumFilePath());
     CustomerList loaded;
     if (lines.isEmpty() || !CustomerList::fromLines(lines, loaded) || loaded.isEmpty()) {
-        m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Não há dados!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NaoHaDados));
         return false;
     }
     // Every loaded code is refused as a scan would be: a code already on the list or already
@@ -185,11 +182,11 @@ bool CounterSession::carregarSoma() {
     m_sumFile = loaded.items();
     resetPayment();
     if (!refused.isEmpty())
-        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Itens da soma não carregados:\n") +
-                                                     refused.join(QLatin1Char('\n')));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ItensNaoCarregados)
+                                .arg(refused.join(QLatin1Char('\n'))));
     if (accepted.isEmpty())
         return false;
-    m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Arquivo carregado com sucesso!!"));
+    tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ArquivoCarregado));
     return true;
 }
 
@@ -428,7 +425,7 @@ GuideKinds CounterSession::kinds() {
 bool CounterSession::adicionarDigitado(int idcod, const QString& descricao,
                                        std::optional<Money> valor) {
     if (!valor || valor->isNegative() || valor->isZero()) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Um valor deve ser informado!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ValorNaoInformado));
         return false;
     }
     CustomerItem item;

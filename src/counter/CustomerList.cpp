@@ -1,6 +1,7 @@
 #include "CustomerList.h"
 
 #include "DateUtil.h"
+#include "SystemTexts.h"
 #include "clsRecebimentos.h"
 
 QString CustomerItem::kindColumn() const {
@@ -37,11 +38,11 @@ CustomerList::RemoveResult CustomerList::removeByNumber(const QString& answer) {
 QString CustomerList::removeMessage(RemoveResult r) {
     switch (r) {
     case RemoveResult::Empty:
-        return QStringLiteral("Nenhum valor informado!!!");
+        return SystemTexts::text(SystemText::NenhumValorInformado);
     case RemoveResult::NotANumber:
-        return QStringLiteral("O valor informado não é um número!!");
+        return SystemTexts::text(SystemText::ValorNaoNumero);
     case RemoveResult::NoSuchItem:
-        return QStringLiteral("O Valor informado não corresponde!!!");
+        return SystemTexts::text(SystemText::ValorNaoCorresponde);
     case RemoveResult::Removed:
         break;
     }

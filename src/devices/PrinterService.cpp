@@ -1,11 +1,11 @@
 #include "PrinterService.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "OutputPath.h"
 #include "PrinterBytes.h"
 #include "QuattroProtocol.h"
 #include "Settings.h"
+#include "SystemTexts.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -95,26 +95,15 @@ QString PrinterService::problemaConfiguracao(const PrinterConfig& c) {
     if (!c.portaProblema.isEmpty() && Settings::modoAutenticadora(c.modo))
         return c.portaProblema;
     const QString modo = c.modo.trimmed();
-    const QString comment =
-        QStringLiteral(" No Config.ini um comentário (;) só pode começar uma linha.");
     if (!modo.isEmpty() && modo != QLatin1String("0") && modo != QLatin1String("1"))
-        return QStringLiteral("A autenticadora está desligada: [Print] modo=\"%1\" não é 0 nem 1.")
-                   .arg(c.modo) +
-               comment;
+        return SystemTexts::text(SystemText::ModoAutenticadoraInvalido).arg(c.modo);
     if (modo != QLatin1String("1"))
         return {};
     const PrinterModel m = modelFrom(c.impressora);
     if (m == PrinterModel::Desconhecido)
-        return QStringLiteral("Modelo de autenticadora desconhecido: [Print] impressora=\"%1\". "
-                              "Use bematech, quattro ou txt. Nada será autenticado.")
-                   .arg(c.impressora) +
-               comment;
+        return SystemTexts::text(SystemText::ModeloAutenticadoraDesconhecido).arg(c.impressora);
     if (m != PrinterModel::Txt && !TransportFactory::recognised(c.porta))
-        return QStringLiteral("Porta da autenticadora desconhecida: [Print] porta=\"%1\". Use "
-                              "LPT1, LPT2, LPT3, COM1, COM2, USB, um dispositivo (/dev/...), "
-                              "tcp:ENDEREÇO[:PORTA] ou file:ARQUIVO.")
-                   .arg(c.porta) +
-               comment;
+        return SystemTexts::text(SystemText::PortaAutenticadoraDesconhecida).arg(c.porta);
     return {};
 }
 
@@ -204,28 +193,21 @@ PrinterFault PrinterService::faultOfBematech() {
 }
 
 PrinterMessage PrinterService::mensagem(PrinterFault f, bool documento, const QString& porta) {
-    const QString head = documento ? QStringLiteral("Problemas na autenticação do documento.")
-                                   : QStringLiteral("Problemas na impressão do texto.");
+    const QString head = documento ? SystemTexts::text(SystemText::ProblemaAutenticacaoDocumento)
+                                   : SystemTexts::text(SystemText::ProblemaImpressaoTexto);
+    const auto with = [](SystemText t, const QString& a) {
+        const Notice n = SystemTexts::notice(t).arg(a);
+        return PrinterMessage{n.title, n.text, n.icon};
+    };
     switch (f) {
     case PrinterFault::PortaRecusada:
-        return {SystemTexts::aviso(),
-                SystemTexts::text(SystemText::PortaAbrirFalhou) +
-                    QStringLiteral("\nA porta \"%1\" recusou a conexão ou não existe: "
-                                   "confira a porta em Opções e o cabo.")
-                        .arg(porta),
-                DialogIcon::Critical};
+        return with(SystemText::PortaRecusada, porta);
     case PrinterFault::SemResposta:
-        return {SystemTexts::aviso(),
-                head + QStringLiteral("\nA autenticadora não responde: verifique se está ligada e "
-                                      "se o cabo está conectado."),
-                DialogIcon::Critical};
+        return with(SystemText::AutenticadoraSemResposta, head);
     case PrinterFault::ForaDeLinha:
-        return {SystemTexts::aviso(),
-                head + QStringLiteral("\nA autenticadora está fora de linha (off-line)."),
-                DialogIcon::Exclamation};
+        return with(SystemText::AutenticadoraForaDeLinha, head);
     case PrinterFault::SemPapel:
-        return {SystemTexts::aviso(), head + QStringLiteral("\nA autenticadora está sem papel."),
-                DialogIcon::Exclamation};
+        return with(SystemText::AutenticadoraSemPapel, head);
     case PrinterFault::SemDocumento:
         return message(SystemText::TempoExcedido);
     case PrinterFault::Nenhuma:

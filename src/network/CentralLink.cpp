@@ -3,6 +3,7 @@
 #include "CentralSchema.h"
 #include "Clock.h"
 #include "ErrorLog.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -34,10 +35,7 @@ QString CentralLink::textoConflito(const clsConflitoRede& c) {
     const QString onde = c.GUICHE_CENTRAL.isEmpty()
                              ? QStringLiteral("num ano anterior (importado)")
                              : QStringLiteral("no guichê %1%2").arg(c.GUICHE_CENTRAL, quando);
-    return QStringLiteral("Conflito na rede: o código %1 (autenticação %2, %3), recebido neste "
-                          "guichê em %4, também foi recebido %5, e a central ficou com aquele. O "
-                          "valor foi cobrado aqui: confira a guia com o supervisor (tolvane rede "
-                          "conflitos).")
+    return SystemTexts::text(SystemText::ConflitoRede)
         .arg(c.CODBARRA)
         .arg(c.AUTENTICA, 4, 10, QLatin1Char('0'))
         .arg(c.VALOR.formatCurrency(), c.MOMENTO.toString(kMomento), onde);
@@ -89,24 +87,18 @@ bool CentralLink::conectar(const CentralConfig& config, int statementMs) {
     QString why;
     if (!sondar(&why)) {
         falha(Estado::Inacessivel,
-              QStringLiteral("A central da rede (%1) não responde: %2. O caixa continua "
-                             "recebendo; os códigos ficam guardados e vão para a central quando "
-                             "ela voltar.")
-                  .arg(config.describe(), why));
+              SystemTexts::text(SystemText::CentralNaoResponde).arg(config.describe(), why));
         return false;
     }
     if (!m_db.open(config.db(statementMs))) {
-        falha(Estado::Recusada,
-              QStringLiteral("A central da rede (%1) recusou a conexão: %2. Confira host, porta, "
-                             "nome, usuario e senha na seção [Rede] do Config.ini (ou o "
-                             "~/.pgpass). O caixa continua recebendo; os códigos ficam guardados.")
-                  .arg(config.describe(), m_db.lastError().trimmed()));
+        falha(Estado::Recusada, SystemTexts::text(SystemText::CentralRecusou)
+                                    .arg(config.describe(), m_db.lastError().trimmed()));
         return false;
     }
     if (!CentralSchema::preparar(m_db, &why)) {
         m_db.close();
         falha(Estado::Recusada,
-              QStringLiteral("Central da rede (%1): %2").arg(config.describe(), why));
+              SystemTexts::text(SystemText::CentralProblema).arg(config.describe(), why));
         return false;
     }
     // Short waits for the central's write lock: a busy central is retried later, not waited on.
@@ -129,9 +121,7 @@ bool CentralLink::ping() {
         return true;
     const QString err = m_db.lastError();
     m_db.close();
-    falha(Estado::Inacessivel, QStringLiteral("A central da rede (%1) deixou de responder: %2. O "
-                                              "caixa continua recebendo; os códigos ficam "
-                                              "guardados.")
+    falha(Estado::Inacessivel, SystemTexts::text(SystemText::CentralDeixouDeResponder)
                                    .arg(m_config.describe(), err.trimmed()));
     return false;
 }
@@ -148,9 +138,8 @@ std::optional<bool> CentralLink::recebida(const QString& codbarra) {
 
 void CentralLink::naoGravou(const QString& err) {
     if (ping())
-        falha(Estado::Ativa, QStringLiteral("A central da rede (%1) não gravou os códigos: %2. "
-                                            "Eles ficam guardados e serão enviados de novo.")
-                                 .arg(m_config.describe(), err));
+        falha(Estado::Ativa,
+              SystemTexts::text(SystemText::CentralNaoGravou).arg(m_config.describe(), err));
 }
 
 ReservaRede CentralLink::reservar(const QStringList& lista, const QString& origem,

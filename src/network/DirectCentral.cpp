@@ -12,7 +12,7 @@ DirectCentral::DirectCentral(AppContext& ctx)
 
 void DirectCentral::avisar() {
     if (m_link.problemaNovo())
-        m_ctx.dialogs.warn(QStringLiteral("Rede"), m_link.problema());
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::AvisoRede).arg(m_link.problema()));
 }
 
 bool DirectCentral::ativa() {
@@ -82,7 +82,8 @@ DirectCentral::Totais DirectCentral::enviarTudo() {
         t.enviados += e.enviados;
         t.conflitos += int(e.conflitos.size());
         for (const clsConflitoRede& c : e.conflitos)
-            m_ctx.dialogs.warn(QStringLiteral("Rede"), CentralLink::textoConflito(c));
+            tell(m_ctx.dialogs,
+                 SystemTexts::notice(SystemText::AvisoRede).arg(CentralLink::textoConflito(c)));
         avisar();
         if (e.falhou) {
             t.completo = false;

@@ -7,6 +7,7 @@
 #include "DateUtil.h"
 #include "DayMovement.h"
 #include "ReceiptFigures.h"
+#include "SystemTexts.h"
 #include "clsCodBarra.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
@@ -26,7 +27,7 @@ bool readEntries(AppContext& ctx, DayBulletin& b, QString* why) {
     for (EntryKind k : {EntryKind::CashIn, EntryKind::PaymentOut, EntryKind::Withdrawal}) {
         auto rows = CashEntry::listar(ctx, b.idMovimento, k);
         if (!rows)
-            return fail(why, QStringLiteral("Os lançamentos do dia não puderam ser lidos."));
+            return fail(why, SystemTexts::text(SystemText::LancamentosIlegiveis));
         std::reverse(rows->begin(), rows->end()); // in the order they were made
         for (const clsSangria& s : *rows) {
             CashEntry entry(ctx, b.idMovimento, k);
@@ -42,7 +43,7 @@ bool readCount(AppContext& ctx, const clsMovimento& mov, DayBulletin& b, QString
     CashCount count(ctx, mov);
     const auto lines = count.linhas();
     if (!lines)
-        return fail(why, QStringLiteral("A conferência do dia não pôde ser lida."));
+        return fail(why, SystemTexts::text(SystemText::ConferenciaIlegivel));
     b.contagem = *lines;
     // A closed day is compared with the figures its closing wrote; an open one with what the
     // receipts and entries sum to now, as the temporary conference does.
@@ -57,7 +58,7 @@ bool readCount(AppContext& ctx, const clsMovimento& mov, DayBulletin& b, QString
         b.conferenciaProvisoria = true;
     }
     if (!c)
-        return fail(why, QStringLiteral("A conferência do dia não pôde ser lida."));
+        return fail(why, SystemTexts::text(SystemText::ConferenciaIlegivel));
     b.conferencia = *c;
     return true;
 }
@@ -66,7 +67,7 @@ bool readCorrections(AppContext& ctx, DayBulletin& b, QString* why) {
     auto rows = clsEstornos::listarDoMovimento(ctx.db, b.idMovimento);
     const auto kinds = clsCodBarra::listar(ctx.db);
     if (!rows || !kinds)
-        return fail(why, QStringLiteral("As correções do dia não puderam ser lidas."));
+        return fail(why, SystemTexts::text(SystemText::CorrecoesIlegiveis));
     QHash<int, QString> names;
     for (const clsCodBarra& k : *kinds)
         names.insert(k.IDCOD, k.DESCRICAO);
@@ -84,7 +85,7 @@ bool readStamps(AppContext& ctx, DayBulletin& b, QString* why) {
     const auto pending = clsAutenticacoes::pendentes(ctx.db, b.idMovimento);
     const auto repeated = clsAutenticacoes::repetidas(ctx.db, b.idMovimento);
     if (!pending || !repeated)
-        return fail(why, QStringLiteral("As autenticações do dia não puderam ser lidas."));
+        return fail(why, SystemTexts::text(SystemText::AutenticacoesDiaIlegiveis));
     b.semAutenticacao = *pending;
     b.autenticacoesRepetidas = *repeated;
     return true;
@@ -103,7 +104,7 @@ Money DayBulletin::totalDe(EntryKind k) const {
 std::optional<DayBulletin> DayBulletin::montar(AppContext& ctx, const QDate& day, QString* why) {
     const auto found = DayMovement::of(ctx.db, day);
     if (!found) {
-        fail(why, QStringLiteral("Não há movimento em %1.").arg(DateUtil::br(day)));
+        fail(why, SystemTexts::text(SystemText::SemMovimentoEm).arg(DateUtil::br(day)));
         return std::nullopt;
     }
     const clsMovimento& mov = *found;
@@ -124,7 +125,7 @@ std::optional<DayBulletin> DayBulletin::montar(AppContext& ctx, const QDate& day
 
     const auto receipts = clsRecebimentos::listarMovimento(ctx.db, mov.ID);
     if (!receipts) {
-        fail(why, QStringLiteral("Os recebimentos do dia não puderam ser lidos."));
+        fail(why, SystemTexts::text(SystemText::RecebimentosDiaIlegiveis));
         return std::nullopt;
     }
     const ReceiptFigures figures = ReceiptFigures::of(*receipts);

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "Clock.h"
 #include "DayMovement.h"
+#include "SystemTexts.h"
 #include "clsMovimento.h"
 #include "clsRecebimentos.h"
 
@@ -40,9 +41,9 @@ std::optional<PeriodReport> PeriodReport::montar(AppContext& ctx, const QDate& d
         return std::nullopt;
     };
     if (!de.isValid() || !ate.isValid() || ate < de)
-        return refuse(QStringLiteral("A data final deve ser igual ou posterior à inicial."));
+        return refuse(SystemTexts::text(SystemText::DataFinalAnterior));
     if (de.daysTo(ate) >= kMaxDias)
-        return refuse(QStringLiteral("O período pode ter no máximo %1 dias.").arg(kMaxDias));
+        return refuse(SystemTexts::text(SystemText::PeriodoLongo).arg(kMaxDias));
     PeriodReport p;
     p.prefeitura = ctx.settings.pref.trimmed();
     p.guiche = ctx.settings.guiche.trimmed();
@@ -57,7 +58,7 @@ std::optional<PeriodReport> PeriodReport::montar(AppContext& ctx, const QDate& d
         const clsMovimento& mov = *found;
         const auto receipts = clsRecebimentos::listarMovimento(ctx.db, mov.ID);
         if (!receipts)
-            return refuse(QStringLiteral("Os recebimentos de %1 não puderam ser lidos.")
+            return refuse(SystemTexts::text(SystemText::RecebimentosDeIlegiveis)
                               .arg(d.toString(QStringLiteral("dd/MM/yyyy"))));
         Day day{mov.MDATA, mov.MOV, mov.STATUS, ReceiptFigures::of(*receipts)};
         for (const ReceiptFigures::Kind& k : day.figuras.porTipo)

@@ -1,5 +1,4 @@
 #include "FirstRunDialog.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
@@ -7,6 +6,7 @@
 #include "DialogPort.h"
 #include "FolderSetup.h"
 #include "SampleSheet.h"
+#include "SystemTexts.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -108,10 +108,8 @@ void FirstRunDialog::accept() {
 }
 
 bool FirstRunDialog::offer(AppContext& ctx, QString* resumo) {
-    if (!ctx.dialogs.ask(QStringLiteral("Tolvane"),
-                         QStringLiteral("O Tolvane ainda não tem uma pasta neste computador.\n"
-                                        "Criar a pasta %1?")
-                             .arg(QDir::toNativeSeparators(ctx.folder))))
+    if (!askNotice(ctx.dialogs, SystemTexts::notice(SystemText::PerguntaCriarPasta)
+                                    .arg(QDir::toNativeSeparators(ctx.folder))))
         return false;
     FirstRunDialog dialog(ctx);
     if (dialog.exec() != QDialog::Accepted)

@@ -104,23 +104,20 @@ bool frmUsuarios::refused(const UserAccounts::Result& r) {
         return false;
     case UserAccounts::Outcome::MissingField:
     case UserAccounts::Outcome::InvalidType:
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CamposObrigatorios));
         break;
     case UserAccounts::Outcome::ShortPassword:
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("A senha deve ter pelo menos %1 caracteres!!")
-                               .arg(UserAccounts::kMinPassword));
+        tell(m_ctx.dialogs,
+             SystemTexts::notice(SystemText::SenhaCurta).arg(UserAccounts::kMinPassword));
         break;
     case UserAccounts::Outcome::PasswordInUse:
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Senha já usada por outro operador"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::SenhaEmUso));
         break;
     case UserAccounts::Outcome::NameInUse:
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NomeEmUso));
         break;
     case UserAccounts::Outcome::NotFound:
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Usuário não encontrado!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::UsuarioNaoEncontrado));
         break;
     case UserAccounts::Outcome::TextRefused:
         m_ctx.dialogs.warn(SystemTexts::aviso(), r.message);
@@ -144,12 +141,12 @@ void frmUsuarios::gravar() {
     if (refused(UserAccounts::check(m_ctx, in)))
         return;
     if (!in.senha.trimmed().isEmpty()) {
-        const auto again = m_ctx.dialogs.input(
-            SystemTexts::aviso(), QStringLiteral("Confirme a senha!!"), true, QString());
+        const Notice ask = SystemTexts::notice(SystemText::ConfirmeSenha);
+        const auto again = m_ctx.dialogs.input(ask.title, ask.text, true, QString());
         if (!again || again->trimmed().isEmpty())
             return;
         if (again->trimmed() != in.senha.trimmed()) {
-            m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Senha não confere!!"));
+            tell(m_ctx.dialogs, SystemTexts::notice(SystemText::SenhaNaoConfere));
             m_senha->setFocus();
             return;
         }

@@ -1,8 +1,8 @@
 #include "frmCodBarra.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 #include "clsCodBarra.h"
 
 #include <QComboBox>
@@ -231,28 +231,21 @@ void frmCodBarra::gravar() {
         Lista_codigos();
         return;
     case KindRegistry::Outcome::MissingField:
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           QStringLiteral("Todos os campos obrigatórios devem ser preenchidos!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CamposObrigatorios));
         break;
     case KindRegistry::Outcome::CodeOutOfRange:
-        m_ctx.dialogs.critical(SystemTexts::aviso(),
-                               QStringLiteral("Use númeração de 1 a 99 para itens de "
-                                              "entrada e 100 a 999 para itens de saída"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NumeracaoTipo));
         break;
     case KindRegistry::Outcome::InvalidFlags:
-        m_ctx.dialogs.critical(
-            SystemTexts::aviso(),
-            QStringLiteral("Padrão de uma letra; juros e bloqueio \"S\" ou \"N\"."));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::PadraoUmaLetra));
         break;
     case KindRegistry::Outcome::CodeInUse:
-        m_ctx.dialogs.critical(
-            SystemTexts::aviso(),
-            QStringLiteral("O código %1 já está cadastrado!!").arg(KindRegistry::codeText(code)));
+        tell(m_ctx.dialogs,
+             SystemTexts::notice(SystemText::CodigoJaCadastrado).arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::NotFound:
-        m_ctx.dialogs.critical(SystemTexts::aviso(),
-                               QStringLiteral("O código %1 não está mais cadastrado!!")
-                                   .arg(KindRegistry::codeText(code)));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CodigoNaoMaisCadastrado)
+                                .arg(KindRegistry::codeText(code)));
         break;
     case KindRegistry::Outcome::TextRefused:
     case KindRegistry::Outcome::LayoutInUse:

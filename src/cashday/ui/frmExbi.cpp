@@ -1,9 +1,9 @@
 #include "frmExbi.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "CorrectionLog.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFontDatabase>
@@ -74,5 +74,5 @@ void frmExbi::procurar() {
     top.movePosition(QTextCursor::Start);
     m_texto->setTextCursor(top);
     if (!m_texto->find(text))
-        m_ctx.dialogs.info(SystemTexts::aviso(), QStringLiteral("Texto não encontrado!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::TextoNaoEncontrado));
 }

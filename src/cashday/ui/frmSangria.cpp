@@ -372,9 +372,8 @@ void frmSangria::excluirLancamento() {
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::NaoPodeExcluirFechado));
         return;
     }
-    const Notice question = SystemTexts::notice(SystemText::PerguntaExcluirLancamento);
     if (!askNotice(m_ctx.dialogs,
-                   question.with(question.text + QStringLiteral(" - ") + item->text(0))))
+                   SystemTexts::notice(SystemText::PerguntaExcluirLancamento).arg(item->text(0))))
         return;
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     const Outcome done = CashEntry::excluirLancamento(m_ctx, m_idMovimento, id);

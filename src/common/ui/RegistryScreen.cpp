@@ -1,8 +1,8 @@
 #include "RegistryScreen.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "DialogPort.h"
+#include "SystemTexts.h"
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -79,12 +79,11 @@ void RegistryScreen::cancelar() {
 QTreeWidgetItem* RegistryScreen::selecionado() {
     QTreeWidgetItem* item = m_list->currentItem();
     if (!item)
-        m_ctx.dialogs.critical(SystemTexts::aviso(), QStringLiteral("Informe um item !!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::InformeItem));
     return item;
 }
 
 bool RegistryScreen::confirmaExclusao(const QTreeWidgetItem* item) {
-    return m_ctx.dialogs.ask(SystemTexts::aviso(),
-                             item->text(0) + QStringLiteral(" - ") +
-                                 QStringLiteral("Confirma exclusão deste item?"));
+    return askNotice(m_ctx.dialogs,
+                     SystemTexts::notice(SystemText::PerguntaExcluirRegistro).arg(item->text(0)));
 }

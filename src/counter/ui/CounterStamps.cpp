@@ -112,15 +112,14 @@ void CounterStamps::reautenticarUltimo() {
 
 void CounterStamps::reautenticarNumero() {
     DialogPort& dialogs = m_session.ctx().dialogs;
-    const auto answer = dialogs.input(QStringLiteral("Reautenticar"),
-                                      QStringLiteral("Número da autenticação:"), false, QString());
+    const Notice ask = SystemTexts::notice(SystemText::PedidoReautenticacao);
+    const auto answer = dialogs.input(ask.title, ask.text, false, QString());
     if (!answer || answer->trimmed().isEmpty())
         return;
     bool ok = false;
     const int n = answer->trimmed().toInt(&ok);
     if (!ok || n <= 0) {
-        dialogs.critical(SystemTexts::aviso(),
-                         QStringLiteral("O valor informado não é um número!!"));
+        tell(dialogs, SystemTexts::notice(SystemText::ValorNaoNumero));
         return;
     }
     PendingStampsDialog::conduzir(

@@ -1,11 +1,11 @@
 #include "frmAvulso.h"
-#include "SystemTexts.h"
 
 #include "AppContext.h"
 #include "Clock.h"
 #include "DateField.h"
 #include "DialogPort.h"
 #include "FileText.h"
+#include "SystemTexts.h"
 #include "clsCodBarra.h"
 
 #include <QComboBox>
@@ -61,7 +61,7 @@ frmAvulso::frmAvulso(AppContext& ctx, QWidget* parent) : QDialog(parent), m_ctx(
 
 void frmAvulso::ok() {
     if (m_valor->text().trimmed().isEmpty()) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Um valor deve ser informado!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::ValorNaoInformado));
         m_valor->setFocus();
         return;
     }

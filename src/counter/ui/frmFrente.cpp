@@ -250,7 +250,7 @@ void frmFrente::refreshNetwork() {
         return; // told between customers
     for (const QString& text : m_ctx.rede->novidades()) {
         const DialogKeyGuard guard(m_ctx.dialogs, m_reader->enterWindow());
-        m_ctx.dialogs.warn(QStringLiteral("Rede"), text);
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::AvisoRede).arg(text));
     }
 }
 
@@ -324,10 +324,9 @@ bool frmFrente::tender() {
         bare ? std::optional<Money>(Money()) : Money::parseTyped(m_ui.entry->text(), &why);
     if (!paid || m_session.tender(*paid).state == ChangeResult::State::AmountInvalid) {
         // A fraction of a centavo is named; anything else is not a number.
-        m_ctx.dialogs.warn(SystemTexts::aviso(),
-                           Money::parse(m_ui.entry->text()) && !paid
-                               ? why
-                               : QStringLiteral("O valor informado não é um número!!"));
+        const Notice notNumber = SystemTexts::notice(SystemText::ValorPagoNaoNumero);
+        tell(m_ctx.dialogs,
+             Money::parse(m_ui.entry->text()) && !paid ? notNumber.with(why) : notNumber);
         m_ui.entry->selectAll();
         return false;
     }
@@ -341,7 +340,7 @@ void frmFrente::addTypedItem() {
     if (m_consulta)
         return;
     if (m_ui.kinds->currentIndex() < 0) {
-        m_ctx.dialogs.warn(SystemTexts::aviso(), QStringLiteral("Selecione o tipo de guia!!"));
+        tell(m_ctx.dialogs, SystemTexts::notice(SystemText::SelecioneTipoGuia));
         m_ui.kinds->setFocus();
         return;
     }
@@ -360,9 +359,8 @@ void frmFrente::removeLast() {
 }
 
 void frmFrente::removeByNumber() {
-    const auto answer = m_ctx.dialogs.input(QStringLiteral("Excluir Item"),
-                                            QStringLiteral("Informe o número do item a excluir?"),
-                                            false, QString());
+    const Notice ask = SystemTexts::notice(SystemText::PedidoItemExcluir);
+    const auto answer = m_ctx.dialogs.input(ask.title, ask.text, false, QString());
     if (!answer)
         return;
     const auto r = m_session.removerNumero(*answer);
@@ -376,7 +374,7 @@ void frmFrente::removeByNumber() {
 void frmFrente::limparSoma() {
     if (m_session.list().isEmpty())
         return;
-    if (!m_ctx.dialogs.ask(SystemTexts::aviso(), QStringLiteral("Deseja realmente limpar a soma?")))
+    if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaLimparSoma)))
         return;
     m_session.limparSoma();
     refreshList();
@@ -467,20 +465,13 @@ void frmFrente::calculadora() {
 void frmFrente::closeEvent(QCloseEvent* event) {
     event->ignore();
     if (!m_session.list().isEmpty()) {
-        if (m_ctx.dialogs.ask(SystemTexts::aviso(),
-                              QStringLiteral("Há itens na soma que não foram gravados. "
-                                             "Deseja sair assim mesmo?")))
+        if (askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::PerguntaSairComSoma)))
             event->accept();
         return;
     }
     // Leaving is asked, and going back to the date screen (another operator or day) offered.
-    switch (m_ctx.dialogs.message(QStringLiteral("Sair"),
-                                  QStringLiteral("Deseja sair do Tolvane?\n\n"
-                                                 "Sim: fecha o programa.\n"
-                                                 "Não: volta à tela de data (outro operador "
-                                                 "ou outro dia).\n"
-                                                 "Cancelar: continua no caixa."),
-                                  DialogIcon::Question, DialogButtons::YesNoCancel)) {
+    const Notice sair = SystemTexts::notice(SystemText::PerguntaSair);
+    switch (m_ctx.dialogs.message(sair.title, sair.text, sair.icon, DialogButtons::YesNoCancel)) {
     case DialogAnswer::Yes:
         event->accept();
         break;

@@ -2,6 +2,7 @@
 
 #include "AppContext.h"
 #include "Clock.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -67,7 +68,7 @@ QString OrdinaryPrinter::aviso(const Resultado& r) {
     if (!r.ok)
         return r.problema;
     if (!r.destino.pdf.isEmpty())
-        return QStringLiteral("Nenhuma impressora instalada. O relatório foi gravado em %1")
+        return SystemTexts::text(SystemText::RelatorioEmPdf)
             .arg(QDir::toNativeSeparators(r.destino.pdf));
-    return QStringLiteral("Relatório enviado para a impressora %1.").arg(r.destino.impressora);
+    return SystemTexts::text(SystemText::RelatorioEnviado).arg(r.destino.impressora);
 }
