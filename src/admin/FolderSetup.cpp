@@ -88,7 +88,7 @@ QString FolderSetup::message(const AppContext& ctx, const Prepared& p) {
     case Step::FolderNotWritable:
         return SystemTexts::text(SystemText::PastaSemGravacao).arg(folder);
     case Step::ConfigNotWritten:
-        return SystemTexts::text(SystemText::ConfigNaoGravado)
+        return SystemTexts::text(SystemText::NaoFoiPossivelGravar)
             .arg(QDir::toNativeSeparators(ctx.iniPath()));
     case Step::Database:
         return QStringLiteral("Erro ao conectar banco de dados!!!\n") + p.detail;

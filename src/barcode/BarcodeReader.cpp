@@ -138,8 +138,8 @@ BarcodeReader::duplicado(const QString& code, const QStringList& customerBarcode
 }
 
 QString BarcodeReader::textoDuplicado(ReadingDecision::Outcome o) {
-    return o == ReadingDecision::Outcome::Lancada ? QStringLiteral("Conta já Lançada!!!")
-                                                  : QStringLiteral("Conta já Recebida!!!");
+    return o == ReadingDecision::Outcome::Lancada ? SystemTexts::text(SystemText::ContaLancada)
+                                                  : SystemTexts::text(SystemText::ContaRecebida);
 }
 
 bool BarcodeReader::duplicate(const QString& code, const QStringList& customerBarcodes,

@@ -211,8 +211,6 @@ IntegrationFile::Result IntegrationFile::gerar(const clsMovimento& mov, Money co
     res.erros = out.erros;
     res.avisos << (res.erros.isEmpty()
                        ? SystemTexts::notice(SystemText::GeracaoSucesso)
-                       : Notice{SystemTexts::aviso(),
-                                SystemTexts::text(SystemText::ErroGerar) + res.erros.last(),
-                                DialogIcon::Critical});
+                       : SystemTexts::notice(SystemText::ErroGerar).arg(res.erros.last()));
     return res;
 }

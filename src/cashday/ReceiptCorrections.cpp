@@ -30,8 +30,7 @@ Notice ReceiptCorrections::avisoArquivoBanco(qint32 autentica, const QString& ar
 }
 
 Notice ReceiptCorrections::perguntaReversao(qint32 autentica) {
-    const Notice q = SystemTexts::notice(SystemText::PerguntaReversao);
-    return q.with(q.text + QStringLiteral(" - ") + numero(autentica));
+    return SystemTexts::notice(SystemText::PerguntaReversao).arg(numero(autentica));
 }
 
 std::optional<clsMovimento> ReceiptCorrections::movimento() {

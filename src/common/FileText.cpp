@@ -1,5 +1,7 @@
 #include "FileText.h"
 
+#include "SystemTexts.h"
+
 int FileText::width(Field field) {
     switch (field) {
     case Field::DescricaoLancamento:
@@ -48,18 +50,11 @@ QString FileText::problem(const QString& text, int width, const QString& label) 
     for (const QChar c : text) {
         const char16_t u = c.unicode();
         if (u < 0x20 || u == 0x7F || (u >= 0x80 && u < 0xA0))
-            return QStringLiteral("%1 não pode ter quebra de linha, tabulação nem outro caractere "
-                                  "de controle.")
-                .arg(label);
+            return SystemTexts::text(SystemText::TextoComControle).arg(label);
         if (u > 0xFF)
-            return QStringLiteral("%1 tem o caractere \"%2\", que os arquivos do caixa não "
-                                  "gravam (use letras, números e acentos comuns).")
-                .arg(label, QString(c));
+            return SystemTexts::text(SystemText::TextoCaractereFora).arg(label, QString(c));
     }
     if (text.size() > width)
-        return QStringLiteral("%1 tem %2 caracteres; cabem no máximo %3.")
-            .arg(label)
-            .arg(text.size())
-            .arg(width);
+        return SystemTexts::text(SystemText::TextoLongo).arg(label).arg(text.size()).arg(width);
     return {};
 }

@@ -1,5 +1,7 @@
 #include "OutputPath.h"
 
+#include "SystemTexts.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -35,11 +37,11 @@ bool present(const QFileInfo& info) {
 } // namespace
 
 QString OutputPath::existsMessage(const QString& path) {
-    return QStringLiteral("%1 já existe e não será substituído.").arg(native(path));
+    return SystemTexts::text(SystemText::ArquivoJaExiste).arg(native(path));
 }
 
 QString OutputPath::diskFullMessage(const QString& path) {
-    return QStringLiteral("Disco cheio: %1").arg(native(path));
+    return SystemTexts::text(SystemText::DiscoCheio).arg(native(path));
 }
 
 bool OutputPath::isGuarded(const QString& path, const Guarded& g) {
@@ -69,18 +71,14 @@ QString OutputPath::notRegular(const QString& path) {
     const QFileInfo info(path);
     if (!present(info) || (info.isFile() && !info.isSymLink()))
         return {};
-    return QStringLiteral("%1 não é um arquivo comum (é uma pasta, um atalho, um pipe ou um "
-                          "dispositivo) e não será usado.")
-        .arg(native(path));
+    return SystemTexts::text(SystemText::NaoArquivoComum).arg(native(path));
 }
 
 QString OutputPath::problem(const QString& path, const Guarded& guarded) {
     if (path.trimmed().isEmpty())
-        return QStringLiteral("Informe o arquivo a gravar.");
+        return SystemTexts::text(SystemText::InformeArquivo);
     if (isGuarded(path, guarded))
-        return QStringLiteral("%1 é um arquivo do próprio caixa (banco, configuração, registros "
-                              "ou cópias) e nunca é usado para gravar outro.")
-            .arg(native(path));
+        return SystemTexts::text(SystemText::ArquivoDoCaixa).arg(native(path));
     const QFileInfo info(path);
     if (const QString odd = notRegular(path); !odd.isEmpty())
         return odd;
@@ -88,9 +86,9 @@ QString OutputPath::problem(const QString& path, const Guarded& guarded) {
         return existsMessage(path);
     const QFileInfo folder(info.absolutePath());
     if (!folder.isDir())
-        return QStringLiteral("A pasta %1 não existe.").arg(native(folder.filePath()));
+        return SystemTexts::text(SystemText::PastaNaoExiste).arg(native(folder.filePath()));
     if (!folder.isWritable())
-        return QStringLiteral("A pasta %1 não aceita gravação.").arg(native(folder.filePath()));
+        return SystemTexts::text(SystemText::PastaNaoAceitaGravacao).arg(native(folder.filePath()));
     return {};
 }
 
@@ -148,6 +146,6 @@ bool OutputPath::publish(const QString& temporary, const QString& final, QString
 #endif
     if (!ok && error)
         *error = taken ? existsMessage(final)
-                       : QStringLiteral("Não foi possível gravar %1.").arg(native(final));
+                       : SystemTexts::text(SystemText::NaoFoiPossivelGravar).arg(native(final));
     return ok;
 }

@@ -1,6 +1,7 @@
 #include "TextFile.h"
 
 #include "OutputPath.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFile>
@@ -61,8 +62,9 @@ bool TextFile::create(const QString& path, const QStringList& lines, QString* er
     // On the disk before it takes its name: a power cut never leaves an empty file there.
     if (::fsync(f.handle()) != 0) {
         if (error)
-            *error = errno == ENOSPC ? OutputPath::diskFullMessage(path)
-                                     : QStringLiteral("Não foi possível gravar %1.").arg(path);
+            *error = errno == ENOSPC
+                         ? OutputPath::diskFullMessage(path)
+                         : SystemTexts::text(SystemText::NaoFoiPossivelGravar).arg(path);
         return false;
     }
 #endif
@@ -91,10 +93,9 @@ QString TextFile::readProblem(const QString& path, qint64 maxBytes) {
     if (!info.exists())
         return {};
     if (!info.isFile())
-        return QStringLiteral("%1 não é um arquivo comum e não foi lido.")
-            .arg(QDir::toNativeSeparators(path));
+        return SystemTexts::text(SystemText::ArquivoNaoLido).arg(QDir::toNativeSeparators(path));
     if (info.size() > maxBytes)
-        return QStringLiteral("%1 tem mais de %2 KB e não foi lido.")
+        return SystemTexts::text(SystemText::ArquivoGrandeDemais)
             .arg(QDir::toNativeSeparators(path))
             .arg(maxBytes / 1024);
     return {};

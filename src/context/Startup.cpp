@@ -40,18 +40,15 @@ bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
     if (!file.exists()) {
         if (mode == OpenMode::Create)
             return true;
-        *why = QStringLiteral("O arquivo %1 não existe. Confira a pasta; para começar um banco "
-                              "novo use tolvane iniciar.")
-                   .arg(path);
+        *why = SystemTexts::text(SystemText::BancoNaoExiste).arg(path);
         return false;
     }
     if (!file.isFile()) {
-        *why = QStringLiteral("%1 não é um arquivo comum.").arg(path);
+        *why = SystemTexts::text(SystemText::BancoNaoArquivoComum).arg(path);
         return false;
     }
     if (file.size() < kSmallestDatabase) {
-        *why = QStringLiteral("O arquivo %1 tem %2 bytes: está vazio ou cortado e não é um banco "
-                              "de dados. %3")
+        *why = SystemTexts::text(SystemText::BancoCortado)
                    .arg(path)
                    .arg(file.size())
                    .arg(SystemTexts::text(SystemText::DanificadoConselho));
@@ -86,14 +83,10 @@ bool claimCounter(AppContext& ctx, QString* detail) {
                 return fail(ctx, detail, ctx.db.lastError());
             return true;
         }
-        return fail(
-            ctx, detail,
-            QStringLiteral("Este banco de dados pertence ao guichê %1 e este Config.ini é do %2. "
-                           "Cada guichê trabalha com o seu próprio banco: confira [Export] "
-                           "guiche e a seção [Banco] do Config.ini (se o número do guichê mudou, "
-                           "o administrador usa tolvane guiche assumir).")
-                .arg(owner.GUICHE, mine.isEmpty() ? QStringLiteral("guichê sem número")
-                                                  : QStringLiteral("guichê ") + mine));
+        return fail(ctx, detail,
+                    SystemTexts::text(SystemText::BancoDeOutroGuiche)
+                        .arg(owner.GUICHE, mine.isEmpty() ? QStringLiteral("guichê sem número")
+                                                          : QStringLiteral("guichê ") + mine));
     }
     if (mine.isEmpty())
         return true; // claimed by the first counter that has a number
@@ -261,21 +254,19 @@ bool Startup::abrirSemGuiche(AppContext& ctx, QString* detail) {
 bool Startup::assumirGuiche(AppContext& ctx, QString* detail, const QString& letra) {
     const QString nova = letra.trimmed().toUpper();
     if (!letra.isEmpty() && (nova.size() != 1 || !nova[0].isLetterOrNumber()))
-        return fail(ctx, detail,
-                    QStringLiteral("O guichê de trabalho deve ter uma letra (ou um algarismo)."));
+        return fail(ctx, detail, SystemTexts::text(SystemText::GuicheUmaLetra));
     const QString mine =
         letra.isEmpty() ? ctx.option(QStringLiteral("Export"), QStringLiteral("guiche")).trimmed()
                         : nova;
     if (mine.isEmpty())
-        return fail(ctx, detail, QStringLiteral("Defina [Export] guiche no Config.ini."));
+        return fail(ctx, detail, SystemTexts::text(SystemText::DefinaGuiche));
     Transaction tx(ctx.db);
     const auto abertos = clsMovimento::abertos(ctx.db);
     if (!tx.ok() || !abertos)
         return fail(ctx, detail, ctx.db.lastError());
     // The letter is in every stamp of the day: it changes between days only.
     if (*abertos > 0)
-        return fail(ctx, detail,
-                    QStringLiteral("Há um movimento aberto: encerre-o antes de mudar o guichê."));
+        return fail(ctx, detail, SystemTexts::text(SystemText::MovimentoAbertoGuiche));
     clsGuiche owner(ctx.db);
     owner.GUICHE = mine;
     owner.DESDE = ctx.clock.today().toString(Qt::ISODate);
@@ -284,7 +275,7 @@ bool Startup::assumirGuiche(AppContext& ctx, QString* detail, const QString& let
     if (!letra.isEmpty() &&
         !IniFile::write(QStringLiteral("Export"), QStringLiteral("guiche"), mine, ctx.iniPath()))
         return fail(ctx, detail,
-                    QStringLiteral("Não foi possível gravar o arquivo %1.")
+                    SystemTexts::text(SystemText::ArquivoNaoGravado)
                         .arg(QDir::toNativeSeparators(ctx.iniPath())));
     if (!tx.commit())
         return fail(ctx, detail, ctx.db.lastError());

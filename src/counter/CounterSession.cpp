@@ -211,7 +211,7 @@ void CounterSession::forgetSumFileIfRecorded(const QList<RecordedReceipt>& rows)
 ReceiptStamps::Outcome CounterSession::reautenticarUltimo(ReceiptStamps::Repetir repetir) {
     if (m_ultimo.isEmpty()) {
         return ReceiptStamps::Outcome::naoEncontrado(
-            QStringLiteral("Nenhum pagamento foi gravado nesta sessão."));
+            SystemTexts::text(SystemText::NenhumPagamentoSessao));
     }
     return ReceiptStamps(m_ctx, m_printer).autenticar(m_ultimo, repetir);
 }
@@ -222,7 +222,7 @@ ReceiptStamps::Outcome CounterSession::reautenticar(int autentica, ReceiptStamps
     if (!m_day.loaded() ||
         !r.SQLSelectAutentica(m_day.movimento().ID, autentica, &row.item.descricao)) {
         return ReceiptStamps::Outcome::naoEncontrado(
-            QStringLiteral("Autenticação %1 não encontrada neste movimento.")
+            SystemTexts::text(SystemText::AutenticacaoNaoEncontrada)
                 .arg(autentica, 4, 10, QLatin1Char('0')));
     }
     row.idrecebe = r.IDRECEBE;

@@ -30,7 +30,7 @@ QString PaymentRecorder::refusal(AppContext& ctx, const CustomerList& list) {
     for (int i = 0; i < list.size(); ++i) {
         const CustomerItem& item = list.at(i);
         if (item.valor.isNegative() || !item.valor.withinLimit())
-            return QStringLiteral("Valor fora do limite no %1: o máximo é %2. Nada foi gravado.")
+            return SystemTexts::text(SystemText::ValorForaDoLimite)
                 .arg(itemText(i, item), Money::maximum().formatCurrency());
         if (!clsRecebimentos::isUniqueCode(item.codbarra))
             continue;
@@ -115,8 +115,7 @@ std::optional<QList<RecordedReceipt>> PaymentRecorder::recordLocally(AppContext&
     max.AUTENTICA = 0; // the first receipt of a movement is 1
     max.SQLSelectMax(mov.ID);
     if (qint64(max.AUTENTICA) + list.size() > kMaxAutentica) {
-        why = QStringLiteral("Limite de %1 autenticações do movimento atingido. Nada foi gravado.")
-                  .arg(kMaxAutentica);
+        why = SystemTexts::text(SystemText::LimiteAutenticacoes).arg(kMaxAutentica);
         return std::nullopt;
     }
     const QDateTime momento = ctx.clock.now();

@@ -36,7 +36,7 @@ ReceiptStamps::Outcome ReceiptStamps::autenticar(const QList<RecordedReceipt>& r
         if (!e)
             return told(Result::Falhou, SystemText::AutenticacoesIlegiveis);
         if (e->vezes > 0) {
-            stamped << QStringLiteral("%1 já autenticado %2 vez(es), a última em %3.")
+            stamped << SystemTexts::text(SystemText::JaAutenticado)
                            .arg(numero(r.autentica))
                            .arg(e->vezes)
                            .arg(e->ultima.toString(QStringLiteral("dd/MM/yyyy hh:mm")));

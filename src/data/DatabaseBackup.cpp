@@ -2,6 +2,7 @@
 
 #include "OutputPath.h"
 #include "PrivateFiles.h"
+#include "SystemTexts.h"
 #include "clsDataAccess.h"
 
 #include <QDir>
@@ -124,17 +125,16 @@ std::optional<QString> DatabaseBackup::copy(clsDataAccess& db, const QString& de
     QString e;
     const QString t = target(destination, now);
     if (db.backend() != DbBackend::SQLite)
-        e = QStringLiteral("O banco está num servidor PostgreSQL: copie-o com pg_dump (veja "
-                           "docs/BANCO.md).");
+        e = SystemTexts::text(SystemText::BancoNoServidor);
     if (e.isEmpty() &&
         QFileInfo(t).absoluteFilePath() == QFileInfo(db.config().sqlitePath).absoluteFilePath())
-        e = QStringLiteral("O destino é o próprio banco.");
+        e = SystemTexts::text(SystemText::DestinoProprioBanco);
     if (e.isEmpty())
         e = OutputPath::problem(t, guarded);
     if (e.isEmpty() && backupTo(db.config().sqlitePath, t, &e))
         return t;
     if (error)
-        *error = QStringLiteral("Cópia do banco não feita: ") + e;
+        *error = SystemTexts::text(SystemText::CopiaNaoFeita).arg(e);
     return std::nullopt;
 }
 
@@ -142,7 +142,7 @@ std::optional<QString> DatabaseBackup::intoFolder(clsDataAccess& db, const QStri
                                                   const QDateTime& now, int keep, QString* error) {
     if (!QDir().mkpath(folder)) {
         if (error)
-            *error = QStringLiteral("Cópia do banco não feita: não foi possível criar %1.")
+            *error = SystemTexts::text(SystemText::CopiaNaoFeitaPasta)
                          .arg(QDir::toNativeSeparators(folder));
         return std::nullopt;
     }

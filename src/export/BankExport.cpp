@@ -46,12 +46,12 @@ bool BankExport::cnabNaTela(const AppContext& ctx) {
 
 bool BankExport::tipo(int idcod, Arquivo a, clsCodBarra& kind, Result& r) {
     if (!kind.SQLSelect(idcod)) {
-        falha(r, QStringLiteral("Tipo de código de barras %1 não encontrado.").arg(idcod));
+        falha(r, SystemTexts::text(SystemText::TipoNaoEncontradoArquivo).arg(idcod));
         return false;
     }
     const auto wanted = a == Arquivo::Cnab ? GuideKind::Padrao::Cnab : GuideKind::Padrao::Febraban;
     if (kind.kind().padrao != wanted) {
-        falha(r, QStringLiteral("O tipo %1 (%2) não é de %3.")
+        falha(r, SystemTexts::text(SystemText::TipoDeOutroArquivo)
                      .arg(idcod)
                      .arg(kind.DESCRICAO, a == Arquivo::Cnab
                                               ? QStringLiteral("boleto bancário, padrão C")
@@ -69,7 +69,7 @@ std::optional<QString> BankExport::pasta(AppContext& ctx, const QString& configu
     else if (QDir::isRelativePath(folder))
         folder = QDir(ctx.folder).filePath(folder);
     if (!QFileInfo(folder).isDir()) {
-        falha(r, QStringLiteral("A pasta do arquivo não existe: %1 (Config.ini, [Export] %2).")
+        falha(r, SystemTexts::text(SystemText::PastaExportacaoNaoExiste)
                      .arg(QDir::toNativeSeparators(folder), key));
         return std::nullopt;
     }
@@ -107,7 +107,7 @@ void BankExport::registro(Result& r, bool built, const QString& record, const QS
     ++r.falhas;
     if (r.erros.contains(failure))
         return;
-    r.avisos << Notice{SystemTexts::aviso(), failure, DialogIcon::Critical};
+    r.avisos << SystemTexts::notice(SystemText::ErroGerarArquivoBanco).with(failure);
     r.erros << failure;
 }
 
@@ -125,7 +125,7 @@ std::optional<QList<clsRecebimentos>> BankExport::inicia(AppContext& ctx, const 
     r.arquivo = file.finalPath();
     auto rows = clsRecebimentos::listarExportacao(ctx.db, rq.idMovimento, rq.idcod, 0);
     if (!rows)
-        falha(r, QStringLiteral("Erro ao gerar arquivo"));
+        falha(r, SystemTexts::text(SystemText::ErroGerarArquivoBanco));
     return rows;
 }
 
@@ -155,7 +155,7 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
         }
         // A write that fails keeps the disk's answer ("Disco cheio: ...") as the message.
         if (!bytes)
-            error = QStringLiteral("Erro ao numerar o arquivo (NSA).");
+            error = SystemTexts::text(SystemText::ErroNumerarArquivo);
         if (bytes && file.write(*bytes, &error)) {
             clsArquivoBanco::Arquivo run;
             run.arquivo = QFileInfo(file.finalPath()).fileName();
@@ -174,12 +174,11 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
             if (!clsArquivoBanco::registrar(ctx.db, run, ids) ||
                 !ActLog::gravar(ctx, Act::ArquivosBanco, QStringLiteral("ArquivosBanco"), run.id) ||
                 !tx.commit())
-                error = QStringLiteral("Erro ao registrar o arquivo no banco de dados: %1")
-                            .arg(ctx.db.lastError());
+                error = SystemTexts::text(SystemText::ErroRegistrarArquivo).arg(ctx.db.lastError());
         }
     }
     if (error.isEmpty() && !file.publish(&error))
-        error = error.isEmpty() ? QStringLiteral("Erro ao gerar arquivo") : error;
+        error = error.isEmpty() ? SystemTexts::text(SystemText::ErroGerarArquivoBanco) : error;
     if (!error.isEmpty()) {
         r.registros = 0;
         falha(r, error);
@@ -191,7 +190,7 @@ bool BankExport::conclui(AppContext& ctx, const Request& rq, Arquivo a, const QS
 }
 
 void BankExport::falha(Result& r, const QString& text) {
-    r.avisos << Notice{SystemTexts::aviso(), text, DialogIcon::Critical};
+    r.avisos << SystemTexts::notice(SystemText::ErroGerarArquivoBanco).with(text);
     r.erros << text;
     r.ok = false;
 }

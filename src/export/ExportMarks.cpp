@@ -33,10 +33,8 @@ QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& l
 Outcome ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
     if (gravarComAtos(ctx, marcas))
         return Outcome::ok();
-    return Outcome::refused(
-        {SystemTexts::aviso(),
-         QStringLiteral("Erro ao gravar as marcas de exportação; nada foi alterado."),
-         DialogIcon::Critical});
+    return Outcome::refused({SystemTexts::aviso(), SystemTexts::text(SystemText::ErroGravarMarcas),
+                             DialogIcon::Critical});
 }
 
 Outcome ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids,
@@ -47,7 +45,7 @@ Outcome ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<
         if (!r.SQLSelect(id) || r.IDMOVIMENTO != idMovimento)
             return Outcome::refused(
                 {SystemTexts::aviso(),
-                 QStringLiteral("Recebimento %1 não encontrado neste movimento.").arg(id),
+                 SystemTexts::text(SystemText::RecebimentoNaoEncontradoMovimento).arg(id),
                  DialogIcon::Critical});
         list.append({id, flag});
     }

@@ -3,6 +3,7 @@
 #include "AppContext.h"
 #include "CentralConfig.h"
 #include "CentralLink.h"
+#include "SystemTexts.h"
 #include "clsSeloRede.h"
 
 std::optional<CentralDay> CentralDay::ler(AppContext& ctx, const QDate& dia, QString* why) {
@@ -13,15 +14,15 @@ std::optional<CentralDay> CentralDay::ler(AppContext& ctx, const QDate& dia, QSt
         return std::nullopt;
     };
     if (!config.configurada())
-        return refuse(QStringLiteral("Nenhuma central configurada ([Rede] host)."));
+        return refuse(SystemTexts::text(SystemText::SemCentral));
     CentralLink link(ctx.errors, ctx.clock);
     // A day's codes may take longer than one duplicate check: ten time-outs at most.
     if (!link.conectar(config, config.tempoMs * 10) || !link.ativa())
-        return refuse(link.problema().isEmpty() ? QStringLiteral("A central não respondeu.")
+        return refuse(link.problema().isEmpty() ? SystemTexts::text(SystemText::CentralNaoRespondeu)
                                                 : link.problema());
     const auto rows = clsRecebimentos1::doDia(link.db(), dia);
     if (!rows)
-        return refuse(QStringLiteral("Os recebimentos da central não puderam ser lidos."));
+        return refuse(SystemTexts::text(SystemText::RecebimentosCentralIlegiveis));
     CentralDay day;
     day.recebimentos = *rows;
     // Without the seals the codes still stand; each counter's seal is then shown as unknown.

@@ -84,9 +84,8 @@ void frmLancaTemp::excluir() {
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CliqueNoItem));
         return;
     }
-    if (!m_ctx.dialogs.ask(SystemTexts::aviso(),
-                           SystemTexts::text(SystemText::PerguntaExcluirItemContagem) +
-                               item->text(0)))
+    if (!askNotice(m_ctx.dialogs,
+                   SystemTexts::notice(SystemText::PerguntaExcluirItemContagem).arg(item->text(0))))
         return;
     m_lines.removeAt(m_panel->lista->indexOfTopLevelItem(item));
     recalcular();

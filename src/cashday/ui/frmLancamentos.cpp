@@ -152,9 +152,8 @@ void frmLancamentos::excluir() {
         tell(m_ctx.dialogs, SystemTexts::notice(SystemText::CliqueNoItem));
         return;
     }
-    if (!m_ctx.dialogs.ask(SystemTexts::aviso(),
-                           SystemTexts::text(SystemText::PerguntaExcluirItemContagem) +
-                               item->text(0)))
+    if (!askNotice(m_ctx.dialogs,
+                   SystemTexts::notice(SystemText::PerguntaExcluirItemContagem).arg(item->text(0))))
         return;
     const Outcome done = m_count->excluir(item->data(0, Qt::UserRole).toInt());
     tell(m_ctx.dialogs, done.notice);
