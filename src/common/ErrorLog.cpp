@@ -3,6 +3,7 @@
 #include "Clock.h"
 #include "DialogPort.h"
 #include "OutputPath.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,11 +20,8 @@ QString ErrorLog::logPath() const {
 }
 
 QString ErrorLog::messageText(const QString& location, const ErrorInfo& e) {
-    const QString crlf = QStringLiteral("\r\n");
-    return QStringLiteral("Houve um erro interno:") + crlf + crlf +
-           QStringLiteral("Número do erro:") + QString::number(e.number) + crlf +
-           QStringLiteral("Descrição :") + e.description + crlf + QStringLiteral("Origem :") +
-           e.source + QStringLiteral(" / ") + location;
+    return SystemTexts::text(SystemText::ErroInterno)
+        .arg(QString::number(e.number), e.description, e.source, location);
 }
 
 QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const QDateTime& when) {
@@ -37,7 +35,7 @@ QByteArray ErrorLog::record(const QString& location, const ErrorInfo& e, const Q
 }
 
 Notice ErrorLog::notice(const QString& location, const ErrorInfo& error) {
-    return {QStringLiteral("Tolvane"), messageText(location, error), DialogIcon::Exclamation};
+    return SystemTexts::notice(SystemText::ErroInterno).with(messageText(location, error));
 }
 
 void ErrorLog::show(const QString& location, const ErrorInfo& error) {

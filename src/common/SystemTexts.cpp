@@ -290,6 +290,14 @@ constexpr std::array kEntries = {
     Entry{T::SemCentral, kAviso, "Nenhuma central configurada ([Rede] host).", I::Exclamation},
     Entry{T::CentralNaoRespondeu, kAviso, "A central não respondeu.", I::Exclamation},
     Entry{T::RecebimentosCentralIlegiveis, kAviso, "Os recebimentos da central não puderam ser lidos.", I::Exclamation},
+    // The database's errors and the files of reports
+    Entry{T::ErroInterno, kTolvane, "Houve um erro interno:\r\n\r\nNúmero do erro:%1\r\nDescrição :%2\r\nOrigem :%3 / %4", I::Exclamation},
+    Entry{T::BancoNaoAberto, kAviso, "Banco de dados não está aberto.", I::Critical},
+    Entry{T::BancoSoConsulta, kAviso, "O banco de dados foi aberto só para consulta.", I::Critical},
+    Entry{T::SemNomeLivre, kAviso, "Não há nome livre para o arquivo %1.", I::Critical},
+    Entry{T::InformeNomeArquivo, kAviso, "Informe o nome do arquivo.", I::Exclamation},
+    Entry{T::ArquivoNaoSubstituido, kAviso, "O arquivo %1 já existe e não será substituído.", I::Exclamation},
+    Entry{T::PastaDoArquivoNaoExiste, kAviso, "A pasta de %1 não existe.", I::Exclamation},
 };
 // clang-format on
 

@@ -281,6 +281,14 @@ enum class SystemText {
     SemCentral,
     CentralNaoRespondeu,
     RecebimentosCentralIlegiveis,
+    // The database's errors and the files of reports
+    ErroInterno,
+    BancoNaoAberto,
+    BancoSoConsulta,
+    SemNomeLivre,
+    InformeNomeArquivo,
+    ArquivoNaoSubstituido,
+    PastaDoArquivoNaoExiste,
     // Not a text: how many there are.
     Count,
 };

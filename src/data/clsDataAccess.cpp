@@ -273,7 +273,7 @@ std::optional<Recordset> clsDataAccess::SQLSelect_ReadOnly(const QString& sql,
     if (refusesText(params, kLabelSelect))
         return std::nullopt;
     if (!isOpen()) {
-        logFailure(kLabelSelect, kNotOpenError, QStringLiteral("Banco de dados não está aberto."));
+        logFailure(kLabelSelect, kNotOpenError, SystemTexts::text(SystemText::BancoNaoAberto));
         return std::nullopt;
     }
     QSqlQuery q(database());
@@ -301,7 +301,7 @@ QVector<QVector<QVariant>> clsDataAccess::SQLSelectAllArray(const QString& sql,
     if (refusesText(params, kLabelArray))
         return {};
     if (!isOpen()) {
-        logFailure(kLabelArray, kNotOpenError, QStringLiteral("Banco de dados não está aberto."));
+        logFailure(kLabelArray, kNotOpenError, SystemTexts::text(SystemText::BancoNaoAberto));
         return {};
     }
     QSqlQuery q(database());
@@ -325,7 +325,7 @@ bool clsDataAccess::SQLExecute(const QString& sql, const QVariantList& params) {
     if (refusesText(params, kLabelExecute))
         return false;
     if (!isOpen()) {
-        logFailure(kLabelExecute, kNotOpenError, QStringLiteral("Banco de dados não está aberto."));
+        logFailure(kLabelExecute, kNotOpenError, SystemTexts::text(SystemText::BancoNaoAberto));
         return false;
     }
     Transaction tx(*this);
@@ -424,11 +424,11 @@ bool clsDataAccess::beginWrite() {
 
 bool clsDataAccess::beginScope(bool write, QString& savepoint) {
     if (!isOpen()) {
-        m_lastError = QStringLiteral("Banco de dados não está aberto.");
+        m_lastError = SystemTexts::text(SystemText::BancoNaoAberto);
         return false;
     }
     if (write && readOnly()) {
-        m_lastError = QStringLiteral("O banco de dados foi aberto só para consulta.");
+        m_lastError = SystemTexts::text(SystemText::BancoSoConsulta);
         return false;
     }
     if (m_depth > 0) {

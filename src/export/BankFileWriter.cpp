@@ -1,6 +1,7 @@
 #include "BankFileWriter.h"
 
 #include "OutputPath.h"
+#include "SystemTexts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -75,7 +76,8 @@ QString BankFileWriter::lockProblem() const {
     const QStorageInfo disk(folder);
     if (disk.isValid() && disk.bytesAvailable() < 64 * 1024)
         return OutputPath::diskFullMessage(m_lockPath);
-    return QStringLiteral("Não foi possível gravar %1.").arg(QDir::toNativeSeparators(m_lockPath));
+    return SystemTexts::text(SystemText::NaoFoiPossivelGravar)
+        .arg(QDir::toNativeSeparators(m_lockPath));
 }
 
 bool BankFileWriter::fail(QString* error, const QString& why) {
@@ -113,8 +115,9 @@ bool BankFileWriter::begin(QString* error) {
     const qsizetype dot = base.lastIndexOf(QLatin1Char('.'));
     for (int n = 2; taken(m_final); ++n) {
         if (n > 999)
-            return fail(error, QStringLiteral("Não há nome livre para o arquivo %1.")
-                                   .arg(QDir::toNativeSeparators(base)));
+            return fail(
+                error,
+                SystemTexts::text(SystemText::SemNomeLivre).arg(QDir::toNativeSeparators(base)));
         m_final = dot > 0 ? base.left(dot) + QStringLiteral("_%1").arg(n) + base.mid(dot)
                           : base + QStringLiteral("_%1").arg(n);
     }

@@ -1,5 +1,7 @@
 #include "ReportFile.h"
 
+#include "SystemTexts.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -7,12 +9,13 @@
 QString ReportFile::recusa(const QString& path) {
     const QFileInfo info(path);
     if (path.trimmed().isEmpty())
-        return QStringLiteral("Informe o nome do arquivo.");
+        return SystemTexts::text(SystemText::InformeNomeArquivo);
     if (info.exists() || info.isSymLink())
-        return QStringLiteral("O arquivo %1 já existe e não será substituído.")
+        return SystemTexts::text(SystemText::ArquivoNaoSubstituido)
             .arg(QDir::toNativeSeparators(path));
     if (!info.absoluteDir().exists())
-        return QStringLiteral("A pasta de %1 não existe.").arg(QDir::toNativeSeparators(path));
+        return SystemTexts::text(SystemText::PastaDoArquivoNaoExiste)
+            .arg(QDir::toNativeSeparators(path));
     return {};
 }
 
