@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Fails when a box is given its words at the call site: a DialogPort call (message, warn,
-# critical, info, ask, input) or tell/askNotice in src/ whose arguments hold a string literal.
+# critical, info, ask, input), tell/askNotice or a Notice/PrinterMessage built in src/ whose
+# arguments hold a string literal.
 # The system's texts, titles included, are entries of src/common/SystemTexts.cpp, so that a
 # screen and a command show the same words. Usage: check-texts.sh [files...] (default: src/).
 set -euo pipefail
@@ -47,9 +48,10 @@ for my $file (@ARGV) {
             $i++;
         }
     }
-    my $call = qr/(?:\b(?:m_)?(?:dialogs|port)\s*(?:\.|->)\s*(?:message|warn|critical|info|ask|input)|(?<![\w.:>])(?:tell|askNotice))\s*\(/;
+    my $call = qr/(?:\b(?:m_)?(?:dialogs|port)\s*(?:\.|->)\s*(?:message|warn|critical|info|ask|input)\s*\(|(?<![\w.:>])(?:tell|askNotice)\s*\(|\b(?:Notice|PrinterMessage)(?:\s+\w+)?\s*\{)/;
     while ($out =~ /$call/g) {
         my $start = pos($out);
+        my ($open, $close) = substr($out, $start - 1, 1) eq "{" ? ("{", "}") : ("(", ")");
         my ($depth, $j, $literal) = (1, $start, 0);
         while ($j < length($out) && $depth > 0) {
             my $c = substr($out, $j, 1);
@@ -62,9 +64,9 @@ for my $file (@ARGV) {
                 }
             } elsif ($c eq "\x27") {
                 $j += substr($out, $j + 1, 1) eq "\\" ? 3 : 2;
-            } elsif ($c eq "(") {
+            } elsif ($c eq $open) {
                 $depth++;
-            } elsif ($c eq ")") {
+            } elsif ($c eq $close) {
                 $depth--;
             }
             $j++;
