@@ -4,6 +4,7 @@
 #include "Clock.h"
 #include "NationalHolidays.h"
 #include "PasswordHash.h"
+#include "SystemTexts.h"
 #include "Transaction.h"
 #include "clsCodBarra.h"
 #include "clsFeriado.h"
@@ -97,7 +98,7 @@ bool DemoData::seed(AppContext& ctx, QString* adminPassword, QString* error) {
         u.setTipo(UserType::Admin);
         u.ATIVO = 1;
         if (!u.inserirNovo())
-            return fail(QStringLiteral("Erro ao gravar o administrador."));
+            return fail(SystemTexts::text(SystemText::ErroGravarAdministrador));
         if (adminPassword)
             *adminPassword = password;
     }

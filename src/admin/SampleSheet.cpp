@@ -3,6 +3,7 @@
 #include "CheckDigits.h"
 #include "DueFactor.h"
 #include "Interleaved2of5.h"
+#include "SystemTexts.h"
 #include "TextFile.h"
 #include "TypedLine.h"
 
@@ -233,8 +234,8 @@ SampleSheet::Written SampleSheet::write(const QString& folder, const QDate& toda
             ok = paintSheet(pdf, list, today);
         }
         if (!ok || !file.commit()) {
-            w.error =
-                QStringLiteral("Não foi possível gravar %1.").arg(QDir::toNativeSeparators(w.pdf));
+            w.error = SystemTexts::text(SystemText::NaoFoiPossivelGravar)
+                          .arg(QDir::toNativeSeparators(w.pdf));
             return w;
         }
         w.created = true;

@@ -16,6 +16,8 @@ using T = SystemText;
 constexpr const char* kAviso = "Aviso";
 constexpr const char* kGravar = "Gravar Registro";
 constexpr const char* kTolvane = "Tolvane";
+constexpr const char* kRede = "Rede";
+constexpr const char* kAutenticadora = "Autenticadora";
 
 // clang-format off
 constexpr std::array kEntries = {
@@ -127,7 +129,7 @@ constexpr std::array kEntries = {
     Entry{T::DanificadoConselho, kAviso, "Não grave nada nele: guarde o arquivo para análise, restaure a cópia mais recente da pasta copias (renomeando-a para caixa.db) e confira com tolvane verificar.", I::Critical},
     Entry{T::ErroSomaAvulso, kAviso, "%1 - Erro na Soma Avulso!!", I::Critical},
     Entry{T::PerguntaReautenticar, "Reautenticar", "%1\nAutenticar novamente?", I::Question},
-    Entry{T::CentralSozinho, "Rede", "A central da rede não respondeu: este guichê está recebendo sozinho. Os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
+    Entry{T::CentralSozinho, kRede, "A central da rede não respondeu: este guichê está recebendo sozinho. Os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
     Entry{T::AguardandoBanco, kAviso, "Aguardando o banco de dados...", I::Information},
     // The working date and the stamps of the day
     Entry{T::DataMaiorQueHoje, kAviso, "A data atual não pode ser menor que esta selecionada!!", I::Critical},
@@ -161,8 +163,8 @@ constexpr std::array kEntries = {
     Entry{T::PerguntaCriarPasta, kTolvane, "O Tolvane ainda não tem uma pasta neste computador.\nCriar a pasta %1?", I::Question},
     // The texts of these three are worded where the fact is found.
     Entry{T::PastaCriada, kTolvane, "%1", I::Information},
-    Entry{T::AvisoRede, "Rede", "%1", I::Exclamation},
-    Entry{T::AvisoAutenticadora, "Autenticadora", "%1", I::Exclamation},
+    Entry{T::AvisoRede, kRede, "%1", I::Exclamation},
+    Entry{T::AvisoAutenticadora, kAutenticadora, "%1", I::Exclamation},
     // The customer's sum
     Entry{T::ErroLeituraDados, kAviso, "Erro na Leitura de dados!!!", I::Exclamation},
     Entry{T::ValorPagoNaoCobre, kAviso, "O valor pago não cobre o total da conta!! %1", I::Exclamation},
@@ -186,9 +188,9 @@ constexpr std::array kEntries = {
     Entry{T::AutenticadoraSemResposta, kAviso, "%1\nA autenticadora não responde: verifique se está ligada e se o cabo está conectado.", I::Critical},
     Entry{T::AutenticadoraForaDeLinha, kAviso, "%1\nA autenticadora está fora de linha (off-line).", I::Exclamation},
     Entry{T::AutenticadoraSemPapel, kAviso, "%1\nA autenticadora está sem papel.", I::Exclamation},
-    Entry{T::ModoAutenticadoraInvalido, "Autenticadora", "A autenticadora está desligada: [Print] modo=\"%1\" não é 0 nem 1. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
-    Entry{T::ModeloAutenticadoraDesconhecido, "Autenticadora", "Modelo de autenticadora desconhecido: [Print] impressora=\"%1\". Use bematech, quattro ou txt. Nada será autenticado. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
-    Entry{T::PortaAutenticadoraDesconhecida, "Autenticadora", "Porta da autenticadora desconhecida: [Print] porta=\"%1\". Use LPT1, LPT2, LPT3, COM1, COM2, USB, um dispositivo (/dev/...), tcp:ENDEREÇO[:PORTA] ou file:ARQUIVO. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
+    Entry{T::ModoAutenticadoraInvalido, kAutenticadora, "A autenticadora está desligada: [Print] modo=\"%1\" não é 0 nem 1. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
+    Entry{T::ModeloAutenticadoraDesconhecido, kAutenticadora, "Modelo de autenticadora desconhecido: [Print] impressora=\"%1\". Use bematech, quattro ou txt. Nada será autenticado. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
+    Entry{T::PortaAutenticadoraDesconhecida, kAutenticadora, "Porta da autenticadora desconhecida: [Print] porta=\"%1\". Use LPT1, LPT2, LPT3, COM1, COM2, USB, um dispositivo (/dev/...), tcp:ENDEREÇO[:PORTA] ou file:ARQUIVO. No Config.ini um comentário (;) só pode começar uma linha.", I::Exclamation},
     // The typed line, the interest screen and the customer's list
     Entry{T::LinhaDigitavelTamanho, kAviso, "A linha digitável deve ter 47 (boleto) ou 48 (arrecadação) números.", I::Critical},
     Entry{T::LinhaArrecadacaoComOito, kAviso, "A linha digitável de 48 números é de arrecadação e começa com 8.", I::Critical},
@@ -228,13 +230,13 @@ constexpr std::array kEntries = {
     Entry{T::ErroGravarAdministrador, kAviso, "Erro ao gravar o administrador.", I::Exclamation},
     Entry{T::RelatorioEmPdf, kAviso, "Nenhuma impressora instalada. O relatório foi gravado em %1", I::Information},
     Entry{T::RelatorioEnviado, kAviso, "Relatório enviado para a impressora %1.", I::Information},
-    Entry{T::ConflitoRede, "Rede", "Conflito na rede: o código %1 (autenticação %2, %3), recebido neste guichê em %4, também foi recebido %5, e a central ficou com aquele. O valor foi cobrado aqui: confira a guia com o supervisor (tolvane rede conflitos).", I::Exclamation},
+    Entry{T::ConflitoRede, kRede, "Conflito na rede: o código %1 (autenticação %2, %3), recebido neste guichê em %4, também foi recebido %5, e a central ficou com aquele. O valor foi cobrado aqui: confira a guia com o supervisor (tolvane rede conflitos).", I::Exclamation},
     // The central's link
-    Entry{T::CentralNaoResponde, "Rede", "A central da rede (%1) não responde: %2. O caixa continua recebendo; os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
-    Entry{T::CentralRecusou, "Rede", "A central da rede (%1) recusou a conexão: %2. Confira host, porta, nome, usuario e senha na seção [Rede] do Config.ini (ou o ~/.pgpass). O caixa continua recebendo; os códigos ficam guardados.", I::Exclamation},
-    Entry{T::CentralProblema, "Rede", "Central da rede (%1): %2", I::Exclamation},
-    Entry{T::CentralDeixouDeResponder, "Rede", "A central da rede (%1) deixou de responder: %2. O caixa continua recebendo; os códigos ficam guardados.", I::Exclamation},
-    Entry{T::CentralNaoGravou, "Rede", "A central da rede (%1) não gravou os códigos: %2. Eles ficam guardados e serão enviados de novo.", I::Exclamation},
+    Entry{T::CentralNaoResponde, kRede, "A central da rede (%1) não responde: %2. O caixa continua recebendo; os códigos ficam guardados e vão para a central quando ela voltar.", I::Exclamation},
+    Entry{T::CentralRecusou, kRede, "A central da rede (%1) recusou a conexão: %2. Confira host, porta, nome, usuario e senha na seção [Rede] do Config.ini (ou o ~/.pgpass). O caixa continua recebendo; os códigos ficam guardados.", I::Exclamation},
+    Entry{T::CentralProblema, kRede, "Central da rede (%1): %2", I::Exclamation},
+    Entry{T::CentralDeixouDeResponder, kRede, "A central da rede (%1) deixou de responder: %2. O caixa continua recebendo; os códigos ficam guardados.", I::Exclamation},
+    Entry{T::CentralNaoGravou, kRede, "A central da rede (%1) não gravou os códigos: %2. Eles ficam guardados e serão enviados de novo.", I::Exclamation},
     // Reports, amounts and the updater
     Entry{T::LancamentosIlegiveis, kAviso, "Os lançamentos do dia não puderam ser lidos.", I::Exclamation},
     Entry{T::ConferenciaIlegivel, kAviso, "A conferência do dia não pôde ser lida.", I::Exclamation},
