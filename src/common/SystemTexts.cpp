@@ -263,7 +263,7 @@ constexpr std::array kEntries = {
     Entry{T::TextoCaractereFora, kAviso, "%1 tem o caractere \"%2\", que os arquivos do caixa não gravam (use letras, números e acentos comuns).", I::Exclamation},
     Entry{T::TextoLongo, kAviso, "%1 tem %2 caracteres; cabem no máximo %3.", I::Exclamation},
     Entry{T::ContaLancada, kAviso, "Conta já Lançada!!!", I::Critical},
-    // Bank files
+    // Writing a bank file
     Entry{T::TipoNaoEncontradoArquivo, kAviso, "Tipo de código de barras %1 não encontrado.", I::Critical},
     Entry{T::TipoDeOutroArquivo, kAviso, "O tipo %1 (%2) não é de %3.", I::Critical},
     Entry{T::PastaExportacaoNaoExiste, kAviso, "A pasta do arquivo não existe: %1 (Config.ini, [Export] %2).", I::Critical},

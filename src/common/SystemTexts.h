@@ -252,7 +252,7 @@ enum class SystemText {
     TextoCaractereFora,
     TextoLongo,
     ContaLancada,
-    // Bank files
+    // Writing a bank file
     TipoNaoEncontradoArquivo,
     TipoDeOutroArquivo,
     PastaExportacaoNaoExiste,
