@@ -232,7 +232,8 @@ QString Options::message(const Problem& p) {
     case E::Fixed:
         return SystemTexts::text(SystemText::ConfiguracaoFixa).arg(where);
     case E::TooLong:
-        return SystemTexts::text(SystemText::ConfiguracaoLonga).arg(where).arg(IniFile::kMaxValue);
+        return SystemTexts::text(SystemText::ConfiguracaoLonga)
+            .arg(where, QString::number(IniFile::kMaxValue));
     case E::NotLatin1:
         return SystemTexts::text(SystemText::ConfiguracaoNaoLatin1).arg(where);
     case E::LineBreak:

@@ -55,6 +55,7 @@ QString FileText::problem(const QString& text, int width, const QString& label) 
             return SystemTexts::text(SystemText::TextoCaractereFora).arg(label, QString(c));
     }
     if (text.size() > width)
-        return SystemTexts::text(SystemText::TextoLongo).arg(label).arg(text.size()).arg(width);
+        return SystemTexts::text(SystemText::TextoLongo)
+            .arg(label, QString::number(text.size()), QString::number(width));
     return {};
 }

@@ -96,8 +96,7 @@ QString TextFile::readProblem(const QString& path, qint64 maxBytes) {
         return SystemTexts::text(SystemText::ArquivoNaoLido).arg(QDir::toNativeSeparators(path));
     if (info.size() > maxBytes)
         return SystemTexts::text(SystemText::ArquivoGrandeDemais)
-            .arg(QDir::toNativeSeparators(path))
-            .arg(maxBytes / 1024);
+            .arg(QDir::toNativeSeparators(path), QString::number(maxBytes / 1024));
     return {};
 }
 

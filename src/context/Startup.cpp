@@ -49,9 +49,8 @@ bool fileUsable(const DbConfig& config, OpenMode mode, QString* why) {
     }
     if (file.size() < kSmallestDatabase) {
         *why = SystemTexts::text(SystemText::BancoCortado)
-                   .arg(path)
-                   .arg(file.size())
-                   .arg(SystemTexts::text(SystemText::DanificadoConselho));
+                   .arg(path, QString::number(file.size()),
+                        SystemTexts::text(SystemText::DanificadoConselho));
         return false;
     }
     return true;

@@ -53,14 +53,18 @@ private slots:
     }
 
     void unusableDatabaseIsReportedAndStartGoesOn() {
-        QTemporaryDir dir;
+        // A folder whose name looks like a placeholder must still be named as it is.
+        QTemporaryDir tmp;
+        const QString folder = tmp.filePath(QStringLiteral("caixa %2 %3"));
+        QVERIFY(QDir().mkpath(folder));
+        QDir dir(folder);
         QFile cut(dir.filePath(QStringLiteral("caixa.db")));
         QVERIFY(cut.open(QIODevice::WriteOnly));
         cut.write("SQLite format 3"); // far too short to be a database
         cut.close();
         ScriptedDialogPort dialogs;
         FixedClock clock(QDateTime::currentDateTime());
-        AppContext ctx(dir.path(), dialogs, clock);
+        AppContext ctx(folder, dialogs, clock);
         QVERIFY(Startup::run(ctx));
         QCOMPARE(dialogs.shown().first().text,
                  QStringLiteral("Erro ao conectar banco de dados!!!"));
@@ -68,6 +72,9 @@ private slots:
         // The reason names the cut file and ends with what to do with it.
         const QStringList reason = dialogs.texts().filter(QStringLiteral("15 bytes"));
         QCOMPARE(reason.size(), 1);
+        QVERIFY2(reason.first().contains(QStringLiteral("caixa %2 %3") + QDir::separator() +
+                                         QStringLiteral("caixa.db tem 15 bytes")),
+                 qPrintable(reason.first()));
         QVERIFY2(reason.first().endsWith(QStringLiteral(
                      "está vazio ou cortado e não é um banco de dados. Não grave nada nele: "
                      "guarde o arquivo para análise, restaure a cópia mais recente da pasta "
