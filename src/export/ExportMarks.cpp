@@ -33,8 +33,7 @@ QList<QPair<qint32, int>> ExportMarks::marcas(Lista lista, const QList<Linha>& l
 Outcome ExportMarks::gravar(AppContext& ctx, const QList<QPair<qint32, int>>& marcas) {
     if (gravarComAtos(ctx, marcas))
         return Outcome::ok();
-    return Outcome::refused({SystemTexts::aviso(), SystemTexts::text(SystemText::ErroGravarMarcas),
-                             DialogIcon::Critical});
+    return Outcome::refused(SystemTexts::notice(SystemText::ErroGravarMarcas));
 }
 
 Outcome ExportMarks::gravarIds(AppContext& ctx, qint32 idMovimento, const QList<qint32>& ids,

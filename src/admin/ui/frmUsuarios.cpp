@@ -167,9 +167,7 @@ void frmUsuarios::excluir() {
     const qint32 id = item->data(0, Qt::UserRole).toInt();
     auto r = UserAccounts::excluir(m_ctx, id, false);
     if (r == UserAccounts::DeleteOutcome::LastAdministrator) {
-        if (m_ctx.dialogs.message(
-                SystemTexts::aviso(), SystemTexts::text(SystemText::UltimoAdministrador),
-                DialogIcon::Exclamation, DialogButtons::YesNo) != DialogAnswer::Yes)
+        if (!askNotice(m_ctx.dialogs, SystemTexts::notice(SystemText::UltimoAdministrador)))
             return;
         r = UserAccounts::excluir(m_ctx, id, true);
     }
