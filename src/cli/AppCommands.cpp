@@ -155,7 +155,8 @@ int usuarioExcluir(CliEnv& e) {
         e.out << QStringLiteral("Usuário %1 excluído.\n").arg(id);
         return ExitOk;
     case UserAccounts::DeleteOutcome::NotFound:
-        e.err << SystemTexts::text(SystemText::InformeItem) << "\n";
+        e.err << SystemTexts::text(ok ? SystemText::UsuarioNaoEncontrado : SystemText::InformeItem)
+              << "\n";
         return ExitRefused;
     case UserAccounts::DeleteOutcome::LastAdministrator:
         e.err << kUltimoAdministrador << "\n"

@@ -102,7 +102,11 @@ int tipoExcluir(CliEnv& e) {
     const int id = e.args.value(QStringLiteral("idcod")).toInt(&ok);
     const auto r = ok ? KindRegistry::excluir(e.ctx, id) : KindRegistry::DeleteOutcome::NotFound;
     if (r == KindRegistry::DeleteOutcome::NotFound) {
-        e.err << SystemTexts::text(SystemText::InformeItem) << "\n";
+        // No code given is the screen's "nothing selected"; a code given was not found.
+        e.err << (ok ? SystemTexts::text(SystemText::CodigoNaoMaisCadastrado)
+                           .arg(KindRegistry::codeText(id))
+                     : SystemTexts::text(SystemText::InformeItem))
+              << "\n";
         return ExitRefused;
     }
     if (r == KindRegistry::DeleteOutcome::InUse) {

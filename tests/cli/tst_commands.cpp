@@ -96,6 +96,28 @@ private slots:
         QVERIFY(r.err.contains(QStringLiteral("Informe um item !!!")));
     }
 
+    // Deleting a code or an operator that is not there names what was missing.
+    void deletingWhatIsNotThere_data() {
+        QTest::addColumn<QByteArray>("command");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("kind") << QByteArray("tipo excluir --idcod 99")
+                              << QStringLiteral("O código 099 não está mais cadastrado!!");
+        QTest::newRow("kind, no code")
+            << QByteArray("tipo excluir --idcod x") << QStringLiteral("Informe um item !!!");
+        QTest::newRow("operator") << QByteArray("usuario excluir --id 99")
+                                  << QStringLiteral("Usuário não encontrado!!");
+        QTest::newRow("operator, no id")
+            << QByteArray("usuario excluir --id x") << QStringLiteral("Informe um item !!!");
+    }
+    void deletingWhatIsNotThere() {
+        QFETCH(QByteArray, command);
+        QFETCH(QString, message);
+        CliFolder f;
+        const auto r = f.asAdmin(words(command.constData()));
+        QCOMPARE(r.code, 1);
+        QCOMPARE(r.err.trimmed(), message);
+    }
+
     void readingAndCharges() {
         CliFolder f;
         CliRun r = f.run(
